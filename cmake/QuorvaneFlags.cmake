@@ -1,0 +1,37 @@
+# Language, warnings and sanitizers. Warnings travel with the target quorvane_flags, which every
+# target of ours links privately; whatever has to hold for a whole program (sanitizers, link
+# options) is set for the directory tree.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_library(quorvane_flags INTERFACE)
+target_compile_options(quorvane_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+  -Wimplicit-fallthrough -Wswitch)
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  target_compile_options(quorvane_flags INTERFACE -Wthread-safety -Wnull-dereference)
+else()
+  # These of GCC's misfire inside vector, string and optional once they are inlined. Clang's
+  # warnings, clang-tidy and AddressSanitizer find the same mistakes without the false alarms.
+  target_compile_options(quorvane_flags INTERFACE
+    -Wno-array-bounds -Wno-maybe-uninitialized -Wno-restrict -Wno-stringop-overflow
+    -Wno-stringop-overread)
+endif()
+
+add_link_options(LINKER:--as-needed)
+
+if(QUORVANE_SANITIZE)
+  list(JOIN QUORVANE_SANITIZE "," sanitizers)
+  add_compile_options(
+    -fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${sanitizers})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # The instrumentation of shifts inserts conversions of its own, which GCC then warns about.
+    target_compile_options(quorvane_flags INTERFACE -Wno-sign-conversion)
+  endif()
+endif()

@@ -1,0 +1,44 @@
+# Sources are found by pattern and looked up again at every build, so a new file needs no edit here.
+
+# quorvane_library(FOLDER [SUBFOLDERS NAME...] [DEPENDS TARGET...])
+#
+# The static library quorvane_FOLDER, made of every .cpp in the calling folder and the named sub-
+# folders except main.cpp, which belongs to a program. Includes are relative to the root of the
+# source tree.
+function(quorvane_library folder)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SUBFOLDERS;DEPENDS")
+  set(patterns *.h *.cpp)
+  foreach(subfolder IN LISTS arg_SUBFOLDERS)
+    list(APPEND patterns ${subfolder}/*.h ${subfolder}/*.cpp)
+  endforeach()
+  file(GLOB sources CONFIGURE_DEPENDS ${patterns})
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+
+  add_library(quorvane_${folder} STATIC ${sources})
+  target_include_directories(quorvane_${folder} PUBLIC "${PROJECT_SOURCE_DIR}")
+  target_link_libraries(quorvane_${folder} PUBLIC ${arg_DEPENDS} PRIVATE quorvane_flags)
+endfunction()
+
+# quorvane_program(NAME SOURCES FILE... DEPENDS TARGET...)
+function(quorvane_program name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS")
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_DEPENDS} quorvane_flags)
+endfunction()
+
+# quorvane_test(FOLDER [DEPENDS TARGET...])
+#
+# FOLDER_test, made of every .cpp below tests/FOLDER, and one test for each TEST in it. A test that
+# hangs fails.
+function(quorvane_test folder)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS")
+  set(here "${PROJECT_SOURCE_DIR}/tests/${folder}")
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${here}/*.h" "${here}/*.cpp")
+  quorvane_program(${folder}_test
+    SOURCES ${sources}
+    DEPENDS quorvane_${folder} ${arg_DEPENDS} GTest::gtest_main)
+  gtest_discover_tests(${folder}_test
+    TEST_PREFIX "${folder}/"
+    DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 120)
+endfunction()

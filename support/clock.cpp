@@ -1,0 +1,33 @@
+#include "support/clock.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace quorvane {
+namespace {
+
+// Keeps a deadline within the clock's range whatever a caller asks for.
+constexpr Seconds longestWait = std::chrono::hours(24 * 365);
+
+class SystemClock final : public Clock {
+ public:
+  Monotonic::time_point now() override { return Monotonic::now(); }
+
+  void sleepFor(Seconds duration) override { std::this_thread::sleep_for(duration); }
+
+  bool wait(Semaphore& semaphore, Seconds timeout) override {
+    if (timeout <= Seconds::zero()) return semaphore.tryWait();
+    const Seconds bounded = std::min(timeout, longestWait);
+    return semaphore.waitUntil(Monotonic::now() +
+                               std::chrono::duration_cast<Monotonic::duration>(bounded));
+  }
+};
+
+}  // namespace
+
+Clock& Clock::system() {
+  static SystemClock clock;
+  return clock;
+}
+
+}  // namespace quorvane

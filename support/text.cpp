@@ -1,0 +1,47 @@
+#include "support/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+
+namespace quorvane {
+namespace {
+
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+template <typename Integer>
+std::optional<Integer> parseWhole(std::string_view text, int base) {
+  Integer value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value, base);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return value;
+}
+
+}  // namespace
+
+std::string lowerCase(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  std::transform(text.begin(), text.end(), std::back_inserter(result), lower);
+  return result;
+}
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return lower(x) == lower(y); });
+}
+
+std::optional<std::int64_t> parseInteger(std::string_view text) {
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  return parseWhole<std::int64_t>(text, 10);
+}
+
+std::optional<std::uint32_t> parseHexNumber(std::string_view text) {
+  if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
+    text.remove_prefix(2);
+  }
+  return parseWhole<std::uint32_t>(text, 16);
+}
+
+}  // namespace quorvane

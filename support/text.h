@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvane {
+
+// ASCII letters only: menu codes and words on a command line are ASCII.
+std::string lowerCase(std::string_view text);
+bool equalIgnoringCase(std::string_view a, std::string_view b);
+
+// A whole decimal number with an optional sign and nothing around it, within 64 bits.
+std::optional<std::int64_t> parseInteger(std::string_view text);
+
+// Hexadecimal digits, optionally led by "0x", and nothing around them, within 32 bits.
+std::optional<std::uint32_t> parseHexNumber(std::string_view text);
+
+}  // namespace quorvane
