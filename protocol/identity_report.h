@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "support/bytes.h"
+#include "support/clock.h"
+
+namespace quorvane {
+
+// One received identity ("system") report: which base this is, and which steering wheel and button
+// module are attached. Immutable; keeps the bytes as they came.
+class IdentityReport {
+ public:
+  static constexpr std::uint8_t reportID = 0xFF;
+  static constexpr std::uint8_t subID = 0x08;
+  static constexpr std::size_t length = 64;
+  static constexpr std::size_t baseTypeOffset = 2;
+  static constexpr std::size_t layoutOffset = 3;  // 0: the base type byte is valid
+  static constexpr std::size_t wheelOffset = 24;
+  static constexpr std::size_t moduleOffset = 31;
+
+  // No value unless the bytes are an identity report: 64 of them, beginning with report ID and
+  // sub-ID.
+  static std::optional<IdentityReport> fromReport(ByteView report,
+                                                  WallClock::time_point receivedAt);
+
+  const Bytes& raw() const { return raw_; }
+  WallClock::time_point receivedAt() const { return receivedAt_; }
+
+  // The base's own type code (no USB product ID); absent in the extended layout.
+  std::optional<std::int64_t> baseType() const;
+  std::uint8_t wheelCode() const { return raw_[wheelOffset]; }
+  std::uint8_t moduleCode() const { return raw_[moduleOffset]; }
+
+  // Display names; unknown codes get a text that shows the code.
+  std::string baseName() const;
+  std::string wheelName() const;
+  std::string moduleName() const;
+
+  std::string hexDump() const { return quorvane::hexDump(raw_); }
+
+  static const std::map<std::int64_t, std::string_view>& baseNames();
+  static const std::map<std::int64_t, std::string_view>& wheelNames();
+
+  bool operator==(const IdentityReport&) const = default;
+
+ private:
+  IdentityReport(ByteView report, WallClock::time_point receivedAt);
+
+  Bytes raw_;
+  WallClock::time_point receivedAt_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace quorvane {
+
+namespace Fanatec {
+
+inline constexpr std::int64_t vendorID = 0x0EB7;
+
+}  // namespace Fanatec
+
+enum class ProductKind { wheelBase, pedals };
+
+// "wheel base" or "pedals".
+std::string_view rawValue(ProductKind kind);
+
+// The exact inverse of rawValue; any other text gives no value.
+std::optional<ProductKind> productKind(std::string_view rawValue);
+
+// The kind of tuning menu that a device carries.
+enum class TuningFamily { none, classic, cslElite, directDrive };
+
+// One row of the catalogue of known USB devices.
+struct FanatecProduct {
+  std::int64_t productID = 0;  // USB product ID
+  std::string_view name;       // display name
+  ProductKind kind = ProductKind::wheelBase;
+  std::int64_t maxRotation = 0;   // largest steering angle that may be set, degrees; 0: no steering
+  std::int64_t autoRotation = 0;  // angle that the base's menu shows as automatic; 0: has none
+  TuningFamily tuningFamily = TuningFamily::none;
+
+  bool hasTuningMenu() const { return tuningFamily != TuningFamily::none; }
+
+  // Direct-drive bases store the steering angle in a wrapped byte (see TuningParameter::decode).
+  bool usesExtendedSensitivity() const { return tuningFamily == TuningFamily::directDrive; }
+
+  auto operator<=>(const FanatecProduct&) const = default;
+
+  // The catalogue, in look-up order.
+  static std::span<const FanatecProduct> all();
+
+  // The first row with exactly this product ID.
+  static std::optional<FanatecProduct> lookup(std::int64_t productID);
+
+  // The row's name, or "Unknown Fanatec device 0x" and the ID in four upper-case digits.
+  static std::string describe(std::int64_t productID);
+};
+
+}  // namespace quorvane
