@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "hid/device_info.h"
+#include "hid/input_report.h"
+#include "protocol/report_packet.h"
+#include "support/thread.h"
+
+namespace quorvane {
+
+// One HID device that can be opened: a reader thread delivers its input reports and element values
+// to registered handlers, and packets and report requests go out on demand.
+//
+// Any thread may call any operation, except that open, close and destruction belong to one owner.
+// Handlers run on the reader thread, outside every lock, so they may register, remove and close;
+// a handler removed during a delivery may still get that one report. Nothing here orders concurrent
+// sends: callers that need an order bring it.
+class HIDConnection {
+ public:
+  using ReportHandler = std::function<void(const HIDInputReport&)>;
+  using ValueHandler = std::function<void(const HIDElementValue&)>;
+
+  // Names a registration; unique within the connection.
+  enum class HandlerID : std::uint64_t {};
+
+  // Opens nothing.
+  explicit HIDConnection(HIDDeviceInfo info);
+  // Closes, and waits for the reader thread unless it is the caller.
+  ~HIDConnection();
+  HIDConnection(const HIDConnection&) = delete;
+  HIDConnection& operator=(const HIDConnection&) = delete;
+
+  const HIDDeviceInfo& info() const { return info_; }
+
+  // Size of the input buffer: the largest input report, at least 64, and one more.
+  std::size_t bufferSize() const;
+
+  bool isOpen() const;
+
+  // Blocks until the reader thread has the device open or has failed to. `exclusive` keeps other
+  // programs out. Throws FanatecError ioFailed; does nothing when open.
+  void open(bool exclusive);
+
+  // Ends delivery without waiting for the reader thread, which closes the device. At any time, also
+  // twice.
+  void close();
+
+  HandlerID onReport(ReportHandler handler);
+
+  // Values that changed, decoded by the device's descriptor. Costs nothing while nobody is
+  // registered.
+  HandlerID onValue(ValueHandler handler);
+
+  // Removes a handler of either sort; an unknown ID is ignored.
+  void removeHandler(HandlerID id);
+
+  // Sends one output report; may block. Throws notConnected or ioFailed.
+  void send(const HIDReportPacket& packet);
+
+  // Fetches a report of about `length` bytes; may block for seconds. The result begins with the
+  // report ID unless that is 0. Throws notConnected or ioFailed.
+  Bytes getReport(HIDReportKind kind, std::uint8_t reportID, std::size_t length);
+  Bytes getFeature(std::uint8_t reportID, std::size_t length);
+
+  // What a person reads for a return code.
+  static std::string describe(HIDReturn code);
+
+ private:
+  class State;
+
+  const HIDDeviceInfo info_;
+  const std::shared_ptr<State> state_;  // shared with the reader thread, which may end later
+  Thread thread_;
+};
+
+}  // namespace quorvane

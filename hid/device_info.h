@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hid/port.h"
+#include "hid/report_descriptor.h"
+#include "hid/report_summary.h"
+#include "protocol/product.h"
+
+namespace quorvane {
+
+// The description of one HID device. An immutable value; may be shared between threads.
+struct HIDDeviceInfo {
+  // "%04x:%04x@%08x/%x:%x" of vendor, product, location, primary usage page and usage. Names the
+  // device everywhere; another port gives another id.
+  std::string id;
+  std::int64_t vendorID = 0;
+  std::int64_t productID = 0;
+  std::string product;
+  std::string manufacturer;
+  std::string serialNumber;
+  std::string transport;
+  std::int64_t locationID = 0;
+  std::int64_t usagePage = 0;
+  std::int64_t usage = 0;
+  std::int64_t versionNumber = 0;
+  std::int64_t maxInputReportSize = 0;  // bytes, report ID counted
+  std::int64_t maxOutputReportSize = 0;
+  std::int64_t maxFeatureReportSize = 0;
+  std::vector<HIDReportSummary> reports;
+  HIDReportDescriptor reportDescriptor;
+  std::shared_ptr<HIDDeviceHandle> device;
+
+  bool isFanatec() const { return vendorID == Fanatec::vendorID; }
+
+  // The catalogue row for the product ID; the vendor is not consulted.
+  std::optional<FanatecProduct> knownProduct() const { return FanatecProduct::lookup(productID); }
+
+  // The catalogue's name, else the device's own, else "VVVV:PPPP".
+  std::string displayName() const;
+
+  // The report ID that short commands go on: the first of the shortest output reports with 7 or 8
+  // bytes, else the shortest output report. None without output reports. An ID above 255 stops the
+  // program.
+  std::optional<std::uint8_t> commandReportID() const;
+};
+
+namespace HIDEnumerator {
+
+// The attached devices of a vendor (or of all), ordered by product, location, usage page and usage.
+// Reads device facts only; opens nothing. A missing fact is 0 or empty.
+std::vector<HIDDeviceInfo> devices(std::optional<std::int64_t> vendorID,
+                                   HIDBackend& backend = HIDBackend::system());
+
+HIDDeviceInfo info(std::shared_ptr<HIDDeviceHandle> device);
+
+// Summaries built from the device's element list, for devices whose descriptor gives none.
+std::vector<HIDReportSummary> reportSummaries(const HIDDeviceHandle& device);
+
+}  // namespace HIDEnumerator
+}  // namespace quorvane

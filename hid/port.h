@@ -1,0 +1,128 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "hid/elements.h"
+#include "hid/return_code.h"
+#include "support/bytes.h"
+
+namespace quorvane {
+
+// The seam to the platform, at the level of a system call. Real nodes, simulated bases and test
+// doubles implement these four classes; everything above runs unchanged on any of them.
+
+enum class HIDReportKind { input, feature };
+
+// One open device. `read` belongs to one thread; the others may be called from any thread, several
+// at a time. Destroying the port closes it.
+class HIDPort {
+ public:
+  struct ReadResult {
+    HIDReturn code = HIDReturnCode::success;
+    std::uint8_t reportID = 0;  // as the platform names it; 0 without report IDs
+    std::size_t length = 0;     // bytes placed into the buffer
+  };
+
+  virtual ~HIDPort() = default;
+
+  // Blocks until an input report arrives (longer ones are cut to the buffer), the device is gone
+  // (an error; every later read fails too), or `interrupt` was called (aborted, now and ever
+  // after).
+  virtual ReadResult read(std::span<std::uint8_t> buffer) = 0;
+  virtual void interrupt() = 0;
+
+  // Sends one output report: `data` begins with the report ID unless that is 0. May block.
+  virtual HIDReturn write(std::uint8_t reportID, ByteView data) = 0;
+
+  // Fetches a report on demand. `buffer` holds the report ID in its first byte; `length` is its
+  // size on entry and the bytes returned on success. May block for seconds.
+  virtual HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID,
+                              std::span<std::uint8_t> buffer, std::size_t& length) = 0;
+};
+
+struct HIDOpenResult {
+  HIDReturn code = HIDReturnCode::success;
+  std::unique_ptr<HIDPort> port;  // present exactly on success
+};
+
+// A property as the platform gives it: a number, a text or a byte blob.
+using HIDProperty = std::variant<std::int64_t, std::string, Bytes>;
+using HIDProperties = std::map<std::string, HIDProperty, std::less<>>;
+
+namespace HIDPropertyKey {
+inline constexpr std::string_view vendorID = "VendorID";
+inline constexpr std::string_view productID = "ProductID";
+inline constexpr std::string_view product = "Product";
+inline constexpr std::string_view manufacturer = "Manufacturer";
+inline constexpr std::string_view serialNumber = "SerialNumber";
+inline constexpr std::string_view transport = "Transport";
+inline constexpr std::string_view locationID = "LocationID";
+inline constexpr std::string_view primaryUsagePage = "PrimaryUsagePage";
+inline constexpr std::string_view primaryUsage = "PrimaryUsage";
+inline constexpr std::string_view versionNumber = "VersionNumber";
+inline constexpr std::string_view maxInputReportSize = "MaxInputReportSize";
+inline constexpr std::string_view maxOutputReportSize = "MaxOutputReportSize";
+inline constexpr std::string_view maxFeatureReportSize = "MaxFeatureReportSize";
+inline constexpr std::string_view reportDescriptor = "ReportDescriptor";
+}  // namespace HIDPropertyKey
+
+// Adds what a device's properties take from its descriptor: the descriptor itself, the primary
+// usage (of the first top-level collection) and the largest report sizes, report ID byte counted.
+// An empty descriptor adds nothing.
+void addDescriptorProperties(HIDProperties& properties, const Bytes& descriptor);
+
+// A device that can be described and opened. Immutable; shared by whoever holds a description.
+class HIDDeviceHandle {
+ public:
+  virtual ~HIDDeviceHandle() = default;
+
+  virtual std::optional<HIDProperty> property(std::string_view key) const = 0;
+  virtual std::vector<HIDElement> elements() const = 0;
+
+  // The device node's path; empty where there is none.
+  virtual std::string node() const = 0;
+
+  // Whether this user may open the device, without opening it.
+  virtual bool accessible() const = 0;
+
+  // `exclusive` keeps every other well-behaved program out.
+  virtual HIDOpenResult open(bool exclusive) = 0;
+};
+
+// Reports that devices came or went.
+class HIDMonitor {
+ public:
+  virtual ~HIDMonitor() = default;
+
+  // Blocks until a device arrived or left (true) or `interrupt` was called (false, now and ever
+  // after). Belongs to one thread; events since the monitor's creation are kept.
+  virtual bool waitForEvent() = 0;
+  virtual void interrupt() = 0;
+};
+
+// Where devices come from. Any thread may call.
+class HIDBackend {
+ public:
+  virtual ~HIDBackend() = default;
+
+  // The attached devices of a vendor, or of all vendors, in no order.
+  virtual std::vector<std::shared_ptr<HIDDeviceHandle>> devices(
+      std::optional<std::int64_t> vendorID) = 0;
+
+  // Null when the platform has no such service.
+  virtual std::unique_ptr<HIDMonitor> monitor(std::optional<std::int64_t> vendorID) = 0;
+
+  // This machine's devices.
+  static HIDBackend& system();
+};
+
+}  // namespace quorvane
