@@ -1,0 +1,130 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "hid/connection.h"
+#include "protocol/commands.h"
+#include "protocol/identity_report.h"
+#include "protocol/tuning_snapshot.h"
+#include "support/clock.h"
+#include "support/mutex.h"
+
+namespace quorvane {
+
+// The session with one wheel base: it routes the base's reports, keeps the latest of each kind and
+// carries out reads, writes and menu commands.
+//
+// Always held by a shared pointer (WheelBase::create): reports that come in while the last owner
+// lets go keep it alive until they are handled. Operations block their caller for the pauses and
+// time-outs given; they must not be called on the connection's delivery thread. They make one
+// attempt and are not serialised against each other: one caller at a time issues writes. The kept
+// reports may be read from any thread and outlive disconnect(); a session is not used again after
+// its base has left.
+class WheelBase : public std::enable_shared_from_this<WheelBase> {
+ public:
+  using TuningHandler = std::function<void(const TuningSnapshot&)>;
+  using StatusHandler = std::function<void(WheelBase&)>;
+
+  // How long the session's own reads wait.
+  static constexpr Seconds readTimeout{2.0};
+
+  // Performs no I/O. The clock must outlive the session.
+  static std::shared_ptr<WheelBase> create(HIDDeviceInfo info, Clock& clock = Clock::system());
+
+  WheelBase(const WheelBase&) = delete;
+  WheelBase& operator=(const WheelBase&) = delete;
+
+  const HIDDeviceInfo& info() const { return info_; }
+  const std::optional<FanatecProduct>& product() const { return product_; }
+  HIDConnection& connection() { return connection_; }
+
+  // Called on the delivery thread after every tuning report; and when the attached wheel or its
+  // firmware version changed. An empty function calls nothing. May be set at any time.
+  void setOnTuningUpdate(TuningHandler handler);
+  void setOnStatusUpdate(StatusHandler handler);
+
+  // Opens the connection (shared) and subscribes to its reports; asks nothing of the base.
+  // Throws FanatecError ioFailed.
+  void connect();
+
+  // Closes the connection.
+  void disconnect();
+
+  // The latest report of each kind, absent before the first.
+  std::optional<TuningSnapshot> tuning() const;
+  std::optional<IdentityReport> identity() const;
+  std::optional<std::uint16_t> wheelID() const;          // of the attached steering wheel
+  std::optional<std::uint16_t> firmwareVersion() const;  // reported with the wheel's ID
+
+  // Asks for a report and waits for it. Throws FanatecError timeout, or the send's error.
+  TuningSnapshot fetchTuning(Seconds timeout);
+  IdentityReport fetchIdentity(Seconds timeout);
+
+  // The packet that would write the value, copied from the latest snapshot. Throws
+  // noTuningSnapshot, outOfRange or notAvailable.
+  HIDReportPacket packet(TuningParameter parameter, std::int64_t value) const;
+
+  // Writes one value. With `verify`: waits 0.25 s, reads the menu back, throws writeIgnored when
+  // the base kept another byte, and returns what was read; without: returns nothing. `slot`
+  // switches the set instead, unchecked. Throws what packet, the send and fetchTuning throw.
+  std::optional<TuningSnapshot> set(TuningParameter parameter, std::int64_t value, bool verify);
+
+  // Makes a set active, waits 0.15 s and reads its menu.
+  TuningSnapshot selectSlot(std::int64_t slot, TuningLayout layout);
+
+  // Switches between the standard and the advanced menu; neither waits nor reads.
+  void toggleAdvancedMode();
+
+  // Toggles, waits 0.4 s and reads the menu, which tells the new mode.
+  TuningSnapshot switchMenuMode();
+
+  // Resets every set, waits 0.4 s and reads the menu.
+  TuningSnapshot factoryReset();
+
+  // Sets the steering angle directly: 90 up to the product's maximum (2520 when unknown). Throws
+  // noOutputReport or outOfRange before anything is sent.
+  void setRotation(std::int64_t degrees);
+
+  // Sends a packet as it is.
+  void sendRaw(const HIDReportPacket& packet);
+
+  // Settings of the one caller that issues commands.
+  std::optional<std::uint8_t> commandReportID;  // of the short commands; from the description
+  TuningLayout writeLayout = TuningLayout::deviceID;
+  bool clearSetupFlagOnWrite = true;
+  bool sendAckBurstAfterWrite = false;
+
+ private:
+  using Waiter = std::shared_ptr<Semaphore>;
+
+  WheelBase(HIDDeviceInfo info, Clock& clock);
+
+  void handle(const HIDInputReport& report);
+  void keep(IdentityReport identity);
+  void keep(TuningSnapshot snapshot);
+  void handleWheelStatus(ByteView report);
+  bool await(std::vector<Waiter> WheelBase::*waiters, const std::vector<HIDReportPacket>& requests,
+             Seconds timeout);
+  void sendAckBurst();
+
+  const HIDDeviceInfo info_;
+  const std::optional<FanatecProduct> product_;
+  Clock& clock_;
+  HIDConnection connection_;
+
+  mutable Mutex lock_;
+  std::optional<TuningSnapshot> tuning_ QUORVANE_GUARDED_BY(lock_);
+  std::optional<IdentityReport> identity_ QUORVANE_GUARDED_BY(lock_);
+  std::optional<std::uint16_t> wheelID_ QUORVANE_GUARDED_BY(lock_);
+  std::optional<std::uint16_t> firmwareVersion_ QUORVANE_GUARDED_BY(lock_);
+  std::vector<Waiter> tuningWaiters_ QUORVANE_GUARDED_BY(lock_);
+  std::vector<Waiter> identityWaiters_ QUORVANE_GUARDED_BY(lock_);
+  std::shared_ptr<const TuningHandler> onTuningUpdate_ QUORVANE_GUARDED_BY(lock_);
+  std::shared_ptr<const StatusHandler> onStatusUpdate_ QUORVANE_GUARDED_BY(lock_);
+};
+
+}  // namespace quorvane
