@@ -1,0 +1,278 @@
+#include "simulator/simulated_base.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "protocol/identity_report.h"
+#include "support/text.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::uint8_t commandReport = 0x01;
+constexpr std::size_t tuningWireLength = FanatecCommands::tuningPayloadLength + 1;
+constexpr std::size_t shortWireLength = FanatecCommands::shortPayloadLength + 1;
+
+constexpr std::size_t wheelStatusLength = 34;
+constexpr std::size_t wheelIDOffset = 30;
+constexpr std::size_t firmwareOffset = 32;
+constexpr Monotonic::duration streamPeriod = std::chrono::milliseconds(1);
+
+constexpr std::uint8_t formulaWheel = 28;
+constexpr std::uint8_t enduranceModule = 1;
+constexpr std::uint16_t defaultFirmware = 1234;
+constexpr int defaultSet = 2;
+
+// Values that differ from the factory's, so that a fresh simulation looks lived in.
+constexpr std::array<std::pair<TuningParameter, std::int64_t>, 7> customValues{{
+    {TuningParameter::sensitivity, 900},
+    {TuningParameter::forceFeedback, 65},
+    {TuningParameter::damperEffect, 50},
+    {TuningParameter::naturalDamper, 25},
+    {TuningParameter::naturalFriction, 10},
+    {TuningParameter::forceEffect, 100},
+    {TuningParameter::naturalInertia, 5},
+}};
+
+// The base's own type code for a product.
+std::uint8_t baseTypeOf(const FanatecProduct& product) {
+  constexpr std::array<std::pair<std::int64_t, std::uint8_t>, 7> types{
+      {{0x0001, 1}, {0x0004, 2}, {0x0005, 5}, {0x0006, 6}, {0x0007, 8}, {0x0020, 10}, {0x0E03, 4}}};
+  const auto* const found = std::find_if(types.begin(), types.end(), [&](const auto& type) {
+    return type.first == product.productID;
+  });
+  return found == types.end() ? std::uint8_t{0} : found->second;
+}
+
+void putLittleEndian16(Bytes& bytes, std::size_t offset, std::uint16_t value) {
+  bytes[offset] = static_cast<std::uint8_t>(value);
+  bytes[offset + 1] = static_cast<std::uint8_t>(value >> 8U);
+}
+
+}  // namespace
+
+std::optional<FanatecProduct> simulatableProduct(std::string_view text) {
+  std::vector<FanatecProduct> menus;
+  for (const FanatecProduct& product : FanatecProduct::all()) {
+    if (product.hasTuningMenu()) menus.push_back(product);
+  }
+  const auto choose = [&](auto matches) -> std::optional<FanatecProduct> {
+    const auto first = std::find_if(menus.begin(), menus.end(), matches);
+    if (first == menus.end()) return std::nullopt;
+    if (std::find_if(first + 1, menus.end(), matches) != menus.end()) return std::nullopt;
+    return *first;
+  };
+  const auto id = parseHexNumber(text);
+  if (const auto exact = choose([&](const auto& p) { return id && p.productID == *id; })) {
+    return exact;
+  }
+  const std::string wanted = lowerCase(text);
+  if (const auto whole = choose([&](const auto& p) { return lowerCase(p.name) == wanted; })) {
+    return whole;
+  }
+  return choose([&](const auto& p) { return lowerCase(p.name).find(wanted) != std::string::npos; });
+}
+
+SimulatedBase::SimulatedBase(const FanatecProduct& product)
+    : product_(product), menu_(product), identity_(IdentityReport::length) {
+  identity_[0] = IdentityReport::reportID;
+  identity_[1] = IdentityReport::subID;
+  identity_[IdentityReport::baseTypeOffset] = baseTypeOf(product);
+  identity_[IdentityReport::moduleOffset] = enduranceModule;
+  attachWheel(formulaWheel, defaultFirmware);
+
+  menu_.select(defaultSet);
+  const auto available = TuningParameter::available(product_);
+  for (const auto& [parameter, value] : customValues) {
+    if (std::find(available.begin(), available.end(), parameter) != available.end()) {
+      menu_.put(parameter, value);
+    }
+  }
+}
+
+HIDReturn SimulatedBase::receive(ByteView wire, Monotonic::time_point now) {
+  const HIDReturn refused = refusal();
+  ++received_;
+  if (refused != HIDReturnCode::success) return refused;
+  police(wire);
+  obey(wire, now);
+  if (behaviour_.unplugAfter && received_ >= *behaviour_.unplugAfter) unplug();
+  return HIDReturnCode::success;
+}
+
+HIDReturn SimulatedBase::refusal() {
+  if (!plugged_) return HIDReturnCode::noDevice;
+  if (received_ >= behaviour_.failSendsFrom) return behaviour_.failSendsWith;
+  return HIDReturnCode::success;
+}
+
+void SimulatedBase::police(ByteView wire) {
+  if (wire.empty()) {
+    violations_.emplace_back("an empty packet");
+    return;
+  }
+  const bool tuning = wire[0] == FanatecCommands::tuningReportID;
+  if (!tuning && wire[0] != commandReport) {
+    violations_.push_back(fmt::format("a packet on report 0x{:02x}, which has no output", wire[0]));
+    return;
+  }
+  const std::size_t wanted = tuning ? tuningWireLength : shortWireLength;
+  if (wire.size() != wanted) {
+    violations_.push_back(
+        fmt::format("{} bytes on report 0x{:02x} instead of {}", wire.size(), wire[0], wanted));
+  }
+}
+
+void SimulatedBase::obey(ByteView wire, Monotonic::time_point now) {
+  // The short commands steer the motor; they leave the menu alone.
+  if (wire.size() < 3 || wire[0] != FanatecCommands::tuningReportID) return;
+  const ByteView payload = wire.subspan(1);
+  if (payload[0] == FanatecCommands::tuningGroup) obeyTuning(payload, now);
+  if (payload[0] == FanatecCommands::identityGroup) obeyIdentity(payload, now);
+}
+
+void SimulatedBase::obeyTuning(ByteView payload, Monotonic::time_point now) {
+  const std::uint8_t argument = payload.size() > 2 ? payload[2] : std::uint8_t{0};
+  switch (payload[1]) {
+    case FanatecCommands::writeCommand:
+      write(payload);
+      break;
+    case FanatecCommands::selectCommand:
+      // A set number of 0 does not exist: it is the device-ID byte of the other layout.
+      menu_.select(argument == 0 && payload.size() > 3 ? payload[3] : argument);
+      break;
+    case FanatecCommands::requestCommand:
+      if (!behaviour_.tuningSilent) answer(menu_.report(), now);
+      break;
+    case FanatecCommands::saveCommand:
+      menu_.saveInto(argument);
+      break;
+    case FanatecCommands::resetCommand:
+      menu_.reset();
+      break;
+    case FanatecCommands::toggleModeCommand:
+      menu_.toggleMode();
+      break;
+    default:
+      break;
+  }
+}
+
+void SimulatedBase::obeyIdentity(ByteView payload, Monotonic::time_point now) {
+  if (payload[1] == FanatecCommands::enableIdentityCommand) {
+    identityEnabled_ = payload.size() > 2 && payload[2] != 0;
+  } else if (payload[1] == FanatecCommands::requestIdentityCommand && identityEnabled_) {
+    answer(identity_, now);
+  }
+}
+
+void SimulatedBase::write(ByteView payload) {
+  // Behind the two command bytes; the deviceID layout has the status byte in between.
+  const std::size_t start = behaviour_.layout == TuningLayout::inPlace ? 2 : 3;
+  if (payload.size() <= start) return;
+  Bytes menu(payload.begin() + static_cast<std::ptrdiff_t>(start), payload.end());
+  const Bytes current = menu_.report();
+  for (const TuningParameter parameter : behaviour_.ignored) {
+    const std::size_t index = parameter.offset() - TuningSnapshot::statusOffset - 1;
+    if (parameter != TuningParameter::slot && index < menu.size()) {
+      menu[index] = current[parameter.offset()];
+    }
+  }
+  menu_.write(menu);
+}
+
+void SimulatedBase::answer(Bytes report, Monotonic::time_point now) {
+  if (behaviour_.silent) return;
+  const auto due = now + std::chrono::duration_cast<Monotonic::duration>(behaviour_.answerDelay);
+  if (behaviour_.foreignReports) {
+    // One of an unknown kind, one with a known beginning but a wrong length, one status report.
+    queue(Bytes{FanatecCommands::tuningReportID, 0x7F}, due);
+    queue(Bytes(TuningSnapshot::length - 1, FanatecCommands::tuningReportID), due);
+    queue(wheelStatusReport(), due);
+  }
+  queue(std::move(report), due);
+}
+
+void SimulatedBase::queue(Bytes report, Monotonic::time_point due) {
+  const auto position =
+      std::upper_bound(pending_.begin(), pending_.end(), due,
+                       [](Monotonic::time_point time, const Pending& p) { return time < p.due; });
+  pending_.insert(position, {due, std::move(report)});
+}
+
+std::optional<Bytes> SimulatedBase::getReport(HIDReportKind kind, std::uint8_t reportID) const {
+  if (!plugged_ || kind == HIDReportKind::feature) return std::nullopt;
+  if (reportID == commandReport) return wheelStatusReport();
+  if (reportID == FanatecCommands::tuningReportID) return menu_.report();
+  return std::nullopt;
+}
+
+std::optional<Monotonic::time_point> SimulatedBase::nextDue(Monotonic::time_point now) {
+  streamUntil(now);
+  std::optional<Monotonic::time_point> due = nextStatus_;
+  if (!pending_.empty() && (!due || pending_.front().due < *due)) due = pending_.front().due;
+  return due;
+}
+
+std::optional<Bytes> SimulatedBase::takeDue(Monotonic::time_point now) {
+  streamUntil(now);
+  if (pending_.empty() || pending_.front().due > now) return std::nullopt;
+  Bytes report = std::move(pending_.front().report);
+  pending_.erase(pending_.begin());
+  return report;
+}
+
+// Queues the status reports up to now; those that nobody fetched for long are not made up for.
+void SimulatedBase::streamUntil(Monotonic::time_point now) {
+  constexpr int longestBacklog = 64;
+  if (!behaviour_.streamWheelStatus || !plugged_) {
+    nextStatus_.reset();
+    return;
+  }
+  if (!nextStatus_ || now - *nextStatus_ > longestBacklog * streamPeriod) nextStatus_ = now;
+  while (*nextStatus_ <= now) {
+    queue(wheelStatusReport(), *nextStatus_);
+    *nextStatus_ += streamPeriod;
+  }
+}
+
+void SimulatedBase::turn(TuningParameter parameter, std::int64_t value, Monotonic::time_point now) {
+  menu_.put(parameter, value);
+  sendReport(menu_.report(), now);
+}
+
+void SimulatedBase::sendReport(Bytes report, Monotonic::time_point now) {
+  if (plugged_) queue(std::move(report), now);
+}
+
+void SimulatedBase::attachWheel(std::uint16_t wheelID, std::uint16_t firmwareVersion) {
+  wheelID_ = wheelID;
+  firmwareVersion_ = firmwareVersion;
+  identity_[IdentityReport::wheelOffset] = static_cast<std::uint8_t>(wheelID);
+}
+
+Bytes SimulatedBase::wheelStatusReport() const {
+  Bytes report(wheelStatusLength);
+  report[0] = commandReport;
+  putLittleEndian16(report, 1, 0x8000);  // steering axis at rest
+  putLittleEndian16(report, wheelIDOffset, wheelID_);
+  putLittleEndian16(report, firmwareOffset, firmwareVersion_);
+  return report;
+}
+
+void SimulatedBase::unplug() {
+  plugged_ = false;
+  pending_.clear();
+  nextStatus_.reset();
+  identityEnabled_ = false;
+}
+
+void SimulatedBase::plug() {
+  plugged_ = true;
+  received_ = 0;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "hid/port.h"
+#include "hid/return_code.h"
+#include "protocol/commands.h"
+#include "simulator/simulated_menu.h"
+#include "support/bytes.h"
+#include "support/clock.h"
+
+namespace quorvane {
+
+// A product of the catalogue by hexadecimal product ID or unique part of its name, ignoring case.
+// Only products with a tuning menu; none when nothing or more than one matches.
+std::optional<FanatecProduct> simulatableProduct(std::string_view text);
+
+// The menu that a simulated base starts with unless told otherwise.
+inline constexpr std::int64_t defaultSimulatedProduct = 0x0020;
+
+// How a simulated base behaves and misbehaves. May be changed while it runs.
+struct SimulatedBehaviour {
+  TuningLayout layout = TuningLayout::deviceID;  // the write layout that its firmware expects
+  std::set<TuningParameter> ignored;             // writes of these change nothing
+  Seconds answerDelay{0};
+  bool silent = false;             // answers no request at all
+  bool tuningSilent = false;       // answers identity requests only
+  bool foreignReports = false;     // sends reports of other kinds before each answer
+  bool streamWheelStatus = false;  // a wheel-status report every millisecond
+  HIDReturn failSendsWith = HIDReturnCode::success;
+  int failSendsFrom = 0;           // with a code above: the first packet to fail, counted from 0
+  std::optional<int> unplugAfter;  // leaves when it has received this many packets
+};
+
+// A wheel base made of software: it understands every command packet and answers like the hardware.
+// A pure state machine without threads or a clock of its own: hosts carry its packets and tell it
+// the time. Not thread-safe.
+class SimulatedBase {
+ public:
+  explicit SimulatedBase(const FanatecProduct& product);
+
+  const FanatecProduct& product() const { return product_; }
+  SimulatedMenu& menu() { return menu_; }
+  SimulatedBehaviour& behaviour() { return behaviour_; }
+
+  // What the kernel or a port asks of it.
+  static const Bytes& reportDescriptor();
+  HIDProperties properties() const;
+
+  // An empty serial number is the default.
+  std::string serialNumber;
+
+  // One output report as it went over the wire, report ID first. Answers become due by and by.
+  HIDReturn receive(ByteView wire, Monotonic::time_point now);
+
+  // An input or feature report on demand; none for reports that the base refuses.
+  std::optional<Bytes> getReport(HIDReportKind kind, std::uint8_t reportID) const;
+
+  // When the next input report is due; none when nothing is.
+  std::optional<Monotonic::time_point> nextDue(Monotonic::time_point now);
+
+  // The next input report that is due by now, oldest first.
+  std::optional<Bytes> takeDue(Monotonic::time_point now);
+
+  // A value changed with the wheel's own button: the base reports its menu unasked.
+  void turn(TuningParameter parameter, std::int64_t value, Monotonic::time_point now);
+
+  // Queues any report, well-formed or not.
+  void sendReport(Bytes report, Monotonic::time_point now);
+
+  // The wheel-status report carries these (wheel code 0xFF: none attached).
+  void attachWheel(std::uint16_t wheelID, std::uint16_t firmwareVersion);
+  Bytes wheelStatusReport() const;
+
+  // The identity report's interpreted bytes, open to be changed.
+  Bytes& identityReport() { return identity_; }
+
+  bool isPlugged() const { return plugged_; }
+
+  // Both forget what was not delivered; the menu survives, as on the hardware.
+  void unplug();
+  void plug();
+
+  // Rules that the caller broke: packets of a wrong length or on an unknown report.
+  const std::vector<std::string>& violations() const { return violations_; }
+
+ private:
+  struct Pending {
+    Monotonic::time_point due;
+    Bytes report;
+  };
+
+  HIDReturn refusal();
+  void police(ByteView wire);
+  void obey(ByteView wire, Monotonic::time_point now);
+  void obeyTuning(ByteView payload, Monotonic::time_point now);
+  void obeyIdentity(ByteView payload, Monotonic::time_point now);
+  void write(ByteView payload);
+  void answer(Bytes report, Monotonic::time_point now);
+  void queue(Bytes report, Monotonic::time_point due);
+  void streamUntil(Monotonic::time_point now);
+
+  FanatecProduct product_;
+  SimulatedMenu menu_;
+  SimulatedBehaviour behaviour_;
+  Bytes identity_;
+  bool identityEnabled_ = false;
+  std::uint16_t wheelID_ = 0;
+  std::uint16_t firmwareVersion_ = 0;
+  bool plugged_ = true;
+  int received_ = 0;
+  std::vector<Pending> pending_;  // ascending due time
+  std::optional<Monotonic::time_point> nextStatus_;
+  std::vector<std::string> violations_;
+};
+
+}  // namespace quorvane

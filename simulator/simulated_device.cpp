@@ -1,0 +1,306 @@
+#include "simulator/simulated_device.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <deque>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+// More than any reader falls behind; the newest are dropped then, as the kernel does.
+constexpr std::size_t longestQueue = 4096;
+
+std::string pauseText(Seconds duration) {
+  return fmt::format("pause {:g} ms", duration.count() * 1000);
+}
+
+}  // namespace
+
+// One opening of the device. `read` runs on its reader's thread. The device's lock guards the rest.
+class SimulatedDevice::Port final : public HIDPort {
+ public:
+  Port(std::shared_ptr<SimulatedDevice> device, bool exclusive)
+      : device_(std::move(device)), exclusive_(exclusive) {}
+
+  ~Port() override {
+    {
+      MutexLock held(device_->lock_);
+      std::erase(device_->ports_, this);
+      device_->changed_.notifyAll();
+    }
+    device_->transcript_.add("close");
+  }
+
+  Port(const Port&) = delete;
+  Port& operator=(const Port&) = delete;
+
+  ReadResult read(std::span<std::uint8_t> buffer) override {
+    MutexLock held(device_->lock_);
+    if (ended_) device_->violations_.emplace_back("a read after the end");
+    handling_ = false;
+    device_->changed_.notifyAll();
+    for (;;) {
+      if (interrupted_) return end(HIDReturnCode::aborted);
+      device_->pump();
+      if (!queue_.empty()) return take(buffer);
+      if (!device_->base_.isPlugged()) return end(HIDReturnCode::noDevice);
+      waitForReport();
+    }
+  }
+
+  void interrupt() override {
+    MutexLock held(device_->lock_);
+    interrupted_ = true;
+    device_->changed_.notifyAll();
+  }
+
+  HIDReturn write(std::uint8_t reportID, ByteView data) override {
+    bool before = false;
+    HIDReturn code = HIDReturnCode::success;
+    {
+      MutexLock held(device_->lock_);
+      if (interrupted_) device_->violations_.emplace_back("a write after close");
+      if (reportID != 0 && (data.empty() || data[0] != reportID)) {
+        device_->violations_.emplace_back("a packet that does not begin with its report ID");
+      }
+      before = device_->base_.isPlugged();
+      code = device_->base_.receive(data, device_->now());
+      device_->changed_.notifyAll();
+    }
+    const std::string failure =
+        code == HIDReturnCode::success ? "" : fmt::format(" failed 0x{:08X}", code);
+    device_->transcript_.add("> " + packetText(data) + failure);
+    device_->reportPlugChange(before);
+    return code;
+  }
+
+  HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID, std::span<std::uint8_t> buffer,
+                      std::size_t& length) override {
+    MutexLock held(device_->lock_);
+    if (!device_->base_.isPlugged()) return HIDReturnCode::noDevice;
+    const auto report = device_->base_.getReport(kind, reportID);
+    if (!report) return HIDReturnCode::generalError;
+    length = std::min(report->size(), buffer.size());
+    std::copy_n(report->begin(), length, buffer.begin());
+    return HIDReturnCode::success;
+  }
+
+  bool isExclusive() const { return exclusive_; }
+  bool isReading() const { return !ended_; }
+  bool isBusy() const { return handling_ || (!queue_.empty() && !ended_); }
+
+  void enqueue(const Bytes& report) {
+    if (!ended_ && queue_.size() < longestQueue) queue_.push_back(report);
+  }
+
+ private:
+  ReadResult end(HIDReturn code) {
+    ended_ = true;
+    device_->changed_.notifyAll();
+    return {code, 0, 0};
+  }
+
+  ReadResult take(std::span<std::uint8_t> buffer) {
+    const Bytes report = std::move(queue_.front());
+    queue_.pop_front();
+    handling_ = true;
+    const std::size_t length = std::min(report.size(), buffer.size());
+    std::copy_n(report.begin(), length, buffer.begin());
+    return {HIDReturnCode::success, report.empty() ? std::uint8_t{0} : report[0], length};
+  }
+
+  void waitForReport() QUORVANE_REQUIRES(device_->lock_) {
+    const auto due = device_->base_.nextDue(device_->now());
+    if (due && !device_->virtualClock_) {
+      device_->changed_.waitUntil(device_->lock_, *due);
+    } else {
+      device_->changed_.wait(device_->lock_);
+    }
+  }
+
+  const std::shared_ptr<SimulatedDevice> device_;
+  const bool exclusive_;
+  std::deque<Bytes> queue_;
+  bool interrupted_ = false;
+  bool handling_ = false;  // the reader is at work on a report
+  bool ended_ = false;
+};
+
+class SimulatedDevice::VirtualClock final : public Clock {
+ public:
+  explicit VirtualClock(SimulatedDevice& device) : device_(device) {}
+
+  Monotonic::time_point now() override {
+    MutexLock held(device_.lock_);
+    return device_.virtualNow_;
+  }
+
+  void sleepFor(Seconds duration) override {
+    device_.transcript_.add(pauseText(duration));
+    MutexLock held(device_.lock_);
+    device_.virtualNow_ += std::chrono::duration_cast<Monotonic::duration>(duration);
+    device_.changed_.notifyAll();
+  }
+
+  bool wait(Semaphore& semaphore, Seconds timeout) override {
+    const auto deadline = now() + std::chrono::duration_cast<Monotonic::duration>(timeout);
+    for (;;) {
+      device_.waitUntilQuiet();
+      if (semaphore.tryWait()) return true;
+      MutexLock held(device_.lock_);
+      const auto due = device_.base_.nextDue(device_.virtualNow_);
+      if (device_.virtualNow_ >= deadline) return false;
+      device_.virtualNow_ = due ? std::min(*due, deadline) : deadline;
+      device_.changed_.notifyAll();
+    }
+  }
+
+ private:
+  SimulatedDevice& device_;
+};
+
+std::shared_ptr<SimulatedDevice> SimulatedDevice::create(const FanatecProduct& product, Time time) {
+  return std::shared_ptr<SimulatedDevice>(new SimulatedDevice(product, time));
+}
+
+SimulatedDevice::SimulatedDevice(const FanatecProduct& product, Time time)
+    : virtualClock_(time == Time::simulated ? std::make_unique<VirtualClock>(*this) : nullptr),
+      base_(product),
+      properties_(base_.properties()) {}
+
+SimulatedDevice::~SimulatedDevice() = default;
+
+Clock& SimulatedDevice::clock() {
+  if (virtualClock_) return *virtualClock_;
+  return Clock::system();
+}
+
+void SimulatedDevice::withBase(const std::function<void(SimulatedBase&)>& use) {
+  bool before = false;
+  {
+    MutexLock held(lock_);
+    before = base_.isPlugged();
+    use(base_);
+    changed_.notifyAll();
+  }
+  reportPlugChange(before);
+}
+
+void SimulatedDevice::turn(TuningParameter parameter, std::int64_t value) {
+  MutexLock held(lock_);
+  base_.turn(parameter, value, now());
+  changed_.notifyAll();
+}
+
+void SimulatedDevice::sendReport(Bytes report) {
+  MutexLock held(lock_);
+  base_.sendReport(std::move(report), now());
+  changed_.notifyAll();
+}
+
+void SimulatedDevice::unplug() {
+  withBase([](SimulatedBase& base) { base.unplug(); });
+}
+
+void SimulatedDevice::plug() {
+  withBase([](SimulatedBase& base) { base.plug(); });
+}
+
+void SimulatedDevice::setProperty(std::string_view key, HIDProperty value) {
+  MutexLock held(lock_);
+  properties_.insert_or_assign(std::string(key), std::move(value));
+}
+
+void SimulatedDevice::failOpenWith(HIDReturn code) {
+  MutexLock held(lock_);
+  openFailure_ = code;
+}
+
+void SimulatedDevice::setOnPlugChange(std::function<void()> handler) {
+  MutexLock held(lock_);
+  onPlugChange_ = std::move(handler);
+}
+
+bool SimulatedDevice::isPlugged() const {
+  MutexLock held(lock_);
+  return base_.isPlugged();
+}
+
+std::size_t SimulatedDevice::openPorts() const {
+  MutexLock held(lock_);
+  return ports_.size();
+}
+
+void SimulatedDevice::waitUntilQuiet() {
+  MutexLock held(lock_);
+  while (!isQuiet()) changed_.wait(lock_);
+}
+
+std::vector<std::string> SimulatedDevice::violations() const {
+  MutexLock held(lock_);
+  std::vector<std::string> all = violations_;
+  all.insert(all.end(), base_.violations().begin(), base_.violations().end());
+  return all;
+}
+
+std::optional<HIDProperty> SimulatedDevice::property(std::string_view key) const {
+  MutexLock held(lock_);
+  const auto found = properties_.find(key);
+  if (found == properties_.end()) return std::nullopt;
+  return found->second;
+}
+
+std::vector<HIDElement> SimulatedDevice::elements() const {
+  return HIDElements::parse(SimulatedBase::reportDescriptor()).elements;
+}
+
+HIDOpenResult SimulatedDevice::open(bool exclusive) {
+  MutexLock held(lock_);
+  if (openFailure_ != HIDReturnCode::success) return {openFailure_, nullptr};
+  if (!base_.isPlugged()) return {HIDReturnCode::noDevice, nullptr};
+  const bool taken = std::any_of(ports_.begin(), ports_.end(), [&](const Port* port) {
+    return exclusive || port->isExclusive();
+  });
+  if (taken) return {HIDReturnCode::exclusiveAccess, nullptr};
+  auto port = std::make_unique<Port>(shared_from_this(), exclusive);
+  ports_.push_back(port.get());
+  transcript_.add(exclusive ? "open exclusive" : "open");
+  return {HIDReturnCode::success, std::move(port)};
+}
+
+Monotonic::time_point SimulatedDevice::now() const {
+  return virtualClock_ ? virtualNow_ : Monotonic::now();
+}
+
+// Hands every report that is due to every open port.
+void SimulatedDevice::pump() {
+  bool any = false;
+  while (const auto report = base_.takeDue(now())) {
+    for (Port* const port : ports_) port->enqueue(*report);
+    any = true;
+  }
+  if (any) changed_.notifyAll();
+}
+
+bool SimulatedDevice::isQuiet() {
+  const bool anyReader =
+      std::any_of(ports_.begin(), ports_.end(), [](const Port* port) { return port->isReading(); });
+  if (!anyReader) return true;
+  pump();
+  return std::none_of(ports_.begin(), ports_.end(),
+                      [](const Port* port) { return port->isBusy(); });
+}
+
+void SimulatedDevice::reportPlugChange(bool before) {
+  std::function<void()> handler;
+  {
+    MutexLock held(lock_);
+    if (base_.isPlugged() == before) return;
+    handler = onPlugChange_;
+  }
+  if (handler) handler();
+}
+
+}  // namespace quorvane
