@@ -1,0 +1,63 @@
+#include "cli/base_access.h"
+
+#include <algorithm>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "protocol/error.h"
+#include "session/candidates.h"
+
+namespace quorvane {
+
+const char* const permissionHint =
+    "The udev rule 70-quorvane.rules that grants you the device is missing. Install it with: "
+    "quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules && "
+    "sudo udevadm control --reload && sudo udevadm trigger";
+
+std::vector<HIDDeviceInfo> attachedBases(const World& world) {
+  return wheelBaseCandidates(HIDEnumerator::devices(Fanatec::vendorID, world.backend));
+}
+
+bool isNamed(const HIDDeviceInfo& device, const std::string& which) {
+  return device.id == which || device.device->node() == which ||
+         (!device.serialNumber.empty() && device.serialNumber == which);
+}
+
+HIDDeviceInfo chosenBase(const CommandContext& context) {
+  std::vector<HIDDeviceInfo> bases = attachedBases(context.world);
+  const std::string& which = context.options.device;
+  if (!which.empty()) {
+    std::erase_if(bases, [&](const HIDDeviceInfo& base) { return !isNamed(base, which); });
+  }
+  if (bases.empty()) throw FanatecError::ioFailed(describeHIDReturn(HIDReturnCode::noDevice));
+  if (!which.empty() && bases.size() > 1) {
+    std::string message = "Several bases answer to " + which + ". Name one by its node:";
+    for (const HIDDeviceInfo& base : bases) {
+      message += "\n  " + base.device->node() + "  " + base.id + "  " + base.displayName();
+    }
+    throw UsageError(message);
+  }
+  return std::move(bases.front());
+}
+
+OpenBase::OpenBase(const CommandContext& context, HIDDeviceInfo device)
+    : base_(WheelBase::create(std::move(device), context.world.clock)) {
+  if (context.options.reportID) base_->commandReportID = context.options.reportID;
+  if (context.options.layout) base_->writeLayout = *context.options.layout;
+  base_->connect();
+}
+
+OpenBase::~OpenBase() { base_->disconnect(); }
+
+bool isPermissionFailure(const std::exception& failure) {
+  if (const auto* const error = dynamic_cast<const FanatecError*>(&failure)) {
+    return *error == FanatecError::ioFailed(describeHIDReturn(HIDReturnCode::notPermitted));
+  }
+  if (const auto* const error = dynamic_cast<const std::system_error*>(&failure)) {
+    return hidReturnFromErrno(error->code().value()) == HIDReturnCode::notPermitted;
+  }
+  return false;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "cli/context.h"
+#include "hid/device_info.h"
+#include "session/wheel_base.h"
+
+namespace quorvane {
+
+// The attached bases, in the order in which the first is chosen.
+std::vector<HIDDeviceInfo> attachedBases(const World& world);
+
+// Whether `which` names the device: its id, its node or its serial number.
+bool isNamed(const HIDDeviceInfo& device, const std::string& which);
+
+// The base that the options name, or the first. Throws FanatecError ioFailed when there is none and
+// UsageError when several answer to the name.
+HIDDeviceInfo chosenBase(const CommandContext& context);
+
+// A session that closes when it goes out of scope.
+class OpenBase {
+ public:
+  // Opens the chosen base with the options' settings. Throws as chosenBase and WheelBase::connect.
+  explicit OpenBase(const CommandContext& context) : OpenBase(context, chosenBase(context)) {}
+  OpenBase(const CommandContext& context, HIDDeviceInfo device);
+  ~OpenBase();
+  OpenBase(const OpenBase&) = delete;
+  OpenBase& operator=(const OpenBase&) = delete;
+
+  WheelBase& operator*() const { return *base_; }
+  WheelBase* operator->() const { return base_.get(); }
+
+ private:
+  std::shared_ptr<WheelBase> base_;
+};
+
+// Whether the failure is that this user may not open a device.
+bool isPermissionFailure(const std::exception& failure);
+
+// How to get the permission; one line.
+extern const char* const permissionHint;
+
+}  // namespace quorvane

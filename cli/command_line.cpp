@@ -1,0 +1,238 @@
+#include "cli/command_line.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <system_error>
+
+#include "cli/base_access.h"
+#include "cli/commands.h"
+#include "cli/json_output.h"
+#include "protocol/error.h"
+#include "simulator/simulated_backend.h"
+#include "support/text.h"
+#include "support/version.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* description =
+    "Reads and tunes a Fanatec wheel base.\n"
+    "Values are written one at a time, each with a read-back check.";
+
+constexpr const char* footer =
+    "Examples:\n"
+    "  quorvanectl read\n"
+    "  quorvanectl set SEN=900 FF=80 BLI=OFF\n"
+    "  quorvanectl --simulate read --json\n\n"
+    "Exit status: 0 done, 1 the device or the operation failed, 2 wrong usage.";
+
+// The words of one command, as CLI11 fills them in.
+struct Words {
+  GlobalOptions options;
+  std::string simulate;
+  std::string layout;
+  std::string reportID;
+  std::vector<std::string> assignments;
+  std::vector<std::string> bytes;
+  std::int64_t set = 0;
+  std::int64_t degrees = 0;
+  std::string mode;
+  bool yes = false;
+};
+
+using Command = std::function<ExitStatus(const CommandContext&)>;
+
+// A command's parser and what it runs.
+struct Entry {
+  CLI::App* parser;
+  Command run;
+};
+
+// `--simulate` takes its product with "=" only: the word after it is a command.
+std::vector<std::string> withSimulatedProduct(std::vector<std::string> words) {
+  for (std::string& word : words) {
+    if (word == "--simulate") word += fmt::format("=0x{:04x}", defaultSimulatedProduct);
+  }
+  return words;
+}
+
+void addGlobalOptions(CLI::App& app, Words& words) {
+  app.add_option("--device", words.options.device,
+                 "Use the base with this id, /dev/hidraw path or serial number (default: the "
+                 "first one found)")
+      ->type_name("WHICH");
+  app.add_option("--simulate", words.simulate,
+                 "Use a simulated base; =PRODUCT is a hexadecimal product ID or a part of a name")
+      ->type_name("[=PRODUCT]");
+  app.add_option("--report-id", words.reportID,
+                 "Send short commands on this output report (default: from the base's descriptor)")
+      ->type_name("N");
+  app.add_option("--layout", words.layout, "Layout of menu writes (default: sdk)")
+      ->type_name("sdk|linux")
+      ->check(CLI::IsMember({"sdk", "linux"}));
+  app.add_flag("--json", words.options.json, "Print one JSON document instead of text");
+  app.set_version_flag("--version", fmt::format("quorvanectl {} ({})", version(), commit()));
+}
+
+std::vector<Entry> addCommands(CLI::App& app, Words& words) {
+  std::vector<Entry> entries;
+  const auto add = [&](const char* name, const char* help, Command run) {
+    CLI::App* const parser = app.add_subcommand(name, help);
+    entries.push_back({parser, std::move(run)});
+    return parser;
+  };
+
+  add("devices", "List the attached bases and whether you may open them", devicesCommand);
+  add("read", "Show who the base is and the tuning menu of its active set", readCommand);
+  add("set", "Write values into the active set, one at a time, each read back",
+      [&words](const auto& context) { return setCommand(context, words.assignments); })
+      ->footer(
+          "Codes are those of the base's own display (quorvanectl read lists them).\n"
+          "Words work as values too: SEN=AUTO BLI=OFF FFS=PEA ACP=CbP.\n"
+          "Ctrl-C finishes the value in flight.")
+      ->add_option("values", words.assignments, "What to write, such as SEN=900 FF=80")
+      ->type_name("CODE=VALUE")
+      ->required();
+  add("select", "Make another tuning set active",
+      [&words](const auto& context) { return selectCommand(context, words.set); })
+      ->add_option("set", words.set, "The set's number, 1 to 5")
+      ->type_name("SET")
+      ->required();
+  add("mode", "Show the menu's mode, or switch to one",
+      [&words](const auto& context) {
+        return modeCommand(
+            context, words.mode.empty() ? std::nullopt : std::optional<std::string>(words.mode));
+      })
+      ->add_option("mode", words.mode, "The mode to switch to; nothing is sent when already there")
+      ->type_name("standard|advanced")
+      ->check(CLI::IsMember({"standard", "advanced"}));
+  add("rotation", "Set the steering angle directly, without touching the menu",
+      [&words](const auto& context) { return rotationCommand(context, words.degrees); })
+      ->add_option("degrees", words.degrees, "Degrees, from 90 to the base's largest angle")
+      ->type_name("DEGREES")
+      ->required();
+  add("raw", "Send one packet as given",
+      [&words](const auto& context) { return rawCommand(context, words.bytes); })
+      ->add_option("bytes", words.bytes, "Hexadecimal bytes, the report ID first: ff 03 02")
+      ->type_name("BYTES")
+      ->required();
+  add("factory-reset", "Set every tuning set back to defaults", [&words](const auto& context) {
+    return factoryResetCommand(context, words.yes);
+  })->add_flag("--yes", words.yes, "Yes, reset all sets; this cannot be undone");
+  add("usb-reset", "Re-enumerate the base as if its cable were unplugged and plugged back in",
+      usbResetCommand);
+  add("monitor", "Print a line for each arrival, removal and changed value until Ctrl-C",
+      monitorCommand);
+  add("udev-rule", "Print the udev rule that lets you use the base without being root",
+      udevRuleCommand)
+      ->footer(
+          "Install it:\n"
+          "  quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules\n"
+          "  sudo udevadm control --reload && sudo udevadm trigger");
+  return entries;
+}
+
+std::optional<std::uint8_t> parseReportID(const std::string& text) {
+  if (text.empty()) return std::nullopt;
+  const bool hex = text.size() > 2 && lowerCase(text.substr(0, 2)) == "0x";
+  std::optional<std::int64_t> number = hex ? std::nullopt : parseInteger(text);
+  if (hex) {
+    if (const auto value = parseHexNumber(text)) number = *value;
+  }
+  if (!number || *number < 0 || *number > 0xFF) {
+    throw UsageError(fmt::format("\"{}\" is no report ID: give 0 to 255, or 0x00 to 0xff", text));
+  }
+  return static_cast<std::uint8_t>(*number);
+}
+
+FanatecProduct simulatedProduct(const std::string& text) {
+  if (const auto product = simulatableProduct(text)) return *product;
+  std::string message =
+      fmt::format("\"{}\" does not name one product with a tuning menu. There are:", text);
+  for (const FanatecProduct& product : FanatecProduct::all()) {
+    if (product.hasTuningMenu()) {
+      message += fmt::format("\n  0x{:04x}  {}", product.productID, product.name);
+    }
+  }
+  throw UsageError(message);
+}
+
+// Runs the command, on a simulated base when one is asked for.
+ExitStatus run(const Command& command, Words& words, const World& world) {
+  words.options.reportID = parseReportID(words.reportID);
+  words.options.layout = tuningLayout(words.layout);
+  if (words.simulate.empty()) return command({world, words.options});
+
+  const FanatecProduct product = simulatedProduct(words.simulate);
+  SimulatedBackend backend;
+  const auto device = SimulatedDevice::create(product, SimulatedDevice::Time::real);
+  if (words.options.layout) {
+    // Its firmware speaks the layout asked for.
+    device->withBase([&](SimulatedBase& base) { base.behaviour().layout = *words.options.layout; });
+  }
+  backend.add(device);
+  const World simulated{world.out, world.err, backend, world.usb, world.clock, world.interruption};
+  fmt::print(world.err, "Simulated base: {}\n", product.name);
+  return command({simulated, words.options});
+}
+
+ExitStatus reportFailure(const World& world, const GlobalOptions& options, std::string_view kind,
+                         const std::exception& failure) {
+  if (options.json) printJson(world, errorJson(kind, failure.what()));
+  fmt::print(world.err, "{}\n", failure.what());
+  if (isPermissionFailure(failure)) fmt::print(world.err, "{}\n", permissionHint);
+  return ExitStatus::failed;
+}
+
+ExitStatus runReporting(const Command& command, Words& words, const World& world) {
+  try {
+    return run(command, words, world);
+  } catch (const UsageError& error) {
+    fmt::print(world.err, "{}\n", error.what());
+    return ExitStatus::wrongUsage;
+  } catch (const FanatecError& error) {
+    return reportFailure(world, words.options, error.kind(), error);
+  } catch (const std::system_error& error) {
+    return reportFailure(world, words.options, "ioFailed", error);
+  }
+}
+
+// What CLI11 has to say about the words: the help, the version, or what is wrong with them.
+ExitStatus explain(const CLI::App& app, const CLI::ParseError& error, const World& world) {
+  std::ostringstream out;
+  std::ostringstream err;
+  const int status = app.exit(error, out, err);
+  fmt::print(world.out, "{}", out.str());
+  fmt::print(world.err, "{}", err.str());
+  return status == 0 ? ExitStatus::done : ExitStatus::wrongUsage;
+}
+
+}  // namespace
+
+ExitStatus runCommandLine(const std::vector<std::string>& arguments, const World& world) {
+  CLI::App app(description, "quorvanectl");
+  app.footer(footer);
+  app.require_subcommand(1);
+  app.fallthrough();
+  app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  Words words;
+  addGlobalOptions(app, words);
+  const std::vector<Entry> entries = addCommands(app, words);
+
+  std::vector<std::string> reversed = withSimulatedProduct(arguments);
+  std::reverse(reversed.begin(), reversed.end());
+  try {
+    app.parse(std::move(reversed));
+  } catch (const CLI::ParseError& error) {
+    return explain(app, error, world);
+  }
+  const auto chosen = std::find_if(entries.begin(), entries.end(),
+                                   [](const Entry& entry) { return entry.parser->parsed(); });
+  return runReporting(chosen->run, words, world);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "cli/interruption.h"
+#include "hid/port.h"
+#include "hid/usb_reset.h"
+#include "protocol/commands.h"
+#include "support/clock.h"
+
+namespace quorvane {
+
+// What a program tells its caller.
+enum class ExitStatus : int { done = 0, failed = 1, wrongUsage = 2, interrupted = 130 };
+
+// A wrong word on the command line: ends with ExitStatus::wrongUsage and this message.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// The world that commands act on; tests put their own in its place.
+struct World {
+  std::FILE* out = stdout;  // results
+  std::FILE* err = stderr;  // messages
+  HIDBackend& backend = HIDBackend::system();
+  USBBus& usb = USBBus::system();
+  Clock& clock = Clock::system();
+  std::function<Interruption()> interruption = Interruption::catchSignals;
+};
+
+// The options that all commands share.
+struct GlobalOptions {
+  std::string device;                    // an id, a node's path or a serial number; empty: any
+  std::optional<std::uint8_t> reportID;  // in place of the one that the descriptor tells
+  std::optional<TuningLayout> layout;
+  bool json = false;
+};
+
+struct CommandContext {
+  const World& world;
+  const GlobalOptions& options;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,74 @@
+#include <fmt/format.h>
+
+#include "cli/base_access.h"
+#include "cli/commands.h"
+#include "cli/json_output.h"
+
+namespace quorvane {
+namespace {
+
+Json describeJson(const HIDDeviceInfo& base) {
+  Json reports = Json::array();
+  for (const HIDReportSummary& report : base.reports) {
+    reports.push_back({{"kind", rawValue(report.kind)},
+                       {"reportID", report.reportID},
+                       {"byteLength", report.byteLength}});
+  }
+  Json document = deviceJson(base);
+  document["accessible"] = base.device->accessible();
+  const auto commandReportID = base.commandReportID();
+  document["commandReportID"] = commandReportID ? Json(*commandReportID) : Json(nullptr);
+  document["reports"] = std::move(reports);
+  return document;
+}
+
+std::string reportsText(const HIDDeviceInfo& base) {
+  std::string text;
+  for (const HIDReportSummary& report : base.reports) {
+    if (!text.empty()) text += ", ";
+    text += fmt::format("{} 0x{:02x} ({} bytes)", rawValue(report.kind), report.reportID,
+                        report.byteLength);
+  }
+  return text;
+}
+
+void print(const World& world, const HIDDeviceInfo& base) {
+  const std::string node = base.device->node();
+  fmt::print(world.out, "{}\n", base.displayName());
+  fmt::print(world.out, "  id       {}\n", base.id);
+  fmt::print(world.out, "  product  0x{:04x}\n", base.productID);
+  fmt::print(world.out, "  serial   {}\n", base.serialNumber.empty() ? "none" : base.serialNumber);
+  fmt::print(world.out, "  node     {}\n", node.empty() ? "none (simulated)" : node);
+  fmt::print(world.out, "  access   {}\n", base.device->accessible() ? "yes" : "no");
+  fmt::print(world.out, "  reports  {}\n", reportsText(base));
+}
+
+}  // namespace
+
+ExitStatus devicesCommand(const CommandContext& context) {
+  const World& world = context.world;
+  std::vector<HIDDeviceInfo> bases = attachedBases(world);
+  const std::string& which = context.options.device;
+  if (!which.empty()) {
+    std::erase_if(bases, [&](const HIDDeviceInfo& base) { return !isNamed(base, which); });
+  }
+
+  bool locked = false;
+  Json list = Json::array();
+  for (const HIDDeviceInfo& base : bases) {
+    if (context.options.json) {
+      list.push_back(describeJson(base));
+    } else {
+      print(world, base);
+    }
+    locked = locked || !base.device->accessible();
+  }
+  if (context.options.json) printJson(world, {{"devices", std::move(list)}});
+  if (bases.empty()) {
+    fmt::print(world.err, "No base found. Power it on in PC mode and connect it.\n");
+  }
+  if (locked) fmt::print(world.err, "{}\n", permissionHint);
+  return ExitStatus::done;
+}
+
+}  // namespace quorvane

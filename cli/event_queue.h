@@ -1,0 +1,45 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <utility>
+
+#include "support/event_fd.h"
+#include "support/mutex.h"
+
+namespace quorvane {
+
+// Hands events from any threads to one that also waits for a descriptor.
+template <typename Event>
+class EventQueue {
+ public:
+  void push(Event event) {
+    {
+      MutexLock held(lock_);
+      events_.push_back(std::move(event));
+    }
+    arrived_.set();
+  }
+
+  // Blocks until there is an event; none once `stop` is readable.
+  std::optional<Event> next(int stop) {
+    for (;;) {
+      if (!waitReadable(arrived_.fd(), stop)) return std::nullopt;
+      MutexLock held(lock_);
+      if (events_.empty()) {
+        arrived_.clear();
+        continue;
+      }
+      Event event = std::move(events_.front());
+      events_.pop_front();
+      return event;
+    }
+  }
+
+ private:
+  EventFd arrived_;
+  Mutex lock_;
+  std::deque<Event> events_ QUORVANE_GUARDED_BY(lock_);
+};
+
+}  // namespace quorvane

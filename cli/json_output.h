@@ -1,0 +1,32 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string_view>
+
+#include "cli/context.h"
+#include "hid/device_info.h"
+#include "protocol/identity_report.h"
+#include "protocol/tuning_snapshot.h"
+
+namespace quorvane {
+
+// Objects that keep their keys in the order written.
+using Json = nlohmann::ordered_json;
+
+Json deviceJson(const HIDDeviceInfo& device);
+Json identityJson(const std::optional<IdentityReport>& identity);
+
+// The values are those that the product has, without the set's number.
+Json tuningJson(const TuningSnapshot& snapshot, const std::optional<FanatecProduct>& product);
+
+// {"error": {"kind", "message"}}
+Json errorJson(std::string_view kind, std::string_view message);
+
+// One document, indented, and a line feed. Texts of devices that are not UTF-8 are mended.
+void printJson(const World& world, const Json& document);
+
+// The same on one line, written out at once.
+void printJsonLine(const World& world, const Json& document);
+
+}  // namespace quorvane

@@ -1,0 +1,162 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <variant>
+
+#include "cli/base_access.h"
+#include "cli/commands.h"
+#include "cli/event_queue.h"
+#include "cli/json_output.h"
+#include "cli/value_words.h"
+#include "hid/device_watcher.h"
+#include "protocol/error.h"
+#include "session/candidates.h"
+
+namespace quorvane {
+namespace {
+
+struct WheelStatus {
+  std::uint16_t wheelID = 0;
+  std::uint16_t firmwareVersion = 0;
+};
+
+// What other threads tell the monitor.
+using Event = std::variant<std::vector<HIDDeviceInfo>, TuningSnapshot, WheelStatus>;
+
+// Turns device lists and reports into lines about what changed. One thread.
+class Monitor {
+ public:
+  explicit Monitor(const CommandContext& context, EventQueue<Event>& events)
+      : context_(context), events_(events) {}
+  ~Monitor() { drop(); }
+  Monitor(const Monitor&) = delete;
+  Monitor& operator=(const Monitor&) = delete;
+
+  void operator()(const std::vector<HIDDeviceInfo>& devices) {
+    std::vector<HIDDeviceInfo> bases = wheelBaseCandidates(devices);
+    const std::string& which = context_.options.device;
+    if (!which.empty()) {
+      std::erase_if(bases, [&](const HIDDeviceInfo& base) { return !isNamed(base, which); });
+    }
+    for (const HIDDeviceInfo& base : missingFrom(bases, present_)) announce("removal", base);
+    if (base_ && !contains(bases, base_->info())) drop();
+    for (const HIDDeviceInfo& base : missingFrom(present_, bases)) announce("arrival", base);
+    present_ = std::move(bases);
+    if (!base_ && !present_.empty()) follow(present_.front());
+  }
+
+  void operator()(const TuningSnapshot& snapshot) {
+    if (!base_) return;
+    if (before_) {
+      if (snapshot.slot() != before_->slot()) {
+        print({{"event", "set"}, {"value", snapshot.slot()}},
+              fmt::format("set {}", snapshot.setName()));
+      }
+      if (snapshot.isAdvancedMode() != before_->isAdvancedMode()) {
+        const char* const mode = snapshot.isAdvancedMode() ? "advanced" : "standard";
+        print({{"event", "mode"}, {"value", mode}}, fmt::format("mode {}", mode));
+      }
+      printChangedValues(*before_, snapshot);
+    }
+    before_ = snapshot;
+  }
+
+  void operator()(const WheelStatus& status) {
+    if (!base_) return;
+    print({{"event", "wheel"},
+           {"wheelID", status.wheelID},
+           {"firmwareVersion", status.firmwareVersion}},
+          fmt::format("wheel {}, firmware {}", status.wheelID, status.firmwareVersion));
+  }
+
+ private:
+  static bool sameDevice(const HIDDeviceInfo& a, const HIDDeviceInfo& b) {
+    return a.id == b.id && a.device->node() == b.device->node();
+  }
+
+  static bool contains(const std::vector<HIDDeviceInfo>& list, const HIDDeviceInfo& device) {
+    return std::any_of(list.begin(), list.end(),
+                       [&](const HIDDeviceInfo& entry) { return sameDevice(entry, device); });
+  }
+
+  static std::vector<HIDDeviceInfo> missingFrom(const std::vector<HIDDeviceInfo>& list,
+                                                std::vector<HIDDeviceInfo> devices) {
+    std::erase_if(devices, [&](const HIDDeviceInfo& device) { return contains(list, device); });
+    return devices;
+  }
+
+  void announce(const char* event, const HIDDeviceInfo& base) {
+    print({{"event", event}, {"device", deviceJson(base)}},
+          fmt::format("{} {} {}", event, base.displayName(),
+                      base.device->node().empty() ? base.id : base.device->node()));
+  }
+
+  void printChangedValues(const TuningSnapshot& before, const TuningSnapshot& now) {
+    for (const TuningParameter parameter : TuningParameter::available(base_->product())) {
+      if (parameter == TuningParameter::slot) continue;
+      if (now.rawValue(parameter) == before.rawValue(parameter)) continue;
+      const std::int64_t value = now.value(parameter, base_->product());
+      print({{"event", "value"},
+             {"parameter", parameter.code()},
+             {"value", value},
+             {"previous", before.value(parameter, base_->product())}},
+            fmt::format("{} {}", parameter.code(), valueText(parameter, value, base_->product())));
+    }
+  }
+
+  // Opens the base and asks for its menu; the first answer is what later ones are compared with.
+  void follow(const HIDDeviceInfo& device) {
+    auto base = WheelBase::create(device, context_.world.clock);
+    base->setOnTuningUpdate([this](const TuningSnapshot& snapshot) { events_.push(snapshot); });
+    base->setOnStatusUpdate([this](WheelBase& changed) {
+      events_.push(
+          WheelStatus{changed.wheelID().value_or(0), changed.firmwareVersion().value_or(0)});
+    });
+    try {
+      base->connect();
+      base->sendRaw(FanatecCommands::requestTuningSnapshot());
+      base_ = std::move(base);
+    } catch (const FanatecError& error) {
+      base->disconnect();
+      fmt::print(context_.world.err, "{}\n", error.errorDescription());
+      if (isPermissionFailure(error)) fmt::print(context_.world.err, "{}\n", permissionHint);
+    }
+  }
+
+  void drop() {
+    if (base_) base_->disconnect();
+    base_.reset();
+    before_.reset();
+  }
+
+  void print(const Json& document, const std::string& line) {
+    if (context_.options.json) {
+      printJsonLine(context_.world, document);
+    } else {
+      fmt::print(context_.world.out, "{}\n", line);
+      std::fflush(context_.world.out);
+    }
+  }
+
+  const CommandContext& context_;
+  EventQueue<Event>& events_;
+  std::vector<HIDDeviceInfo> present_;
+  std::shared_ptr<WheelBase> base_;
+  std::optional<TuningSnapshot> before_;
+};
+
+}  // namespace
+
+ExitStatus monitorCommand(const CommandContext& context) {
+  const Interruption interruption = context.world.interruption();
+  EventQueue<Event> events;
+  Monitor monitor(context, events);
+  HIDDeviceWatcher watcher(Fanatec::vendorID, context.world.backend);
+  watcher.setOnChange(
+      [&events](const std::vector<HIDDeviceInfo>& devices) { events.push(devices); });
+  watcher.start();
+  while (const auto event = events.next(interruption.fd())) std::visit(monitor, *event);
+  return ExitStatus::done;
+}
+
+}  // namespace quorvane

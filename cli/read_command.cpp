@@ -1,0 +1,58 @@
+#include <fmt/format.h>
+
+#include "cli/base_access.h"
+#include "cli/commands.h"
+#include "cli/json_output.h"
+#include "cli/value_words.h"
+#include "protocol/error.h"
+
+namespace quorvane {
+namespace {
+
+// A base that tells no identity is still worth reading.
+std::optional<IdentityReport> identityOf(WheelBase& base) {
+  try {
+    return base.fetchIdentity(WheelBase::readTimeout);
+  } catch (const FanatecError&) {
+    return std::nullopt;
+  }
+}
+
+void printHeading(const World& world, const WheelBase& base,
+                  const std::optional<IdentityReport>& identity, const TuningSnapshot& snapshot) {
+  fmt::print(world.out, "{}\n", identity ? identity->baseName() : base.info().displayName());
+  if (identity) {
+    fmt::print(world.out, "  Steering wheel  {}\n", identity->wheelName());
+    fmt::print(world.out, "  Button module   {}\n", identity->moduleName());
+  }
+  fmt::print(world.out, "  Menu            {}, set {}\n\n",
+             snapshot.isAdvancedMode() ? "advanced" : "standard", snapshot.setName());
+}
+
+void printValues(const World& world, const WheelBase& base, const TuningSnapshot& snapshot) {
+  for (const TuningParameter parameter : TuningParameter::available(base.product())) {
+    if (parameter == TuningParameter::slot) continue;
+    const std::int64_t value = snapshot.value(parameter, base.product());
+    fmt::print(world.out, "  {:<4} {:<24} {}\n", parameter.code(),
+               valueText(parameter, value, base.product()), parameter.title());
+  }
+}
+
+}  // namespace
+
+ExitStatus readCommand(const CommandContext& context) {
+  const OpenBase base(context);
+  const TuningSnapshot snapshot = base->fetchTuning(WheelBase::readTimeout);
+  const auto identity = identityOf(*base);
+  if (context.options.json) {
+    printJson(context.world, {{"device", deviceJson(base->info())},
+                              {"identity", identityJson(identity)},
+                              {"tuning", tuningJson(snapshot, base->product())}});
+  } else {
+    printHeading(context.world, *base, identity, snapshot);
+    printValues(context.world, *base, snapshot);
+  }
+  return ExitStatus::done;
+}
+
+}  // namespace quorvane
