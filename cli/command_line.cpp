@@ -13,6 +13,7 @@
 #include "cli/json_output.h"
 #include "protocol/error.h"
 #include "simulator/simulated_backend.h"
+#include "simulator/simulated_usb_bus.h"
 #include "support/text.h"
 #include "support/version.h"
 
@@ -73,7 +74,7 @@ void addGlobalOptions(CLI::App& app, Words& words) {
       ->type_name("N");
   app.add_option("--layout", words.layout, "Layout of menu writes (default: sdk)")
       ->type_name("sdk|linux")
-      ->check(CLI::IsMember({"sdk", "linux"}));
+      ->check(CLI::IsMember({"sdk", "linux"}).description(""));
   app.add_flag("--json", words.options.json, "Print one JSON document instead of text");
   app.set_version_flag("--version", fmt::format("quorvanectl {} ({})", version(), commit()));
 }
@@ -109,7 +110,7 @@ std::vector<Entry> addCommands(CLI::App& app, Words& words) {
       })
       ->add_option("mode", words.mode, "The mode to switch to; nothing is sent when already there")
       ->type_name("standard|advanced")
-      ->check(CLI::IsMember({"standard", "advanced"}));
+      ->check(CLI::IsMember({"standard", "advanced"}).description(""));
   add("rotation", "Set the steering angle directly, without touching the menu",
       [&words](const auto& context) { return rotationCommand(context, words.degrees); })
       ->add_option("degrees", words.degrees, "Degrees, from 90 to the base's largest angle")
@@ -175,7 +176,8 @@ ExitStatus run(const Command& command, Words& words, const World& world) {
     device->withBase([&](SimulatedBase& base) { base.behaviour().layout = *words.options.layout; });
   }
   backend.add(device);
-  const World simulated{world.out, world.err, backend, world.usb, world.clock, world.interruption};
+  SimulatedUSBBus usb(*device);
+  const World simulated{world.out, world.err, backend, usb, world.clock, world.interruption};
   fmt::print(world.err, "Simulated base: {}\n", product.name);
   return command({simulated, words.options});
 }
@@ -203,6 +205,13 @@ ExitStatus runReporting(const Command& command, Words& words, const World& world
 
 // What CLI11 has to say about the words: the help, the version, or what is wrong with them.
 ExitStatus explain(const CLI::App& app, const CLI::ParseError& error, const World& world) {
+  // CLI11 would only say that a command is missing.
+  const std::vector<std::string> unknown = app.remaining();
+  if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty()) {
+    fmt::print(world.err, "There is no command or option \"{}\"\n{}\n", unknown.front(),
+               "Run with --help for more information.");
+    return ExitStatus::wrongUsage;
+  }
   std::ostringstream out;
   std::ostringstream err;
   const int status = app.exit(error, out, err);
@@ -213,17 +222,17 @@ ExitStatus explain(const CLI::App& app, const CLI::ParseError& error, const Worl
 
 }  // namespace
 
-ExitStatus runCommandLine(const std::vector<std::string>& arguments, const World& world) {
+ExitStatus runCommandLine(const std::vector<std::string>& words, const World& world) {
   CLI::App app(description, "quorvanectl");
   app.footer(footer);
   app.require_subcommand(1);
   app.fallthrough();
   app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-  Words words;
-  addGlobalOptions(app, words);
-  const std::vector<Entry> entries = addCommands(app, words);
+  Words parsed;
+  addGlobalOptions(app, parsed);
+  const std::vector<Entry> entries = addCommands(app, parsed);
 
-  std::vector<std::string> reversed = withSimulatedProduct(arguments);
+  std::vector<std::string> reversed = withSimulatedProduct(words);
   std::reverse(reversed.begin(), reversed.end());
   try {
     app.parse(std::move(reversed));
@@ -232,7 +241,7 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments, const World
   }
   const auto chosen = std::find_if(entries.begin(), entries.end(),
                                    [](const Entry& entry) { return entry.parser->parsed(); });
-  return runReporting(chosen->run, words, world);
+  return runReporting(chosen->run, parsed, world);
 }
 
 }  // namespace quorvane

@@ -15,11 +15,6 @@
 namespace quorvane {
 namespace {
 
-struct WheelStatus {
-  std::uint16_t wheelID = 0;
-  std::uint16_t firmwareVersion = 0;
-};
-
 // What other threads tell the monitor.
 using Event = std::variant<std::vector<HIDDeviceInfo>, TuningSnapshot, WheelStatus>;
 
@@ -61,7 +56,7 @@ class Monitor {
     before_ = snapshot;
   }
 
-  void operator()(const WheelStatus& status) {
+  void operator()(WheelStatus status) {
     if (!base_) return;
     print({{"event", "wheel"},
            {"wheelID", status.wheelID},

@@ -12,7 +12,7 @@ namespace quorvane {
 
 // A value to write, in display units. 0 degrees stand for the automatic steering angle.
 struct Assignment {
-  TuningParameter parameter;
+  TuningParameter parameter = TuningParameter::slot;
   std::int64_t value = 0;
 
   bool operator==(const Assignment&) const = default;

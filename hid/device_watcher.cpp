@@ -1,5 +1,6 @@
 #include "hid/device_watcher.h"
 
+#include <atomic>
 #include <utility>
 
 namespace quorvane {
@@ -18,6 +19,19 @@ struct HIDDeviceWatcher::Shared {
   }
 };
 
+// One watching, from start to stop.
+struct HIDDeviceWatcher::Watch {
+  explicit Watch(std::unique_ptr<HIDMonitor> events) : monitor(std::move(events)) {}
+
+  void stop() {
+    stopped = true;
+    monitor->interrupt();
+  }
+
+  const std::unique_ptr<HIDMonitor> monitor;
+  std::atomic<bool> stopped = false;
+};
+
 HIDDeviceWatcher::HIDDeviceWatcher(std::optional<std::int64_t> vendorID, HIDBackend& backend)
     : vendorID_(vendorID), backend_(backend), shared_(std::make_shared<Shared>()) {}
 
@@ -30,22 +44,22 @@ void HIDDeviceWatcher::setOnChange(ChangeHandler handler) {
 }
 
 void HIDDeviceWatcher::start() {
-  if (monitor_) return;
+  if (watch_) return;
   // The monitor exists before the first look, so that nothing can arrive in between unseen.
-  monitor_ = backend_.monitor(vendorID_);
-  if (!monitor_) return;
-  thread_ = Thread("FanatecKit.HIDDeviceWatcher", [monitor = monitor_, shared = shared_,
-                                                   vendorID = vendorID_, &backend = backend_] {
-    const std::size_t present = backend.devices(vendorID).size();
-    for (std::size_t i = 0; i < present; ++i) shared->deliver(vendorID, backend);
-    while (monitor->waitForEvent()) shared->deliver(vendorID, backend);
-  });
+  auto monitor = backend_.monitor(vendorID_);
+  if (!monitor) return;
+  watch_ = std::make_shared<Watch>(std::move(monitor));
+  thread_ = Thread("FanatecKit.HIDDeviceWatcher",
+                   [watch = watch_, shared = shared_, vendorID = vendorID_, &backend = backend_] {
+                     const std::size_t present = backend.devices(vendorID).size();
+                     for (std::size_t i = 0; i < present && !watch->stopped; ++i)
+                       shared->deliver(vendorID, backend);
+                     while (watch->monitor->waitForEvent()) shared->deliver(vendorID, backend);
+                   });
 }
 
 void HIDDeviceWatcher::stop() {
-  if (!monitor_) return;
-  monitor_->interrupt();
-  monitor_.reset();
+  if (const auto watch = std::exchange(watch_, nullptr)) watch->stop();
 }
 
 std::vector<HIDDeviceInfo> HIDDeviceWatcher::currentDevices() const {

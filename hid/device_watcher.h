@@ -36,18 +36,20 @@ class HIDDeviceWatcher {
   // Does nothing when started. Where the platform cannot watch, no change is ever reported.
   void start();
 
-  // Ends the watching without waiting for the thread. May be started again.
+  // Ends the watching without waiting for the thread: at most the call of the handler that is under
+  // way goes on. May be started again.
   void stop();
 
   std::vector<HIDDeviceInfo> currentDevices() const;
 
  private:
   struct Shared;
+  struct Watch;
 
   const std::optional<std::int64_t> vendorID_;
   HIDBackend& backend_;
   const std::shared_ptr<Shared> shared_;  // the handler; outlives the watcher on its thread
-  std::shared_ptr<HIDMonitor> monitor_;   // while started
+  std::shared_ptr<Watch> watch_;          // while started
   Thread thread_;
 };
 

@@ -21,13 +21,6 @@ constexpr const char* tuningReportText =
     "tuning menu report (is the base in PC mode and on a supported firmware?)";
 constexpr const char* identityReportText = "system report (FF 08)";
 
-// The wheel-status report: input report 0x01, 34 bytes with its ID.
-constexpr std::size_t wheelStatusLength = 34;
-constexpr std::uint8_t wheelStatusReportID = 0x01;
-constexpr std::size_t wheelIDOffset = 30;
-constexpr std::size_t firmwareOffset = 32;
-constexpr std::uint8_t noWheel = 0xFF;
-
 constexpr std::int64_t lowestRotation = 90;
 constexpr std::int64_t highestRotation = 2520;  // of products that the catalogue does not know
 
@@ -86,35 +79,37 @@ std::optional<IdentityReport> WheelBase::identity() const {
 
 std::optional<std::uint16_t> WheelBase::wheelID() const {
   MutexLock held(lock_);
-  return wheelID_;
+  if (!wheelStatus_) return std::nullopt;
+  return wheelStatus_->wheelID;
 }
 
 std::optional<std::uint16_t> WheelBase::firmwareVersion() const {
   MutexLock held(lock_);
-  return firmwareVersion_;
+  if (!wheelStatus_) return std::nullopt;
+  return wheelStatus_->firmwareVersion;
 }
 
 void WheelBase::handle(const HIDInputReport& report) {
-  if (auto identity = IdentityReport::fromReport(report.bytes, report.receivedAt)) {
-    keep(std::move(*identity));
-  } else if (auto snapshot = TuningSnapshot::fromReport(report.bytes, report.receivedAt)) {
-    keep(std::move(*snapshot));
-  } else {
-    handleWheelStatus(report.bytes);
+  if (const auto identity = IdentityReport::fromReport(report.bytes, report.receivedAt)) {
+    keep(*identity);
+  } else if (const auto snapshot = TuningSnapshot::fromReport(report.bytes, report.receivedAt)) {
+    keep(*snapshot);
+  } else if (const auto status = WheelStatus::fromReport(report.bytes)) {
+    keep(*status);
   }
 }
 
-void WheelBase::keep(IdentityReport identity) {
+void WheelBase::keep(const IdentityReport& identity) {
   std::vector<Waiter> woken;
   {
     MutexLock held(lock_);
-    identity_ = std::move(identity);
+    identity_ = identity;
     woken.swap(identityWaiters_);
   }
   signalAll(woken);
 }
 
-void WheelBase::keep(TuningSnapshot snapshot) {
+void WheelBase::keep(const TuningSnapshot& snapshot) {
   std::vector<Waiter> woken;
   std::shared_ptr<const TuningHandler> handler;
   {
@@ -127,17 +122,12 @@ void WheelBase::keep(TuningSnapshot snapshot) {
   if (handler) (*handler)(snapshot);
 }
 
-void WheelBase::handleWheelStatus(ByteView report) {
-  if (report.size() != wheelStatusLength || report[0] != wheelStatusReportID) return;
-  if (report[wheelIDOffset] == noWheel) return;
-  const std::uint16_t wheel = littleEndian16(report[wheelIDOffset], report[wheelIDOffset + 1]);
-  const std::uint16_t firmware = littleEndian16(report[firmwareOffset], report[firmwareOffset + 1]);
+void WheelBase::keep(WheelStatus status) {
   std::shared_ptr<const StatusHandler> handler;
   {
     MutexLock held(lock_);
-    if (wheelID_ == wheel && firmwareVersion_ == firmware) return;
-    wheelID_ = wheel;
-    firmwareVersion_ = firmware;
+    if (wheelStatus_ == status) return;
+    wheelStatus_ = status;
     handler = onStatusUpdate_;
   }
   if (handler) (*handler)(*this);

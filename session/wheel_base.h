@@ -10,6 +10,7 @@
 #include "protocol/commands.h"
 #include "protocol/identity_report.h"
 #include "protocol/tuning_snapshot.h"
+#include "protocol/wheel_status.h"
 #include "support/clock.h"
 #include "support/mutex.h"
 
@@ -104,9 +105,9 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   WheelBase(HIDDeviceInfo info, Clock& clock);
 
   void handle(const HIDInputReport& report);
-  void keep(IdentityReport identity);
-  void keep(TuningSnapshot snapshot);
-  void handleWheelStatus(ByteView report);
+  void keep(const IdentityReport& identity);
+  void keep(const TuningSnapshot& snapshot);
+  void keep(WheelStatus status);
   bool await(std::vector<Waiter> WheelBase::*waiters, const std::vector<HIDReportPacket>& requests,
              Seconds timeout);
   void sendAckBurst();
@@ -119,8 +120,7 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   mutable Mutex lock_;
   std::optional<TuningSnapshot> tuning_ QUORVANE_GUARDED_BY(lock_);
   std::optional<IdentityReport> identity_ QUORVANE_GUARDED_BY(lock_);
-  std::optional<std::uint16_t> wheelID_ QUORVANE_GUARDED_BY(lock_);
-  std::optional<std::uint16_t> firmwareVersion_ QUORVANE_GUARDED_BY(lock_);
+  std::optional<WheelStatus> wheelStatus_ QUORVANE_GUARDED_BY(lock_);
   std::vector<Waiter> tuningWaiters_ QUORVANE_GUARDED_BY(lock_);
   std::vector<Waiter> identityWaiters_ QUORVANE_GUARDED_BY(lock_);
   std::shared_ptr<const TuningHandler> onTuningUpdate_ QUORVANE_GUARDED_BY(lock_);

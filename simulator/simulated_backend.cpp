@@ -10,12 +10,15 @@ void SimulatedBackend::Events::report() {
   changed.notifyAll();
 }
 
+std::uint64_t SimulatedBackend::Events::currentCount() {
+  MutexLock held(lock);
+  return count;
+}
+
 class SimulatedBackend::Monitor final : public HIDMonitor {
  public:
-  explicit Monitor(std::shared_ptr<Events> events) : events_(std::move(events)) {
-    MutexLock held(events_->lock);
-    seen_ = events_->count;
-  }
+  explicit Monitor(std::shared_ptr<Events> events)
+      : events_(std::move(events)), seen_(events_->currentCount()) {}
 
   bool waitForEvent() override {
     MutexLock held(events_->lock);
@@ -33,7 +36,7 @@ class SimulatedBackend::Monitor final : public HIDMonitor {
 
  private:
   const std::shared_ptr<Events> events_;
-  std::uint64_t seen_ = 0;
+  std::uint64_t seen_;
   bool interrupted_ = false;  // under the events' lock
 };
 

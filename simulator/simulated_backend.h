@@ -33,6 +33,7 @@ class SimulatedBackend final : public HIDBackend {
     std::uint64_t count QUORVANE_GUARDED_BY(lock) = 0;
 
     void report();
+    std::uint64_t currentCount();
   };
 
   const std::shared_ptr<Events> events_ = std::make_shared<Events>();

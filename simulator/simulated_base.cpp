@@ -16,9 +16,6 @@ constexpr std::uint8_t commandReport = 0x01;
 constexpr std::size_t tuningWireLength = FanatecCommands::tuningPayloadLength + 1;
 constexpr std::size_t shortWireLength = FanatecCommands::shortPayloadLength + 1;
 
-constexpr std::size_t wheelStatusLength = 34;
-constexpr std::size_t wheelIDOffset = 30;
-constexpr std::size_t firmwareOffset = 32;
 constexpr Monotonic::duration streamPeriod = std::chrono::milliseconds(1);
 
 constexpr std::uint8_t formulaWheel = 28;
@@ -205,7 +202,7 @@ void SimulatedBase::queue(Bytes report, Monotonic::time_point due) {
 
 std::optional<Bytes> SimulatedBase::getReport(HIDReportKind kind, std::uint8_t reportID) const {
   if (!plugged_ || kind == HIDReportKind::feature) return std::nullopt;
-  if (reportID == commandReport) return wheelStatusReport();
+  if (reportID == WheelStatus::reportID) return wheelStatusReport();
   if (reportID == FanatecCommands::tuningReportID) return menu_.report();
   return std::nullopt;
 }
@@ -225,16 +222,17 @@ std::optional<Bytes> SimulatedBase::takeDue(Monotonic::time_point now) {
   return report;
 }
 
-// Queues the status reports up to now; those that nobody fetched for long are not made up for.
+// Queues the status reports up to now. Like the hardware, the base keeps no more than a few for a
+// host that does not fetch them, so that answers never wait behind a pile of them.
 void SimulatedBase::streamUntil(Monotonic::time_point now) {
-  constexpr int longestBacklog = 64;
+  constexpr int longestBacklog = 8;
   if (!behaviour_.streamWheelStatus || !plugged_) {
     nextStatus_.reset();
     return;
   }
   if (!nextStatus_ || now - *nextStatus_ > longestBacklog * streamPeriod) nextStatus_ = now;
   while (*nextStatus_ <= now) {
-    queue(wheelStatusReport(), *nextStatus_);
+    if (std::ssize(pending_) < longestBacklog) queue(wheelStatusReport(), *nextStatus_);
     *nextStatus_ += streamPeriod;
   }
 }
@@ -249,17 +247,16 @@ void SimulatedBase::sendReport(Bytes report, Monotonic::time_point now) {
 }
 
 void SimulatedBase::attachWheel(std::uint16_t wheelID, std::uint16_t firmwareVersion) {
-  wheelID_ = wheelID;
-  firmwareVersion_ = firmwareVersion;
+  wheelStatus_ = {wheelID, firmwareVersion};
   identity_[IdentityReport::wheelOffset] = static_cast<std::uint8_t>(wheelID);
 }
 
 Bytes SimulatedBase::wheelStatusReport() const {
-  Bytes report(wheelStatusLength);
-  report[0] = commandReport;
+  Bytes report(WheelStatus::length);
+  report[0] = WheelStatus::reportID;
   putLittleEndian16(report, 1, 0x8000);  // steering axis at rest
-  putLittleEndian16(report, wheelIDOffset, wheelID_);
-  putLittleEndian16(report, firmwareOffset, firmwareVersion_);
+  putLittleEndian16(report, WheelStatus::wheelOffset, wheelStatus_.wheelID);
+  putLittleEndian16(report, WheelStatus::firmwareOffset, wheelStatus_.firmwareVersion);
   return report;
 }
 

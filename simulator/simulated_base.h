@@ -9,6 +9,7 @@
 #include "hid/port.h"
 #include "hid/return_code.h"
 #include "protocol/commands.h"
+#include "protocol/wheel_status.h"
 #include "simulator/simulated_menu.h"
 #include "support/bytes.h"
 #include "support/clock.h"
@@ -109,8 +110,7 @@ class SimulatedBase {
   SimulatedBehaviour behaviour_;
   Bytes identity_;
   bool identityEnabled_ = false;
-  std::uint16_t wheelID_ = 0;
-  std::uint16_t firmwareVersion_ = 0;
+  WheelStatus wheelStatus_;
   bool plugged_ = true;
   int received_ = 0;
   std::vector<Pending> pending_;  // ascending due time

@@ -20,7 +20,7 @@ Thread::Thread(std::string name, std::function<void()> body)
 
 Thread::~Thread() { join(); }
 
-Thread& Thread::operator=(Thread&& other) {
+Thread& Thread::operator=(Thread&& other) noexcept {
   join();
   name_ = std::move(other.name_);
   thread_ = std::move(other.thread_);

@@ -18,7 +18,7 @@ class Thread {
   Thread(std::string name, std::function<void()> body);
   ~Thread();
   Thread(Thread&&) = default;
-  Thread& operator=(Thread&& other);
+  Thread& operator=(Thread&& other) noexcept;
   Thread(const Thread&) = delete;
   Thread& operator=(const Thread&) = delete;
 

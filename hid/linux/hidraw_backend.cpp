@@ -129,13 +129,9 @@ class HidrawBackend final : public HIDBackend {
     // A node that udev has not seen yet still lacks its permissions; its event comes later.
     if (udevDaemonRuns()) udev_enumerate_add_match_is_initialized(list.get());
     udev_enumerate_scan_devices(list.get());
-    for (udev_list_entry* entry = udev_enumerate_get_list_entry(list.get()); entry != nullptr;
-         entry = udev_list_entry_get_next(entry)) {
-      const UdevDevice node(
-          udev_device_new_from_syspath(context.get(), udev_list_entry_get_name(entry)));
-      if (!node) continue;
-      if (auto device = describe(node.get(), vendorID)) result.push_back(std::move(device));
-    }
+    forEachUdevDevice(list.get(), [&](udev_device* node) {
+      if (auto device = describe(node, vendorID)) result.push_back(std::move(device));
+    });
     return result;
   }
 

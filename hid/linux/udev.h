@@ -24,6 +24,17 @@ using UdevMonitor = std::unique_ptr<udev_monitor, UdevRelease<udev_monitor_unref
 // Whether a udev daemon runs, which sets permissions and announces devices after that.
 bool udevDaemonRuns();
 
+// Calls `use` with each device that the enumeration has found; those that are leaving are left out.
+template <typename Use>
+void forEachUdevDevice(udev_enumerate* list, Use use) {
+  udev_list_entry* entry = udev_enumerate_get_list_entry(list);
+  for (; entry != nullptr; entry = udev_list_entry_get_next(entry)) {
+    const UdevDevice device(udev_device_new_from_syspath(udev_enumerate_get_udev(list),
+                                                         udev_list_entry_get_name(entry)));
+    if (device) use(device.get());
+  }
+}
+
 // A system attribute as text; empty when absent.
 std::string udevAttribute(udev_device* device, const char* name);
 

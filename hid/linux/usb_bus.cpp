@@ -62,12 +62,9 @@ class SystemBus final : public USBBus {
       throw FanatecError::ioFailed("IOServiceGetMatchingServices failed");
     }
     std::vector<std::unique_ptr<USBDevice>> result;
-    for (udev_list_entry* entry = udev_enumerate_get_list_entry(list.get()); entry != nullptr;
-         entry = udev_list_entry_get_next(entry)) {
-      const UdevDevice device(
-          udev_device_new_from_syspath(context.get(), udev_list_entry_get_name(entry)));
-      if (device) result.push_back(std::make_unique<UsbfsDevice>(device.get()));
-    }
+    forEachUdevDevice(list.get(), [&](udev_device* device) {
+      result.push_back(std::make_unique<UsbfsDevice>(device));
+    });
     return result;
   }
 };
