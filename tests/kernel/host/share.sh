@@ -1,0 +1,32 @@
+# The one directory that both sides write to. The host puts a copy of everything under test there, so that a build or
+# an edit made meanwhile cannot change a run half-way; the guest puts its results beside it.
+
+# find_program BUILD NAME
+find_program() {
+    local path
+    path=$(find "$1" -path "$1/kernel-tests" -prune -o -type f -name "$2" -perm -u+x -print -quit)
+    if [[ -z $path ]]; then
+        echo "tests/kernel: no $2 under $1; build it first" >&2
+        exit 1
+    fi
+    echo "$path"
+}
+
+write_settings() {
+    printf 'MODULES=%q\nUDEVD=%q\nPATTERN=%q\n' "$kernel_dir/lib/modules" "$(udevd_path)" "$1"
+}
+
+# prepare_share SHARE BUILD PATTERN
+prepare_share() {
+    local share=$1 build=$2 program path
+    rm -rf "$share"
+    mkdir -p "$share"/{bin,logs}
+    for program in quorvanectl quorvane-simbase; do
+        path=$(find_program "$build" "$program")
+        cp "$path" "$share/bin/"
+    done
+    cp -r "$tests/guest" "$tests/cases" "$share/"
+    cp "$repository/packaging/udev/70-quorvane.rules" "$share/"
+    write_settings "$3" >"$share/settings"
+    : >"$share/report"
+}
