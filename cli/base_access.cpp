@@ -48,7 +48,12 @@ OpenBase::OpenBase(const CommandContext& context, HIDDeviceInfo device)
   base_->connect();
 }
 
-OpenBase::~OpenBase() { base_->disconnect(); }
+OpenBase::~OpenBase() { closeBase(*base_); }
+
+void closeBase(WheelBase& base) {
+  base.disconnect();
+  base.connection().join();
+}
 
 bool isPermissionFailure(const std::exception& failure) {
   if (const auto* const error = dynamic_cast<const FanatecError*>(&failure)) {

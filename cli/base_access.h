@@ -36,6 +36,9 @@ class OpenBase {
   std::shared_ptr<WheelBase> base_;
 };
 
+// Disconnects, and waits until the device is closed and no handler runs any more.
+void closeBase(WheelBase& base);
+
 // Whether the failure is that this user may not open a device.
 bool isPermissionFailure(const std::exception& failure);
 

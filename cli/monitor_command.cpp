@@ -15,8 +15,17 @@
 namespace quorvane {
 namespace {
 
+// A report of the base that was followed as the n-th: what it sent before it left may be seen
+// after.
+template <typename Report>
+struct FromBase {
+  int number = 0;
+  Report report;
+};
+
 // What other threads tell the monitor.
-using Event = std::variant<std::vector<HIDDeviceInfo>, TuningSnapshot, WheelStatus>;
+using Event =
+    std::variant<std::vector<HIDDeviceInfo>, FromBase<TuningSnapshot>, FromBase<WheelStatus>>;
 
 // Turns device lists and reports into lines about what changed. One thread.
 class Monitor {
@@ -40,8 +49,9 @@ class Monitor {
     if (!base_ && !present_.empty()) follow(present_.front());
   }
 
-  void operator()(const TuningSnapshot& snapshot) {
-    if (!base_) return;
+  void operator()(const FromBase<TuningSnapshot>& event) {
+    if (!base_ || event.number != number_) return;
+    const TuningSnapshot& snapshot = event.report;
     if (before_) {
       if (snapshot.slot() != before_->slot()) {
         print({{"event", "set"}, {"value", snapshot.slot()}},
@@ -56,8 +66,9 @@ class Monitor {
     before_ = snapshot;
   }
 
-  void operator()(WheelStatus status) {
-    if (!base_) return;
+  void operator()(const FromBase<WheelStatus>& event) {
+    if (!base_ || event.number != number_) return;
+    const WheelStatus status = event.report;
     print({{"event", "wheel"},
            {"wheelID", status.wheelID},
            {"firmwareVersion", status.firmwareVersion}},
@@ -102,24 +113,27 @@ class Monitor {
   // Opens the base and asks for its menu; the first answer is what later ones are compared with.
   void follow(const HIDDeviceInfo& device) {
     auto base = WheelBase::create(device, context_.world.clock);
-    base->setOnTuningUpdate([this](const TuningSnapshot& snapshot) { events_.push(snapshot); });
-    base->setOnStatusUpdate([this](WheelBase& changed) {
-      events_.push(
-          WheelStatus{changed.wheelID().value_or(0), changed.firmwareVersion().value_or(0)});
+    ++number_;
+    base->setOnTuningUpdate([this, number = number_](const TuningSnapshot& snapshot) {
+      events_.push(FromBase<TuningSnapshot>{number, snapshot});
+    });
+    base->setOnStatusUpdate([this, number = number_](WheelBase& changed) {
+      events_.push(FromBase<WheelStatus>{
+          number, {changed.wheelID().value_or(0), changed.firmwareVersion().value_or(0)}});
     });
     try {
       base->connect();
       base->sendRaw(FanatecCommands::requestTuningSnapshot());
       base_ = std::move(base);
     } catch (const FanatecError& error) {
-      base->disconnect();
+      closeBase(*base);
       fmt::print(context_.world.err, "{}\n", error.errorDescription());
       if (isPermissionFailure(error)) fmt::print(context_.world.err, "{}\n", permissionHint);
     }
   }
 
   void drop() {
-    if (base_) base_->disconnect();
+    if (base_) closeBase(*base_);
     base_.reset();
     before_.reset();
   }
@@ -137,6 +151,7 @@ class Monitor {
   EventQueue<Event>& events_;
   std::vector<HIDDeviceInfo> present_;
   std::shared_ptr<WheelBase> base_;
+  int number_ = 0;  // of the base followed last
   std::optional<TuningSnapshot> before_;
 };
 

@@ -192,6 +192,8 @@ void HIDConnection::close() {
   if (const auto port = state_->takePort()) port->interrupt();
 }
 
+void HIDConnection::join() { thread_.join(); }
+
 HIDConnection::HandlerID HIDConnection::onReport(ReportHandler handler) {
   return state_->addReportHandler(std::move(handler));
 }

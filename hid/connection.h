@@ -49,6 +49,10 @@ class HIDConnection {
   // twice.
   void close();
 
+  // Waits, after close, until the reader thread has closed the device and lets go of every handler.
+  // Belongs to the owner; on the reader thread itself it returns at once.
+  void join();
+
   HandlerID onReport(ReportHandler handler);
 
   // Values that changed, decoded by the device's descriptor. Costs nothing while nobody is

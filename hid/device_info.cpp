@@ -105,7 +105,7 @@ std::vector<HIDReportSummary> reportSummaries(const HIDDeviceHandle& device) {
                 element.usagePage);
     }
   }
-  return tally.summaries();
+  return tally.takeSummaries();
 }
 
 }  // namespace HIDEnumerator

@@ -1,5 +1,6 @@
 #include "hid/elements.h"
 
+#include <limits>
 #include <map>
 #include <utility>
 
@@ -10,6 +11,8 @@ namespace {
 
 // A device that pushes deeper than this is not describing itself any more.
 constexpr std::size_t deepestStack = 64;
+
+constexpr std::uint64_t unreachable = std::numeric_limits<std::uint64_t>::max();
 
 constexpr std::uint32_t buttonPage = 0x09;
 constexpr std::uint32_t genericDesktopPage = 0x01;
@@ -130,12 +133,8 @@ class Parser {
 
   void applyMain(const DescriptorItem& item) {
     if (item.tag == MainTag::collection) {
-      if (collectionDepth_ == 0 && !result_.primaryUsage && !usages_.empty()) {
-        result_.primaryUsage = usagesInForce().front();
-      }
-      ++collectionDepth_;
-    } else if (item.tag == MainTag::endCollection) {
-      if (collectionDepth_ > 0) --collectionDepth_;
+      if (!collectionSeen_ && !usages_.empty()) result_.primaryUsage = usagesInForce().front();
+      collectionSeen_ = true;
     } else if (const auto kind = kindOfMainTag(item.tag)) {
       addElement(*kind, item.value);
     }
@@ -160,8 +159,9 @@ class Parser {
 
     std::uint64_t& bits = bits_[{kind, globals_.reportID}];
     element.bitOffset = bits;
-    // Wraps only for totals that no report can reach; such elements lie outside every report.
-    bits += std::uint64_t{element.reportSize} * element.reportCount;
+    // Totals that no report can reach stay there, so that what follows lies outside every report.
+    const std::uint64_t more = std::uint64_t{element.reportSize} * element.reportCount;
+    bits = more > unreachable - bits ? unreachable : bits + more;
     result_.elements.push_back(std::move(element));
   }
 
@@ -182,7 +182,7 @@ class Parser {
   std::vector<Globals> stack_;
   std::vector<LocalUsage> usages_;
   std::optional<LocalUsage> usageMinimum_;
-  std::size_t collectionDepth_ = 0;
+  bool collectionSeen_ = false;
   std::map<std::pair<HIDReportSummary::Kind, std::uint32_t>, std::uint64_t> bits_;
 };
 

@@ -45,7 +45,7 @@ std::vector<HIDReportSummary> HIDReportDescriptor::summaries() const {
                 globals.usagePage);
     }
   }
-  return tally.summaries();
+  return tally.takeSummaries();
 }
 
 }  // namespace quorvane

@@ -1,6 +1,8 @@
 #include "hid/report_summary.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 #include "support/invariant.h"
 
@@ -26,23 +28,30 @@ std::optional<HIDReportSummary::Kind> reportKind(std::string_view rawValue) {
 void HIDReportTally::add(HIDReportSummary::Kind kind, std::int64_t reportID,
                          std::int64_t reportSize, std::int64_t reportCount,
                          std::int64_t usagePage) {
-  Entry& entry = entries_[{rawValue(kind), reportID}];
-  entry.bits = checkedAdd(entry.bits, checkedMultiply(reportSize, reportCount, overflow), overflow);
-  ++entry.elementCount;
-  entry.usagePages.insert(usagePage);
+  HIDReportSummary& report = entry(kind, reportID);
+  report.byteLength =
+      checkedAdd(report.byteLength, checkedMultiply(reportSize, reportCount, overflow), overflow);
+  ++report.elementCount;
+  auto& pages = report.usagePages;
+  const auto place = std::lower_bound(pages.begin(), pages.end(), usagePage);
+  if (place == pages.end() || *place != usagePage) pages.insert(place, usagePage);
 }
 
-std::vector<HIDReportSummary> HIDReportTally::summaries() const {
-  std::vector<HIDReportSummary> result;
-  result.reserve(entries_.size());
-  for (const auto& [key, entry] : entries_) {
-    result.push_back({*reportKind(key.first),
-                      key.second,
-                      checkedAdd(entry.bits, 7, overflow) / 8,
-                      entry.elementCount,
-                      {entry.usagePages.begin(), entry.usagePages.end()}});
+std::vector<HIDReportSummary> HIDReportTally::takeSummaries() {
+  for (HIDReportSummary& report : entries_) {
+    report.byteLength = checkedAdd(report.byteLength, 7, overflow) / 8;
   }
-  return result;
+  return std::exchange(entries_, {});
+}
+
+HIDReportSummary& HIDReportTally::entry(HIDReportSummary::Kind kind, std::int64_t reportID) {
+  const auto before = [&](const HIDReportSummary& report) {
+    return report.kind == kind ? report.reportID < reportID
+                               : rawValue(report.kind) < rawValue(kind);
+  };
+  const auto place = std::partition_point(entries_.begin(), entries_.end(), before);
+  if (place != entries_.end() && place->kind == kind && place->reportID == reportID) return *place;
+  return *entries_.insert(place, HIDReportSummary{kind, reportID, 0, 0, {}});
 }
 
 }  // namespace quorvane

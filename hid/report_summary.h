@@ -2,11 +2,8 @@
 
 #include <compare>
 #include <cstdint>
-#include <map>
 #include <optional>
-#include <set>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace quorvane {
@@ -38,17 +35,14 @@ class HIDReportTally {
   void add(HIDReportSummary::Kind kind, std::int64_t reportID, std::int64_t reportSize,
            std::int64_t reportCount, std::int64_t usagePage);
 
-  // Sorted by the kind's text (feature, input, output), then by report ID.
-  std::vector<HIDReportSummary> summaries() const;
+  // Sorted by the kind's text (feature, input, output), then by report ID. Leaves the tally empty.
+  std::vector<HIDReportSummary> takeSummaries();
 
  private:
-  struct Entry {
-    std::int64_t bits = 0;
-    std::int64_t elementCount = 0;
-    std::set<std::int64_t> usagePages;
-  };
-  // Keyed by the kind's text and the report ID: the order of the summaries.
-  std::map<std::pair<std::string_view, std::int64_t>, Entry> entries_;
+  HIDReportSummary& entry(HIDReportSummary::Kind kind, std::int64_t reportID);
+
+  // In the order of the result; their byteLength holds bits until it is taken.
+  std::vector<HIDReportSummary> entries_;
 };
 
 }  // namespace quorvane

@@ -45,9 +45,9 @@ HIDUevent parseHIDUevent(std::string_view text) {
     if (equals == std::string_view::npos) continue;
     const std::string_view key = line.substr(0, equals);
     const std::string_view value = line.substr(equals + 1);
-    if (key == "HID_ID") parseHIDID(value, uevent);
-    if (key == "HID_NAME") uevent.name = value;
-    if (key == "HID_UNIQ") uevent.uniq = value;
+    if (key == "HID_ID" && uevent.bus == 0) parseHIDID(value, uevent);
+    if (key == "HID_NAME" && uevent.name.empty()) uevent.name = value;
+    if (key == "HID_UNIQ" && uevent.uniq.empty()) uevent.uniq = value;
   }
   return uevent;
 }
@@ -61,12 +61,13 @@ std::string transportName(std::int64_t bus) {
 }
 
 std::optional<std::int64_t> vendorInPath(std::string_view path) {
+  std::optional<std::int64_t> nearest;
   for (const std::string_view part : split(path, '/')) {
     const auto fields = split(part.substr(0, part.find('.')), ':');
     if (fields.size() != 3 || fields[0].size() != 4 || fields[1].size() != 4) continue;
-    if (const auto vendor = parseHexNumber(fields[1])) return *vendor;
+    if (const auto vendor = parseHexNumber(fields[1])) nearest = *vendor;
   }
-  return std::nullopt;
+  return nearest;
 }
 
 std::int64_t usbLocationID(std::int64_t bus, std::string_view devpath) {

@@ -9,7 +9,8 @@ namespace quorvane {
 
 // What the kernel's text files say about a HID device. Pure functions.
 
-// The `uevent` text of a HID device. Absent lines give 0 and empty texts.
+// The `uevent` text of a HID device. Absent lines give 0 and empty texts; of repeated lines the
+// first counts, for the ID stands before the texts that a device chooses.
 struct HIDUevent {
   std::int64_t bus = 0;  // BUS_USB and so on, as in <linux/input.h>
   std::int64_t vendorID = 0;
@@ -25,7 +26,7 @@ HIDUevent parseHIDUevent(std::string_view text);
 // "USB", "Bluetooth", "I2C", "Virtual", or empty for a bus without a name.
 std::string transportName(std::int64_t bus);
 
-// The vendor ID in a sysfs path, from the part that names the HID device
+// The vendor ID in a sysfs path, from the last part that names a HID device
 // (".../0003:0EB7:0020.0001/..."). Removal events have no other facts left.
 std::optional<std::int64_t> vendorInPath(std::string_view path);
 
