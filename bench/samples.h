@@ -1,0 +1,38 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <vector>
+
+namespace quorvane {
+
+// Durations of one thing measured many times, in nanoseconds.
+class Samples {
+ public:
+  void add(std::chrono::steady_clock::duration duration) {
+    values_.push_back(std::chrono::duration<double, std::nano>(duration).count());
+  }
+
+  // The value that this fraction of the samples does not exceed.
+  double quantile(double fraction) {
+    const auto index = static_cast<std::ptrdiff_t>(fraction * static_cast<double>(values_.size()));
+    const auto last = static_cast<std::ptrdiff_t>(values_.size()) - 1;
+    const auto position = values_.begin() + std::min(index, last);
+    std::nth_element(values_.begin(), position, values_.end());
+    return *position;
+  }
+
+ private:
+  std::vector<double> values_;
+};
+
+// Runs `what` and adds how long it took.
+template <typename What>
+void timed(Samples& samples, What what) {
+  const auto begin = std::chrono::steady_clock::now();
+  what();
+  samples.add(std::chrono::steady_clock::now() - begin);
+}
+
+}  // namespace quorvane

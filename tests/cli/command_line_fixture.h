@@ -1,0 +1,164 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/context.h"
+#include "simulator/simulated_backend.h"
+#include "simulator/simulated_device.h"
+#include "support/event_fd.h"
+
+namespace quorvane {
+
+// Objects that compare unequal when their keys come in another order.
+using Json = nlohmann::ordered_json;
+
+// What a run of the program leaves behind.
+struct Outcome {
+  ExitStatus status = ExitStatus::done;
+  std::string out;
+  std::string err;
+
+  bool operator==(const Outcome&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Outcome& outcome);
+
+// A stream into memory.
+class CapturedStream {
+ public:
+  CapturedStream();
+  ~CapturedStream();
+  CapturedStream(const CapturedStream&) = delete;
+  CapturedStream& operator=(const CapturedStream&) = delete;
+
+  std::FILE* file() { return file_; }
+  std::string text();
+
+ private:
+  char* buffer_ = nullptr;
+  std::size_t size_ = 0;
+  std::FILE* file_;
+};
+
+// A USB bus with the devices that a test puts on it.
+class FakeUSBBus final : public USBBus {
+ public:
+  struct Entry {
+    std::int64_t vendorID = Fanatec::vendorID;
+    std::int64_t productID = defaultSimulatedProduct;
+    std::int64_t locationID = 0;
+    int resetError = 0;  // an errno
+  };
+
+  std::vector<Entry> attached;
+  std::vector<std::int64_t> resetLocations;
+
+  std::vector<std::unique_ptr<USBDevice>> devices() override;
+
+ private:
+  class Device;
+};
+
+// A clock that lets something happen in the middle of one of its pauses.
+class EventfulClock final : public Clock {
+ public:
+  explicit EventfulClock(Clock& clock) : clock_(clock) {}
+
+  // Calls `event` at the pause with this number, counted from 0.
+  void at(int pause, std::function<void()> event);
+
+  Monotonic::time_point now() override { return clock_.now(); }
+  void sleepFor(Seconds duration) override;
+  bool wait(Semaphore& semaphore, Seconds timeout) override {
+    return clock_.wait(semaphore, timeout);
+  }
+
+ private:
+  Clock& clock_;
+  int pause_ = 0;
+  int eventfulPause_ = -1;
+  std::function<void()> event_;
+};
+
+// The machine's own clock, whose pauses take no time.
+class HastyClock final : public Clock {
+ public:
+  Monotonic::time_point now() override { return system().now(); }
+  void sleepFor(Seconds /*duration*/) override {}
+  bool wait(Semaphore& semaphore, Seconds timeout) override {
+    return system().wait(semaphore, timeout);
+  }
+};
+
+// The command line on a machine with simulated bases, whose time is simulated as well. Checks that
+// every command treats the base by its rules and closes it.
+class CommandLineTest : public testing::Test {
+ protected:
+  void TearDown() override;
+
+  // Plugs in another base. The time of the first is the time of the program.
+  SimulatedDevice& attach(std::int64_t productID = defaultSimulatedProduct);
+
+  // The first base, plugged in when there is none.
+  SimulatedDevice& base();
+  void change(const std::function<void(SimulatedBehaviour&)>& behaviour);
+
+  // Runs the program with the words of a line.
+  Outcome run(std::string_view line);
+  Outcome run(const std::vector<std::string>& words);
+
+  // Something that happens in the middle of a pause of the program, counted from 0.
+  void atPause(int pause, std::function<void()> event);
+  void interrupt() { interruption_.set(); }
+
+  // The world that the program runs in, with its streams.
+  World world(std::FILE* out, std::FILE* err);
+
+  // What the base saw.
+  std::vector<std::string> transcript() { return base().transcript().lines(); }
+
+  SimulatedBackend backend_;
+  FakeUSBBus usb_;
+  EventFd interruption_;
+  std::vector<std::shared_ptr<SimulatedDevice>> devices_;
+  std::vector<std::string> expectedViolations_;
+  bool inSimulatedTime_ = true;
+
+ private:
+  Clock& clock();
+
+  std::optional<EventfulClock> eventful_;
+  HastyClock hasty_;
+};
+
+// The document that a run printed, as text to compare.
+std::string documentText(const std::string& out);
+std::string documentText(const Json& document);
+
+// A document with the error that ends a command, as printed.
+std::string errorDocument(std::string_view kind, std::string_view message);
+
+using Lines = std::vector<std::string>;
+
+// The words of a line between its spaces.
+std::vector<std::string> wordsOf(std::string_view line);
+
+// What the tests see of the texts that many commands share.
+inline constexpr const char* timeoutText =
+    "Timed out waiting for tuning menu report (is the base in PC mode and on a supported "
+    "firmware?)";
+inline constexpr const char* simulatedName = "CSL DD / GT DD Pro / ClubSport DD";
+inline constexpr const char* simulatedID = "0eb7:0020@00000000/1:4";
+
+}  // namespace quorvane

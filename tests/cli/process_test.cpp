@@ -1,0 +1,161 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "support/unique_fd.h"
+#include "support/version.h"
+#include "tests/cli/command_line_fixture.h"
+
+namespace quorvane {
+namespace {
+
+// The built program as a process of its own.
+class Program {
+ public:
+  // Starts it with the words of a line. With `interrupted`, a Ctrl-C is already waiting for it;
+  // with `results`, its results go to that file.
+  explicit Program(const std::string& line, bool interrupted = false, const char* results = nullptr)
+      : process_(start(line, interrupted, results)) {
+    out_.write.reset();
+    err_.write.reset();
+  }
+
+  // Waits for the next line of its results.
+  std::string line() {
+    std::string text;
+    for (char c = 0; ::read(out_.read.get(), &c, 1) == 1 && c != '\n';) text += c;
+    return text;
+  }
+
+  void interrupt(int signal = SIGINT) const { ::kill(process_, signal); }
+
+  // Waits for the end; what it printed besides the lines read.
+  Outcome finish() {
+    // Messages are few: they fit into their pipe while the results are read.
+    Outcome outcome{ExitStatus::failed, rest(out_.read), rest(err_.read)};
+    int status = 0;
+    EXPECT_EQ(::waitpid(process_, &status, 0), process_);
+    EXPECT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
+    outcome.status = static_cast<ExitStatus>(WEXITSTATUS(status));
+    return outcome;
+  }
+
+ private:
+  struct Pipe {
+    UniqueFd read;
+    UniqueFd write;
+
+    Pipe() {
+      std::array<int, 2> ends{-1, -1};
+      EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+      read = UniqueFd(ends[0]);
+      write = UniqueFd(ends[1]);
+    }
+  };
+
+  pid_t start(const std::string& line, bool interrupted, const char* results) const {
+    std::vector<std::string> words = wordsOf(line);
+    words.insert(words.begin(), QUORVANECTL);
+    std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
+    for (std::string& word : words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    sigset_t interrupt;
+    sigemptyset(&interrupt);
+    sigaddset(&interrupt, SIGINT);
+
+    const pid_t process = ::fork();
+    if (process != 0) return process;
+    ::dup2(results == nullptr ? out_.write.get() : ::open(results, O_WRONLY), STDOUT_FILENO);
+    ::dup2(err_.write.get(), STDERR_FILENO);
+    ::sigprocmask(interrupted ? SIG_BLOCK : SIG_UNBLOCK, &interrupt, nullptr);
+    if (interrupted) ::kill(::getpid(), SIGINT);
+    ::execv(arguments[0], arguments.data());
+    ::_exit(127);
+  }
+
+  static std::string rest(const UniqueFd& fd) {
+    std::string text;
+    std::array<char, 4096> buffer{};
+    for (ssize_t got = 0; (got = ::read(fd.get(), buffer.data(), buffer.size())) > 0;) {
+      text.append(buffer.data(), static_cast<std::size_t>(got));
+    }
+    return text;
+  }
+
+  Pipe out_;
+  Pipe err_;
+  pid_t process_;
+};
+
+const std::string simulatedText = std::string("Simulated base: ") + simulatedName + "\n";
+
+TEST(Program, ExitsWithTheStatusOfItsCommand) {
+  EXPECT_EQ(Program("--version").finish(),
+            (Outcome{ExitStatus::done,
+                     "quorvanectl " + std::string(version()) + " (" + std::string(commit()) + ")\n",
+                     ""}));
+  EXPECT_EQ(Program("--simulate select 9").finish(),
+            (Outcome{ExitStatus::failed, "", simulatedText + "SLOT value 9 is outside 1...5\n"}));
+  EXPECT_EQ(Program("set FF").finish(),
+            (Outcome{ExitStatus::wrongUsage, "",
+                     "\"FF\" is not of the form CODE=VALUE, such as FF=80\n"}));
+}
+
+TEST(Program, KeepsResultsAndMessagesApart) {
+  const Outcome outcome = Program("--simulate --json read").finish();
+  EXPECT_EQ(outcome.status, ExitStatus::done);
+  EXPECT_EQ(outcome.err, simulatedText);
+  EXPECT_EQ(Json::parse(outcome.out)["tuning"]["set"], 2);
+}
+
+TEST(Program, ResultsThatCannotBeWrittenAreAFailure) {
+  EXPECT_EQ(
+      Program("udev-rule", false, "/dev/full").finish(),
+      (Outcome{ExitStatus::failed, "", "Could not write the output: No space left on device\n"}));
+  EXPECT_EQ(Program("raed", false, "/dev/full").finish().status, ExitStatus::wrongUsage);
+}
+
+TEST(Program, AnInterruptionThatWaitsAtTheStartWritesNothing) {
+  EXPECT_EQ(
+      Program("--simulate set FF=80 NFR=20", true).finish(),
+      (Outcome{ExitStatus::interrupted, "", simulatedText + "Interrupted; not written: FF NFR\n"}));
+}
+
+TEST(Program, AnInterruptionStopsAfterTheValueInFlight) {
+  const Lines codes{"SEN", "FF",  "SHO", "BLI", "FFS", "FOR", "SPR", "DPR",
+                    "NDP", "NFR", "brF", "FEI", "ACP", "INT", "NIN", "FUL"};
+  // Each value takes a quarter of a second, so the signal comes long before the last.
+  std::string words;
+  for (const std::string& code : codes) words += " " + code + (code == "SEN" ? "=540" : "=1");
+  Program program("--simulate set" + words);
+  EXPECT_EQ(program.line().substr(0, 12), "SEN  540 deg");
+  program.interrupt();
+  const Outcome outcome = program.finish();
+  EXPECT_EQ(outcome.status, ExitStatus::interrupted);
+
+  std::size_t written = 1;
+  for (const char c : outcome.out) written += c == '\n' ? 1 : 0;
+  ASSERT_LT(written, codes.size());
+  std::string unwritten;
+  for (std::size_t i = written; i < codes.size(); ++i) unwritten += " " + codes[i];
+  EXPECT_EQ(outcome.err, simulatedText + "Interrupted; not written:" + unwritten + "\n");
+}
+
+TEST(Program, AnInterruptionEndsTheMonitor) {
+  for (const int signal : {SIGINT, SIGTERM}) {
+    Program program("--simulate monitor");
+    EXPECT_EQ(program.line(), std::string("arrival ") + simulatedName + " " + simulatedID);
+    program.interrupt(signal);
+    EXPECT_EQ(program.finish(), (Outcome{ExitStatus::done, "", simulatedText}));
+  }
+}
+
+}  // namespace
+}  // namespace quorvane

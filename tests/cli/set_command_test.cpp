@@ -1,0 +1,252 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/cli/command_line_fixture.h"
+
+namespace quorvane {
+namespace {
+
+class SetCommand : public CommandLineTest {
+ protected:
+  std::int64_t valueOnBase(TuningParameter parameter) {
+    std::int64_t value = 0;
+    base().withBase([&](SimulatedBase& simulated) {
+      const auto snapshot = TuningSnapshot::fromReport(simulated.menu().report(), {});
+      value = snapshot->value(parameter, simulated.product());
+    });
+    return value;
+  }
+};
+
+Json receipt(const char* parameter, std::int64_t value, const Json& readBack, const Json& error,
+             std::int64_t milliseconds) {
+  return {{"parameter", parameter},
+          {"value", value},
+          {"readBack", readBack},
+          {"error", error},
+          {"milliseconds", milliseconds}};
+}
+
+std::string results(const std::vector<Json>& receipts) {
+  return documentText(Json{{"results", receipts}}) + "\n";
+}
+
+TEST_F(SetCommand, WritesOneValueAndReadsItBack) {
+  base();
+  EXPECT_EQ(run("set FF=80"), (Outcome{ExitStatus::done, "FF   80 % (250 ms)\n", ""}));
+  EXPECT_EQ(transcript(),
+            (Lines{"open", "> ff 03 02 +61",
+                   "> ff 03 00 02 db 50 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
+                   "pause 250 ms", "> ff 03 02 +61", "close"}));
+  EXPECT_EQ(valueOnBase(TuningParameter::forceFeedback), 80);
+}
+
+TEST_F(SetCommand, WritesInMenuOrderWhateverTheOrderOfTheWords) {
+  base();
+  EXPECT_EQ(run("set ACP=bt BLI=40 FF=80 SEN=AUTO"),
+            (Outcome{ExitStatus::done,
+                     "SEN  AUT (250 ms)\n"
+                     "FF   80 % (250 ms)\n"
+                     "BLI  40 % (250 ms)\n"
+                     "ACP  Bt (brake / throttle) (250 ms)\n",
+                     ""}));
+  const Lines wanted{
+      "open",
+      "> ff 03 02 +61",
+      "> ff 03 00 02 7e 41 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
+      "pause 250 ms",
+      "> ff 03 02 +61",
+      "> ff 03 00 02 7e 50 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
+      "pause 250 ms",
+      "> ff 03 02 +61",
+      "> ff 03 00 02 7e 50 0a 28 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
+      "pause 250 ms",
+      "> ff 03 02 +61",
+      "> ff 03 00 02 7e 50 0a 28 01 00 00 0a 0a 05 19 0a 00 32 64 00 03 0b 05 +41",
+      "pause 250 ms",
+      "> ff 03 02 +61",
+      "close",
+  };
+  EXPECT_EQ(transcript(), wanted);
+}
+
+TEST_F(SetCommand, GivesOneDocument) {
+  base();
+  EXPECT_EQ(
+      run("set --json NFR=20 FF=80"),
+      (Outcome{ExitStatus::done,
+               results({receipt("FF", 80, 80, nullptr, 250), receipt("NFR", 20, 20, nullptr, 250)}),
+               ""}));
+}
+
+TEST_F(SetCommand, TheReceiptTellsWhatTheBaseKept) {
+  base();
+  EXPECT_EQ(run("set --json brF=57 SEN=0"),
+            (Outcome{ExitStatus::done,
+                     results({receipt("SEN", 0, 2530, nullptr, 250),
+                              receipt("brF", 57, 50, nullptr, 250)}),
+                     ""}));
+}
+
+TEST_F(SetCommand, SwitchesTheSetFirst) {
+  base();
+  EXPECT_EQ(run("set FF=80 SLOT=3"),
+            (Outcome{ExitStatus::done, "SLOT 3 (250 ms)\nFF   80 % (250 ms)\n", ""}));
+  EXPECT_EQ(transcript()[2], "> ff 03 01 03 +60");
+}
+
+TEST_F(SetCommand, WritesInTheLayoutAskedFor) {
+  change([](SimulatedBehaviour& behaviour) { behaviour.layout = TuningLayout::inPlace; });
+  EXPECT_EQ(run("--layout linux set FF=80").status, ExitStatus::done);
+  EXPECT_EQ(transcript()[2],
+            "> ff 03 00 db 50 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +42");
+  EXPECT_EQ(valueOnBase(TuningParameter::forceFeedback), 80);
+}
+
+TEST_F(SetCommand, GoesOnAfterAFailure) {
+  base();
+  const Lines wanted{
+      "open",
+      "> ff 03 02 +61",
+      "> ff 03 00 02 db 50 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
+      "pause 250 ms",
+      "> ff 03 02 +61",
+      "> ff 03 00 02 db 50 0a 65 01 00 00 0a 0a 05 19 14 00 32 64 00 01 0b 05 +41",
+      "pause 250 ms",
+      "> ff 03 02 +61",
+      "close",
+  };
+  EXPECT_EQ(run("set FF=80 SEN=80 BLI=102 DRI=2 NFR=20 SLOT=6"),
+            (Outcome{ExitStatus::failed,
+                     "SLOT not written: SLOT value 6 is outside 1...5\n"
+                     "SEN  not written: SEN value 80 is outside 90...2520\n"
+                     "FF   80 % (250 ms)\n"
+                     "BLI  not written: BLI value 102 is outside 0...101\n"
+                     "DRI  not written: DRI is not available on CSL DD / GT DD Pro / ClubSport DD\n"
+                     "NFR  20 % (250 ms)\n",
+                     "4 of 6 values not written\n"}));
+  EXPECT_EQ(transcript(), wanted);
+}
+
+TEST_F(SetCommand, AValueOutOfRangeSendsNoWrite) {
+  base();
+  EXPECT_EQ(run("set --json FF=101"),
+            (Outcome{ExitStatus::failed,
+                     results({receipt("FF", 101, nullptr, "FF value 101 is outside 0...100", 0)}),
+                     "1 of 1 values not written\n"}));
+  EXPECT_EQ(transcript(), (Lines{"open", "> ff 03 02 +61", "close"}));
+}
+
+TEST_F(SetCommand, AnIgnoredWriteIsAFailureWithTheValueThatTheBaseKept) {
+  change(
+      [](SimulatedBehaviour& behaviour) { behaviour.ignored = {TuningParameter::forceFeedback}; });
+  const std::string error = "The base ignored the FF write; it still reports 65";
+  EXPECT_EQ(run("set FF=80 NFR=20"),
+            (Outcome{ExitStatus::failed, "FF   not written: " + error + "\nNFR  20 % (250 ms)\n",
+                     "1 of 2 values not written\n"}));
+  EXPECT_EQ(
+      run("set --json FF=80 NFR=30"),
+      (Outcome{ExitStatus::failed,
+               results({receipt("FF", 80, 65, error, 250), receipt("NFR", 30, 30, nullptr, 250)}),
+               "1 of 2 values not written\n"}));
+}
+
+TEST_F(SetCommand, AWriteInAForeignLayoutIsIgnored) {
+  change([](SimulatedBehaviour& behaviour) { behaviour.layout = TuningLayout::inPlace; });
+  const Outcome outcome = run("set NFR=20");
+  EXPECT_EQ(outcome.status, ExitStatus::failed);
+  EXPECT_NE(outcome.out.find("NFR  not written: The base ignored the NFR write"), std::string::npos)
+      << outcome.out;
+}
+
+TEST_F(SetCommand, ASilentBaseFailsBeforeAnythingIsWritten) {
+  change([](SimulatedBehaviour& behaviour) { behaviour.silent = true; });
+  EXPECT_EQ(run("set FF=80"), (Outcome{ExitStatus::failed, "", std::string(timeoutText) + "\n"}));
+  EXPECT_EQ(run("set --json FF=80"),
+            (Outcome{ExitStatus::failed, errorDocument("timeout", timeoutText),
+                     std::string(timeoutText) + "\n"}));
+  EXPECT_EQ(transcript(), (Lines{"open", "> ff 03 02 +61", "close",  //
+                                 "open", "> ff 03 02 +61", "close"}));
+}
+
+TEST_F(SetCommand, ABaseThatFallsSilentGivesAReceiptForEachValue) {
+  base();
+  atPause(1, [this] { change([](SimulatedBehaviour& behaviour) { behaviour.silent = true; }); });
+  EXPECT_EQ(run("set --json SEN=800 FF=80 NFR=20"),
+            (Outcome{ExitStatus::failed,
+                     results({receipt("SEN", 800, 800, nullptr, 250),
+                              receipt("FF", 80, nullptr, timeoutText, 2250),
+                              receipt("NFR", 20, nullptr, timeoutText, 2250)}),
+                     "2 of 3 values not written\n"}));
+}
+
+TEST_F(SetCommand, ABaseThatLeavesAfterAWriteGivesAReceiptForEachValue) {
+  change([](SimulatedBehaviour& behaviour) { behaviour.unplugAfter = 4; });
+  const std::string gone = "HID I/O failed: SetReport id 0xFF -> device not found";
+  EXPECT_EQ(run("set --json SEN=800 FF=80 NFR=20"),
+            (Outcome{ExitStatus::failed,
+                     results({receipt("SEN", 800, 800, nullptr, 250),
+                              receipt("FF", 80, nullptr, gone, 250),
+                              receipt("NFR", 20, nullptr, gone, 0)}),
+                     "2 of 3 values not written\n"}));
+}
+
+TEST_F(SetCommand, ABaseThatLeavesBeforeItAnswersGivesAReceiptForEachValue) {
+  change([](SimulatedBehaviour& behaviour) { behaviour.unplugAfter = 5; });
+  EXPECT_EQ(
+      run("set SEN=800 FF=80 NFR=20"),
+      (Outcome{ExitStatus::failed,
+               "SEN  800 deg (250 ms)\n"
+               "FF   not written: " +
+                   std::string(timeoutText) +
+                   "\n"
+                   "NFR  not written: HID I/O failed: SetReport id 0xFF -> device not found\n",
+               "2 of 3 values not written\n"}));
+}
+
+TEST_F(SetCommand, AnInterruptionFinishesTheValueInFlight) {
+  base();
+  atPause(1, [this] { interrupt(); });
+  EXPECT_EQ(run("set ACP=2 SEN=800 FF=80 NFR=20"),
+            (Outcome{ExitStatus::interrupted, "SEN  800 deg (250 ms)\nFF   80 % (250 ms)\n",
+                     "Interrupted; not written: NFR ACP\n"}));
+  EXPECT_EQ(valueOnBase(TuningParameter::forceFeedback), 80);
+  EXPECT_EQ(valueOnBase(TuningParameter::naturalFriction), 10);
+}
+
+TEST_F(SetCommand, AnInterruptionLeavesAWholeDocument) {
+  base();
+  atPause(0, [this] { interrupt(); });
+  EXPECT_EQ(run("set --json SEN=800 FF=80"),
+            (Outcome{ExitStatus::interrupted, results({receipt("SEN", 800, 800, nullptr, 250)}),
+                     "Interrupted; not written: FF\n"}));
+}
+
+TEST_F(SetCommand, AnInterruptionBeforeTheFirstValueWritesNothing) {
+  base();
+  interrupt();
+  EXPECT_EQ(run("set --json SEN=800 FF=80"),
+            (Outcome{ExitStatus::interrupted, results({}), "Interrupted; not written: SEN FF\n"}));
+  EXPECT_EQ(transcript(), (Lines{"open", "> ff 03 02 +61", "close"}));
+}
+
+TEST_F(SetCommand, AnInterruptionDuringTheLastValueLeavesNothingUnwritten) {
+  base();
+  atPause(1, [this] { interrupt(); });
+  EXPECT_EQ(run("set SEN=800 FF=80"),
+            (Outcome{ExitStatus::interrupted, "SEN  800 deg (250 ms)\nFF   80 % (250 ms)\n", ""}));
+}
+
+TEST_F(SetCommand, AnInterruptionAfterAFailureTellsBoth) {
+  base();
+  atPause(0, [this] { interrupt(); });
+  EXPECT_EQ(run("set SEN=80 FF=80 NFR=20"),
+            (Outcome{ExitStatus::interrupted,
+                     "SEN  not written: SEN value 80 is outside 90...2520\nFF   80 % (250 ms)\n",
+                     "1 of 3 values not written\nInterrupted; not written: NFR\n"}));
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,226 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/version.h"
+#include "tests/cli/command_line_fixture.h"
+
+namespace quorvane {
+namespace {
+
+using Usage = CommandLineTest;
+
+// Bases of the program's own making, which live in real time.
+class Simulate : public CommandLineTest {
+ protected:
+  Simulate() { inSimulatedTime_ = false; }
+};
+
+TEST_F(Usage, WrongWordsTouchNoBase) {
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {"", "A subcommand is required"},
+      {"--json", "A subcommand is required"},
+      {"frobnicate", "frobnicate"},
+      {"READ", "READ"},
+      {"--frobnicate read", "--frobnicate"},
+      {"read more", "more"},
+      {"devices more", "more"},
+      {"usb-reset more", "more"},
+      {"monitor more", "more"},
+      {"--device", "required"},
+
+      {"set", "values is required"},
+      {"set FF", "\"FF\" is not of the form CODE=VALUE"},
+      {"set FF=80 SEN", "\"SEN\" is not of the form CODE=VALUE"},
+      {"set XYZ=1", "There is no setting \"XYZ\""},
+      {"set FF=80 XYZ=1", "There is no setting \"XYZ\""},
+      {"set FF=80 SEN=OFF", "\"OFF\" is no value for SEN"},
+      {"set FF=80 FF=80", "FF is given twice"},
+      {"set FF=80 ff=20", "FF is given twice"},
+      {"set FF=99999999999999999999", "is no value for FF"},
+      {"set --yes FF=80", "--yes"},
+
+      {"select", "set is required"},
+      {"select two", "two"},
+      {"select 2 3", "3"},
+      {"mode basic", "basic"},
+      {"mode Standard", "Standard"},
+      {"mode standard advanced", "advanced"},
+      {"rotation", "degrees is required"},
+      {"rotation far", "far"},
+      {"rotation 900.5", "900.5"},
+      {"rotation 900 90", "90"},
+      {"raw", "bytes is required"},
+      {"raw zz", "hexadecimal"},
+      {"raw ff 03 0g", "hexadecimal"},
+      {"raw ff 03 002", "hexadecimal"},
+      {"raw 0x", "hexadecimal"},
+      {"factory-reset", "--yes"},
+      {"factory-reset yes", "yes"},
+
+      {"--layout windows set FF=80", "windows"},
+      {"--layout SDK set FF=80", "SDK"},
+      {"--report-id 256 rotation 900", "\"256\" is no report ID"},
+      {"--report-id -1 rotation 900", "\"-1\" is no report ID"},
+      {"--report-id 0x100 rotation 900", "\"0x100\" is no report ID"},
+      {"--report-id 0x rotation 900", "\"0x\" is no report ID"},
+      {"--report-id one rotation 900", "\"one\" is no report ID"},
+  };
+  base();
+  for (const auto& [line, message] : cases) {
+    for (const char* const json : {"", " --json"}) {
+      if (line.empty() && *json != 0) continue;
+      const Outcome outcome = run(line + json);
+      EXPECT_EQ(outcome.status, ExitStatus::wrongUsage) << line;
+      EXPECT_EQ(outcome.out, "") << line;
+      EXPECT_NE(outcome.err.find(message), std::string::npos) << line << "\n" << outcome.err;
+      EXPECT_EQ(transcript(), Lines{}) << line;
+    }
+  }
+}
+
+TEST_F(Usage, ANameOfSeveralBasesIsWrongUsage) {
+  attach();
+  attach();
+  const Outcome outcome = run({"--device", simulatedID, "read"});
+  EXPECT_EQ(outcome.status, ExitStatus::wrongUsage);
+  EXPECT_EQ(outcome.err.substr(0, outcome.err.find('\n')),
+            "Several bases answer to 0eb7:0020@00000000/1:4. Name one by its node:");
+  EXPECT_EQ(transcript(), Lines{});
+}
+
+TEST_F(Usage, GlobalOptionsStandBeforeOrAfterTheCommandAndTheLastOneCounts) {
+  base();
+  const Outcome wanted = run("--layout linux --json select 3");
+  ASSERT_EQ(wanted.status, ExitStatus::done);
+  for (const char* const line :
+       {"select 3 --layout linux --json", "select --json 3 --layout=linux",
+        "--layout sdk select 3 --json --layout linux", "--json --json --layout linux select 3"}) {
+    base().transcript().clear();
+    EXPECT_EQ(Json::parse(run(line).out)["tuning"]["set"], 3) << line;
+    EXPECT_EQ(transcript()[1], "> ff 03 01 03 +60") << line;
+  }
+}
+
+TEST_F(Usage, HelpNamesTheCommandsAndOptions) {
+  const Outcome outcome = run("--help");
+  EXPECT_EQ(outcome.status, ExitStatus::done);
+  EXPECT_EQ(outcome.err, "");
+  for (const char* const word :
+       {"--device WHICH", "--simulate [=PRODUCT]", "--report-id N", "--layout sdk|linux ", "--json",
+        "--version", "--help", "\n  devices ", "\n  read ", "\n  set ", "\n  select ", "\n  mode ",
+        "\n  rotation ", "\n  raw ", "\n  factory-reset ", "\n  usb-reset ", "\n  monitor ",
+        "\n  udev-rule ", "Exit status: 0 done, 1 "}) {
+    EXPECT_NE(outcome.out.find(word), std::string::npos) << word << "\n" << outcome.out;
+  }
+}
+
+TEST_F(Usage, HelpOfACommandNamesItsArguments) {
+  const std::vector<std::pair<std::string, std::vector<std::string>>> cases{
+      {"devices", {"List the attached bases"}},
+      {"read", {"Show who the base is"}},
+      {"set", {"CODE=VALUE", "SEN=AUTO", "Ctrl-C"}},
+      {"select", {"SET", "1 to 5"}},
+      {"mode", {"standard|advanced "}},
+      {"rotation", {"DEGREES"}},
+      {"raw", {"BYTES", "ff 03 02"}},
+      {"factory-reset", {"--yes"}},
+      {"usb-reset", {"Re-enumerate the base"}},
+      {"monitor", {"Ctrl-C"}},
+      {"udev-rule", {"/etc/udev/rules.d/70-quorvane.rules"}},
+  };
+  base();
+  for (const auto& [command, words] : cases) {
+    const Outcome outcome = run(command + " --help");
+    EXPECT_EQ(outcome.status, ExitStatus::done) << command;
+    EXPECT_EQ(outcome.err, "") << command;
+    EXPECT_NE(outcome.out.find("quorvanectl " + command), std::string::npos) << outcome.out;
+    for (const std::string& word : words) {
+      EXPECT_NE(outcome.out.find(word), std::string::npos) << word << "\n" << outcome.out;
+    }
+  }
+  EXPECT_EQ(transcript(), Lines{});
+}
+
+TEST_F(Usage, VersionTellsVersionAndCommit) {
+  EXPECT_EQ(run("--version"),
+            (Outcome{ExitStatus::done,
+                     "quorvanectl " + std::string(version()) + " (" + std::string(commit()) + ")\n",
+                     ""}));
+}
+
+TEST_F(Simulate, IsEveryProductWithATuningMenu) {
+  const std::vector<std::pair<std::string, std::int64_t>> cases{
+      {"--simulate", 0x0020},
+      {"--simulate=0x0001", 0x0001},
+      {"--simulate=0004", 0x0004},
+      {"--simulate=5", 0x0005},
+      {"--simulate=0x6", 0x0006},
+      {"--simulate=0007", 0x0007},
+      {"--simulate=0x0020", 0x0020},
+      {"--simulate=0x0E03", 0x0E03},
+      {"--simulate=dd1", 0x0006},
+      {"--simulate=GT_DD_Pro", 0x0020},
+      {"--simulate=CSL_Elite_Wheel_Base", 0x0E03},
+      {"--simulate=PS4", 0x0005},
+  };
+  for (const auto& [option, productID] : cases) {
+    std::string word = option;
+    for (char& c : word) c = c == '_' ? ' ' : c;
+    const auto product = FanatecProduct::lookup(productID).value();
+    const Outcome outcome = run({word, "read", "--json"});
+    EXPECT_EQ(outcome.status, ExitStatus::done) << option;
+    EXPECT_EQ(outcome.err, "Simulated base: " + std::string(product.name) + "\n") << option;
+    EXPECT_EQ(Json::parse(outcome.out)["device"]["productID"], productID) << option;
+  }
+}
+
+TEST_F(Simulate, TakesItsProductWithAnEqualsSignOnly) {
+  const Outcome outcome = run("read --simulate --json");
+  EXPECT_EQ(Json::parse(outcome.out)["device"]["productID"], defaultSimulatedProduct);
+  EXPECT_EQ(run("--simulate dd1 read").status, ExitStatus::wrongUsage);
+}
+
+TEST_F(Simulate, AnUnknownOrAmbiguousProductIsWrongUsageAndListsTheProducts) {
+  for (const std::string product : {"nothing", "DD", "0x6204", "0x0011", "0x99999", "ClubSport"}) {
+    EXPECT_EQ(run("--simulate=" + product + " read"),
+              (Outcome{ExitStatus::wrongUsage, "",
+                       "\"" + product +
+                           "\" does not name one product with a tuning menu. There are:\n"
+                           "  0x0001  ClubSport Wheel Base V2\n"
+                           "  0x0004  ClubSport Wheel Base V2.5\n"
+                           "  0x0005  CSL Elite Wheel Base (PS4)\n"
+                           "  0x0006  Podium Wheel Base DD1\n"
+                           "  0x0007  Podium Wheel Base DD2\n"
+                           "  0x0020  CSL DD / GT DD Pro / ClubSport DD\n"
+                           "  0x0e03  CSL Elite Wheel Base\n"}));
+  }
+}
+
+TEST_F(Simulate, AnEmptyProductIsWrongUsage) {
+  base();
+  for (const char* const line : {"--simulate= read", "read --simulate=", "--simulate="}) {
+    EXPECT_EQ(run(line).status, ExitStatus::wrongUsage) << line;
+  }
+  EXPECT_EQ(transcript(), Lines{});
+}
+
+TEST_F(Simulate, LeavesTheMachinesOwnBasesAlone) {
+  base();
+  usb_.attached = {{Fanatec::vendorID, 0x0020, 0x03140000}};
+  EXPECT_EQ(run("--simulate read").status, ExitStatus::done);
+  EXPECT_EQ(run("--simulate usb-reset").status, ExitStatus::done);
+  EXPECT_EQ(transcript(), Lines{});
+  EXPECT_EQ(usb_.resetLocations, std::vector<std::int64_t>{});
+}
+
+TEST_F(Simulate, TheFirmwareSpeaksTheLayoutAskedFor) {
+  for (const char* const layout : {"sdk", "linux"}) {
+    EXPECT_EQ(run({"--simulate", "--layout", layout, "set", "FF=81"}).status, ExitStatus::done);
+  }
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,332 @@
+#include "hid/linux/hidraw_port.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "hid/connection.h"
+#include "support/semaphore.h"
+#include "support/thread.h"
+#include "tests/error_text.h"
+
+namespace quorvane {
+namespace {
+
+constexpr HIDReturn badDescriptor = 0x0000C009;
+constexpr HIDReturn tryAgain = 0x0000C00B;
+constexpr HIDReturn noSuchRequest = 0x0000C019;
+
+// Two connected ends, one report a read, as between a node and its device.
+std::pair<UniqueFd, UniqueFd> connectedEnds() {
+  std::array<int, 2> ends{-1, -1};
+  EXPECT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, ends.data()),
+            0);
+  return {UniqueFd(ends[0]), UniqueFd(ends[1])};
+}
+
+void sendTo(const UniqueFd& end, const Bytes& report) {
+  EXPECT_EQ(::write(end.get(), report.data(), report.size()), static_cast<ssize_t>(report.size()));
+}
+
+// What arrived at the end; empty when nothing did or the other end is closed.
+Bytes arrivedAt(const UniqueFd& end) {
+  Bytes report(256);
+  const ssize_t length = ::read(end.get(), report.data(), report.size());
+  report.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+  return report;
+}
+
+class HidrawPortTest : public testing::Test {
+ protected:
+  void SetUp() override { reopen(true); }
+
+  void reopen(bool numbered) {
+    auto [node, other] = connectedEnds();
+    port_ = std::make_unique<HidrawPort>(std::move(node), numbered);
+    device_ = std::move(other);
+  }
+
+  HIDPort::ReadResult read() {
+    HIDPort::ReadResult result = port_->read(buffer_);
+    received_.assign(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(result.length));
+    return result;
+  }
+
+  std::unique_ptr<HidrawPort> port_;
+  UniqueFd device_;
+  Bytes buffer_ = Bytes(16);
+  Bytes received_;
+};
+
+TEST_F(HidrawPortTest, ReadsOneReportAtATime) {
+  sendTo(device_, {1, 2, 3});
+  sendTo(device_, {0xFF, 4});
+  auto result = read();
+  EXPECT_EQ(result.code, HIDReturnCode::success);
+  EXPECT_EQ(result.reportID, 1);
+  EXPECT_EQ(received_, (Bytes{1, 2, 3}));
+  result = read();
+  EXPECT_EQ(result.code, HIDReturnCode::success);
+  EXPECT_EQ(result.reportID, 0xFF);
+  EXPECT_EQ(received_, (Bytes{0xFF, 4}));
+}
+
+TEST_F(HidrawPortTest, ReportsWithoutIDsHaveTheID0) {
+  reopen(false);
+  sendTo(device_, {1, 2, 3});
+  EXPECT_EQ(read().reportID, 0);
+  EXPECT_EQ(received_, (Bytes{1, 2, 3}));
+}
+
+TEST_F(HidrawPortTest, AReportLongerThanTheBufferIsCut) {
+  buffer_.resize(4);
+  sendTo(device_, {1, 2, 3, 4, 5, 6});
+  sendTo(device_, {7});
+  EXPECT_EQ(read().length, 4U);
+  EXPECT_EQ(received_, (Bytes{1, 2, 3, 4}));
+  read();
+  EXPECT_EQ(received_, (Bytes{7}));
+}
+
+TEST_F(HidrawPortTest, AReadWaitsForAReport) {
+  Semaphore started;
+  Thread sender("sender", [&] {
+    started.wait();
+    sendTo(device_, {1, 2});
+  });
+  started.signal();
+  EXPECT_EQ(read().code, HIDReturnCode::success);
+  EXPECT_EQ(received_, (Bytes{1, 2}));
+}
+
+TEST_F(HidrawPortTest, AnInterruptEndsReadingForEver) {
+  sendTo(device_, {1, 2});
+  port_->interrupt();
+  for (int i = 0; i < 3; ++i) {
+    const auto result = read();
+    EXPECT_EQ(result.code, HIDReturnCode::aborted);
+    EXPECT_EQ(result.length, 0U);
+  }
+}
+
+TEST_F(HidrawPortTest, AnInterruptWakesAReadThatWaits) {
+  Semaphore started;
+  HIDReturn code = HIDReturnCode::success;
+  Thread reader("reader", [&] {
+    started.signal();
+    code = read().code;
+  });
+  started.wait();
+  port_->interrupt();
+  reader.join();
+  EXPECT_EQ(code, HIDReturnCode::aborted);
+}
+
+TEST_F(HidrawPortTest, ADeviceThatLeftFailsEveryReadBehindItsLastReport) {
+  sendTo(device_, {1, 2});
+  device_.reset();
+  EXPECT_EQ(read().code, HIDReturnCode::success);
+  EXPECT_EQ(received_, (Bytes{1, 2}));
+  EXPECT_EQ(read().code, HIDReturnCode::noDevice);
+  EXPECT_EQ(read().code, HIDReturnCode::noDevice);
+  port_->interrupt();
+  EXPECT_EQ(read().code, HIDReturnCode::aborted);
+}
+
+TEST_F(HidrawPortTest, AFailedReadTellsWhy) {
+  HidrawPort unreadable(UniqueFd(::open("/dev/null", O_WRONLY | O_CLOEXEC)), true);
+  EXPECT_EQ(unreadable.read(buffer_).code, badDescriptor);
+  EXPECT_EQ(unreadable.read(buffer_).code, badDescriptor);
+}
+
+TEST_F(HidrawPortTest, WritesTheReportAsItIs) {
+  EXPECT_EQ(port_->write(0x1F, Bytes{0x1F, 1, 2}), HIDReturnCode::success);
+  EXPECT_EQ(port_->write(0xFF, Bytes{0xFF, 3}), HIDReturnCode::success);
+  EXPECT_EQ(arrivedAt(device_), (Bytes{0x1F, 1, 2}));
+  EXPECT_EQ(arrivedAt(device_), (Bytes{0xFF, 3}));
+}
+
+TEST_F(HidrawPortTest, WritesA0InPlaceOfAMissingReportID) {
+  reopen(false);
+  EXPECT_EQ(port_->write(0, Bytes{1, 2}), HIDReturnCode::success);
+  EXPECT_EQ(port_->write(0, Bytes{}), HIDReturnCode::success);
+  EXPECT_EQ(arrivedAt(device_), (Bytes{0, 1, 2}));
+  EXPECT_EQ(arrivedAt(device_), (Bytes{0}));
+}
+
+TEST_F(HidrawPortTest, AFailedWriteTellsWhy) {
+  HidrawPort unwritable(UniqueFd(::open("/dev/null", O_RDONLY | O_CLOEXEC)), true);
+  EXPECT_EQ(unwritable.write(1, Bytes{1, 2}), badDescriptor);
+}
+
+TEST_F(HidrawPortTest, AWriteToADeviceThatTakesNothingMoreFails) {
+  const Bytes report(64, 1);
+  HIDReturn code = HIDReturnCode::success;
+  while (code == HIDReturnCode::success) code = port_->write(1, report);
+  EXPECT_EQ(code, tryAgain);
+}
+
+TEST_F(HidrawPortTest, AWriteThatIsTakenInPartFails) {
+  std::array<int, 2> ends{-1, -1};
+  ASSERT_EQ(::pipe2(ends.data(), O_NONBLOCK | O_CLOEXEC), 0);
+  const UniqueFd drain(ends[0]);
+  HidrawPort narrow(UniqueFd(ends[1]), true);
+  const int capacity = ::fcntl(drain.get(), F_GETPIPE_SZ);
+  ASSERT_GT(capacity, 0);
+  const Bytes tooMuch(static_cast<std::size_t>(capacity) + 1, 1);
+  EXPECT_EQ(narrow.write(1, tooMuch), HIDReturnCode::generalError);
+}
+
+TEST_F(HidrawPortTest, AFailedRequestForAReportTellsWhyAndNamesTheReportInTheBuffer) {
+  for (const auto kind : {HIDReportKind::input, HIDReportKind::feature}) {
+    Bytes answer(8);
+    std::size_t length = answer.size();
+    EXPECT_EQ(port_->getReport(kind, 0x1F, answer, length), noSuchRequest);
+    EXPECT_EQ(length, answer.size());
+    EXPECT_EQ(answer, (Bytes{0x1F, 0, 0, 0, 0, 0, 0, 0}));
+  }
+}
+
+TEST_F(HidrawPortTest, DestructionClosesTheNode) {
+  port_.reset();
+  std::uint8_t byte = 0;
+  EXPECT_EQ(::read(device_.get(), &byte, 1), 0);
+}
+
+TEST_F(HidrawPortTest, WritesAndReadsGoOnAtOnce) {
+  constexpr int packets = 50;
+  ASSERT_EQ(::fcntl(device_.get(), F_SETFL, 0), 0);  // the echo may block
+  const auto write = [&](std::uint8_t reportID) {
+    for (int i = 0; i < packets; ++i) {
+      EXPECT_EQ(port_->write(reportID, Bytes{reportID, 7}), HIDReturnCode::success);
+    }
+  };
+  const Thread first("first writer", [&] { write(1); });
+  const Thread second("second writer", [&] { write(2); });
+  const Thread echo("echo", [&] {
+    for (int i = 0; i < 2 * packets; ++i) sendTo(device_, arrivedAt(device_));
+  });
+  std::array<int, 3> counts{};
+  for (int i = 0; i < 2 * packets; ++i) {
+    const auto result = read();
+    EXPECT_EQ(result.code, HIDReturnCode::success);
+    ++counts.at(result.reportID);
+  }
+  EXPECT_EQ(counts, (std::array<int, 3>{0, packets, packets}));
+}
+
+// A device whose every opening is one end of a socket; the test holds the other.
+class SocketDevice final : public HIDDeviceHandle {
+ public:
+  std::optional<HIDProperty> property(std::string_view /*key*/) const override {
+    return std::nullopt;
+  }
+  std::vector<HIDElement> elements() const override { return {}; }
+  std::string node() const override { return {}; }
+  bool accessible() const override { return true; }
+
+  HIDOpenResult open(bool /*exclusive*/) override {
+    if (failure != HIDReturnCode::success) return {failure, nullptr};
+    auto [node, other] = connectedEnds();
+    device = std::move(other);
+    return {HIDReturnCode::success, std::make_unique<HidrawPort>(std::move(node), true)};
+  }
+
+  UniqueFd device;  // of the latest opening
+  HIDReturn failure = HIDReturnCode::success;
+};
+
+std::ptrdiff_t entries(const char* folder) {
+  return std::distance(std::filesystem::directory_iterator(folder), {});
+}
+
+std::ptrdiff_t openDescriptors() { return entries("/proc/self/fd"); }
+std::ptrdiff_t threads() { return entries("/proc/self/task"); }
+
+// The kernel lists a thread for a moment after it was joined; a leak would leave one a cycle.
+constexpr std::ptrdiff_t stillEnding = 20;
+
+class HidrawConnectionTest : public testing::Test {
+ protected:
+  const std::shared_ptr<SocketDevice> device_ = std::make_shared<SocketDevice>();
+  Semaphore delivered_;
+  HIDConnection connection_{HIDEnumerator::info(device_)};
+};
+
+TEST_F(HidrawConnectionTest, CarriesReportsBothWays) {
+  std::string text;
+  connection_.onReport([&](const HIDInputReport& report) {
+    text = std::to_string(report.reportID) + ": " + report.hexDump();
+    delivered_.signal();
+  });
+  connection_.open(false);
+  sendTo(device_->device, {0xFF, 3, 2});
+  delivered_.wait();
+  EXPECT_EQ(text, "255: ff 03 02");
+  connection_.send({0x1F, {1, 2, 3, 4, 5, 6, 7}});
+  EXPECT_EQ(arrivedAt(device_->device), (Bytes{0x1F, 1, 2, 3, 4, 5, 6, 7}));
+}
+
+TEST_F(HidrawConnectionTest, AThousandOpeningsLeaveNoDescriptorAndNoThreadBehind) {
+  const auto descriptorsBefore = openDescriptors();
+  const auto threadsBefore = threads();
+  for (int i = 0; i < 1000; ++i) {
+    HIDConnection other(HIDEnumerator::info(device_));
+    other.onReport([&](const HIDInputReport&) { delivered_.signal(); });
+    other.open(i % 2 == 0);
+    sendTo(device_->device, {1, 2});
+    if (i % 3 != 0) delivered_.wait();
+    if (i % 5 != 0) other.close();
+  }
+  device_->device.reset();
+  EXPECT_EQ(openDescriptors(), descriptorsBefore);
+  EXPECT_LE(threads(), threadsBefore + stillEnding);
+}
+
+TEST_F(HidrawConnectionTest, AThousandReopeningsLeaveNoDescriptorAndNoThreadBehind) {
+  const auto descriptorsBefore = openDescriptors();
+  const auto threadsBefore = threads();
+  for (int i = 0; i < 1000; ++i) {
+    connection_.open(false);
+    connection_.close();
+  }
+  connection_.open(false);
+  EXPECT_LE(threads(), threadsBefore + 1 + stillEnding);
+  // The node, the other end and the reader's stop signal.
+  EXPECT_EQ(openDescriptors(), descriptorsBefore + 3);
+}
+
+TEST_F(HidrawConnectionTest, AThousandFailedOpeningsLeaveNoDescriptorAndNoThreadBehind) {
+  const auto descriptorsBefore = openDescriptors();
+  const auto threadsBefore = threads();
+  device_->failure = HIDReturnCode::notPermitted;
+  for (int i = 0; i < 1000; ++i) {
+    EXPECT_NE(errorText([&] { connection_.open(false); }), "no error");
+  }
+  EXPECT_EQ(openDescriptors(), descriptorsBefore);
+  EXPECT_LE(threads(), threadsBefore + stillEnding);
+}
+
+TEST_F(HidrawConnectionTest, ADeviceThatLeftIsClosedWithTheConnection) {
+  const auto descriptorsBefore = openDescriptors();
+  connection_.open(false);
+  device_->device.reset();
+  connection_.close();
+  connection_.open(false);
+  device_->device.reset();
+  connection_.close();
+  device_->failure = HIDReturnCode::noDevice;
+  EXPECT_EQ(errorText([&] { connection_.open(false); }), "HID I/O failed: device not found");
+  EXPECT_EQ(openDescriptors(), descriptorsBefore);
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,132 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "session/wheel_base.h"
+#include "simulator/simulated_device.h"
+
+namespace quorvane {
+
+using Lines = std::vector<std::string>;
+
+// The request that every read of the menu sends.
+inline constexpr const char* menuRequest = "> ff 03 02 +61";
+
+inline constexpr const char* menuTimeout =
+    "Timed out waiting for tuning menu report (is the base in PC mode and on a supported "
+    "firmware?)";
+inline constexpr const char* identityTimeout = "Timed out waiting for system report (FF 08)";
+
+// A time-out of the machine's own clock that no test reaches.
+inline constexpr Seconds never{3600};
+
+// One simulated base and one session with it. At its end, the base must have found nothing wrong
+// with what it was told, and no port may be left open.
+struct SimulatedSession {
+  using Time = SimulatedDevice::Time;
+
+  explicit SimulatedSession(std::int64_t productID = defaultSimulatedProduct,
+                            Time time = Time::simulated)
+      : device(SimulatedDevice::create(*FanatecProduct::lookup(productID), time)),
+        base(WheelBase::create(HIDEnumerator::info(device), device->clock())) {}
+
+  ~SimulatedSession() { end(); }
+
+  SimulatedSession(const SimulatedSession&) = delete;
+  SimulatedSession& operator=(const SimulatedSession&) = delete;
+
+  void end() {
+    // A delivery that is under way keeps the session alive: let it end first.
+    if (base) base->disconnect();
+    device->waitUntilQuiet();
+    base.reset();
+    EXPECT_EQ(device->violations(), Lines{});
+    EXPECT_EQ(device->openPorts(), 0U);
+  }
+
+  // A new session, with the description changed.
+  void describeAs(const std::function<void(HIDDeviceInfo&)>& change) {
+    HIDDeviceInfo info = HIDEnumerator::info(device);
+    change(info);
+    base = WheelBase::create(info, device->clock());
+  }
+
+  void connect() {
+    base->connect();
+    device->transcript().clear();
+  }
+
+  void connectAndRead() {
+    connect();
+    base->fetchTuning(WheelBase::readTimeout);
+    device->transcript().clear();
+  }
+
+  // What happened since it was last asked.
+  Lines takeTranscript() {
+    Lines lines = device->transcript().lines();
+    device->transcript().clear();
+    return lines;
+  }
+
+  void behave(const std::function<void(SimulatedBehaviour&)>& change) {
+    device->withBase([&](SimulatedBase& simulated) { change(simulated.behaviour()); });
+  }
+
+  // The menu as the base has it now.
+  Bytes menuReport() {
+    Bytes report;
+    device->withBase([&](SimulatedBase& simulated) { report = simulated.menu().report(); });
+    return report;
+  }
+
+  // The wheel-status report as the base would send it now.
+  Bytes statusReport() {
+    Bytes report;
+    device->withBase([&](SimulatedBase& simulated) { report = simulated.wheelStatusReport(); });
+    return report;
+  }
+
+  // Sends a report unasked, and waits until the session has handled it.
+  void report(Bytes bytes) {
+    device->sendReport(std::move(bytes));
+    device->waitUntilQuiet();
+  }
+
+  // Sends the menu unasked with some bytes changed.
+  void reportMenu(const std::vector<std::pair<std::size_t, std::uint8_t>>& changes) {
+    Bytes bytes = menuReport();
+    for (const auto& [offset, byte] : changes) bytes[offset] = byte;
+    report(bytes);
+  }
+
+  // The menu that the session keeps; no bytes before the first report.
+  Bytes keptMenu() const {
+    const auto snapshot = base->tuning();
+    return snapshot ? snapshot->raw() : Bytes{};
+  }
+
+  const std::shared_ptr<SimulatedDevice> device;
+  std::shared_ptr<WheelBase> base;
+};
+
+// Tests of one session in simulated time.
+class SimulatedSessionTest : public testing::Test, protected SimulatedSession {
+ protected:
+  void TearDown() override { end(); }
+};
+
+// Tests of one session in real time, where answers come at once.
+class RealTimeSessionTest : public testing::Test, protected SimulatedSession {
+ protected:
+  RealTimeSessionTest() : SimulatedSession(defaultSimulatedProduct, Time::real) {}
+  void TearDown() override { end(); }
+};
+
+}  // namespace quorvane

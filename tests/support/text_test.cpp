@@ -1,0 +1,138 @@
+#include "support/text.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+TEST(LowerCase, ChangesAsciiLettersOnly) {
+  const std::vector<std::pair<std::string_view, std::string>> cases{
+      {"", ""},
+      {"SEN", "sen"},
+      {"brF", "brf"},
+      {"already lower 09", "already lower 09"},
+      {"@[`{AZaz", "@[`{azaz"},
+      {"\xC3\x84", "\xC3\x84"},
+  };
+  for (const auto& [text, lower] : cases) EXPECT_EQ(lowerCase(text), lower);
+}
+
+TEST(LowerCase, KeepsEveryOtherByte) {
+  for (int value = 0; value <= 0xFF; ++value) {
+    const char c = static_cast<char>(value);
+    const bool upper = value >= 65 && value <= 90;
+    const char expected = static_cast<char>(upper ? value + 32 : value);
+    EXPECT_EQ(lowerCase(std::string_view(&c, 1)), std::string(1, expected)) << value;
+  }
+}
+
+TEST(EqualIgnoringCase, ComparesWholeTexts) {
+  struct Case {
+    std::string_view a;
+    std::string_view b;
+    bool equal;
+  };
+  constexpr std::array cases{
+      Case{"", "", true},       Case{"SEN", "sen", true},
+      Case{"sEn", "SeN", true}, Case{"brF", "BRF", true},
+      Case{"SEN", "SE", false}, Case{"SE", "SEN", false},
+      Case{"SEN", "", false},   Case{"", "SEN", false},
+      Case{"FF", "FF ", false}, Case{"FF", "FFS", false},
+      Case{"a1_", "A1_", true}, Case{"@", "`", false},
+      Case{"[", "{", false},    Case{"\xC3\x84", "\xC3\xA4", false},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(equalIgnoringCase(c.a, c.b), c.equal) << c.a << " and " << c.b;
+  }
+}
+
+TEST(ParseInteger, ReadsAWholeDecimalNumber) {
+  const std::vector<std::pair<std::string_view, std::int64_t>> cases{
+      {"0", 0},
+      {"-0", 0},
+      {"+0", 0},
+      {"7", 7},
+      {"007", 7},
+      {"-5", -5},
+      {"+5", 5},
+      {"1080", 1080},
+      {"9223372036854775807", std::numeric_limits<std::int64_t>::max()},
+      {"+9223372036854775807", std::numeric_limits<std::int64_t>::max()},
+      {"-9223372036854775808", std::numeric_limits<std::int64_t>::min()},
+  };
+  for (const auto& [text, value] : cases) EXPECT_EQ(parseInteger(text), value) << text;
+}
+
+TEST(ParseInteger, RefusesEverythingElse) {
+  constexpr std::array cases{"",
+                             " ",
+                             "+",
+                             "-",
+                             "+-5",
+                             "-+5",
+                             "--5",
+                             "++5",
+                             " 5",
+                             "5 ",
+                             "5\n",
+                             "5.0",
+                             "5e1",
+                             "0x5",
+                             "5%",
+                             "five",
+                             "1 0",
+                             "1,0",
+                             "+ 5",
+                             "- 5",
+                             "a",
+                             "5-",
+                             "1_000",
+                             "9223372036854775808",
+                             "-9223372036854775809",
+                             "99999999999999999999999999"};
+  for (const std::string_view text : cases) {
+    EXPECT_EQ(parseInteger(text), std::nullopt) << '"' << text << '"';
+  }
+  EXPECT_EQ(parseInteger(std::string_view("5\0", 2)), std::nullopt);
+}
+
+TEST(ParseHexNumber, ReadsDigitsWithAnOptionalPrefix) {
+  const std::vector<std::pair<std::string_view, std::uint32_t>> cases{
+      {"0", 0},
+      {"0x0", 0},
+      {"20", 0x20},
+      {"0x20", 0x20},
+      {"0X20", 0x20},
+      {"eb7", 0xEB7},
+      {"0EB7", 0xEB7},
+      {"0x0eB7", 0xEB7},
+      {"00000EB7", 0xEB7},
+      {"ffffffff", 0xFFFFFFFF},
+      {"0xFFFFFFFF", 0xFFFFFFFF},
+      {"0000000000000001", 1},
+  };
+  for (const auto& [text, value] : cases) EXPECT_EQ(parseHexNumber(text), value) << text;
+}
+
+TEST(ParseHexNumber, RefusesEverythingElse) {
+  constexpr std::array cases{"",          " ",           "x",   "0x",      "0X",   "x20",
+                             "0x0x20",    "-1",          "+1",  "0x-1",    "0x+1", " 20",
+                             "20 ",       "2g",          "0xg", "20h",     "20\n", "0x 1",
+                             "100000000", "0x100000000", "1.0", "\xC3\xA4"};
+  for (const std::string_view text : cases) {
+    EXPECT_EQ(parseHexNumber(text), std::nullopt) << '"' << text << '"';
+  }
+  EXPECT_EQ(parseHexNumber(std::string_view("20\0", 3)), std::nullopt);
+}
+
+}  // namespace
+}  // namespace quorvane
