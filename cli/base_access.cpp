@@ -15,6 +15,16 @@ const char* const permissionHint =
     "quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules && "
     "sudo udevadm control --reload && sudo udevadm trigger";
 
+const char* const noBaseHint = "No base found. Power it on in PC mode and connect it.";
+
+namespace {
+
+FanatecError noDevice() {
+  return FanatecError::ioFailed(describeHIDReturn(HIDReturnCode::noDevice));
+}
+
+}  // namespace
+
 std::vector<HIDDeviceInfo> attachedBases(const World& world) {
   return wheelBaseCandidates(HIDEnumerator::devices(Fanatec::vendorID, world.backend));
 }
@@ -30,7 +40,7 @@ HIDDeviceInfo chosenBase(const CommandContext& context) {
   if (!which.empty()) {
     std::erase_if(bases, [&](const HIDDeviceInfo& base) { return !isNamed(base, which); });
   }
-  if (bases.empty()) throw FanatecError::ioFailed(describeHIDReturn(HIDReturnCode::noDevice));
+  if (bases.empty()) throw noDevice();
   if (!which.empty() && bases.size() > 1) {
     std::string message = "Several bases answer to " + which + ". Name one by its node:";
     for (const HIDDeviceInfo& base : bases) {
@@ -63,6 +73,15 @@ bool isPermissionFailure(const std::exception& failure) {
     return hidReturnFromErrno(error->code().value()) == HIDReturnCode::notPermitted;
   }
   return false;
+}
+
+std::optional<std::string> nextStep(const std::exception& failure, const GlobalOptions& options) {
+  if (isPermissionFailure(failure)) return permissionHint;
+  const auto* const error = dynamic_cast<const FanatecError*>(&failure);
+  if (error == nullptr || !(*error == noDevice())) return std::nullopt;
+  if (options.device.empty()) return noBaseHint;
+  return "No base answers to \"" + options.device +
+         "\". The attached ones are listed by: quorvanectl devices";
 }
 
 }  // namespace quorvane

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "cli/context.h"
@@ -44,5 +46,11 @@ bool isPermissionFailure(const std::exception& failure);
 
 // How to get the permission; one line.
 extern const char* const permissionHint;
+
+// What to do when no base is there; one line.
+extern const char* const noBaseHint;
+
+// One line on what to do about a failure, where there is something to do.
+std::optional<std::string> nextStep(const std::exception& failure, const GlobalOptions& options);
 
 }  // namespace quorvane

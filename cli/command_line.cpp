@@ -186,7 +186,7 @@ ExitStatus reportFailure(const World& world, const GlobalOptions& options, std::
                          const std::exception& failure) {
   if (options.json) printJson(world, errorJson(kind, failure.what()));
   fmt::print(world.err, "{}\n", failure.what());
-  if (isPermissionFailure(failure)) fmt::print(world.err, "{}\n", permissionHint);
+  if (const auto step = nextStep(failure, options)) fmt::print(world.err, "{}\n", *step);
   return ExitStatus::failed;
 }
 

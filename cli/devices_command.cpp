@@ -65,7 +65,7 @@ ExitStatus devicesCommand(const CommandContext& context) {
   }
   if (context.options.json) printJson(world, {{"devices", std::move(list)}});
   if (bases.empty()) {
-    fmt::print(world.err, "No base found. Power it on in PC mode and connect it.\n");
+    fmt::print(world.err, "{}\n", noBaseHint);
   }
   if (locked) fmt::print(world.err, "{}\n", permissionHint);
   return ExitStatus::done;

@@ -143,7 +143,9 @@ TEST_F(USBResetCommand, ResetsTheProductOfTheNamedBase) {
 TEST_F(USBResetCommand, ANamedBaseThatIsNotThereResetsNothing) {
   usb_.attached = {{Fanatec::vendorID, 0x0020, 0x03140000}};
   EXPECT_EQ(run("--device QV-9 usb-reset"),
-            (Outcome{ExitStatus::failed, "", "HID I/O failed: device not found\n"}));
+            (Outcome{ExitStatus::failed, "",
+                     "HID I/O failed: device not found\nNo base answers to \"QV-9\". The attached "
+                     "ones are listed by: quorvanectl devices\n"}));
   EXPECT_EQ(usb_.resetLocations, std::vector<std::int64_t>{});
 }
 

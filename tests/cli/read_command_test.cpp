@@ -160,11 +160,13 @@ TEST_F(ReadCommand, ASilentBaseTimesOut) {
   }
 }
 
-TEST_F(ReadCommand, NoBaseIsAFailure) {
+TEST_F(ReadCommand, NoBaseIsAFailureThatSaysWhatToDo) {
   const std::string message = "HID I/O failed: device not found";
-  EXPECT_EQ(run("read"), (Outcome{ExitStatus::failed, "", message + "\n"}));
+  const std::string messages =
+      message + "\nNo base found. Power it on in PC mode and connect it.\n";
+  EXPECT_EQ(run("read"), (Outcome{ExitStatus::failed, "", messages}));
   EXPECT_EQ(run("read --json"),
-            (Outcome{ExitStatus::failed, errorDocument("ioFailed", message), message + "\n"}));
+            (Outcome{ExitStatus::failed, errorDocument("ioFailed", message), messages}));
 }
 
 TEST_F(ReadCommand, MissingPermissionComesWithOneHint) {
