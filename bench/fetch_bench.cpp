@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "bench/samples.h"
+#include "bench/simulated_description.h"
 #include "hid/linux/hidraw_port.h"
 #include "session/wheel_base.h"
 #include "simulator/simulated_base.h"
@@ -123,24 +124,15 @@ class BareExchange {
 };
 
 // A device whose node is one end of a wire. Opened once.
-class WiredDevice final : public HIDDeviceHandle {
+class WiredDevice final : public SimulatedDescription {
  public:
   explicit WiredDevice(UniqueFd fd) : fd_(std::move(fd)) {}
 
-  std::optional<HIDProperty> property(std::string_view key) const override {
-    const auto found = properties_.find(key);
-    if (found == properties_.end()) return std::nullopt;
-    return found->second;
-  }
-  std::vector<HIDElement> elements() const override { return {}; }
-  std::string node() const override { return {}; }
-  bool accessible() const override { return true; }
   HIDOpenResult open(bool /*exclusive*/) override {
     return {HIDReturnCode::success, std::make_unique<HidrawPort>(std::move(fd_), true)};
   }
 
  private:
-  const HIDProperties properties_ = SimulatedBase(*FanatecProduct::lookup(0x0020)).properties();
   UniqueFd fd_;
 };
 

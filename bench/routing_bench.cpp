@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "bench/samples.h"
+#include "bench/simulated_description.h"
 #include "session/wheel_base.h"
 #include "simulator/simulated_base.h"
 #include "support/semaphore.h"
@@ -82,25 +83,16 @@ class SourcePort final : public HIDPort {
   const Bytes report_ = SimulatedBase(*FanatecProduct::lookup(0x0020)).wheelStatusReport();
 };
 
-class SourceDevice final : public HIDDeviceHandle {
+class SourceDevice final : public SimulatedDescription {
  public:
   explicit SourceDevice(Source& source) : source_(source) {}
 
-  std::optional<HIDProperty> property(std::string_view key) const override {
-    const auto found = properties_.find(key);
-    if (found == properties_.end()) return std::nullopt;
-    return found->second;
-  }
-  std::vector<HIDElement> elements() const override { return {}; }
-  std::string node() const override { return {}; }
-  bool accessible() const override { return true; }
   HIDOpenResult open(bool /*exclusive*/) override {
     return {HIDReturnCode::success, std::make_unique<SourcePort>(source_)};
   }
 
  private:
   Source& source_;
-  const HIDProperties properties_ = SimulatedBase(*FanatecProduct::lookup(0x0020)).properties();
 };
 
 // Batches delivered to a session, and to a handler that does nothing: the difference is the
