@@ -25,21 +25,28 @@ FanatecError noDevice() {
 
 }  // namespace
 
-std::vector<HIDDeviceInfo> attachedBases(const World& world) {
-  return wheelBaseCandidates(HIDEnumerator::devices(Fanatec::vendorID, world.backend));
-}
-
 bool isNamed(const HIDDeviceInfo& device, const std::string& which) {
   return device.id == which || device.device->node() == which ||
          (!device.serialNumber.empty() && device.serialNumber == which);
 }
 
-HIDDeviceInfo chosenBase(const CommandContext& context) {
-  std::vector<HIDDeviceInfo> bases = attachedBases(context.world);
-  const std::string& which = context.options.device;
-  if (!which.empty()) {
-    std::erase_if(bases, [&](const HIDDeviceInfo& base) { return !isNamed(base, which); });
+std::vector<HIDDeviceInfo> namedBases(const std::vector<HIDDeviceInfo>& devices,
+                                      const GlobalOptions& options) {
+  std::vector<HIDDeviceInfo> bases = wheelBaseCandidates(devices);
+  if (!options.device.empty()) {
+    std::erase_if(bases, [&](const auto& base) { return !isNamed(base, options.device); });
   }
+  return bases;
+}
+
+std::vector<HIDDeviceInfo> namedBases(const CommandContext& context) {
+  return namedBases(HIDEnumerator::devices(Fanatec::vendorID, context.world.backend),
+                    context.options);
+}
+
+HIDDeviceInfo chosenBase(const CommandContext& context) {
+  std::vector<HIDDeviceInfo> bases = namedBases(context);
+  const std::string& which = context.options.device;
   if (bases.empty()) throw noDevice();
   if (!which.empty() && bases.size() > 1) {
     std::string message = "Several bases answer to " + which + ". Name one by its node:";

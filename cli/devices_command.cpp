@@ -47,11 +47,7 @@ void print(const World& world, const HIDDeviceInfo& base) {
 
 ExitStatus devicesCommand(const CommandContext& context) {
   const World& world = context.world;
-  std::vector<HIDDeviceInfo> bases = attachedBases(world);
-  const std::string& which = context.options.device;
-  if (!which.empty()) {
-    std::erase_if(bases, [&](const HIDDeviceInfo& base) { return !isNamed(base, which); });
-  }
+  const std::vector<HIDDeviceInfo> bases = namedBases(context);
 
   bool locked = false;
   Json list = Json::array();

@@ -40,7 +40,7 @@ Json tuningJson(const TuningSnapshot& snapshot, const std::optional<FanatecProdu
     values[std::string(parameter.code())] = snapshot.value(parameter, product);
   }
   return {{"set", snapshot.slot()},
-          {"mode", snapshot.isAdvancedMode() ? "advanced" : "standard"},
+          {"mode", snapshot.modeName()},
           {"receivedAt", iso8601(snapshot.receivedAt())},
           {"raw", snapshot.hexDump()},
           {"values", std::move(values)}};

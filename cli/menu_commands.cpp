@@ -8,13 +8,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::string_view standardText = "standard";
-constexpr std::string_view advancedText = "advanced";
-
-std::string_view modeText(const TuningSnapshot& snapshot) {
-  return snapshot.isAdvancedMode() ? advancedText : standardText;
-}
-
 // The menu after a command: as a document, or as the line that says what happened.
 void report(const CommandContext& context, const WheelBase& base, const TuningSnapshot& snapshot,
             const std::string& line) {
@@ -44,13 +37,13 @@ ExitStatus modeCommand(const CommandContext& context, const std::optional<std::s
   const OpenBase base(context);
   TuningSnapshot snapshot = base->fetchTuning(WheelBase::readTimeout);
   if (!mode) {
-    report(context, *base, snapshot, std::string(modeText(snapshot)));
+    report(context, *base, snapshot, std::string(snapshot.modeName()));
     return ExitStatus::done;
   }
-  if (modeText(snapshot) != *mode) snapshot = base->switchMenuMode();
-  if (modeText(snapshot) != *mode) {
+  if (snapshot.modeName() != *mode) snapshot = base->switchMenuMode();
+  if (snapshot.modeName() != *mode) {
     throw FanatecError::invalidReport(
-        fmt::format("the base still reports the {} menu", modeText(snapshot)));
+        fmt::format("the base still reports the {} menu", snapshot.modeName()));
   }
   report(context, *base, snapshot, fmt::format("Now in {} mode", *mode));
   return ExitStatus::done;

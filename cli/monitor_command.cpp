@@ -10,7 +10,6 @@
 #include "cli/value_words.h"
 #include "hid/device_watcher.h"
 #include "protocol/error.h"
-#include "session/candidates.h"
 
 namespace quorvane {
 namespace {
@@ -37,11 +36,7 @@ class Monitor {
   Monitor& operator=(const Monitor&) = delete;
 
   void operator()(const std::vector<HIDDeviceInfo>& devices) {
-    std::vector<HIDDeviceInfo> bases = wheelBaseCandidates(devices);
-    const std::string& which = context_.options.device;
-    if (!which.empty()) {
-      std::erase_if(bases, [&](const HIDDeviceInfo& base) { return !isNamed(base, which); });
-    }
+    std::vector<HIDDeviceInfo> bases = namedBases(devices, context_.options);
     for (const HIDDeviceInfo& base : missingFrom(bases, present_)) announce("removal", base);
     if (base_ && !contains(bases, base_->info())) drop();
     for (const HIDDeviceInfo& base : missingFrom(present_, bases)) announce("arrival", base);
@@ -58,8 +53,8 @@ class Monitor {
               fmt::format("set {}", snapshot.setName()));
       }
       if (snapshot.isAdvancedMode() != before_->isAdvancedMode()) {
-        const char* const mode = snapshot.isAdvancedMode() ? "advanced" : "standard";
-        print({{"event", "mode"}, {"value", mode}}, fmt::format("mode {}", mode));
+        print({{"event", "mode"}, {"value", snapshot.modeName()}},
+              fmt::format("mode {}", snapshot.modeName()));
       }
       printChangedValues(*before_, snapshot);
     }

@@ -25,8 +25,8 @@ void printHeading(const World& world, const WheelBase& base,
     fmt::print(world.out, "  Steering wheel  {}\n", identity->wheelName());
     fmt::print(world.out, "  Button module   {}\n", identity->moduleName());
   }
-  fmt::print(world.out, "  Menu            {}, set {}\n\n",
-             snapshot.isAdvancedMode() ? "advanced" : "standard", snapshot.setName());
+  fmt::print(world.out, "  Menu            {}, set {}\n\n", snapshot.modeName(),
+             snapshot.setName());
 }
 
 void printValues(const World& world, const WheelBase& base, const TuningSnapshot& snapshot) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "protocol/tuning_parameter.h"
 #include "support/bytes.h"
@@ -31,6 +32,9 @@ class TuningSnapshot {
 
   // The mode bit is set in the standard menu.
   bool isAdvancedMode() const { return (raw_[statusOffset] & 0x80) == 0; }
+
+  // "advanced" or "standard".
+  std::string_view modeName() const { return isAdvancedMode() ? "advanced" : "standard"; }
 
   // How people call the active set: "A (Auto Setup)" or "C (Custom)" in the standard menu, the
   // set's number in the advanced one.

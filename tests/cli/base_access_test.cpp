@@ -38,8 +38,18 @@ class BaseAccess : public testing::Test {
 
 TEST_F(BaseAccess, ListsTheBasesInTheOrderOfChoice) {
   std::vector<std::string> listed;
-  for (const HIDDeviceInfo& base : attachedBases(world_)) listed.push_back(base.device->node());
+  for (const HIDDeviceInfo& base : namedBases({world_, options_})) {
+    listed.push_back(base.device->node());
+  }
   EXPECT_EQ(listed, (Lines{"/dev/hidraw9", "/dev/hidraw4", "/dev/hidraw5"}));
+}
+
+TEST_F(BaseAccess, ListsOnlyTheBasesThatAnswerToTheName) {
+  for (const auto& [which, count] : std::vector<std::pair<std::string, std::size_t>>{
+           {"B2", 1}, {"0eb7:0020@00000000/1:4", 2}, {"nobody", 0}}) {
+    options_.device = which;
+    EXPECT_EQ(namedBases({world_, options_}).size(), count) << which;
+  }
 }
 
 TEST_F(BaseAccess, ChoosesTheBaseThatTheNameStandsFor) {

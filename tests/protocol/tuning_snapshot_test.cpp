@@ -79,6 +79,12 @@ TEST(TuningSnapshot, ReadsSlotAndModeFromTheStatusByte) {
   }
 }
 
+TEST(TuningSnapshot, NamesTheMenuMode) {
+  for (unsigned status = 0; status <= 0xFF; ++status) {
+    EXPECT_EQ(withByte(2, status).modeName(), status < 128 ? "advanced" : "standard") << status;
+  }
+}
+
 TEST(TuningSnapshot, NamesTheActiveSet) {
   for (unsigned status = 0; status <= 0xFF; ++status) {
     const unsigned slot = status % 16;
