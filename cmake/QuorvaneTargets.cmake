@@ -28,15 +28,19 @@ endfunction()
 
 # quorvane_test(FOLDER [DEPENDS TARGET...])
 #
-# FOLDER_test, made of every .cpp below tests/FOLDER, and one test for each TEST in it. A test that
-# hangs fails.
+# FOLDER_test, made of every .cpp below tests/FOLDER, and one test for each TEST in it. It may have a
+# main.cpp of its own. A test that hangs fails.
 function(quorvane_test folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS")
   set(here "${PROJECT_SOURCE_DIR}/tests/${folder}")
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${here}/*.h" "${here}/*.cpp")
+  set(main GTest::gtest_main)
+  if(EXISTS "${here}/main.cpp")
+    set(main GTest::gtest)
+  endif()
   quorvane_program(${folder}_test
     SOURCES ${sources}
-    DEPENDS quorvane_${folder} ${arg_DEPENDS} GTest::gtest_main)
+    DEPENDS quorvane_${folder} ${arg_DEPENDS} ${main})
   gtest_discover_tests(${folder}_test
     TEST_PREFIX "${folder}/"
     DISCOVERY_TIMEOUT 60

@@ -1,0 +1,51 @@
+#include "presets/tuning_preset.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvane {
+
+TuningPreset::Values TuningPreset::codeValues(const std::vector<ParameterValue>& values) {
+  Values result;
+  for (const auto& [parameter, value] : values) result.emplace(parameter.code(), value);
+  return result;
+}
+
+std::optional<std::int64_t> TuningPreset::value(TuningParameter parameter) const {
+  const auto found = values.find(parameter.code());
+  if (found == values.end()) return std::nullopt;
+  return found->second;
+}
+
+std::vector<TuningParameter> TuningPreset::parameters() const {
+  std::vector<TuningParameter> result;
+  for (const TuningParameter parameter : TuningParameter::allCases()) {
+    if (value(parameter)) result.push_back(parameter);
+  }
+  return result;
+}
+
+std::vector<ParameterValue> TuningPreset::applicable(
+    const std::optional<FanatecProduct>& product) const {
+  const std::vector<TuningParameter> available = TuningParameter::available(product);
+  std::vector<ParameterValue> result;
+  for (const TuningParameter parameter : parameters()) {
+    if (parameter == TuningParameter::slot) continue;
+    if (std::find(available.begin(), available.end(), parameter) == available.end()) continue;
+    result.push_back({parameter, *value(parameter)});
+  }
+  return result;
+}
+
+TuningPreset TuningPreset::capture(const std::optional<FanatecProduct>& product, std::string name,
+                                   const TuningSnapshot& snapshot) {
+  TuningPreset preset;
+  preset.name = std::move(name);
+  for (const TuningParameter parameter : TuningParameter::available(product)) {
+    if (parameter == TuningParameter::slot) continue;
+    preset.values.emplace(parameter.code(), snapshot.value(parameter, product));
+  }
+  return preset;
+}
+
+}  // namespace quorvane

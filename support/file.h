@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace quorvane {
+
+// A file operation that failed. Its text is "PATH: the reason".
+class FileError : public std::runtime_error {
+ public:
+  FileError(const std::filesystem::path& path, std::string_view reason);
+
+  // With the system's text for an errno.
+  FileError(const std::filesystem::path& path, int error);
+
+  bool isMissingFile() const;
+
+ private:
+  int error_ = 0;  // the errno, if there is one
+};
+
+inline constexpr std::uint64_t anyLength = std::numeric_limits<std::uint64_t>::max();
+
+// The content of a regular file. Throws FileError: also for anything else that has a path (a
+// directory, a FIFO; it is never waited for) and for a file longer than `limit` bytes.
+std::string readFile(const std::filesystem::path& path, std::uint64_t limit = anyLength);
+
+// Creates or replaces a regular file, durably and as a whole: whoever reads it, also after a crash
+// at any moment, finds the old content or the new. The permissions of an existing file are kept; a
+// symbolic link is followed. Throws FileError, and then the old file is as it was; only a failure
+// to make the replacement durable comes after it.
+//
+// One call syncs the data once, renames once, and syncs the directory once.
+void replaceFile(const std::filesystem::path& path, std::string_view content);
+
+// Creates a directory and what is missing above it, durably. Throws FileError.
+void createDirectories(const std::filesystem::path& path);
+
+// Lets the content of a file live on under a second name beside it, "NAME.SUFFIX", or when that is
+// taken "NAME.SUFFIX-2" and so on; returns that name. A symbolic link is followed. The first name
+// stays where links can be made, and else is gone. Throws FileError.
+std::filesystem::path keepBeside(const std::filesystem::path& path, std::string_view suffix);
+
+}  // namespace quorvane
