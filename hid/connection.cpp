@@ -105,16 +105,34 @@ class HIDConnection::State {
     oldValues = valueHandlers_.remove(id);
   }
 
+  void setOnGone(std::function<void()> handler) {
+    auto replaced =
+        handler ? std::make_shared<const std::function<void()>>(std::move(handler)) : nullptr;
+    MutexLock held(lock_);
+    onGone_.swap(replaced);
+  }
+
   // Reads until the port is interrupted or the device is gone. The reader thread's body.
   void deliverFrom(HIDPort& port) {
+    if (deliverAll(port) == HIDReturnCode::aborted) return;
+    if (const auto handler = goneHandler()) (*handler)();
+  }
+
+ private:
+  // Returns what ended it.
+  HIDReturn deliverAll(HIDPort& port) {
     for (;;) {
       const HIDPort::ReadResult result = port.read(buffer_);
-      if (result.code != HIDReturnCode::success) return;
+      if (result.code != HIDReturnCode::success) return result.code;
       if (result.length > 0) deliver(result.reportID, ByteView(buffer_.data(), result.length));
     }
   }
 
- private:
+  std::shared_ptr<const std::function<void()>> goneHandler() const {
+    MutexLock held(lock_);
+    return onGone_;
+  }
+
   void deliver(std::uint8_t reportID, ByteView bytes) {
     HIDInputReport report;
     report.reportID = reportID;
@@ -151,6 +169,7 @@ class HIDConnection::State {
   Registry<ReportHandler> reportHandlers_ QUORVANE_GUARDED_BY(lock_);
   Registry<ValueHandler> valueHandlers_ QUORVANE_GUARDED_BY(lock_);
   std::uint64_t lastHandler_ QUORVANE_GUARDED_BY(lock_) = 0;
+  std::shared_ptr<const std::function<void()>> onGone_ QUORVANE_GUARDED_BY(lock_);
 
   // The reader thread's own.
   Bytes buffer_;
@@ -200,6 +219,10 @@ HIDConnection::HandlerID HIDConnection::onReport(ReportHandler handler) {
 
 HIDConnection::HandlerID HIDConnection::onValue(ValueHandler handler) {
   return state_->addValueHandler(std::move(handler));
+}
+
+void HIDConnection::setOnGone(std::function<void()> handler) {
+  state_->setOnGone(std::move(handler));
 }
 
 void HIDConnection::removeHandler(HandlerID id) { state_->removeHandler(id); }

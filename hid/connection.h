@@ -59,6 +59,10 @@ class HIDConnection {
   // registered.
   HandlerID onValue(ValueHandler handler);
 
+  // Called on the reader thread when delivery has ended by itself because the device is gone; not
+  // after close. An empty function calls nothing. May be set at any time.
+  void setOnGone(std::function<void()> handler);
+
   // Removes a handler of either sort; an unknown ID is ignored.
   void removeHandler(HandlerID id);
 

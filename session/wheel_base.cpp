@@ -60,12 +60,39 @@ void WheelBase::setOnStatusUpdate(StatusHandler handler) {
 
 void WheelBase::connect() {
   connection_.open(false);
+  try {
+    MutexLock held(lock_);
+    requireNotDisconnected();
+  } catch (const FanatecError&) {
+    connection_.close();
+    throw;
+  }
   connection_.onReport([weak = weak_from_this()](const HIDInputReport& report) {
     if (const auto base = weak.lock()) base->handle(report);
   });
 }
 
-void WheelBase::disconnect() { connection_.close(); }
+void WheelBase::disconnect() {
+  std::vector<Waiter> woken;
+  {
+    MutexLock held(lock_);
+    disconnected_ = true;
+    woken = takeAllWaiters();
+  }
+  connection_.close();
+  signalAll(woken);
+}
+
+void WheelBase::requireNotDisconnected() const {
+  if (disconnected_) throw FanatecError::notConnected();
+}
+
+std::vector<WheelBase::Waiter> WheelBase::takeAllWaiters() {
+  std::vector<Waiter> waiters = std::exchange(tuningWaiters_, {});
+  waiters.insert(waiters.end(), identityWaiters_.begin(), identityWaiters_.end());
+  identityWaiters_.clear();
+  return waiters;
+}
 
 std::optional<TuningSnapshot> WheelBase::tuning() const {
   MutexLock held(lock_);
@@ -140,13 +167,15 @@ bool WheelBase::await(std::vector<Waiter> WheelBase::*waiters,
   const auto waiter = std::make_shared<Semaphore>();
   {
     MutexLock held(lock_);
+    requireNotDisconnected();
     (this->*waiters).push_back(waiter);
   }
   for (const HIDReportPacket& request : requests) connection_.send(request);
-  if (clock_.wait(*waiter, timeout)) return true;
+  const bool woken = clock_.wait(*waiter, timeout);
   MutexLock held(lock_);
-  std::erase(this->*waiters, waiter);
-  return false;
+  requireNotDisconnected();
+  if (!woken) std::erase(this->*waiters, waiter);
+  return woken;
 }
 
 TuningSnapshot WheelBase::fetchTuning(Seconds timeout) {
@@ -190,6 +219,22 @@ std::optional<TuningSnapshot> WheelBase::set(TuningParameter parameter, std::int
     throw FanatecError::writeIgnored(parameter, snapshot.value(parameter, product_));
   }
   return snapshot;
+}
+
+std::vector<WheelBase::ApplyResult> WheelBase::apply(const TuningPreset& preset,
+                                                     const ApplyHandler& onResult) {
+  std::vector<ApplyResult> results;
+  for (const auto& [parameter, value] : preset.applicable(product_)) {
+    ApplyResult result{parameter, value, std::nullopt};
+    try {
+      set(parameter, value, true);
+    } catch (const FanatecError& error) {
+      result.error = error.errorDescription();
+    }
+    if (onResult) onResult(result);
+    results.push_back(std::move(result));
+  }
+  return results;
 }
 
 void WheelBase::sendAckBurst() {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hid/connection.h"
+#include "presets/tuning_preset.h"
 #include "protocol/commands.h"
 #include "protocol/identity_report.h"
 #include "protocol/tuning_snapshot.h"
@@ -23,12 +24,22 @@ namespace quorvane {
 // lets go keep it alive until they are handled. Operations block their caller for the pauses and
 // time-outs given; they must not be called on the connection's delivery thread. They make one
 // attempt and are not serialised against each other: one caller at a time issues writes. The kept
-// reports may be read from any thread and outlive disconnect(); a session is not used again after
-// its base has left.
+// reports may be read from any thread and outlive disconnect(). A session is for one connection:
+// after disconnect(), or when its base has left, a new one is made.
 class WheelBase : public std::enable_shared_from_this<WheelBase> {
  public:
   using TuningHandler = std::function<void(const TuningSnapshot&)>;
   using StatusHandler = std::function<void(WheelBase&)>;
+
+  // What became of one value of a preset.
+  struct ApplyResult {
+    TuningParameter parameter = TuningParameter::slot;
+    std::int64_t value = 0;            // that was asked for, in display units
+    std::optional<std::string> error;  // absent on success, else its description
+
+    bool operator==(const ApplyResult&) const = default;
+  };
+  using ApplyHandler = std::function<void(const ApplyResult&)>;
 
   // How long the session's own reads wait.
   static constexpr Seconds readTimeout{2.0};
@@ -49,10 +60,11 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   void setOnStatusUpdate(StatusHandler handler);
 
   // Opens the connection (shared) and subscribes to its reports; asks nothing of the base.
-  // Throws FanatecError ioFailed.
+  // Throws FanatecError ioFailed, or notConnected when disconnect() came first or meanwhile.
   void connect();
 
-  // Closes the connection.
+  // Closes the connection for good. A read that waits ends at once, with notConnected. May be
+  // called from any thread, whatever else is going on.
   void disconnect();
 
   // The latest report of each kind, absent before the first.
@@ -61,7 +73,8 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   std::optional<std::uint16_t> wheelID() const;          // of the attached steering wheel
   std::optional<std::uint16_t> firmwareVersion() const;  // reported with the wheel's ID
 
-  // Asks for a report and waits for it. Throws FanatecError timeout, or the send's error.
+  // Asks for a report and waits for it. Throws FanatecError timeout, notConnected when disconnect
+  // is called meanwhile, or the send's error.
   TuningSnapshot fetchTuning(Seconds timeout);
   IdentityReport fetchIdentity(Seconds timeout);
 
@@ -73,6 +86,10 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   // the base kept another byte, and returns what was read; without: returns nothing. `slot`
   // switches the set instead, unchecked. Throws what packet, the send and fetchTuning throw.
   std::optional<TuningSnapshot> set(TuningParameter parameter, std::int64_t value, bool verify);
+
+  // Writes and verifies the preset's values one by one (TuningPreset::applicable); a failure does
+  // not stop it. The results stand in the order of the writes; `onResult` gets each as it comes.
+  std::vector<ApplyResult> apply(const TuningPreset& preset, const ApplyHandler& onResult = {});
 
   // Makes a set active, waits 0.15 s and reads its menu.
   TuningSnapshot selectSlot(std::int64_t slot, TuningLayout layout);
@@ -110,6 +127,8 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   void keep(WheelStatus status);
   bool await(std::vector<Waiter> WheelBase::*waiters, const std::vector<HIDReportPacket>& requests,
              Seconds timeout);
+  void requireNotDisconnected() const QUORVANE_REQUIRES(lock_);
+  std::vector<Waiter> takeAllWaiters() QUORVANE_REQUIRES(lock_);
   void sendAckBurst();
 
   const HIDDeviceInfo info_;
@@ -118,6 +137,7 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   HIDConnection connection_;
 
   mutable Mutex lock_;
+  bool disconnected_ QUORVANE_GUARDED_BY(lock_) = false;
   std::optional<TuningSnapshot> tuning_ QUORVANE_GUARDED_BY(lock_);
   std::optional<IdentityReport> identity_ QUORVANE_GUARDED_BY(lock_);
   std::optional<WheelStatus> wheelStatus_ QUORVANE_GUARDED_BY(lock_);

@@ -268,6 +268,7 @@ void SimulatedBase::unplug() {
 }
 
 void SimulatedBase::plug() {
+  if (!plugged_) ++plugCount_;
   plugged_ = true;
   received_ = 0;
 }

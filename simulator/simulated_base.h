@@ -82,6 +82,9 @@ class SimulatedBase {
 
   bool isPlugged() const { return plugged_; }
 
+  // How often it was plugged in. What was opened before the last time stays dead.
+  int plugCount() const { return plugCount_; }
+
   // Both forget what was not delivered; the menu survives, as on the hardware.
   void unplug();
   void plug();
@@ -112,6 +115,7 @@ class SimulatedBase {
   bool identityEnabled_ = false;
   WheelStatus wheelStatus_;
   bool plugged_ = true;
+  int plugCount_ = 1;
   int received_ = 0;
   std::vector<Pending> pending_;  // ascending due time
   std::optional<Monotonic::time_point> nextStatus_;

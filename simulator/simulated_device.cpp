@@ -23,8 +23,8 @@ std::string pauseText(Seconds duration) {
 // One opening of the device. `read` runs on its reader's thread. The device's lock guards the rest.
 class SimulatedDevice::Port final : public HIDPort {
  public:
-  Port(std::shared_ptr<SimulatedDevice> device, bool exclusive)
-      : device_(std::move(device)), exclusive_(exclusive) {}
+  Port(std::shared_ptr<SimulatedDevice> device, bool exclusive, int plugCount)
+      : device_(std::move(device)), exclusive_(exclusive), plugCount_(plugCount) {}
 
   ~Port() override {
     {
@@ -47,7 +47,7 @@ class SimulatedDevice::Port final : public HIDPort {
       if (interrupter_) return end(HIDReturnCode::aborted);
       device_->pump();
       if (!queue_.empty()) return take(buffer);
-      if (!device_->base_.isPlugged()) return end(HIDReturnCode::noDevice);
+      if (isGone(device_->base_)) return end(HIDReturnCode::noDevice);
       waitForReport();
     }
   }
@@ -71,7 +71,8 @@ class SimulatedDevice::Port final : public HIDPort {
         device_->violations_.emplace_back("a packet that does not begin with its report ID");
       }
       before = device_->base_.isPlugged();
-      code = device_->base_.receive(data, device_->now());
+      code = isGone(device_->base_) ? HIDReturnCode::noDevice
+                                    : device_->base_.receive(data, device_->now());
       device_->changed_.notifyAll();
     }
     const std::string failure =
@@ -84,7 +85,7 @@ class SimulatedDevice::Port final : public HIDPort {
   HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID, std::span<std::uint8_t> buffer,
                       std::size_t& length) override {
     MutexLock held(device_->lock_);
-    if (!device_->base_.isPlugged()) return HIDReturnCode::noDevice;
+    if (isGone(device_->base_)) return HIDReturnCode::noDevice;
     const auto report = device_->base_.getReport(kind, reportID);
     if (!report) return HIDReturnCode::generalError;
     length = std::min(report->size(), buffer.size());
@@ -93,6 +94,12 @@ class SimulatedDevice::Port final : public HIDPort {
   }
 
   bool isExclusive() const { return exclusive_; }
+
+  // The base has left since the opening, whether it is back or not.
+  bool isGone(const SimulatedBase& base) const {
+    return !base.isPlugged() || base.plugCount() != plugCount_;
+  }
+
   bool isBusy() const { return handling_ || (!queue_.empty() && !ended_); }
 
   void enqueue(const Bytes& report) {
@@ -126,6 +133,7 @@ class SimulatedDevice::Port final : public HIDPort {
 
   const std::shared_ptr<SimulatedDevice> device_;
   const bool exclusive_;
+  const int plugCount_;  // of the base that was opened
   std::deque<Bytes> queue_;
   std::optional<std::thread::id> interrupter_;
   bool handling_ = false;  // the reader is at work on a report
@@ -266,12 +274,13 @@ HIDOpenResult SimulatedDevice::open(bool exclusive) {
   MutexLock held(lock_);
   if (openFailure_ != HIDReturnCode::success) return {openFailure_, nullptr};
   if (!base_.isPlugged()) return {HIDReturnCode::noDevice, nullptr};
-  const bool taken = std::any_of(ports_.begin(), ports_.end(), [&](const Port* port) {
-    return exclusive || port->isExclusive();
-  });
-  if (taken) return {HIDReturnCode::exclusiveAccess, nullptr};
+  for (const Port* const port : ports_) {
+    if (!port->isGone(base_) && (exclusive || port->isExclusive())) {
+      return {HIDReturnCode::exclusiveAccess, nullptr};
+    }
+  }
   pump();  // what was due before is not for this port
-  auto port = std::make_unique<Port>(shared_from_this(), exclusive);
+  auto port = std::make_unique<Port>(shared_from_this(), exclusive, base_.plugCount());
   ports_.push_back(port.get());
   transcript_.add(exclusive ? "open exclusive" : "open");
   return {HIDReturnCode::success, std::move(port)};
@@ -285,7 +294,9 @@ Monotonic::time_point SimulatedDevice::now() const {
 void SimulatedDevice::pump() {
   bool any = false;
   while (const auto report = base_.takeDue(now())) {
-    for (Port* const port : ports_) port->enqueue(*report);
+    for (Port* const port : ports_) {
+      if (!port->isGone(base_)) port->enqueue(*report);
+    }
     any = true;
   }
   if (any) changed_.notifyAll();

@@ -589,6 +589,39 @@ TEST_F(HIDConnectionTest, ADeviceWithoutADescriptorHasNoValues) {
   EXPECT_EQ(takeValues(), Lines{});
 }
 
+TEST_F(HIDConnectionTest, TellsThatTheDeviceIsGone) {
+  Semaphore gone;
+  connection_->setOnGone([&] { gone.signal(); });
+  connection_->open(false);
+  device_->leave();
+  gone.wait();
+  connection_->close();
+  connection_->join();
+  EXPECT_FALSE(gone.tryWait());
+}
+
+TEST_F(HIDConnectionTest, DoesNotTellOfItsOwnClosing) {
+  int calls = 0;
+  connection_->setOnGone([&] { ++calls; });
+  connection_->open(false);
+  connection_->close();
+  connection_->join();
+  EXPECT_EQ(calls, 0);
+}
+
+TEST_F(HIDConnectionTest, AHandlerOfTheDevicesLeavingMayClose) {
+  Semaphore gone;
+  connection_->setOnGone([&] {
+    connection_->close();
+    connection_->setOnGone({});
+    gone.signal();
+  });
+  connection_->open(false);
+  device_->leave();
+  gone.wait();
+  EXPECT_FALSE(connection_->isOpen());
+}
+
 TEST_F(HIDConnectionTest, StandsManyThreadsWhileReportsStreamAndItOpensAndCloses) {
   constexpr int openings = 60;
   constexpr int reportsEach = 25;

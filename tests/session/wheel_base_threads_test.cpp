@@ -72,6 +72,40 @@ TEST_F(WheelBaseThreads, AStatusHandlerMayLetGoOfTheSession) {
   EXPECT_EQ(base, nullptr);
 }
 
+TEST_F(WheelBaseThreadsInRealTime, ADisconnectEndsEveryReadThatWaits) {
+  connect();
+  behave([](SimulatedBehaviour& b) { b.silent = true; });
+  {
+    const Thread reader("reader", [&] {
+      EXPECT_EQ(errorText([&] { base->fetchTuning(never); }), "Device is not open");
+    });
+    const Thread identityReader("identity reader", [&] {
+      EXPECT_EQ(errorText([&] { base->fetchIdentity(never); }), "Device is not open");
+    });
+    device->transcript().waitForLines(3);
+    base->disconnect();
+  }
+  EXPECT_FALSE(base->connection().isOpen());
+}
+
+TEST_F(WheelBaseThreads, ADisconnectIsForGood) {
+  base->disconnect();
+  EXPECT_EQ(errorText([&] { base->connect(); }), "Device is not open");
+  EXPECT_FALSE(base->connection().isOpen());
+}
+
+TEST_F(WheelBaseThreads, StandsADisconnectAtAnyMomentOfTheConnecting) {
+  for (int i = 0; i < 300; ++i) {
+    const auto session = WheelBase::create(HIDEnumerator::info(device), device->clock());
+    const Thread connecting("connecting", [&] {
+      const std::string text = errorText([&] { session->connect(); });
+      EXPECT_TRUE(text == "no error" || text == "Device is not open") << text;
+    });
+    session->disconnect();
+  }
+  EXPECT_EQ(device->openPorts(), 0U);
+}
+
 TEST_F(WheelBaseThreads, DestructionClosesAndDropsTheHandlers) {
   const auto held = std::make_shared<int>(0);
   connect();

@@ -233,6 +233,22 @@ TEST_F(SimulatedDeviceTest, ReadersEndWhenItIsUnplugged) {
             HIDReturnCode::noDevice);
 }
 
+TEST_F(SimulatedDeviceTest, WhatWasOpenedBeforeAReplugStaysDead) {
+  const auto before = device_->open(true).port;
+  device_->unplug();
+  device_->plug();
+  Bytes buffer(65);
+  std::size_t length = buffer.size();
+  EXPECT_EQ(ask(*before), HIDReturnCode::noDevice);
+  EXPECT_EQ(before->getReport(HIDReportKind::input, 0xFF, buffer, length), HIDReturnCode::noDevice);
+
+  const auto after = device_->open(true).port;
+  ASSERT_TRUE(after);
+  EXPECT_EQ(ask(*after), HIDReturnCode::success);
+  EXPECT_EQ(before->read(buffer).code, HIDReturnCode::noDevice);
+  EXPECT_EQ(after->read(buffer).length, 64U);
+}
+
 TEST_F(SimulatedDeviceTest, GivesReportsOnDemand) {
   const auto port = device_->open(false).port;
   Bytes buffer(65);
