@@ -6,11 +6,14 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
-#include <system_error>
+#include <stdexcept>
 
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
+#include "cli/parsed_command.h"
+#include "cli/preset_command_line.h"
+#include "cli/word_parser.h"
 #include "protocol/error.h"
 #include "simulator/simulated_backend.h"
 #include "simulator/simulated_usb_bus.h"
@@ -28,6 +31,7 @@ constexpr const char* footer =
     "Examples:\n"
     "  quorvanectl read\n"
     "  quorvanectl set SEN=900 FF=80 BLI=OFF\n"
+    "  quorvanectl presets apply \"Fanatec factory defaults\"\n"
     "  quorvanectl --simulate read --json\n\n"
     "Exit status: 0 done, 1 the device or the operation failed, 2 wrong usage.";
 
@@ -45,17 +49,10 @@ struct Words {
   bool yes = false;
 };
 
-using Command = std::function<ExitStatus(const CommandContext&)>;
-
-// A command's parser and what it runs.
-struct Entry {
-  CLI::App* parser;
-  Command run;
-};
-
 // `--simulate` takes its product with "=" only: the word after it is a command.
 std::vector<std::string> withSimulatedProduct(std::vector<std::string> words) {
   for (std::string& word : words) {
+    if (word == "--") break;
     if (word == "--simulate") word += fmt::format("=0x{:04x}", defaultSimulatedProduct);
   }
   return words;
@@ -79,11 +76,11 @@ void addGlobalOptions(CLI::App& app, Words& words) {
   app.set_version_flag("--version", fmt::format("quorvanectl {} ({})", version(), commit()));
 }
 
-std::vector<Entry> addCommands(CLI::App& app, Words& words) {
-  std::vector<Entry> entries;
-  const auto add = [&](const char* name, const char* help, Command run) {
+ParsedCommands addCommands(CLI::App& app, Words& words) {
+  ParsedCommands commands;
+  const auto add = [&](const char* name, const char* help, auto run) {
     CLI::App* const parser = app.add_subcommand(name, help);
-    entries.push_back({parser, std::move(run)});
+    commands.push_back({parser, std::move(run)});
     return parser;
   };
 
@@ -134,7 +131,8 @@ std::vector<Entry> addCommands(CLI::App& app, Words& words) {
           "Install it:\n"
           "  quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules\n"
           "  sudo udevadm control --reload && sudo udevadm trigger");
-  return entries;
+  addPresetCommands(app, commands);
+  return commands;
 }
 
 std::optional<std::uint8_t> parseReportID(const std::string& text) {
@@ -163,10 +161,10 @@ FanatecProduct simulatedProduct(const std::string& text) {
 }
 
 // Runs the command, on a simulated base when one is asked for.
-ExitStatus run(const Command& command, Words& words, const World& world) {
+ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
   words.options.reportID = parseReportID(words.reportID);
   words.options.layout = tuningLayout(words.layout);
-  if (words.simulate.empty()) return command({world, words.options});
+  if (words.simulate.empty()) return command.run({world, words.options});
 
   const FanatecProduct product = simulatedProduct(words.simulate);
   SimulatedBackend backend;
@@ -177,39 +175,72 @@ ExitStatus run(const Command& command, Words& words, const World& world) {
   }
   backend.add(device);
   SimulatedUSBBus usb(*device);
-  const World simulated{world.out, world.err, backend, usb, world.clock, world.interruption};
+  const World simulated{world.out,   world.err,          backend,      usb,
+                        world.clock, world.interruption, world.presets};
   fmt::print(world.err, "Simulated base: {}\n", product.name);
-  return command({simulated, words.options});
+  return command.run({simulated, words.options});
 }
 
-ExitStatus reportFailure(const World& world, const GlobalOptions& options, std::string_view kind,
+ExitStatus reportFailure(const World& world, const GlobalOptions& options,
                          const std::exception& failure) {
-  if (options.json) printJson(world, errorJson(kind, failure.what()));
+  if (options.json) printJson(world, errorJson(failure));
   fmt::print(world.err, "{}\n", failure.what());
   if (const auto step = nextStep(failure, options)) fmt::print(world.err, "{}\n", *step);
   return ExitStatus::failed;
 }
 
-ExitStatus runReporting(const Command& command, Words& words, const World& world) {
+ExitStatus runReporting(const ParsedCommand& command, Words& words, const World& world) {
   try {
     return run(command, words, world);
   } catch (const UsageError& error) {
     fmt::print(world.err, "{}\n", error.what());
     return ExitStatus::wrongUsage;
   } catch (const FanatecError& error) {
-    return reportFailure(world, words.options, error.kind(), error);
-  } catch (const std::system_error& error) {
-    return reportFailure(world, words.options, "ioFailed", error);
+    return reportFailure(world, words.options, error);
+  } catch (const std::runtime_error& error) {  // FileError, DecodingError, std::system_error
+    return reportFailure(world, words.options, error);
   }
+}
+
+// The command that the words got to.
+const CLI::App& reachedCommand(const CLI::App& app) {
+  const auto parsed = app.get_subcommands();
+  return parsed.empty() ? app : reachedCommand(*parsed.front());
+}
+
+std::string namesOf(const std::vector<const CLI::App*>& commands) {
+  std::string names;
+  for (const CLI::App* const command : commands) {
+    names += (names.empty() ? "" : ", ") + command->get_name();
+  }
+  return names;
+}
+
+// What is wrong with words that stop short of a command. CLI11 would only say that one is missing.
+std::optional<std::string> missingCommand(const CLI::App& app, const CLI::ParseError& error) {
+  const CLI::App& reached = reachedCommand(app);
+  const auto commands = reached.get_subcommands({});
+  if (error.get_exit_code() == 0 || commands.empty()) return std::nullopt;
+
+  const std::vector<std::string> unknown = app.remaining();
+  const std::string group = &reached == &app ? "" : reached.get_name();
+  const bool isMissing = error.get_name() == "RequiredError";
+  std::string text;
+  if (!unknown.empty()) {
+    text = fmt::format("There is no command or option \"{}{}\"\n", group.empty() ? "" : group + " ",
+                       unknown.front());
+  }
+  if (!group.empty() && isMissing) {
+    text += fmt::format("{} takes one of: {}\n", group, namesOf(commands));
+  }
+  if (text.empty()) return std::nullopt;
+  return text;
 }
 
 // What CLI11 has to say about the words: the help, the version, or what is wrong with them.
 ExitStatus explain(const CLI::App& app, const CLI::ParseError& error, const World& world) {
-  // CLI11 would only say that a command is missing.
-  const std::vector<std::string> unknown = app.remaining();
-  if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty()) {
-    fmt::print(world.err, "There is no command or option \"{}\"\n{}\n", unknown.front(),
-               "Run with --help for more information.");
+  if (const auto missing = missingCommand(app, error)) {
+    fmt::print(world.err, "{}Run with --help for more information.\n", *missing);
     return ExitStatus::wrongUsage;
   }
   std::ostringstream out;
@@ -230,18 +261,17 @@ ExitStatus runCommandLine(const std::vector<std::string>& words, const World& wo
   app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   Words parsed;
   addGlobalOptions(app, parsed);
-  const std::vector<Entry> entries = addCommands(app, parsed);
+  const ParsedCommands commands = addCommands(app, parsed);
 
-  std::vector<std::string> reversed = withSimulatedProduct(words);
-  std::reverse(reversed.begin(), reversed.end());
   try {
-    app.parse(std::move(reversed));
+    parseWords(app, withSimulatedProduct(words));
   } catch (const CLI::ParseError& error) {
     return explain(app, error, world);
   }
-  const auto chosen = std::find_if(entries.begin(), entries.end(),
-                                   [](const Entry& entry) { return entry.parser->parsed(); });
-  return runReporting(chosen->run, parsed, world);
+  const auto chosen =
+      std::find_if(commands.begin(), commands.end(),
+                   [](const ParsedCommand& command) { return command.parser->parsed(); });
+  return runReporting(*chosen, parsed, world);
 }
 
 }  // namespace quorvane

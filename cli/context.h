@@ -8,6 +8,7 @@
 #include <string>
 
 #include "cli/interruption.h"
+#include "cli/user_presets.h"
 #include "hid/port.h"
 #include "hid/usb_reset.h"
 #include "protocol/commands.h"
@@ -32,6 +33,7 @@ struct World {
   USBBus& usb = USBBus::system();
   Clock& clock = Clock::system();
   std::function<Interruption()> interruption = Interruption::catchSignals;
+  std::function<const PresetStore&()> presets = userPresetStore;  // asked for only when needed
 };
 
 // The options that all commands share.

@@ -4,6 +4,9 @@
 
 #include <string>
 
+#include "presets/preset_coding.h"
+#include "protocol/error.h"
+#include "support/file.h"
 #include "support/wall_time.h"
 
 namespace quorvane {
@@ -13,6 +16,13 @@ constexpr int indentation = 2;
 
 std::string text(const Json& document, int indent) {
   return document.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string_view kindOf(const std::exception& failure) {
+  if (const auto* const error = dynamic_cast<const FanatecError*>(&failure)) return error->kind();
+  if (dynamic_cast<const FileError*>(&failure) != nullptr) return "fileFailed";
+  if (dynamic_cast<const DecodingError*>(&failure) != nullptr) return "invalidFile";
+  return "ioFailed";
 }
 
 }  // namespace
@@ -46,9 +56,15 @@ Json tuningJson(const TuningSnapshot& snapshot, const std::optional<FanatecProdu
           {"values", std::move(values)}};
 }
 
+Json presetsJson(const std::vector<TuningPreset>& presets) {
+  return {{"presets", Json::parse(encodePresets(presets))}};
+}
+
 Json errorJson(std::string_view kind, std::string_view message) {
   return {{"error", {{"kind", kind}, {"message", message}}}};
 }
+
+Json errorJson(const std::exception& failure) { return errorJson(kindOf(failure), failure.what()); }
 
 void printJson(const World& world, const Json& document) {
   fmt::print(world.out, "{}\n", text(document, indentation));

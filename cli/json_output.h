@@ -1,11 +1,14 @@
 #pragma once
 
+#include <exception>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "cli/context.h"
 #include "hid/device_info.h"
+#include "presets/tuning_preset.h"
 #include "protocol/identity_report.h"
 #include "protocol/tuning_snapshot.h"
 
@@ -20,8 +23,13 @@ Json identityJson(const std::optional<IdentityReport>& identity);
 // The values are those that the product has, without the set's number.
 Json tuningJson(const TuningSnapshot& snapshot, const std::optional<FanatecProduct>& product);
 
-// {"error": {"kind", "message"}}
+// {"presets": [each as in the preset file]}
+Json presetsJson(const std::vector<TuningPreset>& presets);
+
+// {"error": {"kind", "message"}}. The kind is the name of a FanatecError's case; "fileFailed" for a
+// FileError, "invalidFile" for a DecodingError, else "ioFailed".
 Json errorJson(std::string_view kind, std::string_view message);
+Json errorJson(const std::exception& failure);
 
 // One document, indented, and a line feed. Texts of devices that are not UTF-8 are mended.
 void printJson(const World& world, const Json& document);

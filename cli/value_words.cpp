@@ -32,7 +32,7 @@ std::string wordsOf(TuningParameter parameter) {
   return words;
 }
 
-Assignment parseAssignment(const std::string& word) {
+ParameterValue parseAssignment(const std::string& word) {
   const std::size_t equals = word.find('=');
   if (equals == std::string::npos) {
     throw UsageError(fmt::format("\"{}\" is not of the form CODE=VALUE, such as FF=80", word));
@@ -67,20 +67,21 @@ std::optional<std::int64_t> parseValueWord(TuningParameter parameter, std::strin
   return std::nullopt;
 }
 
-std::vector<Assignment> parseAssignments(const std::vector<std::string>& words) {
-  std::vector<Assignment> assignments;
+std::vector<ParameterValue> parseAssignments(const std::vector<std::string>& words) {
+  std::vector<ParameterValue> assignments;
   for (const std::string& word : words) {
-    const Assignment next = parseAssignment(word);
-    for (const Assignment& earlier : assignments) {
+    const ParameterValue next = parseAssignment(word);
+    for (const ParameterValue& earlier : assignments) {
       if (earlier.parameter == next.parameter) {
         throw UsageError(fmt::format("{} is given twice", next.parameter.code()));
       }
     }
     assignments.push_back(next);
   }
-  std::sort(assignments.begin(), assignments.end(), [](const Assignment& a, const Assignment& b) {
-    return a.parameter.offset() < b.parameter.offset();
-  });
+  std::sort(assignments.begin(), assignments.end(),
+            [](const ParameterValue& a, const ParameterValue& b) {
+              return a.parameter.offset() < b.parameter.offset();
+            });
   return assignments;
 }
 

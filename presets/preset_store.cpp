@@ -46,9 +46,9 @@ std::vector<TuningPreset> decodeAnyForm(const JSONValue& json) {
 }
 
 // The content; none when there is no file.
-std::optional<std::string> contentOf(const path& file, std::uint64_t limit) {
+std::optional<std::string> contentOf(const path& file) {
   try {
-    return readFile(file, limit);
+    return readFile(file);
   } catch (const FileError& error) {
     if (error.isMissingFile()) return std::nullopt;
     throw;
@@ -73,13 +73,13 @@ const PresetStore& PresetStore::shared() {
 std::vector<TuningPreset> PresetStore::load() const {
   try {
     return read();
-  } catch (const std::exception&) {  // also of a file too large for the memory
+  } catch (const std::exception&) {
     return {};
   }
 }
 
 std::vector<TuningPreset> PresetStore::read() const {
-  const auto content = contentOf(fileURL_, longestStore);
+  const auto content = contentOf(fileURL_);
   if (!content) return {};
   return decoded(fileURL_, *content, decodePresets);
 }
@@ -109,7 +109,7 @@ path PresetStore::keepWhatDoesNotLoad() const {
   try {
     read();
     return {};
-  } catch (const std::exception&) {  // also of a file too large for the memory
+  } catch (const std::exception&) {
     return keepBeside(fileURL_, corruptSuffix());
   }
 }

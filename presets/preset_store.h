@@ -23,9 +23,6 @@ class PresetStore {
   // A settings file is a few kilobytes; a longer one than this is refused unread.
   static constexpr std::uint64_t longestImport = std::uint64_t{8} << 20;  // 8 MiB
 
-  // The store's own file may grow up to this; a longer one counts as damaged.
-  static constexpr std::uint64_t longestStore = std::uint64_t{64} << 20;  // 64 MiB
-
   // Without a path: "Quorvane/presets.json" in the user's data directory; a user who has none stops
   // the program.
   explicit PresetStore(std::optional<std::filesystem::path> fileURL = std::nullopt);

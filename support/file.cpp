@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <new>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -65,6 +66,25 @@ std::optional<struct stat> statusOf(const path& file) {
 void requireRegular(const path& file, const struct stat& status) {
   if (S_ISDIR(status.st_mode)) throw FileError(file, EISDIR);
   if (!S_ISREG(status.st_mode)) throw FileError(file, "Not a regular file");
+}
+
+// The rest of an open file; of the size that it says to have, as a rule.
+std::string contentOf(const path& file, const UniqueFd& fd, std::uint64_t size,
+                      std::uint64_t limit) {
+  const auto requireLength = [&](std::uint64_t length) {
+    if (length > limit) throw FileError(file, fmt::format("Longer than {}", sizeText(limit)));
+  };
+  requireLength(size);
+  std::string content;
+  content.reserve(size);
+  std::array<char, 65536> block{};
+  for (;;) {
+    const ssize_t length = retrying([&] { return ::read(fd.get(), block.data(), block.size()); });
+    if (length < 0) fail(file);
+    if (length == 0) return content;
+    requireLength(content.size() + static_cast<std::size_t>(length));
+    content.append(block.data(), static_cast<std::size_t>(length));
+  }
 }
 
 void syncDirectory(const path& directory) {
@@ -168,20 +188,10 @@ std::string readFile(const path& path, std::uint64_t limit) {
   struct stat status {};
   if (::fstat(fd.get(), &status) != 0) fail(path);
   requireRegular(path, status);
-  const auto requireLength = [&](std::uint64_t length) {
-    if (length > limit) throw FileError(path, fmt::format("Longer than {}", sizeText(limit)));
-  };
-  requireLength(static_cast<std::uint64_t>(status.st_size));
-
-  std::string content;
-  content.reserve(static_cast<std::size_t>(status.st_size));
-  std::array<char, 65536> block{};
-  for (;;) {
-    const ssize_t length = retrying([&] { return ::read(fd.get(), block.data(), block.size()); });
-    if (length < 0) fail(path);
-    if (length == 0) return content;
-    requireLength(content.size() + static_cast<std::size_t>(length));
-    content.append(block.data(), static_cast<std::size_t>(length));
+  try {
+    return contentOf(path, fd, static_cast<std::uint64_t>(status.st_size), limit);
+  } catch (const std::bad_alloc&) {
+    throw FileError(path, ENOMEM);
   }
 }
 

@@ -103,8 +103,13 @@ void CommandLineTest::atPause(int pause, std::function<void()> event) {
 }
 
 World CommandLineTest::world(std::FILE* out, std::FILE* err) {
-  return {out,  err,     backend_,
-          usb_, clock(), [this] { return Interruption(UniqueFd(::dup(interruption_.fd()))); }};
+  return {out,
+          err,
+          backend_,
+          usb_,
+          clock(),
+          [this] { return Interruption(UniqueFd(::dup(interruption_.fd()))); },
+          [this]() -> const PresetStore& { return store_; }};
 }
 
 Outcome CommandLineTest::run(std::string_view line) { return run(wordsOf(line)); }

@@ -14,9 +14,11 @@
 #include <vector>
 
 #include "cli/context.h"
+#include "presets/preset_store.h"
 #include "simulator/simulated_backend.h"
 #include "simulator/simulated_device.h"
 #include "support/event_fd.h"
+#include "tests/support/temporary_directory.h"
 
 namespace quorvane {
 
@@ -131,6 +133,8 @@ class CommandLineTest : public testing::Test {
   SimulatedBackend backend_;
   FakeUSBBus usb_;
   EventFd interruption_;
+  TemporaryDirectory directory_;
+  const PresetStore store_{directory_ / "data/presets.json"};
   std::vector<std::shared_ptr<SimulatedDevice>> devices_;
   std::vector<std::string> expectedViolations_;
   bool inSimulatedTime_ = true;

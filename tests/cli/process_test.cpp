@@ -5,12 +5,17 @@
 
 #include <array>
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/unique_fd.h"
 #include "support/version.h"
-#include "tests/cli/command_line_fixture.h"
+#include "tests/cli/preset_fixture.h"
 
 namespace quorvane {
 namespace {
@@ -21,7 +26,10 @@ class Program {
   // Starts it with the words of a line. With `interrupted`, a Ctrl-C is already waiting for it;
   // with `results`, its results go to that file.
   explicit Program(const std::string& line, bool interrupted = false, const char* results = nullptr)
-      : process_(start(line, interrupted, results)) {
+      : Program(wordsOf(line), interrupted, results) {}
+  explicit Program(std::vector<std::string> words, bool interrupted = false,
+                   const char* results = nullptr)
+      : process_(start(std::move(words), interrupted, results)) {
     out_.write.reset();
     err_.write.reset();
   }
@@ -59,8 +67,7 @@ class Program {
     }
   };
 
-  pid_t start(const std::string& line, bool interrupted, const char* results) const {
-    std::vector<std::string> words = wordsOf(line);
+  pid_t start(std::vector<std::string> words, bool interrupted, const char* results) const {
     words.insert(words.begin(), QUORVANECTL);
     std::vector<char*> arguments;
     arguments.reserve(words.size() + 1);
@@ -95,6 +102,17 @@ class Program {
 };
 
 const std::string simulatedText = std::string("Simulated base: ") + simulatedName + "\n";
+
+// After the receipt for the first of the codes there are some more, but not all.
+void expectInterrupted(const Outcome& outcome, const Lines& codes) {
+  EXPECT_EQ(outcome.status, ExitStatus::interrupted);
+  std::size_t written = 1;
+  for (const char c : outcome.out) written += c == '\n' ? 1 : 0;
+  ASSERT_LT(written, codes.size());
+  std::string unwritten;
+  for (std::size_t i = written; i < codes.size(); ++i) unwritten += " " + codes[i];
+  EXPECT_EQ(outcome.err, simulatedText + "Interrupted; not written:" + unwritten + "\n");
+}
 
 TEST(Program, ExitsWithTheStatusOfItsCommand) {
   EXPECT_EQ(Program("--version").finish(),
@@ -137,15 +155,7 @@ TEST(Program, AnInterruptionStopsAfterTheValueInFlight) {
   Program program("--simulate set" + words);
   EXPECT_EQ(program.line().substr(0, 12), "SEN  540 deg");
   program.interrupt();
-  const Outcome outcome = program.finish();
-  EXPECT_EQ(outcome.status, ExitStatus::interrupted);
-
-  std::size_t written = 1;
-  for (const char c : outcome.out) written += c == '\n' ? 1 : 0;
-  ASSERT_LT(written, codes.size());
-  std::string unwritten;
-  for (std::size_t i = written; i < codes.size(); ++i) unwritten += " " + codes[i];
-  EXPECT_EQ(outcome.err, simulatedText + "Interrupted; not written:" + unwritten + "\n");
+  expectInterrupted(program.finish(), codes);
 }
 
 TEST(Program, AnInterruptionEndsTheMonitor) {
@@ -155,6 +165,72 @@ TEST(Program, AnInterruptionEndsTheMonitor) {
     program.interrupt(signal);
     EXPECT_EQ(program.finish(), (Outcome{ExitStatus::done, "", simulatedText}));
   }
+}
+
+// The program with its user's presets in a directory of the test's own.
+class ProgramWithPresets : public testing::Test {
+ protected:
+  void SetUp() override { ::setenv("XDG_DATA_HOME", directory_.path().c_str(), 1); }
+  void TearDown() override { ::unsetenv("XDG_DATA_HOME"); }
+
+  TemporaryDirectory directory_;
+  const PresetStore store_{directory_ / "Quorvane/presets.json"};
+};
+
+TEST_F(ProgramWithPresets, KeepsThemInTheUsersDataDirectory) {
+  EXPECT_EQ(Program(Lines{"--simulate", "presets", "save", "My GT7"}).finish(),
+            (Outcome{ExitStatus::done,
+                     "Saved preset \"My GT7\" (16 values)\nYour presets are in " +
+                         store_.fileURL().string() + "\n",
+                     simulatedText}));
+  EXPECT_EQ(Program(Lines{"presets", "show", "my gt7", "--json"}).finish(),
+            (Outcome{ExitStatus::done, presetsDocument(store_.read()), ""}));
+  EXPECT_EQ(Program(Lines{"presets", "delete", "My GT7"}).finish(),
+            (Outcome{ExitStatus::done, "Deleted preset \"My GT7\"\n", ""}));
+  EXPECT_EQ(contentOf(store_.fileURL()), "[]");
+}
+
+TEST_F(ProgramWithPresets, RunsAtTheSameTimeLeaveAWholeStore) {
+  const std::set<std::string> names{"a", "b", "c", "d", "e", "f"};
+  std::vector<std::unique_ptr<Program>> programs;
+  programs.reserve(names.size());
+  for (const std::string& name : names) {
+    programs.push_back(std::make_unique<Program>("--simulate presets save " + name));
+  }
+  for (const auto& program : programs) EXPECT_EQ(program->finish().status, ExitStatus::done);
+
+  const auto stored = store_.read();
+  std::set<std::string> found;
+  for (const TuningPreset& preset : stored) found.insert(preset.name);
+  EXPECT_GE(stored.size(), 1U);
+  EXPECT_EQ(found.size(), stored.size());
+  for (const std::string& name : found) EXPECT_TRUE(names.contains(name)) << name;
+  EXPECT_EQ(contentOf(store_.fileURL()), encodePresets(stored));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory_ / "Quorvane"), {}), 1);
+}
+
+TEST_F(ProgramWithPresets, AnInterruptionStopsAnApplicationAfterTheValueInFlight) {
+  const Lines codes{"SEN", "FF", "BLI", "FFS", "FOR", "SPR", "DPR", "NDP", "NFR", "NIN"};
+  TuningPreset preset = ownPreset(firstID, "Mine");
+  for (const std::string& code : codes) preset.values[code] = code == "SEN" ? 540 : 1;
+  store_.save({preset});
+  Program program("--simulate presets apply Mine");
+  EXPECT_EQ(program.line().substr(0, 12), "SEN  540 deg");
+  program.interrupt();
+  expectInterrupted(program.finish(), codes);
+}
+
+TEST_F(ProgramWithPresets, AnInterruptionThatWaitsAtTheStartAppliesNothing) {
+  store_.save({ownPreset(firstID, "Mine", {{"FF", 80}, {"NFR", 20}})});
+  EXPECT_EQ(
+      Program("--simulate presets apply Mine", true).finish(),
+      (Outcome{ExitStatus::interrupted, "", simulatedText + "Interrupted; not written: FF NFR\n"}));
+}
+
+TEST_F(ProgramWithPresets, AnExportThatCannotBeWrittenToStandardOutputIsAFailure) {
+  EXPECT_EQ(
+      Program("presets export -", false, "/dev/full").finish(),
+      (Outcome{ExitStatus::failed, "", "Could not write the output: No space left on device\n"}));
 }
 
 }  // namespace

@@ -60,6 +60,27 @@ TEST_F(Usage, WrongWordsTouchNoBase) {
       {"factory-reset", "--yes"},
       {"factory-reset yes", "yes"},
 
+      {"presets list more", "more"},
+      {"presets list list", "list"},
+      {"presets show", "which is required"},
+      {"presets show a b", "b"},
+      {"presets show nobody", "There is no preset \"nobody\""},
+      {"presets apply", "which is required"},
+      {"presets apply a b", "b"},
+      {"presets apply nobody", "There is no preset \"nobody\""},
+      {"presets save", "name is required"},
+      {"presets save My GT7", "GT7"},
+      {"presets delete", "which is required"},
+      {"presets delete nobody", "There is no preset \"nobody\""},
+      {"presets import", "files is required"},
+      {"presets export", "file is required"},
+      {"presets export - nobody", "There is no preset \"nobody\""},
+      {"presets share", "file is required"},
+      {"presets share - more", "more"},
+      {"presets share - --preset nobody", "There is no preset \"nobody\""},
+      {"presets apply --preset x", "--preset"},
+      {"apply x", "There is no command or option \"apply\""},
+
       {"--layout windows set FF=80", "windows"},
       {"--layout SDK set FF=80", "SDK"},
       {"--report-id 256 rotation 900", "\"256\" is no report ID"},
@@ -78,6 +99,24 @@ TEST_F(Usage, WrongWordsTouchNoBase) {
       EXPECT_NE(outcome.err.find(message), std::string::npos) << line << "\n" << outcome.err;
       EXPECT_EQ(transcript(), Lines{}) << line;
     }
+  }
+}
+
+TEST_F(Usage, ListsTheCommandsBelowPresetsWhenNoneIsNamed) {
+  const std::string help =
+      "presets takes one of: list, show, apply, save, delete, import, export, share\n"
+      "Run with --help for more information.\n";
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {"presets", ""},
+      {"--json presets", ""},
+      {"presets --json", ""},
+      {"presets frobnicate", "There is no command or option \"presets frobnicate\"\n"},
+      {"presets LIST", "There is no command or option \"presets LIST\"\n"},
+      {"presets read", "There is no command or option \"presets read\"\n"},
+      {"presets --frobnicate", "There is no command or option \"presets --frobnicate\"\n"},
+  };
+  for (const auto& [line, unknown] : cases) {
+    EXPECT_EQ(run(line), (Outcome{ExitStatus::wrongUsage, "", unknown + help})) << line;
   }
 }
 
@@ -108,11 +147,26 @@ TEST_F(Usage, HelpNamesTheCommandsAndOptions) {
   const Outcome outcome = run("--help");
   EXPECT_EQ(outcome.status, ExitStatus::done);
   EXPECT_EQ(outcome.err, "");
-  for (const char* const word :
-       {"--device WHICH", "--simulate [=PRODUCT]", "--report-id N", "--layout sdk|linux ", "--json",
-        "--version", "--help", "\n  devices ", "\n  read ", "\n  set ", "\n  select ", "\n  mode ",
-        "\n  rotation ", "\n  raw ", "\n  factory-reset ", "\n  usb-reset ", "\n  monitor ",
-        "\n  udev-rule ", "Exit status: 0 done, 1 "}) {
+  for (const char* const word : {"--device WHICH",
+                                 "--simulate [=PRODUCT]",
+                                 "--report-id N",
+                                 "--layout sdk|linux ",
+                                 "--json",
+                                 "--version",
+                                 "--help",
+                                 "\n  devices ",
+                                 "\n  read ",
+                                 "\n  set ",
+                                 "\n  select ",
+                                 "\n  mode ",
+                                 "\n  rotation ",
+                                 "\n  raw ",
+                                 "\n  factory-reset ",
+                                 "\n  usb-reset ",
+                                 "\n  monitor ",
+                                 "\n  udev-rule ",
+                                 "\n  presets ",
+                                 "Exit status: 0 done, 1 "}) {
     EXPECT_NE(outcome.out.find(word), std::string::npos) << word << "\n" << outcome.out;
   }
 }
@@ -130,6 +184,17 @@ TEST_F(Usage, HelpOfACommandNamesItsArguments) {
       {"usb-reset", {"Re-enumerate the base"}},
       {"monitor", {"Ctrl-C"}},
       {"udev-rule", {"/etc/udev/rules.d/70-quorvane.rules"}},
+      {"presets",
+       {"\n  list ", "\n  show ", "\n  apply ", "\n  save ", "\n  delete ", "\n  import ",
+        "\n  export ", "\n  share ", "presets apply \"My GT7\""}},
+      {"presets list", {"List the built-in presets and your own"}},
+      {"presets show", {"WHICH", "name or id", "presets show \"Fanatec factory defaults\""}},
+      {"presets apply", {"WHICH", "Ctrl-C", "presets apply"}},
+      {"presets save", {"NAME", "presets save \"My GT7\""}},
+      {"presets delete", {"WHICH", "presets delete \"My GT7\""}},
+      {"presets import", {"FILE ...", "presets import friend.quorvane"}},
+      {"presets export", {"FILE", "WHICH ...", "presets export quorvane-presets.json"}},
+      {"presets share", {"FILE", "--preset WHICH", "presets share my-base.quorvane"}},
   };
   base();
   for (const auto& [command, words] : cases) {
@@ -214,6 +279,13 @@ TEST_F(Simulate, LeavesTheMachinesOwnBasesAlone) {
   EXPECT_EQ(run("--simulate usb-reset").status, ExitStatus::done);
   EXPECT_EQ(transcript(), Lines{});
   EXPECT_EQ(usb_.resetLocations, std::vector<std::int64_t>{});
+}
+
+TEST_F(Simulate, KeepsPresetsInTheUsersOwnStore) {
+  EXPECT_EQ(
+      run("--simulate presets save Mine").out,
+      "Saved preset \"Mine\" (16 values)\nYour presets are in " + store_.fileURL().string() + "\n");
+  EXPECT_EQ(store_.read().at(0).name, "Mine");
 }
 
 TEST_F(Simulate, TheFirmwareSpeaksTheLayoutAskedFor) {

@@ -66,10 +66,10 @@ TEST(ParseValueWord, TakesNumbersAndTheWordsOfTheDisplay) {
 }
 
 TEST(ParseAssignments, PutsThemInMenuOrder) {
-  const std::vector<Assignment> wanted{{P::slot, 3},           {P::sensitivity, 0},
-                                       {P::forceFeedback, 80}, {P::brakeLevelIndicator, 101},
-                                       {P::driftMode, -3},     {P::brakeForce, 40},
-                                       {P::fullForce, 10}};
+  const std::vector<ParameterValue> wanted{{P::slot, 3},           {P::sensitivity, 0},
+                                           {P::forceFeedback, 80}, {P::brakeLevelIndicator, 101},
+                                           {P::driftMode, -3},     {P::brakeForce, 40},
+                                           {P::fullForce, 10}};
   EXPECT_EQ(
       parseAssignments({"FUL=10", "brf=40", "BLI=OFF", "dri=-3", "Ff=80", "SLOT=3", "sen=auto"}),
       wanted);
@@ -77,7 +77,7 @@ TEST(ParseAssignments, PutsThemInMenuOrder) {
 
 TEST(ParseAssignments, KnowsEveryCode) {
   for (const P parameter : P::allCases()) {
-    const std::vector<Assignment> wanted{{parameter, 1}};
+    const std::vector<ParameterValue> wanted{{parameter, 1}};
     EXPECT_EQ(parseAssignments({std::string(parameter.code()) + "=1"}), wanted);
   }
 }

@@ -208,6 +208,21 @@ TEST(ReadFile, AFileBeyondTheLimitIsNotRead) {
   EXPECT_EQ(calls.count("read"), 0U);
 }
 
+#ifndef QUORVANE_SANITIZED  // the sanitizers have a memory of their own
+TEST(ReadFile, AFileLargerThanTheMemoryIsRefused) {
+  const TemporaryDirectory directory;
+  const path file = directory / "file";
+  putFile(file, "");
+  std::filesystem::resize_file(file, std::uint64_t{1} << 33);
+  EXPECT_EQ(inChildProcess([&] {
+              const rlimit memory{std::uint64_t{1} << 30, std::uint64_t{1} << 30};
+              ::setrlimit(RLIMIT_AS, &memory);
+              return readingError(file, anyLength);
+            }),
+            text(file, "Cannot allocate memory"));
+}
+#endif
+
 TEST(ReadFile, AFileThatHidesItsSizeIsReadWhole) {
   const path file = "/proc/version";
   const std::string content = contentOf(file);

@@ -1,0 +1,92 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "cli/base_access.h"
+#include "cli/json_output.h"
+#include "cli/preset_commands.h"
+#include "cli/preset_library.h"
+#include "cli/preset_names.h"
+#include "cli/preset_text.h"
+#include "cli/value_writer.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* savedGame = "Custom";
+
+// The codes that the preset has a value for and the product's menu has not.
+std::string missingCodes(const TuningPreset& preset, const std::optional<FanatecProduct>& product) {
+  const auto available = TuningParameter::available(product);
+  std::string codes;
+  for (const TuningParameter parameter : preset.parameters()) {
+    if (std::find(available.begin(), available.end(), parameter) == available.end()) {
+      codes += fmt::format(" {}", parameter.code());
+    }
+  }
+  for (const auto& [code, value] : preset.values) {
+    if (!TuningParameter::fromRawValue(code)) codes += " " + oneLine(code);
+  }
+  return codes;
+}
+
+ExitStatus nothingApplicable(const CommandContext& context, const TuningPreset& preset,
+                             const std::string& base) {
+  const std::string message = fmt::format("\"{}\" has no value for {}", oneLine(preset.name), base);
+  if (context.options.json) printJson(context.world, errorJson("notAvailable", message));
+  fmt::print(context.world.err, "{}\n", message);
+  return ExitStatus::failed;
+}
+
+void printSaved(const CommandContext& context, const PresetLibrary& library,
+                const TuningPreset& preset) {
+  if (context.options.json) {
+    printJson(context.world, presetsJson({preset}));
+  } else {
+    fmt::print(context.world.out, "Saved preset \"{}\" ({})\nYour presets are in {}\n",
+               oneLine(preset.name), counted(preset.values.size(), "value"),
+               library.file().string());
+  }
+}
+
+void printRepeatedName(const World& world, const PresetLibrary& library,
+                       const TuningPreset& preset) {
+  const auto presets = library.all();
+  const auto sameName = [&](const TuningPreset& other) { return other.name == preset.name; };
+  if (std::count_if(presets.begin(), presets.end(), sameName) < 2) return;
+  fmt::print(world.err,
+             "There is now more than one preset \"{}\". This one answers to its id: {}\n",
+             oneLine(preset.name), idText(preset));
+}
+
+}  // namespace
+
+ExitStatus applyPresetCommand(const CommandContext& context, const std::string& which) {
+  const TuningPreset preset = PresetLibrary(context.world).named(which);
+  const Interruption interruption = context.world.interruption();
+  const OpenBase base(context);
+  const std::vector<ParameterValue> values = preset.applicable(base->product());
+  if (values.empty()) return nothingApplicable(context, preset, base->info().displayName());
+  if (const std::string codes = missingCodes(preset, base->product()); !codes.empty()) {
+    fmt::print(context.world.err, "Not on the menu of {}, and left out:{}\n",
+               base->info().displayName(), codes);
+  }
+  return writeValues(context, interruption, *base, values);
+}
+
+ExitStatus savePresetCommand(const CommandContext& context, const std::string& name) {
+  const std::string wanted = presetName(name);
+  const OpenBase base(context);
+  const TuningSnapshot snapshot = base->fetchTuning(WheelBase::readTimeout);
+  TuningPreset preset = TuningPreset::capture(base->product(), wanted, snapshot);
+  preset.game = savedGame;
+
+  PresetLibrary library(context.world);
+  library.add({preset});
+  library.save();
+  printSaved(context, library, preset);
+  printRepeatedName(context.world, library, preset);
+  return ExitStatus::done;
+}
+
+}  // namespace quorvane

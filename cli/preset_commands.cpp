@@ -1,0 +1,58 @@
+#include "cli/preset_commands.h"
+
+#include <fmt/format.h>
+
+#include "cli/json_output.h"
+#include "cli/preset_library.h"
+#include "cli/preset_text.h"
+
+namespace quorvane {
+namespace {
+
+std::string ownText(const PresetLibrary& library) {
+  if (!library.isReadable()) return "  None that can be read.\n";
+  if (!library.own().empty()) return listText(library.own());
+  return "  None yet. Save the base's menu as your first: quorvanectl presets save NAME\n";
+}
+
+}  // namespace
+
+ExitStatus listPresetsCommand(const CommandContext& context) {
+  const PresetLibrary library(context.world);
+  if (context.options.json) {
+    printJson(context.world, presetsJson(library.all()));
+  } else {
+    fmt::print(context.world.out, "Built in\n{}\nYour own\n{}", listText(TuningPreset::builtIn()),
+               ownText(library));
+  }
+  return ExitStatus::done;
+}
+
+ExitStatus showPresetCommand(const CommandContext& context, const std::string& which) {
+  const TuningPreset preset = PresetLibrary(context.world).named(which);
+  if (context.options.json) {
+    printJson(context.world, presetsJson({preset}));
+  } else {
+    fmt::print(context.world.out, "{}", fullText(preset));
+  }
+  return ExitStatus::done;
+}
+
+ExitStatus deletePresetCommand(const CommandContext& context, const std::string& which) {
+  PresetLibrary library(context.world);
+  const TuningPreset preset = library.named(which);
+  const std::string name = oneLine(preset.name);
+  if (preset.isBuiltIn) {
+    throw UsageError(fmt::format("\"{}\" is built in and cannot be deleted", name));
+  }
+  library.remove(preset);
+  library.save();
+  if (context.options.json) {
+    printJson(context.world, presetsJson({preset}));
+  } else {
+    fmt::print(context.world.out, "Deleted preset \"{}\"\n", name);
+  }
+  return ExitStatus::done;
+}
+
+}  // namespace quorvane
