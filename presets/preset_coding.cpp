@@ -76,24 +76,24 @@ std::string_view keyText(std::string_view key) {
   return isPlain && key.size() <= longest ? key : "values";
 }
 
-std::int64_t integer(std::string_view key, const JSONValue& value) {
-  requireType(value.is_number(), key, "a whole number", value);
-  if (!value.is_number_integer()) {
-    throw DecodingError(fmt::format("\"{}\" is not a whole number of 64 bits", key));
-  }
+bool isInteger(const JSONValue& value) {
   constexpr std::uint64_t largest = std::numeric_limits<std::int64_t>::max();
-  if (value.is_number_unsigned() && value.get<std::uint64_t>() > largest) {
-    throw DecodingError(fmt::format("\"{}\" is not a whole number of 64 bits", key));
-  }
-  return value.get<std::int64_t>();
+  return value.is_number_integer() &&
+         (!value.is_number_unsigned() || value.get<std::uint64_t>() <= largest);
+}
+
+[[noreturn]] void failInteger(std::string_view key, const JSONValue& value) {
+  requireType(value.is_number(), key, "a whole number", value);
+  throw DecodingError(fmt::format("\"{}\" is not a whole number of 64 bits", key));
 }
 
 TuningPreset::Values values(const JSONValue& object, const char* key) {
   const JSONValue& json = member(object, key);
   requireType(json.is_object(), key, "an object", json);
   TuningPreset::Values result;
-  for (const auto& [code, value] : json.items()) {
-    result.emplace_hint(result.end(), code, integer(keyText(code), value));
+  for (const auto& [code, value] : json.get_ref<const JSONValue::object_t&>()) {
+    if (!isInteger(value)) failInteger(keyText(code), value);
+    result.emplace_hint(result.end(), code, value.get<std::int64_t>());
   }
   return result;
 }

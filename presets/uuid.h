@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -23,7 +22,7 @@ class UUID {
   // That form in upper case.
   std::string text() const;
 
-  auto operator<=>(const UUID&) const = default;
+  bool operator==(const UUID&) const = default;
 
  private:
   std::array<std::uint8_t, 16> bytes_{};

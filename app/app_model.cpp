@@ -1,0 +1,269 @@
+#include "app/app_model.h"
+
+#include <fmt/format.h>
+
+#include <QMetaObject>
+#include <QPointer>
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "app/environment.h"
+#include "app/messages.h"
+#include "app/publish.h"
+#include "protocol/error.h"
+#include "session/candidates.h"
+
+namespace quorvane {
+namespace {
+
+QPointer<AppModel>& latestModel() {
+  static QPointer<AppModel> model;
+  return model;
+}
+
+template <typename Read>
+auto ifAnswered(Read read) -> std::optional<decltype(read())> {
+  try {
+    return read();
+  } catch (const FanatecError&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+// What the first reads of a session gave.
+struct AppModel::Opening {
+  std::optional<IdentityReport> identity;
+  bool menuAnswered = false;
+  std::string demoStage;
+};
+
+AppModel::AppModel(const World& world)
+    : world_(world),
+      statusLine_(Messages::looking),
+      userPresets_(world_.store.load()),
+      work_("quorvane.hid"),
+      watcher_(std::make_unique<HIDDeviceWatcher>(Fanatec::vendorID, world_.backend)) {
+  latestModel() = this;
+  watcher_->setOnChange([this](const std::vector<HIDDeviceInfo>& attached) {
+    post([this, attached] { devicesChanged(attached); });
+  });
+  watcher_->start();
+  devicesChanged(watcher_->currentDevices());
+}
+
+// Every thread that posts ends before the fields go.
+AppModel::~AppModel() {
+  watcher_.reset();
+  if (opening_) retire(std::exchange(opening_, nullptr));
+  if (base_) retire(std::exchange(base_, nullptr));
+  work_.stop();
+  for (const Session& base : retired_) base->connection().join();
+}
+
+AppModel* AppModel::shared() { return latestModel(); }
+
+std::optional<FanatecProduct> AppModel::product() const {
+  return base_ ? base_->product() : std::nullopt;
+}
+
+void AppModel::setRequestedSection(std::optional<std::string> title) {
+  publish(requestedSection_, std::move(title));
+}
+
+void AppModel::post(std::function<void()> what) {
+  QMetaObject::invokeMethod(this, std::move(what), Qt::QueuedConnection);
+}
+
+void AppModel::devicesChanged(const std::vector<HIDDeviceInfo>& attached) {
+  devices_ = wheelBaseCandidates(attached);
+  emit changed();
+  if (opening_ && isGone(*opening_)) disconnect();
+  if (base_ && isGone(*base_)) {
+    append(Messages::disconnected);
+    disconnect();
+  }
+  connectToFirst();
+}
+
+bool AppModel::isGone(const WheelBase& base) const {
+  return std::none_of(devices_.begin(), devices_.end(),
+                      [&](const HIDDeviceInfo& device) { return device.id == base.info().id; });
+}
+
+void AppModel::connectToFirst() {
+  if (devices_.empty()) {
+    setStatus(Messages::noBaseFound);
+  } else if (!base_ && !opening_) {
+    connect(devices_.front());
+  }
+}
+
+void AppModel::connect(const HIDDeviceInfo& device) {
+  if (base_ || opening_) disconnect();
+  const Session base = WheelBase::create(device, world_.clock);
+  opening_ = base;
+  beginExchange();
+  setStatus(Messages::connecting(device.displayName()));
+  work_.add([this, base] { open(base); });
+}
+
+void AppModel::open(const Session& base) {
+  followReports(base);  // a base may leave as soon as it is open
+  try {
+    base->connect();
+  } catch (const FanatecError& error) {
+    post([this, base, reason = error.errorDescription()] { openFailed(base, reason); });
+    return;
+  }
+  Opening opening;
+  opening.demoStage = Environment::demoStage();
+  opening.identity = ifAnswered([&] { return base->fetchIdentity(WheelBase::readTimeout); });
+  opening.menuAnswered =
+      ifAnswered([&] { return base->fetchTuning(WheelBase::readTimeout); }).has_value();
+  post([this, base, opening] { opened(base, opening); });
+}
+
+// The handlers hold no session: it holds them.
+void AppModel::followReports(const Session& base) {
+  const WheelBase* const session = base.get();
+  const auto isCurrent = [this, session] {
+    return session == base_.get() || session == opening_.get();
+  };
+  base->setOnTuningUpdate([this, isCurrent](const TuningSnapshot& menu) {
+    post([this, isCurrent, menu] {
+      if (isCurrent()) publish(tuning_, menu);
+    });
+  });
+  base->setOnStatusUpdate([this, isCurrent](WheelBase& reporting) {
+    post([this, isCurrent, wheel = reporting.wheelID(), version = reporting.firmwareVersion()] {
+      if (!isCurrent()) return;
+      publish(wheelID_, wheel);
+      publish(firmwareVersion_, version);
+    });
+  });
+  base->connection().setOnGone([this, session] { post([this, session] { baseGone(session); }); });
+}
+
+void AppModel::opened(const Session& base, const Opening& opening) {
+  if (opening_ != base) {
+    endExchange();
+    return;
+  }
+  const std::string name =
+      opening.identity ? opening.identity->baseName() : base->info().displayName();
+  base_ = std::exchange(opening_, nullptr);
+  connectedName_ = name;
+  identity_ = opening.identity;
+  tuning_ = base->tuning();
+  endExchange();
+  append(Messages::connected(name));
+  if (!opening.menuAnswered) append(Messages::noTuningAnswer, true);
+  stageDemo(opening.demoStage);
+}
+
+void AppModel::openFailed(const Session& base, const std::string& reason) {
+  endExchange();
+  if (opening_ != base) return;
+  opening_.reset();
+  append(Messages::couldNotOpen(base->info().displayName(), reason), true);
+}
+
+void AppModel::stageDemo(const std::string& text) {
+  for (const auto& [parameter, value] : parseDemoStage(text)) stage(parameter, value);
+}
+
+void AppModel::baseGone(const WheelBase* base) {
+  const std::vector<HIDDeviceInfo> attached = watcher_->currentDevices();
+  if (base != base_.get() && base != opening_.get()) return;
+  if (base_) append(Messages::disconnected);
+  disconnect();
+  devicesChanged(attached);
+}
+
+void AppModel::disconnect() {
+  if (opening_) retire(std::exchange(opening_, nullptr));
+  if (base_) retire(std::exchange(base_, nullptr));
+  staged_.clear();
+  connectedName_.reset();
+  identity_.reset();
+  tuning_.reset();
+  wheelID_.reset();
+  firmwareVersion_.reset();
+  statusLine_ = Messages::notConnected;
+  emit changed();
+}
+
+// Closes a session. Its threads are waited for where that blocks nobody.
+void AppModel::retire(const Session& base) {
+  base->disconnect();
+  retired_.push_back(base);
+  work_.add([this, base] {
+    base->connection().join();
+    post([this, base] { std::erase(retired_, base); });
+  });
+}
+
+void AppModel::refresh() {
+  perform("Read the tuning menu", [this](WheelBase& base) -> std::optional<std::string> {
+    base.fetchTuning(WheelBase::readTimeout);
+    const auto identity = ifAnswered([&] { return base.fetchIdentity(WheelBase::readTimeout); });
+    if (identity) {
+      post([this, session = &base, identity] {
+        if (session == base_.get()) publish(identity_, identity);
+      });
+    }
+    return std::nullopt;
+  });
+}
+
+void AppModel::perform(std::string title, DeviceAction action) {
+  if (!base_) {
+    append(Messages::notConnected, true);
+    return;
+  }
+  beginExchange();
+  work_.add([this, base = base_, title = std::move(title), action = std::move(action)] {
+    std::string text;
+    bool isError = false;
+    try {
+      text = action(*base).value_or("");
+    } catch (const std::exception& error) {
+      text = Messages::failed(title, error.what());
+      isError = true;
+    }
+    post([this, base, text, isError] { performed(base, text, isError); });
+  });
+}
+
+void AppModel::performed(const Session& base, const std::string& text, bool isError) {
+  if (base == base_) publish(tuning_, base->tuning());
+  endExchange();
+  if (!text.empty()) append(text, isError);
+}
+
+void AppModel::beginExchange() {
+  ++exchanges_;
+  emit changed();
+}
+
+void AppModel::endExchange() {
+  --exchanges_;
+  emit changed();
+}
+
+void AppModel::append(std::string text, bool isError) {
+  if (Environment::logsToStandardError()) {
+    fmt::print(stderr, "{}{}\n", isError ? "[error] " : "[log] ", text);
+  }
+  log_.push_back({UUID::random(), WallClock::now(), text, isError});
+  if (log_.size() > longestLog) log_.erase(log_.begin());
+  statusLine_ = std::move(text);
+  emit changed();
+}
+
+void AppModel::setStatus(std::string text) { publish(statusLine_, std::move(text)); }
+
+}  // namespace quorvane

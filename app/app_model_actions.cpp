@@ -1,0 +1,210 @@
+#include <QPointer>
+#include <algorithm>
+#include <utility>
+
+#include "app/app_model.h"
+#include "app/messages.h"
+#include "app/publish.h"
+#include "protocol/error.h"
+
+namespace quorvane {
+namespace {
+
+// A name that every file system takes, and that a panel does not mistake for a path.
+std::string fileName(std::string name) {
+  std::replace(name.begin(), name.end(), '/', '-');
+  return name;
+}
+
+}  // namespace
+
+// A save on its way through the work queue.
+struct AppModel::Save {
+  StagedValues wanted;
+  StagedValues failed;
+  std::vector<std::string> rejections;
+};
+
+void AppModel::stage(TuningParameter parameter, std::int64_t value) {
+  if (isCurrentValue({parameter, value}, tuning_, product())) {
+    revert(parameter);
+    return;
+  }
+  staged_[parameter] = value;
+  emit changed();
+}
+
+void AppModel::revert(TuningParameter parameter) {
+  if (staged_.erase(parameter) > 0) emit changed();
+}
+
+void AppModel::stagePreset(const TuningPreset& preset) {
+  for (const auto& [parameter, value] : preset.applicable(product())) stage(parameter, value);
+  append(Messages::loaded(preset, staged_.size()));
+}
+
+void AppModel::discardStaged() {
+  const std::size_t count = std::exchange(staged_, {}).size();
+  if (count > 0) append(Messages::discarded(count));
+}
+
+void AppModel::saveStaged() {
+  if (!base_ || staged_.empty()) return;
+  beginExchange();
+  append(Messages::saving(staged_.size()));
+  work_.add([this, base = base_, save = Save{staged_, {}, {}}]() mutable {
+    write(*base, save);
+    post([this, base, save] { saved(base, save); });
+  });
+}
+
+// On the work queue.
+void AppModel::write(WheelBase& base, Save& save) {
+  for (const auto& [parameter, value] : save.wanted) {
+    try {
+      base.set(parameter, value, true);
+    } catch (const FanatecError& error) {
+      save.failed[parameter] = value;
+      save.rejections.push_back(Messages::rejection(parameter, error.errorDescription()));
+    }
+  }
+}
+
+void AppModel::saved(const Session& base, const Save& save) {
+  const auto menu = base->tuning();
+  if (base == base_) {
+    tuning_ = menu;
+    // What was staged in the meantime was not part of the save.
+    std::erase_if(staged_, [&](const auto& edit) {
+      const auto wanted = save.wanted.find(edit.first);
+      return wanted != save.wanted.end() && wanted->second == edit.second;
+    });
+    staged_.insert(save.failed.begin(), save.failed.end());
+  }
+  endExchange();
+  if (save.rejections.empty()) {
+    append(Messages::saved(save.wanted.size(), Messages::setName(menu)));
+  } else {
+    append(Messages::partlySaved(save.wanted.size(), save.rejections), true);
+  }
+}
+
+void AppModel::selectSlot(std::int64_t slot) {
+  perform("Switch set", [slot](WheelBase& base) {
+    return Messages::switchedToSet(base.selectSlot(slot, TuningLayout::inPlace));
+  });
+}
+
+void AppModel::toggleMode() {
+  perform("Toggle mode",
+          [](WheelBase& base) { return Messages::nowInMode(base.switchMenuMode()); });
+}
+
+void AppModel::apply(const TuningPreset& preset) {
+  perform("Apply preset",
+          [preset](WheelBase& base) { return Messages::applied(preset, base.apply(preset)); });
+}
+
+void AppModel::factoryReset() {
+  perform("Factory reset", [](WheelBase& base) {
+    base.factoryReset();
+    return Messages::factoryReset;
+  });
+}
+
+void AppModel::usbReset() {
+  work_.add([this] {
+    try {
+      USBReset::reset(Fanatec::vendorID, std::nullopt, world_.usb);
+      post([this] { append(Messages::usbReset); });
+    } catch (const std::exception& error) {
+      post([this, reason = std::string(error.what())] {
+        append(Messages::usbResetFailed(reason), true);
+      });
+    }
+  });
+}
+
+void AppModel::saveCurrentAsPreset(const std::string& name) {
+  if (!tuning_) return;
+  TuningPreset preset = TuningPreset::capture(product(), name, *tuning_);
+  preset.game = "Custom";
+  userPresets_.push_back(std::move(preset));
+  persistPresets();
+  append(Messages::presetSaved(name));
+}
+
+void AppModel::persistPresets() {
+  try {
+    world_.store.save(userPresets_);
+  } catch (const std::runtime_error& error) {
+    append(Messages::couldNotSavePresets(error.what()), true);
+  }
+  emit changed();
+}
+
+void AppModel::deletePreset(const TuningPreset& preset) {
+  std::erase_if(userPresets_, [&](const TuningPreset& own) { return own.id == preset.id; });
+  persistPresets();
+}
+
+void AppModel::shareCurrentSettings() {
+  if (!base_ || !tuning_) return;
+  const std::string base = base_->info().displayName();
+  const TuningPreset preset =
+      TuningPreset::capture(product(), base + ", set " + Messages::setName(tuning_), *tuning_);
+  world_.panels.chooseDestination(
+      {"Share settings", "Export", FilePanels::Content::settings,
+       fileName(preset.name) + "." + std::string(SettingsShareFile::fileExtension)},
+      [model = QPointer(this), preset, base](const std::filesystem::path& file) {
+        if (model) model->share(preset, base, file);
+      });
+}
+
+void AppModel::share(const TuningPreset& preset, const std::string& base,
+                     const std::filesystem::path& file) {
+  try {
+    PresetStore::exportShare(preset, base, file);
+    append(Messages::exportedSettings(file));
+  } catch (const FileError& error) {
+    append(Messages::exportFailed(error.what()), true);
+  }
+}
+
+void AppModel::importSettingsFile() {
+  world_.panels.chooseFile({"Import settings", "Import", FilePanels::Content::settings, {}},
+                           [model = QPointer(this)](const std::filesystem::path& file) {
+                             if (model) model->importSettings(file);
+                           });
+}
+
+void AppModel::importSettings(const std::filesystem::path& file) {
+  std::vector<TuningPreset> presets;
+  try {
+    presets = PresetStore::importPresets(file);
+  } catch (const std::runtime_error& error) {  // FileError, DecodingError
+    append(Messages::couldNotImport(error.what()), true);
+    return;
+  }
+  append(Messages::imported(presets, file, isConnected()));
+  if (presets.empty()) return;
+  userPresets_.insert(userPresets_.end(), presets.begin(), presets.end());
+  persistPresets();
+  setRequestedSection("Presets");
+}
+
+void AppModel::exportPresets() {
+  world_.panels.chooseDestination(
+      {"Export presets", "Export", FilePanels::Content::presets, "quorvane-presets.json"},
+      [model = QPointer(this)](const std::filesystem::path& file) {
+        if (!model) return;
+        try {
+          PresetStore::exportPresets(model->userPresets_, file);
+          model->append(Messages::exportedPresets(model->userPresets_.size(), file));
+        } catch (const FileError& error) {
+          model->append(Messages::exportFailed(error.what()), true);
+        }
+      });
+}
+
+}  // namespace quorvane

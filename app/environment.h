@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+// What the environment of the process asks for. Read afresh by every call.
+namespace quorvane::Environment {
+
+// QUORVANE_LOG_STDERR is there, whatever it holds: the log goes to standard error as well.
+bool logsToStandardError();
+
+// QUORVANE_DEMO_STAGE: edits to stage after connecting (see parseDemoStage).
+std::string demoStage();
+
+// QUORVANE_SECTION: the title of the section that the window shows first.
+std::string section();
+
+}  // namespace quorvane::Environment

@@ -1,0 +1,118 @@
+#include "app/messages.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace quorvane::Messages {
+namespace {
+
+std::string counted(std::size_t count, std::string_view noun) {
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
+std::string inQuotes(std::string_view name) { return fmt::format("\"{}\"", name); }
+
+}  // namespace
+
+std::string setName(const std::optional<TuningSnapshot>& menu) {
+  return menu ? menu->setName() : "?";
+}
+
+std::string connecting(std::string_view device) { return fmt::format("Connecting to {}…", device); }
+
+std::string connected(std::string_view name) { return fmt::format("Connected to {}", name); }
+
+std::string couldNotOpen(std::string_view device, std::string_view reason) {
+  return fmt::format("Could not open {}: {}", device, reason);
+}
+
+std::string failed(std::string_view action, std::string_view reason) {
+  return fmt::format("{} failed: {}", action, reason);
+}
+
+std::string discarded(std::size_t count) {
+  return fmt::format("Discarded {}", counted(count, "unsaved change"));
+}
+
+std::string loaded(const TuningPreset& preset, std::size_t staged) {
+  if (staged == 0) return inQuotes(preset.name) + " matches the current values";
+  return fmt::format("Loaded {}: {} to save", inQuotes(preset.name), counted(staged, "value"));
+}
+
+std::string saving(std::size_t count) {
+  return fmt::format("Saving {}…", counted(count, "change"));
+}
+
+std::string saved(std::size_t count, std::string_view set) {
+  return fmt::format("Saved {} to set {}", counted(count, "change"), set);
+}
+
+std::string partlySaved(std::size_t count, const std::vector<std::string>& rejections) {
+  return fmt::format("Saved {} of {}; the base rejected {}", count - rejections.size(), count,
+                     fmt::join(rejections, "; "));
+}
+
+std::string rejection(TuningParameter parameter, std::string_view reason) {
+  return fmt::format("{}: {}", parameter.code(), reason);
+}
+
+std::string switchedToSet(const TuningSnapshot& menu) {
+  return fmt::format("Switched to set {}", menu.slot());
+}
+
+std::string nowInMode(const TuningSnapshot& menu) {
+  return fmt::format("Now in {} mode", menu.modeName());
+}
+
+std::string applied(const TuningPreset& preset,
+                    const std::vector<WheelBase::ApplyResult>& results) {
+  std::vector<std::string> failures;
+  for (const auto& result : results) {
+    if (result.error) failures.push_back(rejection(result.parameter, *result.error));
+  }
+  if (failures.empty()) {
+    return fmt::format("Applied {} ({} values)", inQuotes(preset.name), results.size());
+  }
+  return fmt::format("Applied {} with {} failures: {}", inQuotes(preset.name), failures.size(),
+                     fmt::join(failures, "; "));
+}
+
+std::string usbResetFailed(std::string_view reason) {
+  return fmt::format("USB reset failed: {}", reason);
+}
+
+std::string presetSaved(std::string_view name) { return "Saved preset " + inQuotes(name); }
+
+std::string couldNotSavePresets(std::string_view reason) {
+  return fmt::format("Could not save presets: {}", reason);
+}
+
+std::string exportedSettings(const std::filesystem::path& file) {
+  return fmt::format("Exported settings to {}", file.string());
+}
+
+std::string exportedPresets(std::size_t count, const std::filesystem::path& file) {
+  return fmt::format("Exported {} to {}", counted(count, "preset"), file.string());
+}
+
+std::string exportFailed(std::string_view reason) {
+  return fmt::format("Export failed: {}", reason);
+}
+
+std::string imported(const std::vector<TuningPreset>& presets, const std::filesystem::path& file,
+                     bool isConnected) {
+  if (presets.empty()) {
+    return fmt::format("Imported nothing: there are no presets in {}", file.string());
+  }
+  std::string text =
+      fmt::format("Imported {} from {}", inQuotes(presets.front().name), file.string());
+  if (presets.size() > 1) text += fmt::format(" and {} more", presets.size() - 1);
+  if (!isConnected) text += "; connect a base to apply it";
+  return text;
+}
+
+std::string couldNotImport(std::string_view reason) {
+  return fmt::format("Could not import {}", reason);
+}
+
+}  // namespace quorvane::Messages

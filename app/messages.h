@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "presets/tuning_preset.h"
+#include "protocol/tuning_snapshot.h"
+#include "session/wheel_base.h"
+
+// The lines that the model logs and shows as its status.
+namespace quorvane::Messages {
+
+inline constexpr const char* looking = "Looking for a Fanatec base…";
+inline constexpr const char* noBaseFound =
+    "No base found. Power it on in PC mode and connect it to this Mac.";
+inline constexpr const char* notConnected = "No base connected";
+inline constexpr const char* disconnected = "Base disconnected";
+inline constexpr const char* noTuningAnswer =
+    "The base did not answer the tuning read. Is it in PC mode?";
+inline constexpr const char* factoryReset = "Tuning menu reset to factory defaults";
+inline constexpr const char* usbReset =
+    "USB reset issued; the base will reconnect in a few seconds";
+
+// How people call the active set; "?" without a menu.
+std::string setName(const std::optional<TuningSnapshot>& menu);
+
+std::string connecting(std::string_view device);
+std::string connected(std::string_view name);
+std::string couldNotOpen(std::string_view device, std::string_view reason);
+std::string failed(std::string_view action, std::string_view reason);
+
+std::string discarded(std::size_t count);
+std::string loaded(const TuningPreset& preset, std::size_t staged);
+std::string saving(std::size_t count);
+std::string saved(std::size_t count, std::string_view set);
+std::string partlySaved(std::size_t count, const std::vector<std::string>& rejections);
+
+// One line of a list of failures: "FF: the reason".
+std::string rejection(TuningParameter parameter, std::string_view reason);
+
+std::string switchedToSet(const TuningSnapshot& menu);
+std::string nowInMode(const TuningSnapshot& menu);
+std::string applied(const TuningPreset& preset, const std::vector<WheelBase::ApplyResult>& results);
+std::string usbResetFailed(std::string_view reason);
+
+std::string presetSaved(std::string_view name);
+std::string couldNotSavePresets(std::string_view reason);
+std::string exportedSettings(const std::filesystem::path& file);
+std::string exportedPresets(std::size_t count, const std::filesystem::path& file);
+std::string exportFailed(std::string_view reason);
+std::string imported(const std::vector<TuningPreset>& presets, const std::filesystem::path& file,
+                     bool isConnected);
+std::string couldNotImport(std::string_view reason);
+
+}  // namespace quorvane::Messages

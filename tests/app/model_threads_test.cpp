@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <atomic>
+#include <filesystem>
+#include <functional>
+#include <iterator>
+#include <set>
+#include <thread>
+
+#include "support/thread.h"
+#include "tests/app/model_fixture.h"
+
+namespace quorvane {
+namespace {
+
+using P = TuningParameter;
+
+constexpr int rounds = 1000;
+
+std::ptrdiff_t threads() {
+  return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
+}
+
+// The kernel lists a thread for a moment after it was joined; a leak would leave one a round.
+constexpr std::ptrdiff_t stillEnding = 20;
+
+// Models that end at any moment. Whatever goes on then, it leaves no thread, no open base and no
+// broken rule behind.
+class ModelEnd : public ModelTest {
+ protected:
+  // Makes a model, lets something begin, and ends it, again and again.
+  void endAThousandTimes(const std::function<void(int round)>& begin) {
+    base();
+    const std::ptrdiff_t before = threads();
+    for (int round = 0; round < rounds; ++round) {
+      create();
+      begin(round);
+      end();
+      ASSERT_EQ(base().openPorts(), 0U);
+      base().transcript().clear();
+    }
+    EXPECT_LT(threads(), before + stillEnding);
+  }
+
+  // A model that is connected, and what comes after on the base.
+  void connect() {
+    waitUntil([this] { return model().isConnected(); });
+    base().transcript().clear();
+  }
+};
+
+TEST_F(ModelEnd, RightAfterTheConstruction) {
+  endAThousandTimes([](int) {});
+}
+
+TEST_F(ModelEnd, WhileTheBaseIsBeingOpened) {
+  endAThousandTimes([this](int round) {
+    base().transcript().waitForLines(static_cast<std::size_t>(round % 4) + 1);
+  });
+}
+
+TEST_F(ModelEnd, WhileAnExchangeRuns) {
+  endAThousandTimes([this](int round) {
+    connect();
+    model().stage(P::forceFeedback, round % 100);
+    model().stage(P::sensitivity, 800);
+    model().saveStaged();
+    model().selectSlot(round % 5 + 1);
+    model().refresh();
+    base().transcript().waitForLines(static_cast<std::size_t>(round % 9) + 1);
+  });
+}
+
+TEST_F(ModelEnd, WhileTheBaseLeaves) {
+  endAThousandTimes([this](int round) {
+    connect();
+    if (round % 2 == 0) model().refresh();
+    base().unplug();
+    if (round % 3 == 0) QCoreApplication::sendPostedEvents();
+    if (round % 5 != 0) base().plug();
+    if (round % 7 == 0) QCoreApplication::sendPostedEvents();
+    end();
+    base().plug();
+  });
+}
+
+TEST_F(ModelEnd, WhileBasesComeAndGo) {
+  base();
+  std::atomic<bool> done = false;
+  {
+    const Thread cable("cable", [&] {
+      while (!done) {
+        base().unplug();
+        base().plug();
+      }
+    });
+    endAThousandTimes([](int round) {
+      if (round % 2 == 0) QCoreApplication::sendPostedEvents();
+    });
+    done = true;
+  }
+}
+
+TEST_F(ModelEnd, WhileReportsStream) {
+  base();
+  std::atomic<bool> done = false;
+  {
+    const Thread driver("driver", [&] {
+      for (std::uint16_t number = 0; !done; ++number) {
+        simulate([&](SimulatedBase& simulated) {
+          simulated.attachWheel(number % 100, number);
+          simulated.sendReport(simulated.wheelStatusReport(), {});
+          simulated.turn(P::forceFeedback, number % 100, {});
+        });
+        base().waitUntilQuiet();
+      }
+    });
+    endAThousandTimes([this](int round) {
+      if (round % 2 == 0) connect();
+    });
+    done = true;
+  }
+}
+
+class ModelThreads : public ModelTest {};
+
+// The fixture of every test checks where changes are told; this one makes all kinds of them.
+TEST_F(ModelThreads, EveryChangeIsToldOnTheMainThread) {
+  std::set<std::thread::id> tellers;
+  base();
+  create();
+  QObject::connect(
+      &model(), &AppModel::changed, &model(), [&] { tellers.insert(std::this_thread::get_id()); },
+      Qt::DirectConnection);
+  settle();
+  base().turn(P::forceFeedback, 42);
+  simulate(
+      [](SimulatedBase& simulated) { simulated.sendReport(simulated.wheelStatusReport(), {}); });
+  settle();
+  model().stage(P::forceFeedback, 80);
+  model().saveStaged();
+  model().refresh();
+  model().selectSlot(3);
+  model().usbReset();
+  waitUntil([this] {
+    return model().statusLine() == "USB reset issued; the base will reconnect in a few seconds";
+  });
+  settle();
+  base().unplug();
+  settle();
+  end();
+  EXPECT_EQ(tellers, (std::set<std::thread::id>{std::this_thread::get_id()}));
+}
+
+}  // namespace
+}  // namespace quorvane

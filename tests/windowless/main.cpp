@@ -1,0 +1,158 @@
+// The application model without a window. It follows the bases of this machine, or a simulated one
+// with --simulate, and carries out actions given as lines on standard input:
+//
+//   refresh | save | discard | toggle | factory-reset | usb-reset | quit
+//   stage CODE=VALUE[,CODE=VALUE...] | select SET | apply PRESET | capture NAME | import FILE |
+//   show
+//
+// `show` prints the model's state as one JSON line. The log goes to standard error where the
+// environment asks for it. The end of the input quits.
+
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
+#include <array>
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+
+#include "app/app_model.h"
+#include "simulator/simulated_backend.h"
+#include "simulator/simulated_usb_bus.h"
+#include "support/text.h"
+
+namespace quorvane {
+namespace {
+
+class NoPanels final : public FilePanels {
+ public:
+  void chooseDestination(const Request& /*request*/, Chosen /*chosen*/) override {}
+  void chooseFile(const Request& /*request*/, Chosen /*chosen*/) override {}
+};
+
+nlohmann::ordered_json valuesJson(const StagedValues& values) {
+  nlohmann::ordered_json json = nlohmann::ordered_json::object();
+  for (const auto& [parameter, value] : values) json[std::string(parameter.code())] = value;
+  return json;
+}
+
+void show(const AppModel& model) {
+  nlohmann::ordered_json json{{"status", model.statusLine()},
+                              {"busy", model.busy()},
+                              {"devices", model.devices().size()},
+                              {"connected", model.connectedName().value_or("")},
+                              {"identity", model.identity().has_value()},
+                              {"staged", valuesJson(model.staged())},
+                              {"presets", model.userPresets().size()}};
+  if (model.tuning()) {
+    StagedValues menu;
+    for (const TuningParameter parameter : TuningParameter::available(model.product())) {
+      menu[parameter] = model.tuning()->value(parameter, model.product());
+    }
+    json["tuning"] = valuesJson(menu);
+  }
+  std::printf("%s\n", json.dump().c_str());
+  std::fflush(stdout);
+}
+
+void applyNamed(AppModel& model, const std::string& name) {
+  auto presets = TuningPreset::builtIn();
+  presets.insert(presets.end(), model.userPresets().begin(), model.userPresets().end());
+  for (const TuningPreset& preset : presets) {
+    if (preset.name == name) model.apply(preset);
+  }
+}
+
+using Action = std::function<void(AppModel&, const std::string& words)>;
+
+const std::map<std::string, Action, std::less<>>& actions() {
+  static const std::map<std::string, Action, std::less<>> table{
+      {"refresh", [](AppModel& model, const auto&) { model.refresh(); }},
+      {"save", [](AppModel& model, const auto&) { model.saveStaged(); }},
+      {"discard", [](AppModel& model, const auto&) { model.discardStaged(); }},
+      {"toggle", [](AppModel& model, const auto&) { model.toggleMode(); }},
+      {"factory-reset", [](AppModel& model, const auto&) { model.factoryReset(); }},
+      {"usb-reset", [](AppModel& model, const auto&) { model.usbReset(); }},
+      {"stage",
+       [](AppModel& model, const auto& words) {
+         for (const auto& [parameter, value] : parseDemoStage(words)) model.stage(parameter, value);
+       }},
+      {"select",
+       [](AppModel& model, const auto& words) {
+         if (const auto set = parseInteger(words)) model.selectSlot(*set);
+       }},
+      {"apply", applyNamed},
+      {"capture", [](AppModel& model, const auto& words) { model.saveCurrentAsPreset(words); }},
+      {"import", [](AppModel& model, const auto& words) { model.importSettings(words); }},
+      {"show", [](AppModel& model, const auto&) { show(model); }},
+      {"quit", [](AppModel&, const auto&) { QCoreApplication::quit(); }},
+  };
+  return table;
+}
+
+void carryOut(AppModel& model, const std::string& line) {
+  const std::size_t end = line.find(' ');
+  const auto action = actions().find(line.substr(0, end));
+  if (action == actions().end()) {
+    std::fprintf(stderr, "no action: %s\n", line.c_str());
+    return;
+  }
+  action->second(model, end == std::string::npos ? "" : line.substr(end + 1));
+}
+
+// Carries out the complete lines among what has come in.
+class Input {
+ public:
+  explicit Input(AppModel& model) : model_(model), notifier_(STDIN_FILENO, QSocketNotifier::Read) {
+    QObject::connect(&notifier_, &QSocketNotifier::activated, [this] { take(); });
+  }
+
+ private:
+  void take() {
+    std::array<char, 4096> block{};
+    const ssize_t length = ::read(STDIN_FILENO, block.data(), block.size());
+    if (length <= 0) {
+      notifier_.setEnabled(false);
+      QCoreApplication::quit();
+      return;
+    }
+    pending_.append(block.data(), static_cast<std::size_t>(length));
+    for (std::size_t end = pending_.find('\n'); end != std::string::npos;
+         end = pending_.find('\n')) {
+      const std::string line = pending_.substr(0, end);
+      pending_.erase(0, end + 1);
+      carryOut(model_, line);
+    }
+  }
+
+  AppModel& model_;
+  QSocketNotifier notifier_;
+  std::string pending_;
+};
+
+int run(const AppModel::World& world) {
+  AppModel model(world);
+  const Input input(model);
+  return QCoreApplication::exec();
+}
+
+}  // namespace
+}  // namespace quorvane
+
+int main(int argc, char** argv) {
+  using namespace quorvane;  // NOLINT(google-build-using-namespace): this program's own
+  const QCoreApplication application(argc, argv);
+  NoPanels panels;
+  if (argc < 2 || std::string_view(argv[1]) != "--simulate") return run({panels});
+
+  SimulatedBackend backend;
+  const auto device = SimulatedDevice::create(
+      FanatecProduct::lookup(defaultSimulatedProduct).value(), SimulatedDevice::Time::real);
+  backend.add(device);
+  SimulatedUSBBus usb(*device);
+  return run({panels, backend, usb});
+}
