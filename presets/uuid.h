@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -22,7 +23,7 @@ class UUID {
   // That form in upper case.
   std::string text() const;
 
-  bool operator==(const UUID&) const = default;
+  auto operator<=>(const UUID&) const = default;  // NOLINT(modernize-use-nullptr): a false alarm
 
  private:
   std::array<std::uint8_t, 16> bytes_{};

@@ -1,8 +1,7 @@
 #pragma once
 
+#include <exception>
 #include <string>
-
-#include "protocol/error.h"
 
 namespace quorvane {
 
@@ -11,8 +10,8 @@ template <typename Operation>
 std::string errorText(const Operation& operation) {
   try {
     operation();
-  } catch (const FanatecError& error) {
-    return error.errorDescription();
+  } catch (const std::exception& error) {
+    return error.what();
   }
   return "no error";
 }

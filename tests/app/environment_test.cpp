@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/app/scoped_variable.h"
+#include "tests/support/scoped_variable.h"
 
 namespace quorvane {
 namespace {

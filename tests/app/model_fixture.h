@@ -17,7 +17,7 @@
 #include "simulator/simulated_device.h"
 #include "simulator/simulated_usb_bus.h"
 #include "support/semaphore.h"
-#include "tests/app/scoped_variable.h"
+#include "tests/support/scoped_variable.h"
 #include "tests/support/temporary_directory.h"
 
 namespace quorvane {

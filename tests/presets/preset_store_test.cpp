@@ -23,6 +23,7 @@
 #include "presets/json_reader.h"
 #include "presets/preset_coding.h"
 #include "support/thread.h"
+#include "tests/error_text.h"
 #include "tests/support/child_process.h"
 #include "tests/support/file_calls.h"
 #include "tests/support/temporary_directory.h"
@@ -86,18 +87,6 @@ class PresetStoreTest : public testing::Test {
 
 using ImportTest = PresetStoreTest;
 using ExportTest = PresetStoreTest;
-
-template <typename Operation>
-std::string errorOf(const Operation& operation) {
-  try {
-    operation();
-  } catch (const FileError& error) {
-    return error.what();
-  } catch (const DecodingError& error) {
-    return error.what();
-  }
-  return "no error";
-}
 
 // Not one of them is a list of presets.
 std::vector<std::string> damagedContents() {
@@ -185,7 +174,7 @@ TEST_F(PresetStoreTest, ADamagedFileLoadsAsNothing) {
   for (const std::string& content : damagedContents()) {
     put(content);
     EXPECT_EQ(store.load(), Presets{}) << content.substr(0, 50);
-    EXPECT_TRUE(errorOf([&] { store.read(); }).starts_with(file.string() + ": "));
+    EXPECT_TRUE(errorText([&] { store.read(); }).starts_with(file.string() + ": "));
     EXPECT_EQ(contentOf(file), content);
   }
   EXPECT_EQ(directory.names(), Names{"presets.json"});
@@ -193,13 +182,14 @@ TEST_F(PresetStoreTest, ADamagedFileLoadsAsNothing) {
 
 TEST_F(PresetStoreTest, SaysWhatIsWrongWithAFile) {
   put("[1,]");
-  EXPECT_EQ(errorOf([&] { store.read(); }),
+  EXPECT_EQ(errorText([&] { store.read(); }),
             error("Not valid JSON at line 1, column 4: unexpected ']'; expected '[', '{', or a "
                   "literal"));
   put("[{}]");
-  EXPECT_EQ(errorOf([&] { store.read(); }), error("Preset 1: \"id\" is missing"));
+  EXPECT_EQ(errorText([&] { store.read(); }), error("Preset 1: \"id\" is missing"));
   put("{}");
-  EXPECT_EQ(errorOf([&] { store.read(); }), error("A list of presets is not an array but object"));
+  EXPECT_EQ(errorText([&] { store.read(); }),
+            error("A list of presets is not an array but object"));
 }
 
 TEST_F(PresetStoreTest, WhatCannotBeReadLoadsAsNothing) {
@@ -208,7 +198,7 @@ TEST_F(PresetStoreTest, WhatCannotBeReadLoadsAsNothing) {
     for (const int number : faults) {
       const FileCalls calls(FileCalls::failEach(call, number));
       EXPECT_EQ(store.load(), Presets{});
-      EXPECT_EQ(errorOf([&] { store.read(); }), error(number));
+      EXPECT_EQ(errorText([&] { store.read(); }), error(number));
     }
   }
 }
@@ -216,8 +206,8 @@ TEST_F(PresetStoreTest, WhatCannotBeReadLoadsAsNothing) {
 TEST_F(PresetStoreTest, ADirectoryInItsPlaceIsRefusedAndUnharmed) {
   std::filesystem::create_directories(file / "below");
   EXPECT_EQ(store.load(), Presets{});
-  EXPECT_EQ(errorOf([&] { store.read(); }), error("Is a directory"));
-  EXPECT_EQ(errorOf([&] { store.save(presetsNamed({"one"})); }), error("Is a directory"));
+  EXPECT_EQ(errorText([&] { store.read(); }), error("Is a directory"));
+  EXPECT_EQ(errorText([&] { store.save(presetsNamed({"one"})); }), error("Is a directory"));
   EXPECT_TRUE(std::filesystem::is_directory(file / "below"));
   EXPECT_EQ(directory.names(), Names{"presets.json"});
 }
@@ -225,8 +215,8 @@ TEST_F(PresetStoreTest, ADirectoryInItsPlaceIsRefusedAndUnharmed) {
 TEST_F(PresetStoreTest, AFifoInItsPlaceIsRefusedAndUnharmed) {
   ASSERT_EQ(::mkfifo(file.c_str(), 0666), 0);
   EXPECT_EQ(store.load(), Presets{});
-  EXPECT_EQ(errorOf([&] { store.read(); }), error("Not a regular file"));
-  EXPECT_EQ(errorOf([&] { store.save(presetsNamed({"one"})); }), error("Not a regular file"));
+  EXPECT_EQ(errorText([&] { store.read(); }), error("Not a regular file"));
+  EXPECT_EQ(errorText([&] { store.save(presetsNamed({"one"})); }), error("Not a regular file"));
   EXPECT_TRUE(std::filesystem::is_fifo(file));
   EXPECT_EQ(directory.names(), Names{"presets.json"});
 }
@@ -235,7 +225,7 @@ TEST_F(PresetStoreTest, AFileInThePlaceOfItsFolderIsRefusedAndUnharmed) {
   put("content");
   const PresetStore below(file / "presets.json");
   EXPECT_EQ(below.load(), Presets{});
-  EXPECT_EQ(errorOf([&] { below.save({}); }), error("Not a directory"));
+  EXPECT_EQ(errorText([&] { below.save({}); }), error("Not a directory"));
   EXPECT_EQ(contentOf(file), "content");
 }
 
@@ -360,7 +350,7 @@ TEST_F(PresetStoreTest, SavesThatFailKeepADamagedFileInItsPlaceOnly) {
               put("damaged");
               if (::chmod(file.c_str(), 0444) != 0) return "writable";
               std::string errors;
-              for (int i = 0; i < 3; ++i) errors += errorOf([&] { store.save({}); }) + "\n";
+              for (int i = 0; i < 3; ++i) errors += errorText([&] { store.save({}); }) + "\n";
               return errors;
             }),
             error("Permission denied") + "\n" + error("Permission denied") + "\n" +
@@ -377,7 +367,7 @@ TEST_F(PresetStoreTest, ADamagedFileIsKeptOnceEvenAfterSavesThatFail) {
         if (call.name == "link" && !links) return EPERM;
         return call.name == "write" ? ENOSPC : 0;
       });
-      EXPECT_EQ(errorOf([&] { store.save({}); }), error("No space left on device"));
+      EXPECT_EQ(errorText([&] { store.save({}); }), error("No space left on device"));
     }
     EXPECT_EQ(kept().size(), links ? 0U : 1U);
     EXPECT_EQ(directory.names().size(), 1U);
@@ -455,7 +445,7 @@ TEST_F(PresetStoreTest, AnyFailureOfASaveLeavesTheOldListOrTheNew) {
       std::string failure;
       {
         const FileCalls calls(FileCalls::failAt(failed, number));
-        failure = errorOf([&] { store.save(after); });
+        failure = errorText([&] { store.save(after); });
         failing = failed < calls.made().size();
       }
       SCOPED_TRACE(failed);
@@ -628,8 +618,8 @@ TEST_F(ExportTest, AFailureLeavesTheOldFileAndNoOther) {
   for (const int number : faults) {
     for (const char* const call : {"open", "write", "rename"}) {
       const FileCalls calls(FileCalls::failEach(call, number));
-      EXPECT_EQ(errorOf([&] { PresetStore::exportPresets({}, file); }), error(number));
-      EXPECT_EQ(errorOf([&] { PresetStore::exportShare(named("one"), "base", file); }),
+      EXPECT_EQ(errorText([&] { PresetStore::exportPresets({}, file); }), error(number));
+      EXPECT_EQ(errorText([&] { PresetStore::exportShare(named("one"), "base", file); }),
                 error(number));
     }
   }
@@ -640,8 +630,8 @@ TEST_F(ExportTest, AFailureLeavesTheOldFileAndNoOther) {
 TEST_F(ExportTest, RefusesAFolderThatIsMissing) {
   const path missing = directory / "no/file";
   const std::string expected = missing.string() + ": No such file or directory";
-  EXPECT_EQ(errorOf([&] { PresetStore::exportPresets({}, missing); }), expected);
-  EXPECT_EQ(errorOf([&] { PresetStore::exportShare(named("one"), {}, missing); }), expected);
+  EXPECT_EQ(errorText([&] { PresetStore::exportPresets({}, missing); }), expected);
+  EXPECT_EQ(errorText([&] { PresetStore::exportShare(named("one"), {}, missing); }), expected);
   EXPECT_EQ(directory.names(), Names{});
 }
 
@@ -746,7 +736,7 @@ TEST_F(ImportTest, WhatIsNoneOfTheFormsFailsAsASinglePreset) {
   };
   for (const auto& [content, reason] : cases) {
     put(content);
-    EXPECT_EQ(errorOf([&] { PresetStore::importPresets(file); }), error(reason));
+    EXPECT_EQ(errorText([&] { PresetStore::importPresets(file); }), error(reason));
   }
 }
 
@@ -759,17 +749,18 @@ TEST_F(ImportTest, WhatIsNotJSONIsRefused) {
   };
   for (const auto& [content, reason] : cases) {
     put(content);
-    EXPECT_EQ(errorOf([&] { PresetStore::importPresets(file); }).substr(0, error(reason).size()),
+    EXPECT_EQ(errorText([&] { PresetStore::importPresets(file); }).substr(0, error(reason).size()),
               error(reason));
   }
 }
 
 TEST_F(ImportTest, WhatCannotBeReadIsRefused) {
-  EXPECT_EQ(errorOf([&] { PresetStore::importPresets(file); }), error("No such file or directory"));
-  EXPECT_EQ(errorOf([&] { PresetStore::importPresets(directory.path()); }),
+  EXPECT_EQ(errorText([&] { PresetStore::importPresets(file); }),
+            error("No such file or directory"));
+  EXPECT_EQ(errorText([&] { PresetStore::importPresets(directory.path()); }),
             directory.path().string() + ": Is a directory");
   ASSERT_EQ(::mkfifo(file.c_str(), 0666), 0);
-  EXPECT_EQ(errorOf([&] { PresetStore::importPresets(file); }), error("Not a regular file"));
+  EXPECT_EQ(errorText([&] { PresetStore::importPresets(file); }), error("Not a regular file"));
 }
 
 TEST_F(ImportTest, TakesEightMebibytesAndNoMore) {
@@ -779,7 +770,7 @@ TEST_F(ImportTest, TakesEightMebibytesAndNoMore) {
   EXPECT_EQ(namesOf(PresetStore::importPresets(file)), std::vector<std::string>{"one"});
   put(content + " ");
   const FileCalls calls;
-  EXPECT_EQ(errorOf([&] { PresetStore::importPresets(file); }), error("Longer than 8 MiB"));
+  EXPECT_EQ(errorText([&] { PresetStore::importPresets(file); }), error("Longer than 8 MiB"));
   EXPECT_EQ(calls.count("read"), 0U);
 }
 

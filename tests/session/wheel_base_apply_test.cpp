@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "protocol/error.h"
 #include "tests/error_text.h"
 #include "tests/session/simulated_session.h"
 

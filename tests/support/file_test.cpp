@@ -19,6 +19,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/error_text.h"
 #include "tests/support/child_process.h"
 #include "tests/support/file_calls.h"
 #include "tests/support/temporary_directory.h"
@@ -40,23 +41,12 @@ std::string text(const path& file, int error) {
   return text(file, std::generic_category().message(error));
 }
 
-// What a person reads when the operation fails; "no error" when it does not.
-template <typename Operation>
-std::string errorOf(const Operation& operation) {
-  try {
-    operation();
-  } catch (const FileError& error) {
-    return error.what();
-  }
-  return "no error";
-}
-
 std::string readingError(const path& file, std::uint64_t limit = anyLength) {
-  return errorOf([&] { readFile(file, limit); });
+  return errorText([&] { readFile(file, limit); });
 }
 
 std::string replacingError(const path& file, std::string_view content = "new") {
-  return errorOf([&] { replaceFile(file, content); });
+  return errorText([&] { replaceFile(file, content); });
 }
 
 // So many bytes, of every value.
@@ -749,7 +739,7 @@ TEST(CreateDirectories, RefusesAFileInTheWay) {
   for (const char* const name : {"file", "fifo", "dangling"}) {
     for (const path& wanted :
          {directory / name, directory / name / "a", directory / name / "a/b"}) {
-      EXPECT_EQ(errorOf([&] { createDirectories(wanted); }),
+      EXPECT_EQ(errorText([&] { createDirectories(wanted); }),
                 text(directory / name, "Not a directory"));
     }
   }
@@ -781,7 +771,7 @@ TEST(CreateDirectories, NamesTheDirectoryInEveryFailure) {
     for (std::size_t number = 0;; ++number) {
       const TemporaryDirectory directory;
       const FileCalls calls(FileCalls::failAt(number, error));
-      const std::string failure = errorOf([&] { createDirectories(directory / "a/b"); });
+      const std::string failure = errorText([&] { createDirectories(directory / "a/b"); });
       if (number >= calls.made().size()) {
         EXPECT_EQ(failure, "no error");
         EXPECT_EQ(number, 6U);
@@ -882,7 +872,7 @@ TEST(KeepBeside, AFailureLosesNothing) {
         if (call.name == "link") return links ? error : EPERM;
         return error;
       });
-      EXPECT_EQ(errorOf([&] { keepBeside(file, "kept"); }), text(file, error));
+      EXPECT_EQ(errorText([&] { keepBeside(file, "kept"); }), text(file, error));
       EXPECT_EQ(contentOf(file), "content");
       EXPECT_EQ(directory.names(), Names{"file"});
     }
@@ -891,7 +881,7 @@ TEST(KeepBeside, AFailureLosesNothing) {
 
 TEST(KeepBeside, RefusesWhatIsMissing) {
   const TemporaryDirectory directory;
-  EXPECT_EQ(errorOf([&] { keepBeside(directory / "file", "kept"); }),
+  EXPECT_EQ(errorText([&] { keepBeside(directory / "file", "kept"); }),
             text(directory / "file", "No such file or directory"));
   EXPECT_EQ(directory.names(), Names{});
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tests/support/child_process.h"
+#include "tests/support/scoped_variable.h"
 
 namespace quorvane {
 namespace {
@@ -19,30 +20,6 @@ using std::filesystem::path;
 using Variable = std::optional<std::string>;
 
 const Variable unset;
-
-// Gives the process another value of an environment variable while it lives.
-class Environment {
- public:
-  Environment(std::string name, const Variable& value) : name_(std::move(name)) {
-    if (const char* const before = std::getenv(name_.c_str())) before_ = before;
-    set(value);
-  }
-  ~Environment() { set(before_); }
-  Environment(const Environment&) = delete;
-  Environment& operator=(const Environment&) = delete;
-
- private:
-  void set(const Variable& value) const {
-    if (value) {
-      ::setenv(name_.c_str(), value->c_str(), 1);
-    } else {
-      ::unsetenv(name_.c_str());
-    }
-  }
-
-  const std::string name_;
-  Variable before_;
-};
 
 // Of the user database.
 path homeOfTheUser() {
@@ -80,8 +57,8 @@ TEST(UserDataDirectory, IsWhereTheEnvironmentSays) {
       {"data", "anna", fallback},
   };
   for (const Case& c : cases) {
-    const Environment data("XDG_DATA_HOME", c.data);
-    const Environment home("HOME", c.home);
+    const ScopedVariable data("XDG_DATA_HOME", c.data);
+    const ScopedVariable home("HOME", c.home);
     EXPECT_EQ(userDataDirectory(), c.directory)
         << c.data.value_or("unset") << " " << c.home.value_or("unset");
   }
@@ -92,9 +69,9 @@ TEST(UserDataDirectory, AUserWithoutAHomeHasNone) {
   if (::geteuid() != 0) return;
   uid_t stranger = 54321;
   while (::getpwuid(stranger) != nullptr) ++stranger;
-  const Environment data("XDG_DATA_HOME", unset);
+  const ScopedVariable data("XDG_DATA_HOME", unset);
   for (const Variable& value : {unset, Variable(""), Variable("anna"), Variable("/anna")}) {
-    const Environment home("HOME", value);
+    const ScopedVariable home("HOME", value);
     EXPECT_EQ(inChildProcess([&]() -> std::string {
                 becomeOrdinaryUser(stranger);
                 return userDataDirectory().value_or("none");
