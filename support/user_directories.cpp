@@ -17,10 +17,10 @@ std::optional<path> absolute(const char* text) {
 }
 
 std::optional<path> homeDirectory() {
-  if (const auto home = absolute(std::getenv("HOME"))) return home;
+  if (auto home = absolute(std::getenv("HOME"))) return home;
   passwd entry{};
   passwd* found = nullptr;
-  std::array<char, 16 * 1024> texts{};
+  std::array<char, 16384> texts{};
   if (::getpwuid_r(::getuid(), &entry, texts.data(), texts.size(), &found) != 0) return {};
   return found != nullptr ? absolute(found->pw_dir) : std::nullopt;
 }
@@ -28,7 +28,7 @@ std::optional<path> homeDirectory() {
 }  // namespace
 
 std::optional<path> userDataDirectory() {
-  if (const auto directory = absolute(std::getenv("XDG_DATA_HOME"))) return directory;
+  if (auto directory = absolute(std::getenv("XDG_DATA_HOME"))) return directory;
   if (const auto home = homeDirectory()) return *home / ".local" / "share";
   return std::nullopt;
 }
