@@ -620,6 +620,7 @@ TEST_F(HIDConnectionTest, AHandlerOfTheDevicesLeavingMayClose) {
   device_->leave();
   gone.wait();
   EXPECT_FALSE(connection_->isOpen());
+  connection_->join();
 }
 
 TEST_F(HIDConnectionTest, StandsManyThreadsWhileReportsStreamAndItOpensAndCloses) {
