@@ -176,8 +176,8 @@ void AppModel::stageDemo(const std::string& text) {
 }
 
 void AppModel::baseGone(const WheelBase* base) {
-  const std::vector<HIDDeviceInfo> attached = watcher_->currentDevices();
   if (base != base_.get() && base != opening_.get()) return;
+  const std::vector<HIDDeviceInfo> attached = watcher_->currentDevices();
   if (base_) append(Messages::disconnected);
   disconnect();
   devicesChanged(attached);

@@ -3,12 +3,10 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "support/text.h"
+
 namespace quorvane::Messages {
 namespace {
-
-std::string counted(std::size_t count, std::string_view noun) {
-  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
-}
 
 std::string inQuotes(std::string_view name) { return fmt::format("\"{}\"", name); }
 

@@ -9,6 +9,7 @@
 #include "cli/preset_names.h"
 #include "cli/preset_text.h"
 #include "cli/value_writer.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {

@@ -7,6 +7,7 @@
 #include "cli/preset_text.h"
 #include "presets/preset_coding.h"
 #include "presets/preset_store.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {

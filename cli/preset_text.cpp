@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "cli/value_words.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -88,10 +89,6 @@ std::string oneLine(std::string_view text) {
     text.remove_prefix(std::max<std::size_t>(control, 1));
   }
   return result;
-}
-
-std::string counted(std::size_t count, std::string_view noun) {
-  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }
 
 std::string idText(const TuningPreset& preset) {

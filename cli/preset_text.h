@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,9 +10,6 @@ namespace quorvane {
 
 // The text on one line, without what steers a terminal: control characters become spaces.
 std::string oneLine(std::string_view text);
-
-// "1 preset", "3 presets".
-std::string counted(std::size_t count, std::string_view noun);
 
 // The id by which people name the preset in a later run, which a built-in one has none of.
 std::string idText(const TuningPreset& preset);

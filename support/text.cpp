@@ -1,5 +1,7 @@
 #include "support/text.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <charconv>
 #include <iterator>
@@ -30,6 +32,10 @@ std::string lowerCase(std::string_view text) {
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char x, char y) { return lower(x) == lower(y); });
+}
+
+std::string counted(std::size_t count, std::string_view noun) {
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }
 
 std::optional<std::int64_t> parseInteger(std::string_view text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -10,6 +11,9 @@ namespace quorvane {
 // ASCII letters only: menu codes and words on a command line are ASCII.
 std::string lowerCase(std::string_view text);
 bool equalIgnoringCase(std::string_view a, std::string_view b);
+
+// "1 value", "2 values": the noun takes an "s" unless there is one.
+std::string counted(std::size_t count, std::string_view noun);
 
 // A whole decimal number with an optional sign and nothing around it, within 64 bits.
 std::optional<std::int64_t> parseInteger(std::string_view text);

@@ -23,12 +23,6 @@ TEST(OneLine, HasNothingThatSteersATerminal) {
   for (const auto& [text, wanted] : cases) EXPECT_EQ(oneLine(text), wanted) << text;
 }
 
-TEST(Counted, SaysOneAndMany) {
-  EXPECT_EQ(counted(0, "value"), "0 values");
-  EXPECT_EQ(counted(1, "value"), "1 value");
-  EXPECT_EQ(counted(2, "preset"), "2 presets");
-}
-
 TEST(ListText, StandsInColumns) {
   TuningPreset first = ownPreset(firstID, "Grün", {{"FF", 1}});
   TuningPreset second = ownPreset(secondID, "Rain\nat night", {{"FF", 1}, {"SEN", 900}});

@@ -134,5 +134,11 @@ TEST(ParseHexNumber, RefusesEverythingElse) {
   EXPECT_EQ(parseHexNumber(std::string_view("20\0", 3)), std::nullopt);
 }
 
+TEST(Counted, SaysOneAndMany) {
+  EXPECT_EQ(counted(0, "value"), "0 values");
+  EXPECT_EQ(counted(1, "value"), "1 value");
+  EXPECT_EQ(counted(2, "preset"), "2 presets");
+}
+
 }  // namespace
 }  // namespace quorvane
