@@ -1,0 +1,43 @@
+#include "ui/section.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <string>
+#include <vector>
+
+#include "ui/symbols.h"
+
+namespace quorvane {
+namespace {
+
+TEST(Section, TitlesAreTheRawValuesInTheOrderOfTheSidebar) {
+  std::vector<std::string> titles;
+  for (const Section section : allSections) titles.emplace_back(rawValue(section));
+  EXPECT_EQ(titles, (std::vector<std::string>{"Base", "Tuning", "Presets", "Tools", "Log"}));
+}
+
+TEST(Section, IsFoundByItsRawValueAndByNothingElse) {
+  for (const Section wanted : allSections) EXPECT_EQ(section(rawValue(wanted)), wanted);
+  for (const char* const text : {"", "log", "LOG", "Settings", "tools", " Log", "Log "}) {
+    EXPECT_EQ(section(text), std::nullopt) << text;
+  }
+}
+
+TEST(Section, EachHasASymbol) {
+  for (const Section section : allSections) {
+    const auto name = std::string(symbolName(section));
+    const QPixmap pixmap = symbol(QString::fromStdString(name), 18, Qt::black, 1);
+    EXPECT_EQ(pixmap.size(), QSize(18, 18)) << name;
+    EXPECT_FALSE(pixmap.toImage().isNull()) << name;
+    const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    int drawn = 0;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) drawn += qAlpha(image.pixel(x, y)) > 0 ? 1 : 0;
+    }
+    EXPECT_GT(drawn, 20) << name;
+  }
+}
+
+}  // namespace
+}  // namespace quorvane

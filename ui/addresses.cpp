@@ -1,0 +1,17 @@
+#include "ui/addresses.h"
+
+namespace quorvane::Addresses {
+
+QUrl website() { return QUrl(QStringLiteral(QUORVANE_WEBSITE)); }
+
+QUrl firmwareSupport() {
+  QUrl url = website();
+  url.setFragment(QStringLiteral("firmware"));
+  return url;
+}
+
+QUrl supportMail() { return QUrl(QStringLiteral("mailto:" QUORVANE_SUPPORT_MAIL)); }
+
+QString applicationID() { return QStringLiteral(QUORVANE_REVERSE_DNS ".Quorvane"); }
+
+}  // namespace quorvane::Addresses

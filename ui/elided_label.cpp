@@ -1,0 +1,40 @@
+#include "ui/elided_label.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+namespace quorvane {
+
+ElidedLabel::ElidedLabel(Qt::TextElideMode mode, QWidget* parent) : QLabel(parent), mode_(mode) {
+  setTextFormat(Qt::PlainText);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+  return {fontMetrics().horizontalAdvance(QStringLiteral("…")) * 3, fontMetrics().height()};
+}
+
+bool ElidedLabel::isElided() const {
+  return fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.setPen(
+      palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, foregroundRole()));
+  painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine,
+                   fontMetrics().elidedText(text(), mode_, contentsRect().width()));
+}
+
+bool ElidedLabel::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()) return QLabel::event(event);
+  if (isElided()) {
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+  } else {
+    QToolTip::hideText();
+  }
+  return true;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,213 @@
+#include "ui/form.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/metrics.h"
+#include "ui/painting.h"
+#include "ui/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int labelColumn = 200;
+constexpr int hexLabelColumn = 80;
+constexpr int captionInset = 2;
+constexpr int captionGap = 6;
+constexpr int cardGap = 20;
+constexpr int wellInset = 10;
+constexpr int rowPadding = 6;
+
+constexpr Qt::TextInteractionFlags selectable =
+    Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
+
+QLabel* valueLabel(const QString& objectName) {
+  auto* const label = new QLabel;
+  label->setObjectName(objectName);
+  label->setTextFormat(Qt::PlainText);
+  label->setTextInteractionFlags(selectable);
+  label->setFocusPolicy(Qt::StrongFocus);
+  label->setWordWrap(true);
+  return label;
+}
+
+int inset(const QWidget& widget) {
+  return widget.window()->width() < Metrics::narrowBelow ? Metrics::narrowInset
+                                                         : Metrics::pageInset;
+}
+
+// The ground of a hex dump.
+class Well final : public QWidget {
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    drawBox(painter, rect(), Metrics::plateRadius, theme().hexWell, QColor());
+  }
+};
+
+}  // namespace
+
+class Card::Body final : public QWidget {
+ public:
+  Body() : column_(new QVBoxLayout(this)) {
+    column_->setContentsMargins(1, 1, 1, 1);
+    column_->setSpacing(1);
+  }
+
+  void add(QWidget* row) { column_->addWidget(row); }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    const Theme& t = theme();
+    QPainter painter(this);
+    drawBox(painter, rect(), Metrics::cardRadius, t.surface, t.line);
+    bool isFirst = true;
+    for (int i = 0; i < column_->count(); ++i) {
+      const QWidget* const row = column_->itemAt(i)->widget();
+      if (row == nullptr || row->isHidden()) continue;
+      if (!isFirst) painter.fillRect(QRect(1, row->y() - 1, width() - 2, 1), t.hairline);
+      isFirst = false;
+    }
+  }
+
+ private:
+  QVBoxLayout* column_;
+};
+
+Card::Card(const QString& caption, QWidget* parent) : QWidget(parent), body_(new Body) {
+  setAccessibleName(caption);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(captionGap);
+  auto* const label = new QLabel(caption);
+  label->setFont(Metrics::font(Metrics::Type::caption));
+  label->setForegroundRole(QPalette::Dark);
+  label->setContentsMargins(captionInset, 0, 0, 0);
+  column->addWidget(label);
+  column->addWidget(body_);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void Card::add(QWidget* row) {
+  body_->add(row);
+  row->installEventFilter(this);
+}
+
+bool Card::eventFilter(QObject* /*watched*/, QEvent* event) {
+  if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent) {
+    body_->update();
+  }
+  return false;
+}
+
+FormRow::FormRow(const QString& label, const QString& objectName, QWidget* parent)
+    : QWidget(parent), label_(new QLabel(label)), value_(valueLabel(objectName)) {
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(Metrics::cardInset, rowPadding, Metrics::cardInset, rowPadding);
+  row->setSpacing(Metrics::gap);
+  label_->setForegroundRole(QPalette::Dark);
+  label_->setFixedWidth(labelColumn);
+  label_->setBuddy(value_);
+  row->addWidget(label_, 0, Qt::AlignTop);
+  row->addWidget(value_, 1);
+  setMinimumHeight(Metrics::formRowHeight);
+}
+
+void FormRow::setValue(const QString& value) {
+  if (value == value_->text()) return;
+  value_->setText(value);
+  value_->setAccessibleName(QStringLiteral("%1, %2").arg(label_->text(), value));
+}
+
+QString FormRow::value() const { return value_->text(); }
+
+QLabel* messageRow(const QString& text, const QString& objectName) {
+  auto* const label = new QLabel(text);
+  label->setObjectName(objectName);
+  label->setForegroundRole(QPalette::Dark);
+  label->setWordWrap(true);
+  label->setContentsMargins(Metrics::cardInset, rowPadding, Metrics::cardInset, rowPadding);
+  label->setMinimumHeight(Metrics::formRowHeight);
+  return label;
+}
+
+HexRow::HexRow(const QString& label, const QString& objectName, QWidget* parent)
+    : QWidget(parent), label_(label), bytes_(valueLabel(objectName)) {
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(Metrics::cardInset, wellInset, Metrics::cardInset, wellInset);
+  row->setSpacing(0);
+  auto* const title = new QLabel(label);
+  title->setForegroundRole(QPalette::Dark);
+  title->setFixedWidth(hexLabelColumn);
+  title->setContentsMargins(0, wellInset / 2, 0, 0);
+  row->addWidget(title, 0, Qt::AlignTop);
+  auto* const well = new Well;
+  auto* const inner = new QVBoxLayout(well);
+  inner->setContentsMargins(wellInset, rowPadding, wellInset, rowPadding);
+  bytes_->setFont(Metrics::font(Metrics::Type::fixed));
+  inner->addWidget(bytes_);
+  row->addWidget(well, 1);
+}
+
+void HexRow::setValue(const QString& bytes) {
+  if (bytes == bytes_->text()) return;
+  bytes_->setText(bytes);
+  bytes_->setAccessibleName(QStringLiteral("%1, %2").arg(label_, bytes));
+}
+
+PageHeader::PageHeader(const QString& title, QWidget* parent)
+    : QWidget(parent), title_(new QLabel(title, this)) {
+  title_->setFont(Metrics::font(Metrics::Type::pageTitle));
+  title_->setObjectName(QStringLiteral("pageTitle"));
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+QSize PageHeader::sizeHint() const {
+  return {0, Metrics::atLeast(Metrics::headerHeight, title_->font())};
+}
+
+void PageHeader::resizeEvent(QResizeEvent* /*event*/) {
+  title_->setGeometry(inset(*this), 0, width() - 2 * inset(*this), height());
+}
+
+void PageHeader::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.fillRect(rect(), theme().window);
+  painter.fillRect(QRect(0, height() - 1, width(), 1), theme().line);
+}
+
+FormPage::FormPage(const QString& title, QWidget* parent)
+    : QWidget(parent), column_(new QVBoxLayout) {
+  column_->setSpacing(cardGap);
+  column_->addStretch();
+  auto* const cards = new QWidget;
+  cards->setLayout(column_);
+  auto* const scroll = new QScrollArea;
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setWidget(cards);
+  auto* const outer = new QVBoxLayout(this);
+  outer->setContentsMargins(0, 0, 0, 0);
+  outer->setSpacing(0);
+  outer->addWidget(new PageHeader(title));
+  outer->addWidget(scroll, 1);
+}
+
+void FormPage::add(Card* card) {
+  column_->insertWidget(column_->count() - 1, card);
+  card->setMaximumWidth(Metrics::cardWidth);
+}
+
+void FormPage::resizeEvent(QResizeEvent* /*event*/) {
+  const int side = inset(*this);
+  column_->setContentsMargins(side, cardGap, side, cardGap);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QScrollArea;
+class QVBoxLayout;
+
+namespace quorvane {
+
+// A group of rows under a caption, with a line between them.
+class Card final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit Card(const QString& caption, QWidget* parent = nullptr);
+
+  // Takes the widget as its next row; one that is hidden takes no room.
+  void add(QWidget* row);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  class Body;
+
+  Body* body_;
+};
+
+// "Label   value": the value can be selected and copied.
+class FormRow final : public QWidget {
+  Q_OBJECT
+
+ public:
+  FormRow(const QString& label, const QString& objectName, QWidget* parent = nullptr);
+
+  void setValue(const QString& value);
+  QString value() const;
+
+ private:
+  QLabel* label_;
+  QLabel* value_;
+};
+
+// One text across the whole row.
+QLabel* messageRow(const QString& text, const QString& objectName);
+
+// Bytes in a well of their own.
+class HexRow final : public QWidget {
+  Q_OBJECT
+
+ public:
+  HexRow(const QString& label, const QString& objectName, QWidget* parent = nullptr);
+
+  void setValue(const QString& bytes);
+
+ private:
+  QString label_;
+  QLabel* bytes_;
+};
+
+// A page of cards under a title, which scrolls.
+class FormPage final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit FormPage(const QString& title, QWidget* parent = nullptr);
+
+  void add(Card* card);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  QVBoxLayout* column_;
+};
+
+// The bar with a page's title.
+class PageHeader final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit PageHeader(const QString& title, QWidget* parent = nullptr);
+
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  QLabel* title_;
+};
+
+}  // namespace quorvane

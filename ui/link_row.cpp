@@ -1,0 +1,61 @@
+#include "ui/link_row.h"
+
+#include <QDesktopServices>
+#include <QPainter>
+#include <algorithm>
+
+#include "ui/metrics.h"
+#include "ui/symbols.h"
+#include "ui/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int symbolSize = 16;
+constexpr int textLeft = symbolSize + 7;
+constexpr int tall = 10000;
+
+}  // namespace
+
+LinkRow::LinkRow(const QString& symbol, const QString& text, const QUrl& target,
+                 const QString& objectName, QWidget* parent)
+    : QAbstractButton(parent), symbol_(symbol), target_(target) {
+  setText(text);
+  setObjectName(objectName);
+  setAccessibleDescription(target.toString());
+  setToolTip(target.toString());
+  setFocusPolicy(Qt::StrongFocus);
+  setCursor(Qt::PointingHandCursor);
+  setAttribute(Qt::WA_Hover);
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  policy.setHeightForWidth(true);
+  setSizePolicy(policy);
+  connect(this, &QAbstractButton::clicked, this, [this] { QDesktopServices::openUrl(target_); });
+}
+
+QSize LinkRow::sizeHint() const {
+  const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
+  const int width = textLeft + metrics.horizontalAdvance(text());
+  return {width, std::max(symbolSize, metrics.height())};
+}
+
+int LinkRow::heightForWidth(int width) const {
+  const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
+  const QRect box = metrics.boundingRect(QRect(0, 0, width - textLeft, tall),
+                                         Qt::AlignLeft | Qt::TextWordWrap, text());
+  return std::max(symbolSize, box.height());
+}
+
+void LinkRow::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  painter.drawPixmap(0, 0, symbol(symbol_, symbolSize, t.brandText, devicePixelRatioF()));
+  QFont font = Metrics::font(Metrics::Type::callout);
+  font.setUnderline(underMouse());
+  painter.setFont(font);
+  painter.setPen(t.brandText);
+  painter.drawText(rect().adjusted(textLeft, 0, 0, 0),
+                   Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text());
+}
+
+}  // namespace quorvane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QUrl>
+
+namespace quorvane {
+
+// A link with a symbol before it. A text that is too long for its width wraps.
+class LinkRow final : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  LinkRow(const QString& symbol, const QString& text, const QUrl& target, const QString& objectName,
+          QWidget* parent = nullptr);
+
+  const QUrl& target() const { return target_; }
+
+  QSize sizeHint() const override;
+  bool hasHeightForWidth() const override { return true; }
+  int heightForWidth(int width) const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  const QString symbol_;
+  const QUrl target_;
+};
+
+}  // namespace quorvane

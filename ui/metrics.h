@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QFont>
+
+// Sizes in logical pixels, and fonts as steps from the system's own. A height is the least one:
+// larger fonts raise it.
+namespace quorvane::Metrics {
+
+inline constexpr int minimumWidth = 860;
+inline constexpr int minimumHeight = 560;
+inline constexpr int defaultWidth = 1120;
+inline constexpr int defaultHeight = 740;
+inline constexpr int narrowBelow = 1000;  // width of the window
+
+inline constexpr int sidebarWidth = 200;
+inline constexpr int sidebarMinimum = 180;
+inline constexpr int contentWidth = 1280;  // content ends here from the detail's left edge
+inline constexpr int cardWidth = 880;
+
+inline constexpr int pageInset = 20;
+inline constexpr int narrowInset = 14;
+inline constexpr int cardInset = 14;
+inline constexpr int gap = 8;
+
+inline constexpr int cardRadius = 6;
+inline constexpr int controlRadius = 5;
+inline constexpr int plateRadius = 3;
+
+inline constexpr int headerHeight = 48;
+inline constexpr int tuningHeaderHeight = 54;
+inline constexpr int tallTuningHeaderHeight = 78;
+inline constexpr int tuningRowHeight = 36;
+inline constexpr int formRowHeight = 34;
+inline constexpr int logRowHeight = 26;
+inline constexpr int sidebarRowHeight = 34;
+inline constexpr int saveBarHeight = 50;
+inline constexpr int statusBarHeight = 30;
+inline constexpr int buttonHeight = 28;
+inline constexpr int rowControlHeight = 26;
+inline constexpr int pillHeight = 16;
+
+inline constexpr int ringWidth = 2;
+inline constexpr int ringGap = 2;
+
+// The larger of the height and what a line of the font needs.
+int atLeast(int height, const QFont& font);
+
+enum class Type { pageTitle, dialogTitle, body, value, unit, caption, callout, pill, fixed };
+
+QFont font(Type type);
+
+}  // namespace quorvane::Metrics

@@ -1,0 +1,338 @@
+#include "ui/parameter_row.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "ui/button.h"
+#include "ui/elided_label.h"
+#include "ui/metrics.h"
+#include "ui/painting.h"
+#include "ui/pickers.h"
+#include "ui/readout.h"
+#include "ui/theme.h"
+#include "ui/toggle.h"
+#include "ui/value_slider.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int changeBar = 3;
+constexpr int plateWidth = 38;
+constexpr int plateHeight = 18;
+constexpr int plateGap = 12;
+constexpr int revertSize = 28;
+constexpr int pillPadding = 7;
+constexpr int widestControl = 760;
+constexpr int sliderMargin = 9;  // of a slider's groove inside its widget
+
+// The widths of the columns, in a usual and in a narrow window.
+struct Columns {
+  int inset;
+  int title;
+  int readout;
+  int state;
+  int gap;
+};
+constexpr Columns usual{Metrics::pageInset, 196, 118, 160, 14};
+constexpr Columns narrow{Metrics::narrowInset, 174, 114, 86, 10};
+
+const char* const changedWord = "Changed";
+
+QString partName(TuningParameter parameter, const char* part) {
+  return text(parameter.code()) + QString::fromLatin1(part);
+}
+
+std::vector<Choice> choices(const RowState& state) {
+  if (state.parameter == TuningParameter::forceFeedbackScaling) {
+    return {{0, QStringLiteral("LIN, Linear")}, {1, QStringLiteral("PEA, Peak")}};
+  }
+  std::vector<Choice> result;
+  const ClosedRange range = state.parameter.allowedRange(state.product);
+  for (std::int64_t value = range.lower; value <= range.upper; ++value) {
+    const auto label = state.parameter.label(value, state.product);
+    result.push_back(
+        {static_cast<int>(value), label ? text(*label) : QString::number(static_cast<int>(value))});
+  }
+  return result;
+}
+
+}  // namespace
+
+ParameterRow::ParameterRow(const RowState& state, QWidget* parent)
+    : QWidget(parent), state_(state) {
+  setObjectName(partName(state_.parameter, "Row"));
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  build();
+  render(true);
+}
+
+void ParameterRow::build() {
+  title_ = new ElidedLabel(Qt::ElideRight, this);
+  title_->setText(text(state_.parameter.title()));
+  title_->setObjectName(partName(state_.parameter, "Title"));
+  if (state_.parameter == TuningParameter::forceFeedbackScaling ||
+      state_.parameter == TuningParameter::analogPaddles) {
+    buildPicker();
+  } else {
+    buildSlider();
+  }
+  revert_ = new IconButton(QStringLiteral("arrow.uturn.backward"), false, this);
+  revert_->setObjectName(partName(state_.parameter, "Revert"));
+  revert_->setProminent(true);
+  connect(revert_, &IconButton::clicked, this, [this] {
+    const bool hadFocus = revert_->hasFocus();
+    emit reverted(state_.parameter);
+    if (hadFocus) mainControl()->setFocus(Qt::OtherFocusReason);
+  });
+}
+
+void ParameterRow::buildSlider() {
+  const ClosedRange range = sliderRange(state_.parameter, state_.product);
+  const int lowest = static_cast<int>(range.lower);
+  const int highest = static_cast<int>(range.upper);
+  const int step = static_cast<int>(state_.parameter.step());
+  slider_ = new ValueSlider(this);
+  slider_->setObjectName(partName(state_.parameter, "Slider"));
+  slider_->setScale(lowest, highest, step);
+  connect(slider_, &ValueSlider::chosen, this, [this](int value) { stage(value); });
+  connect(slider_, &ValueSlider::dragged, this, &ParameterRow::previewDrag);
+
+  if (const std::string word = switchWord(state_.parameter); !word.empty()) {
+    toggle_ = new Toggle(text(word), this);
+    toggle_->setObjectName(partName(state_.parameter, "Toggle"));
+    connect(toggle_, &Toggle::chosen, this, &ParameterRow::toggle);
+  }
+  readout_ = new Readout(this);
+  readout_->setObjectName(partName(state_.parameter, "Readout"));
+  readout_->setScale(lowest, highest, step, text(unitOf(state_.parameter)));
+  connect(readout_, &Readout::chosen, this, [this](int value) { stage(value); });
+}
+
+void ParameterRow::buildPicker() {
+  if (state_.parameter == TuningParameter::forceFeedbackScaling) {
+    segments_ = new Segments(choices(state_), this);
+    segments_->setObjectName(partName(state_.parameter, "Segments"));
+    for (QRadioButton* const button : segments_->buttons()) {
+      button->setObjectName(partName(state_.parameter, "Segment") + button->text().left(3));
+    }
+    connect(segments_, &Segments::chosen, this, [this](int value) { stage(value); });
+  } else {
+    picker_ = new Picker(this);
+    picker_->setObjectName(partName(state_.parameter, "Picker"));
+    picker_->setChoices(choices(state_));
+    connect(picker_, &Picker::chosen, this, [this](int value) { stage(value); });
+  }
+}
+
+QWidget* ParameterRow::mainControl() const {
+  if (slider_ != nullptr) {
+    if (toggle_ != nullptr && state_.isSpecial()) return toggle_;
+    return slider_;
+  }
+  if (picker_ != nullptr) return picker_;
+  for (QRadioButton* const button : segments_->buttons()) {
+    if (button->isChecked()) return button;
+  }
+  return segments_->buttons().front();
+}
+
+void ParameterRow::show(const RowState& state, bool enabled) {
+  state_ = state;
+  render(enabled);
+}
+
+void ParameterRow::setNarrow(bool isNarrow) {
+  if (isNarrow_ == isNarrow) return;
+  isNarrow_ = isNarrow;
+  place();
+  update();
+}
+
+QSize ParameterRow::sizeHint() const {
+  return {Metrics::minimumWidth - Metrics::sidebarWidth,
+          Metrics::atLeast(Metrics::tuningRowHeight, Metrics::font(Metrics::Type::body))};
+}
+
+void ParameterRow::stage(std::int64_t value) { emit staged(state_.parameter, value); }
+
+void ParameterRow::toggle(bool on) {
+  stage(on ? specialValue(state_.parameter) : ordinaryValue(state_, state_.current, lastOrdinary_));
+}
+
+// The readout follows the finger; nothing is staged yet.
+void ParameterRow::previewDrag(int value) {
+  readout_->show(value, {}, value != state_.current);
+  update();
+}
+
+void ParameterRow::render(bool enabled) {
+  if (!state_.isSpecial()) lastOrdinary_ = state_.shown();
+  renderControl(enabled);
+  revert_->setVisible(isChanged());
+  revert_->setEnabled(enabled);
+  describe();
+  place();
+  update();
+}
+
+void ParameterRow::renderControl(bool enabled) {
+  const int shown = static_cast<int>(state_.shown());
+  if (segments_ != nullptr) {
+    segments_->show(shown, isChanged());
+    segments_->setEnabled(enabled);
+    return;
+  }
+  if (picker_ != nullptr) {
+    picker_->show(shown, isChanged());
+    picker_->setEnabled(enabled);
+    return;
+  }
+  const bool special = state_.isSpecial();
+  const int ordinary = static_cast<int>(ordinaryValue(state_, shown, lastOrdinary_));
+  if (special) {
+    slider_->showSpecial(ordinary);
+  } else {
+    slider_->show(
+        shown, isChanged() ? std::optional<int>(static_cast<int>(state_.current)) : std::nullopt);
+  }
+  slider_->setEnabled(enabled && !special);
+  if (toggle_ != nullptr) {
+    const bool wasSpecial =
+        RowState{state_.parameter, state_.current, {}, state_.product}.isSpecial();
+    toggle_->show(special, isChanged() && special != wasSpecial);
+    toggle_->setEnabled(enabled);
+  }
+  if (!slider_->isSliderDown()) {
+    readout_->show(special ? ordinary : shown, text(valueWord(state_, shown)), isChanged());
+  }
+  readout_->setEnabled(enabled);
+}
+
+// What a screen reader says.
+void ParameterRow::describe() {
+  const QString name = text(spokenName(state_));
+  const QString range = text(rangeText(state_.parameter, state_.product));
+  const QString title = text(state_.parameter.title());
+  for (QWidget* const control : {static_cast<QWidget*>(slider_), static_cast<QWidget*>(readout_),
+                                 static_cast<QWidget*>(picker_)}) {
+    if (control == nullptr) continue;
+    control->setAccessibleName(name);
+    control->setAccessibleDescription(control == picker_ ? QString() : range);
+  }
+  if (toggle_ != nullptr) {
+    toggle_->setAccessibleName(
+        QStringLiteral("%1, %2, %3")
+            .arg(title, toggle_->text(),
+                 toggle_->isChecked() ? QStringLiteral("on") : QStringLiteral("off")));
+  }
+  if (segments_ != nullptr) {
+    segments_->setAccessibleName(name);
+    for (QRadioButton* const button : segments_->buttons()) {
+      button->setAccessibleName(QStringLiteral("%1, %2").arg(title, button->text()));
+    }
+  }
+  const QString before = text(format(state_, state_.current));
+  revert_->setToolTip(QStringLiteral("Back to %1").arg(before));
+  revert_->setAccessibleName(QStringLiteral("%1, back to %2").arg(title, before));
+}
+
+void ParameterRow::place() {
+  const Columns& c = isNarrow_ ? narrow : usual;
+  const int right = std::min(width(), Metrics::contentWidth);
+  int x = c.inset + plateWidth + plateGap;
+  title_->setGeometry(x, 0, c.title, height());
+  const int controlLeft = x + c.title + c.gap - sliderMargin;
+
+  x = right - c.inset - revertSize;
+  revert_->setGeometry(x, (height() - revertSize) / 2, revertSize, revertSize);
+  x -= c.state + c.gap;
+  const int readoutLeft = x - c.readout;
+  const int controlRight =
+      std::min(controlLeft + widestControl, readoutLeft - c.gap + sliderMargin);
+  const auto centred = [&](QWidget* widget, int left, int width) {
+    const int tall = std::min(height(), widget->sizeHint().height());
+    widget->setGeometry(left, (height() - tall) / 2, width, tall);
+  };
+  if (readout_ != nullptr) centred(readout_, readoutLeft, c.readout);
+  if (segments_ != nullptr) centred(segments_, controlLeft, segments_->sizeHint().width());
+  if (picker_ != nullptr) centred(picker_, controlLeft, picker_->sizeHint().width());
+  if (slider_ == nullptr) return;
+  int sliderRight = controlRight;
+  if (toggle_ != nullptr) {
+    const int width = toggle_->sizeHint().width();
+    // Words of different lengths, and yet switches in one column.
+    constexpr int toggleColumn = 86;
+    const int left = controlRight - std::max(width, toggleColumn);
+    centred(toggle_, left, width);
+    sliderRight = left;
+  }
+  slider_->setGeometry(controlLeft, 0, std::max(0, sliderRight - controlLeft), height());
+}
+
+void ParameterRow::resizeEvent(QResizeEvent* /*event*/) { place(); }
+
+void ParameterRow::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  const Columns& c = isNarrow_ ? narrow : usual;
+  QPainter painter(this);
+  painter.fillRect(rect(), isChanged() ? t.tint : t.surface);
+  painter.fillRect(QRect(0, height() - 1, width(), 1), t.hairline);
+  if (isChanged()) painter.fillRect(QRect(0, 0, changeBar, height() - 1), t.brand);
+
+  const QRect plate(c.inset, (height() - plateHeight) / 2, plateWidth, plateHeight);
+  drawBox(painter, plate, Metrics::plateRadius, isChanged() ? t.pill : t.well, QColor());
+  painter.setFont(Metrics::font(Metrics::Type::fixed));
+  painter.setPen(isChanged() ? t.brandText : t.ink2);
+  painter.drawText(plate, Qt::AlignCenter, text(state_.parameter.code()));
+
+  const int right = std::min(width(), Metrics::contentWidth);
+  const int stateLeft = right - c.inset - revertSize - c.gap - c.state + c.gap;
+  if (readout_ == nullptr) {
+    painter.setFont(Metrics::font(Metrics::Type::value));
+    painter.setPen(t.ink);
+    painter.drawText(QRect(stateLeft - c.gap - c.readout, 0, c.readout, height()), Qt::AlignCenter,
+                     text(format(state_, state_.shown())));
+  }
+  if (!isChanged()) return;
+
+  const QFont pillFont = Metrics::font(Metrics::Type::pill);
+  const QFontMetrics pillMetrics(pillFont);
+  const QString changed = QString::fromLatin1(changedWord);
+  const int pillTall = std::max(Metrics::pillHeight, pillMetrics.height() + 2);
+  const int pillWide = pillMetrics.horizontalAdvance(changed) + 2 * pillPadding;
+  const QString was = QStringLiteral("was %1").arg(text(format(state_, state_.current)));
+  const QFont wasFont = Metrics::font(Metrics::Type::callout);
+  const int wasTall = QFontMetrics(wasFont).height();
+  const int pillTop = isNarrow_ ? (height() - pillTall - wasTall) / 2 : (height() - pillTall) / 2;
+  const QRect pill(stateLeft, pillTop, pillWide, pillTall);
+  drawBox(painter, pill, pillTall / 2.0, t.pill, QColor());
+  painter.setFont(pillFont);
+  painter.setPen(t.brandText);
+  painter.drawText(pill, Qt::AlignCenter, changed);
+  painter.setFont(wasFont);
+  painter.setPen(t.ink2);
+  const QRect wasBox = isNarrow_ ? QRect(stateLeft, pill.bottom() + 1, c.state, wasTall)
+                                 : QRect(pill.right() + 1 + Metrics::gap, 0,
+                                         c.state - pillWide - Metrics::gap, height());
+  painter.drawText(wasBox, Qt::AlignLeft | Qt::AlignVCenter, was);
+}
+
+void ParameterRow::keyPressEvent(QKeyEvent* event) {
+  const bool reverts = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
+  if (!reverts || !isChanged() || !revert_->isEnabled()) {
+    QWidget::keyPressEvent(event);
+    return;
+  }
+  emit reverted(state_.parameter);
+}
+
+bool ParameterRow::event(QEvent* event) {
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    updateGeometry();
+    place();
+  }
+  return QWidget::event(event);
+}
+
+}  // namespace quorvane

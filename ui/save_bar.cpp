@@ -1,0 +1,91 @@
+#include "ui/save_bar.h"
+
+#include <QAccessible>
+#include <QLabel>
+#include <QPainter>
+#include <algorithm>
+
+#include "app/messages.h"
+#include "ui/button.h"
+#include "ui/metrics.h"
+#include "ui/painting.h"
+#include "ui/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int square = 8;
+constexpr int countGap = 10;
+
+}  // namespace
+
+SaveBar::SaveBar(AppModel& model, QWidget* parent)
+    : View(model, parent),
+      count_(new QLabel(this)),
+      discard_(new Button(QStringLiteral("Discard"), Button::Kind::plain, this)),
+      save_(new Button({}, Button::Kind::prominent, this)) {
+  setObjectName(QStringLiteral("saveBar"));
+  count_->setObjectName(QStringLiteral("unsavedCount"));
+  count_->setFont(Metrics::font(Metrics::Type::value));
+  discard_->setObjectName(QStringLiteral("discardButton"));
+  discard_->setToolTip(QStringLiteral("Discard all unsaved changes (Ctrl+Shift+Z)"));
+  save_->setObjectName(QStringLiteral("saveButton"));
+  save_->setToolTip(QStringLiteral("Write the changes to the base (Ctrl+S)"));
+  connect(discard_, &Button::clicked, this, [this] { this->model().discardStaged(); });
+  connect(save_, &Button::clicked, this, [this] { this->model().saveStaged(); });
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void SaveBar::focusDiscard() { discard_->setFocus(Qt::ShortcutFocusReason); }
+
+void SaveBar::setNarrow(bool narrow) {
+  isNarrow_ = narrow;
+  place();
+}
+
+QSize SaveBar::sizeHint() const {
+  return {0, Metrics::saveBarHeight - Metrics::buttonHeight +
+                 Metrics::atLeast(Metrics::buttonHeight, font())};
+}
+
+void SaveBar::render() {
+  const std::size_t staged = model().staged().size();
+  const QString count = QStringLiteral("%1 unsaved change%2")
+                            .arg(staged)
+                            .arg(staged == 1 ? QString() : QStringLiteral("s"));
+  if (count != count_->text()) {
+    count_->setText(count);
+    QAccessibleEvent change(count_, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&change);
+  }
+  save_->setText(QStringLiteral("Save to set %1").arg(text(Messages::setName(model().tuning()))));
+  discard_->setEnabled(!model().busy());
+  save_->setEnabled(!model().busy());
+  place();
+}
+
+void SaveBar::place() {
+  const int inset = isNarrow_ ? Metrics::narrowInset : Metrics::pageInset;
+  const auto put = [&](QWidget* widget, int right) {
+    const QSize size = widget->sizeHint();
+    widget->setGeometry(right - size.width(), (height() - size.height()) / 2, size.width(),
+                        size.height());
+  };
+  put(save_, std::min(width(), Metrics::contentWidth) - inset);
+  put(discard_, save_->x() - Metrics::gap);
+  const int left = inset + square + countGap;
+  count_->setGeometry(left, 0, std::max(0, discard_->x() - Metrics::gap - left), height());
+}
+
+void SaveBar::resizeEvent(QResizeEvent* /*event*/) { place(); }
+
+void SaveBar::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  painter.fillRect(rect(), t.tint);
+  painter.fillRect(QRect(0, 0, width(), 1), t.tintLine);
+  const int inset = isNarrow_ ? Metrics::narrowInset : Metrics::pageInset;
+  drawBox(painter, QRect(inset, (height() - square) / 2, square, square), 2, t.brand, QColor());
+}
+
+}  // namespace quorvane

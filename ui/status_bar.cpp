@@ -1,0 +1,65 @@
+#include "ui/status_bar.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QPainter>
+
+#include "ui/elided_label.h"
+#include "ui/metrics.h"
+#include "ui/painting.h"
+#include "ui/spinner.h"
+#include "ui/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int inset = 12;
+constexpr int dotSize = 8;
+
+}  // namespace
+
+StatusBar::StatusBar(AppModel& model, QWidget* parent)
+    : View(model, parent), line_(new ElidedLabel(Qt::ElideMiddle)), spinner_(new Spinner) {
+  setObjectName(QStringLiteral("statusBar"));
+  line_->setObjectName(QStringLiteral("statusLine"));
+  line_->setFont(Metrics::font(Metrics::Type::callout));
+  line_->setForegroundRole(QPalette::Dark);
+  spinner_->setObjectName(QStringLiteral("busySpinner"));
+  spinner_->setAccessibleName(QStringLiteral("Busy"));
+  spinner_->hide();
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(inset + dotSize + Metrics::gap, 0, inset, 0);
+  row->setSpacing(Metrics::gap);
+  row->addWidget(line_, 1);
+  row->addWidget(spinner_);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+QSize StatusBar::sizeHint() const {
+  return {0, Metrics::atLeast(Metrics::statusBarHeight, line_->font())};
+}
+
+void StatusBar::render() {
+  const QString line = text(model().statusLine());
+  if (line != line_->text()) {
+    line_->setText(line);
+    line_->setAccessibleName(line);
+    QAccessibleEvent change(line_, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&change);
+  }
+  spinner_->setVisible(model().busy());
+  update();
+}
+
+void StatusBar::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  painter.fillRect(rect(), t.window);
+  painter.fillRect(QRect(0, 0, width(), 1), t.line);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(model().isConnected() ? t.ok : t.idle);
+  painter.drawEllipse(inset, (height() - dotSize) / 2, dotSize, dotSize);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ui/view.h"
+
+class QLabel;
+
+namespace quorvane {
+
+class ElidedLabel;
+class Spinner;
+
+// Whether a base is connected, the last thing that happened, and whether something is going on.
+class StatusBar final : public View {
+  Q_OBJECT
+
+ public:
+  explicit StatusBar(AppModel& model, QWidget* parent = nullptr);
+
+  QSize sizeHint() const override;
+
+ protected:
+  void render() override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  ElidedLabel* line_;
+  Spinner* spinner_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,204 @@
+#include "ui/style.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyleOption>
+
+#include "ui/metrics.h"
+#include "ui/painting.h"
+#include "ui/pickers.h"
+#include "ui/readout.h"
+#include "ui/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int stepButtonWidth = 23;
+constexpr int comboPadding = 10;
+constexpr int chevronRoom = 26;
+constexpr int holdBeforeRepeat = 400;  // milliseconds
+
+void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter, const QWidget* widget) {
+  const Theme& t = theme();
+  const bool enabled = option.state.testFlag(QStyle::State_Enabled);
+  const bool hovered = enabled && option.state.testFlag(QStyle::State_MouseOver);
+  const auto* const picker = qobject_cast<const Picker*>(widget);
+  QColor border = enabled ? t.edge : t.line;
+  if (picker != nullptr && picker->isChanged()) border = t.brand;
+  drawBox(painter, option.rect, Metrics::controlRadius,
+          !enabled  ? t.window
+          : hovered ? t.hover
+                    : t.surface,
+          border);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(
+      QPen(enabled ? t.ink2 : t.inkDisabled, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  const QPointF centre(option.rect.right() - chevronRoom / 2.0 + 2, option.rect.center().y() + 1);
+  painter.drawPolyline(
+      QPolygonF({centre + QPointF(-4, -2), centre + QPointF(0, 2), centre + QPointF(4, -2)}));
+  painter.restore();
+}
+
+void drawStep(QPainter& painter, const QRect& rect, bool plus, bool enabled, bool hovered) {
+  const Theme& t = theme();
+  if (hovered && enabled) painter.fillRect(rect.adjusted(1, 1, -1, -1), t.hover);
+  const QPoint centre = rect.center();
+  const QColor ink = enabled ? t.ink2 : t.inkDisabled;
+  painter.fillRect(QRect(centre.x() - 3, centre.y(), 7, 1), ink);
+  if (plus) painter.fillRect(QRect(centre.x(), centre.y() - 3, 1, 7), ink);
+}
+
+void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainter& painter,
+                 const QWidget* widget) {
+  const Theme& t = theme();
+  const bool enabled = option.state.testFlag(QStyle::State_Enabled);
+  const auto* const readout = qobject_cast<const Readout*>(widget);
+  const bool changed = readout != nullptr && readout->isChanged();
+  const QColor border = changed ? t.brand : enabled ? t.edge : t.line;
+  drawBox(painter, option.rect, Metrics::controlRadius, enabled ? t.surface : t.window, border);
+  const QRect minus =
+      style.subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxDown, widget);
+  const QRect plus =
+      style.subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxUp, widget);
+  const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
+  drawStep(painter, minus, false,
+           enabled && option.stepEnabled.testFlag(QAbstractSpinBox::StepDownEnabled),
+           hovered && option.activeSubControls == QStyle::SC_SpinBoxDown);
+  drawStep(painter, plus, true,
+           enabled && option.stepEnabled.testFlag(QAbstractSpinBox::StepUpEnabled),
+           hovered && option.activeSubControls == QStyle::SC_SpinBoxUp);
+  painter.fillRect(QRect(minus.right(), minus.top() + 1, 1, minus.height() - 2), t.line);
+  painter.fillRect(QRect(plus.left(), plus.top() + 1, 1, plus.height() - 2), t.line);
+}
+
+QRect spinBoxRect(const QRect& all, QStyle::SubControl part) {
+  switch (part) {
+    case QStyle::SC_SpinBoxDown:
+      return {all.left(), all.top(), stepButtonWidth, all.height()};
+    case QStyle::SC_SpinBoxUp:
+      return {all.right() + 1 - stepButtonWidth, all.top(), stepButtonWidth, all.height()};
+    case QStyle::SC_SpinBoxEditField:
+      return all.adjusted(stepButtonWidth + 1, 1, -stepButtonWidth - 1, -1);
+    default:
+      return all;
+  }
+}
+
+QRect comboBoxRect(const QRect& all, QStyle::SubControl part) {
+  switch (part) {
+    case QStyle::SC_ComboBoxEditField:
+      return all.adjusted(comboPadding, 0, -chevronRoom, 0);
+    case QStyle::SC_ComboBoxArrow:
+      return {all.right() + 1 - chevronRoom, all.top(), chevronRoom, all.height()};
+    default:
+      return all;
+  }
+}
+
+// A menu's chosen entry is grey: the brand's colour means something else.
+template <typename Option>
+Option quietly(const Option& option) {
+  Option quiet = option;
+  quiet.palette.setColor(QPalette::Highlight, theme().selection);
+  quiet.palette.setColor(QPalette::HighlightedText, theme().ink);
+  return quiet;
+}
+
+}  // namespace
+
+Style::Style() : QProxyStyle(QStringLiteral("fusion")) {}
+
+void Style::setPrefersDark(std::optional<bool> prefersDark) {
+  if (prefersDark_ == prefersDark) return;
+  prefersDark_ = prefersDark;
+  QApplication::setPalette(QPalette());  // asks for the desktop's again
+}
+
+void Style::polish(QPalette& palette) {
+  const Theme& fitting = !prefersDark_   ? Theme::fitting(palette)
+                         : *prefersDark_ ? Theme::dark()
+                                         : Theme::light();
+  setTheme(fitting);
+  palette = fitting.palette();
+}
+
+void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                          const QWidget* widget) const {
+  const Theme& t = theme();
+  switch (element) {
+    case PE_FrameFocusRect:
+      return;  // the ring shows the focus
+    case PE_PanelLineEdit: {
+      const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+      if (frame == nullptr || frame->lineWidth == 0) return;
+      const bool enabled = option->state.testFlag(State_Enabled);
+      drawBox(*painter, option->rect, Metrics::controlRadius, enabled ? t.surface : t.window,
+              enabled ? t.edge : t.line);
+      return;
+    }
+    case PE_PanelTipLabel:
+      drawBox(*painter, option->rect, 0, t.surface, t.edge);
+      return;
+    default:
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+}
+
+void Style::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                        const QWidget* widget) const {
+  if (const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) {
+    const QStyleOptionMenuItem quiet = quietly(*item);
+    QProxyStyle::drawControl(element, &quiet, painter, widget);
+    return;
+  }
+  QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                               QPainter* painter, const QWidget* widget) const {
+  if (const auto* const combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+      control == CC_ComboBox && combo != nullptr) {
+    drawComboBox(*combo, *painter, widget);
+  } else if (const auto* const spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
+             control == CC_SpinBox && spin != nullptr) {
+    drawSpinBox(*this, *spin, *painter, widget);
+  } else {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+  }
+}
+
+QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                            SubControl subControl, const QWidget* widget) const {
+  if (control == CC_SpinBox) return spinBoxRect(option->rect, subControl);
+  if (control == CC_ComboBox && subControl != SC_ComboBoxListBoxPopup) {
+    return comboBoxRect(option->rect, subControl);
+  }
+  return QProxyStyle::subControlRect(control, option, subControl, widget);
+}
+
+int Style::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                       const QWidget* widget) const {
+  switch (metric) {
+    case PM_MenuButtonIndicator:
+      return 0;
+    default:
+      return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                     QStyleHintReturn* returned) const {
+  switch (hint) {
+    case SH_SpinBox_ClickAutoRepeatThreshold:
+      return holdBeforeRepeat;
+    case SH_ComboBox_Popup:
+      return 0;
+    case SH_Menu_SubMenuPopupDelay:
+      return 100;
+    default:
+      return QProxyStyle::styleHint(hint, option, widget, returned);
+  }
+}
+
+}  // namespace quorvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QProxyStyle>
+#include <optional>
+
+namespace quorvane {
+
+// The application's style: the theme's colours over the toolkit's shapes. The theme follows the
+// palette of the desktop, also when that changes, unless the desktop says otherwise.
+class Style final : public QProxyStyle {
+  Q_OBJECT
+
+ public:
+  Style();
+
+  // What the desktop prefers, where it says so in words; nothing leaves it to the palette.
+  void setPrefersDark(std::optional<bool> prefersDark);
+
+  void polish(QPalette& palette) override;
+  using QProxyStyle::polish;
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                          QPainter* painter, const QWidget* widget) const override;
+  QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                       SubControl subControl, const QWidget* widget) const override;
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override;
+
+ private:
+  std::optional<bool> prefersDark_;
+};
+
+}  // namespace quorvane

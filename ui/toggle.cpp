@@ -1,0 +1,79 @@
+#include "ui/toggle.h"
+
+#include <QPainter>
+
+#include "ui/metrics.h"
+#include "ui/painting.h"
+#include "ui/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int switchWidth = 30;
+constexpr int switchHeight = 16;
+constexpr int knobInset = 2;
+constexpr int wordGap = 7;
+
+}  // namespace
+
+Toggle::Toggle(const QString& word, QWidget* parent) : QAbstractButton(parent) {
+  setText(word);
+  setCheckable(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  connect(this, &QAbstractButton::clicked, this, &Toggle::chosen);
+}
+
+void Toggle::show(bool on, bool changed) {
+  if (on == isChecked() && changed == changed_) return;
+  changed_ = changed;
+  setChecked(on);
+  update();
+}
+
+QRect Toggle::switchRect() const {
+  return {Metrics::ringGap + Metrics::ringWidth, (height() - switchHeight) / 2, switchWidth,
+          switchHeight};
+}
+
+QSize Toggle::sizeHint() const {
+  const QFont font = Metrics::font(Metrics::Type::callout);
+  const int word = QFontMetrics(font).horizontalAdvance(text());
+  return {switchRect().right() + 1 + wordGap + word,
+          Metrics::atLeast(Metrics::rowControlHeight, font)};
+}
+
+void Toggle::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  const bool on = isChecked();
+  const bool hovered = isEnabled() && underMouse();
+  QColor track = on ? t.switchOn : t.switchOff;
+  QColor border;
+  QColor knob = on ? t.knobOn : t.knobOff;
+  if (changed_) {
+    track = on ? t.brand : t.surface;
+    border = t.brand;
+    knob = on ? t.knobOff : t.brand;
+  } else if (!isEnabled()) {
+    track = on ? t.inkDisabled : t.graduation;
+  } else if (hovered) {
+    track = on ? t.ink : t.ink2;
+  }
+  const QRect box = switchRect();
+  drawBox(painter, box, switchHeight / 2.0, track, border);
+  const int size = switchHeight - 2 * knobInset;
+  const int x = on ? box.right() + 1 - knobInset - size : box.left() + knobInset;
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(knob);
+  painter.drawEllipse(x, box.top() + knobInset, size, size);
+
+  painter.setFont(Metrics::font(Metrics::Type::callout));
+  painter.setPen(isEnabled() ? t.ink2 : t.inkDisabled);
+  painter.drawText(rect().adjusted(box.right() + 1 + wordGap, 0, 0, 0),
+                   Qt::AlignLeft | Qt::AlignVCenter, text());
+}
+
+}  // namespace quorvane

@@ -1,0 +1,158 @@
+#include "ui/tuning_page.h"
+
+#include <QLabel>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/metrics.h"
+#include "ui/parameter_row.h"
+#include "ui/save_bar.h"
+#include "ui/tuning_header.h"
+#include "ui/warning_box.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int autoSet = 1;
+
+QWidget* framed(QWidget* widget, int inset) {
+  auto* const frame = new QWidget;
+  auto* const box = new QVBoxLayout(frame);
+  box->setContentsMargins(inset, inset / 2 + 2, inset, inset / 2 + 2);
+  box->addWidget(widget);
+  return frame;
+}
+
+// Every parameter but the set's number, which the header chooses.
+std::vector<TuningParameter> listed(const std::optional<FanatecProduct>& product) {
+  std::vector<TuningParameter> parameters = TuningParameter::available(product);
+  std::erase(parameters, TuningParameter(TuningParameter::slot));
+  return parameters;
+}
+
+}  // namespace
+
+TuningPage::TuningPage(AppModel& model, QWidget* parent)
+    : View(model, parent),
+      message_(new QLabel),
+      content_(new QWidget),
+      header_(new TuningHeader(model)),
+      warningFrame_(framed(
+          new WarningBox(
+              QStringLiteral("This is the A set, Fanatec's Auto Setup."),
+              QStringLiteral("Games that support Auto Setup control these values, and the base "
+                             "reloads factory defaults at boot. Changes you save here work until "
+                             "the next power cycle. Use set C or an advanced set for values you "
+                             "want to keep.")),
+          Metrics::pageInset)),
+      list_(new QScrollArea),
+      saveBar_(new SaveBar(model)) {
+  setObjectName(QStringLiteral("tuningPage"));
+  message_->setObjectName(QStringLiteral("tuningMessage"));
+  message_->setAlignment(Qt::AlignCenter);
+  message_->setFont([] {
+    QFont font = Metrics::font(Metrics::Type::dialogTitle);
+    font.setWeight(QFont::Normal);
+    return font;
+  }());
+  message_->setForegroundRole(QPalette::Dark);
+  message_->setWordWrap(true);
+
+  auto* const rows = new QWidget;
+  rows->setBackgroundRole(QPalette::Base);
+  rows->setAutoFillBackground(true);
+  column_ = new QVBoxLayout(rows);
+  column_->setContentsMargins(0, 0, 0, 0);
+  column_->setSpacing(0);
+  column_->addStretch();
+  list_->setObjectName(QStringLiteral("parameterList"));
+  list_->setFrameShape(QFrame::NoFrame);
+  list_->setWidgetResizable(true);
+  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  list_->setFocusPolicy(Qt::NoFocus);
+  list_->setWidget(rows);
+
+  auto* const inner = new QVBoxLayout(content_);
+  inner->setContentsMargins(0, 0, 0, 0);
+  inner->setSpacing(0);
+  inner->addWidget(header_);
+  inner->addWidget(warningFrame_);
+  inner->addWidget(list_, 1);
+  inner->addWidget(saveBar_);
+  auto* const outer = new QVBoxLayout(this);
+  outer->setContentsMargins(0, 0, 0, 0);
+  outer->setSpacing(0);
+  outer->addWidget(message_, 1);
+  outer->addWidget(content_, 1);
+  saveBar_->hide();
+  warningFrame_->hide();
+  content_->hide();
+}
+
+bool TuningPage::focusDiscard() {
+  if (!saveBar_->isVisible()) return false;
+  saveBar_->focusDiscard();
+  return true;
+}
+
+void TuningPage::render() {
+  const auto& menu = model().tuning();
+  const bool hasMenu = model().isConnected() && menu;
+  message_->setText(model().isConnected()
+                        ? QStringLiteral("Waiting for the tuning menu…")
+                        : QStringLiteral("Connect a base to edit its tuning menu."));
+  message_->setVisible(!hasMenu);
+  if (hasMenu) {
+    renderRows(*menu);
+    warningFrame_->setVisible(!menu->isAdvancedMode() && menu->slot() == autoSet);
+    saveBar_->setVisible(!model().staged().empty());
+  }
+  content_->setVisible(hasMenu);
+}
+
+void TuningPage::renderRows(const TuningSnapshot& menu) {
+  if (rows_.empty() || product_ != model().product()) {
+    product_ = model().product();
+    buildRows(listed(product_));
+  }
+  for (ParameterRow* const row : rows_) {
+    const TuningParameter parameter = row->parameter();
+    const auto staged = model().staged().find(parameter);
+    row->show({parameter, menu.value(parameter, product_),
+               staged == model().staged().end() ? std::nullopt
+                                                : std::optional<std::int64_t>(staged->second),
+               product_},
+              !model().busy());
+  }
+}
+
+void TuningPage::buildRows(const std::vector<TuningParameter>& parameters) {
+  for (ParameterRow* const row : rows_) delete row;
+  rows_.clear();
+  for (const TuningParameter parameter : parameters) {
+    auto* const row =
+        new ParameterRow({parameter, model().tuning()->value(parameter, product_), {}, product_});
+    row->setNarrow(isNarrow_);
+    column_->insertWidget(static_cast<int>(rows_.size()), row);
+    rows_.push_back(row);
+    connect(row, &ParameterRow::staged, this,
+            [this](TuningParameter changed, std::int64_t value) { model().stage(changed, value); });
+    connect(row, &ParameterRow::reverted, this,
+            [this](TuningParameter changed) { model().revert(changed); });
+  }
+}
+
+void TuningPage::setNarrow(bool narrow) {
+  isNarrow_ = narrow;
+  header_->setNarrow(narrow);
+  saveBar_->setNarrow(narrow);
+  for (ParameterRow* const row : rows_) row->setNarrow(narrow);
+}
+
+void TuningPage::resizeEvent(QResizeEvent* event) {
+  setNarrow(window()->width() < Metrics::narrowBelow);
+  View::resizeEvent(event);
+}
+
+}  // namespace quorvane

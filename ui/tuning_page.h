@@ -1,0 +1,49 @@
+#pragma once
+
+#include <vector>
+
+#include "ui/view.h"
+
+class QLabel;
+class QScrollArea;
+class QVBoxLayout;
+
+namespace quorvane {
+
+class ParameterRow;
+class SaveBar;
+class TuningHeader;
+class WarningBox;
+
+// The section "Tuning": the menu of the connected base, one row a parameter.
+class TuningPage final : public View {
+  Q_OBJECT
+
+ public:
+  explicit TuningPage(AppModel& model, QWidget* parent = nullptr);
+
+  // Whether Esc has something to go to here: it brings the focus to "Discard".
+  bool focusDiscard();
+
+ protected:
+  void render() override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void renderRows(const TuningSnapshot& menu);
+  void buildRows(const std::vector<TuningParameter>& parameters);
+  void setNarrow(bool narrow);
+
+  QLabel* message_;
+  QWidget* content_;
+  TuningHeader* header_;
+  QWidget* warningFrame_;
+  QScrollArea* list_;
+  QVBoxLayout* column_;
+  SaveBar* saveBar_;
+  std::vector<ParameterRow*> rows_;
+  std::optional<FanatecProduct> product_;  // that the rows were built for
+  bool isNarrow_ = false;
+};
+
+}  // namespace quorvane

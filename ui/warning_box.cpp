@@ -1,0 +1,50 @@
+#include "ui/warning_box.h"
+
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "ui/metrics.h"
+#include "ui/painting.h"
+#include "ui/symbols.h"
+#include "ui/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int symbolSize = 20;
+constexpr int inset = 12;
+
+}  // namespace
+
+WarningBox::WarningBox(const QString& heading, const QString& body, QWidget* parent)
+    : QWidget(parent) {
+  setObjectName(QStringLiteral("warningBox"));
+  setAccessibleName(QStringLiteral("Warning: ") + heading);
+  setAccessibleDescription(body);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(inset + symbolSize + inset, inset, inset, inset);
+  column->setSpacing(2);
+  auto* const head = new QLabel(heading);
+  head->setObjectName(QStringLiteral("warningHeading"));
+  head->setFont(Metrics::font(Metrics::Type::value));
+  head->setWordWrap(true);
+  auto* const text = new QLabel(body);
+  text->setObjectName(QStringLiteral("warningBody"));
+  text->setFont(Metrics::font(Metrics::Type::callout));
+  text->setForegroundRole(QPalette::Dark);
+  text->setWordWrap(true);
+  column->addWidget(head);
+  column->addWidget(text);
+}
+
+void WarningBox::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  drawBox(painter, rect(), Metrics::cardRadius, t.warningGround, t.warningLine);
+  painter.drawPixmap(inset, inset,
+                     symbol(QStringLiteral("exclamationmark.triangle.fill"), symbolSize,
+                            t.warningIcon, devicePixelRatioF()));
+}
+
+}  // namespace quorvane
