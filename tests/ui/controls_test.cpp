@@ -144,7 +144,7 @@ class ReadoutTest : public ControlTest<Readout> {
     readout_.setScale(0, 120, 10, QStringLiteral("%"));
     readout_.show(50, {}, false);
     QObject::connect(&readout_, &Readout::chosen, [this](int value) { chosen_.push_back(value); });
-    static_cast<QWidget&>(readout_).show();
+    ControlTest::show(readout_);
     edit_ = readout_.findChild<QLineEdit*>();
   }
 

@@ -75,7 +75,7 @@ TEST_P(ThemeColours, MarksStandOutFromTheirGrounds) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Both, ThemeColours, testing::Values(&Theme::light(), &Theme::dark()),
-                         [](const auto& info) { return info.param->isDark ? "Dark" : "Light"; });
+                         [](const auto& each) { return each.param->isDark ? "Dark" : "Light"; });
 
 TEST(Theme, TheBrandIsTheSameInBoth) {
   EXPECT_EQ(Theme::light().brand, QColor(240, 107, 0));
