@@ -134,7 +134,7 @@ void AppModel::followReports(const Session& base) {
   };
   base->setOnTuningUpdate([this, isCurrent](const TuningSnapshot& menu) {
     post([this, isCurrent, menu] {
-      if (isCurrent()) publish(tuning_, menu);
+      if (isCurrent()) menuReported(menu);
     });
   });
   base->setOnStatusUpdate([this, isCurrent](WheelBase& reporting) {
@@ -206,17 +206,30 @@ void AppModel::retire(const Session& base) {
   });
 }
 
+void AppModel::menuReported(const TuningSnapshot& menu) {
+  const std::optional<TuningSnapshot> before = tuning_;
+  publish(tuning_, menu);
+  if (exchanges_ == 0 && before && before->raw() != menu.raw()) emit menuChangedAtBase(*before);
+}
+
 void AppModel::refresh() {
-  perform("Read the tuning menu", [this](WheelBase& base) -> std::optional<std::string> {
-    base.fetchTuning(WheelBase::readTimeout);
-    const auto identity = ifAnswered([&] { return base.fetchIdentity(WheelBase::readTimeout); });
-    if (identity) {
-      post([this, session = &base, identity] {
-        if (session == base_.get()) publish(identity_, identity);
-      });
-    }
-    return std::nullopt;
-  });
+  perform("Read the tuning menu", [this](WheelBase& base) { return readMenuAndIdentity(base); });
+}
+
+void AppModel::readEverything() {
+  perform("Read", [this](WheelBase& base) { return readMenuAndIdentity(base); });
+}
+
+// On the work queue. Success has nothing to say.
+std::optional<std::string> AppModel::readMenuAndIdentity(WheelBase& base) {
+  base.fetchTuning(WheelBase::readTimeout);
+  const auto identity = ifAnswered([&] { return base.fetchIdentity(WheelBase::readTimeout); });
+  if (identity) {
+    post([this, session = &base, identity] {
+      if (session == base_.get()) publish(identity_, identity);
+    });
+  }
+  return std::nullopt;
 }
 
 void AppModel::perform(std::string title, DeviceAction action) {
@@ -249,8 +262,14 @@ void AppModel::beginExchange() {
   emit changed();
 }
 
+// What has been written so far; the end of the exchange ends it.
+void AppModel::reportProgress(Progress progress) {
+  post([this, progress] { publish(progress_, progress); });
+}
+
 void AppModel::endExchange() {
   --exchanges_;
+  progress_.reset();
   emit changed();
 }
 

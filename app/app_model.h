@@ -42,6 +42,15 @@ class AppModel final : public QObject {
     const PresetStore& store = PresetStore::shared();
   };
 
+  // How far the writing of several values is.
+  struct Progress {
+    std::optional<UUID> preset;  // that is applied; none for a save
+    std::size_t done = 0;        // values, whether the base took them or not
+    std::size_t total = 0;
+
+    bool operator==(const Progress&) const = default;
+  };
+
   static constexpr std::size_t longestLog = 500;
 
   // Loads the presets, watches for bases, and connects to the first that is there.
@@ -68,6 +77,9 @@ class AppModel final : public QObject {
   // An exchange with a base is running or waiting for its turn.
   bool busy() const { return exchanges_ > 0; }
 
+  // While a save or the applying of a preset runs.
+  const std::optional<Progress>& progress() const { return progress_; }
+
   const std::string& statusLine() const { return statusLine_; }
   const std::vector<LogEntry>& log() const { return log_; }  // oldest first, at most longestLog
   const std::vector<TuningPreset>& userPresets() const { return userPresets_; }
@@ -85,8 +97,9 @@ class AppModel final : public QObject {
   void connect(const HIDDeviceInfo& device);
   void disconnect();
 
-  // Reads menu and identity again.
+  // Reads menu and identity again. The two differ in how the log calls it.
   void refresh();
+  void readEverything();
 
   // Edits become staged while they differ from the menu.
   void stage(TuningParameter parameter, std::int64_t value);
@@ -113,6 +126,10 @@ class AppModel final : public QObject {
  signals:
   // Some of the above is different now. Comes often; whoever draws gathers several.
   void changed();
+
+  // The base told of another menu than the one before, and nobody here had asked: somebody uses
+  // the wheel's own buttons. Comes after `changed`.
+  void menuChangedAtBase(const quorvane::TuningSnapshot& before);
 
  private:
   using Session = std::shared_ptr<WheelBase>;
@@ -142,6 +159,9 @@ class AppModel final : public QObject {
   // Exchanges.
   void perform(std::string title, DeviceAction action);
   void performed(const Session& base, const std::string& text, bool isError);
+  std::optional<std::string> readMenuAndIdentity(WheelBase& base);
+  void menuReported(const TuningSnapshot& menu);
+  void reportProgress(Progress progress);
   void beginExchange();
   void endExchange();
   void write(WheelBase& base, Save& save);
@@ -162,6 +182,7 @@ class AppModel final : public QObject {
   std::optional<std::uint16_t> wheelID_;
   std::optional<std::uint16_t> firmwareVersion_;
   int exchanges_ = 0;
+  std::optional<Progress> progress_;
   std::string statusLine_;
   std::vector<LogEntry> log_;
   std::vector<TuningPreset> userPresets_;

@@ -60,13 +60,16 @@ void AppModel::saveStaged() {
 
 // On the work queue.
 void AppModel::write(WheelBase& base, Save& save) {
+  Progress progress{{}, 0, save.wanted.size()};
   for (const auto& [parameter, value] : save.wanted) {
+    reportProgress(progress);
     try {
       base.set(parameter, value, true);
     } catch (const FanatecError& error) {
       save.failed[parameter] = value;
       save.rejections.push_back(Messages::rejection(parameter, error.errorDescription()));
     }
+    ++progress.done;
   }
 }
 
@@ -101,8 +104,15 @@ void AppModel::toggleMode() {
 }
 
 void AppModel::apply(const TuningPreset& preset) {
-  perform("Apply preset",
-          [preset](WheelBase& base) { return Messages::applied(preset, base.apply(preset)); });
+  perform("Apply preset", [this, preset](WheelBase& base) {
+    Progress progress{preset.id, 0, preset.applicable(base.product()).size()};
+    reportProgress(progress);
+    const auto results = base.apply(preset, [&](const WheelBase::ApplyResult& /*result*/) {
+      ++progress.done;
+      reportProgress(progress);
+    });
+    return Messages::applied(preset, results);
+  });
 }
 
 void AppModel::factoryReset() {

@@ -9,28 +9,18 @@
 #include <filesystem>
 
 #include "app/app_model.h"
-#include "simulator/simulated_backend.h"
-#include "simulator/simulated_usb_bus.h"
+#include "app/no_panels.h"
+#include "simulator/simulated_machine.h"
 
 namespace quorvane {
 namespace {
 
-class NoPanels final : public FilePanels {
- public:
-  void chooseDestination(const Request& /*request*/, Chosen /*chosen*/) override {}
-  void chooseFile(const Request& /*request*/, Chosen /*chosen*/) override {}
-};
-
 void startModelUntilConnected(benchmark::State& state) {
-  const auto device = SimulatedDevice::create(
-      FanatecProduct::lookup(defaultSimulatedProduct).value(), SimulatedDevice::Time::real);
-  SimulatedBackend backend;
-  backend.add(device);
-  SimulatedUSBBus usb(*device);
+  SimulatedMachine machine(FanatecProduct::lookup(defaultSimulatedProduct).value());
   NoPanels panels;
   const PresetStore store(std::filesystem::temp_directory_path() / "quorvane-bench-presets.json");
   for (auto _ : state) {
-    AppModel model({panels, backend, usb, device->clock(), store});
+    AppModel model({panels, machine.backend(), machine.usb(), machine.device().clock(), store});
     QEventLoop loop;
     QObject::connect(&model, &AppModel::changed, &loop, [&] {
       if (model.isConnected() && model.tuning()) loop.quit();

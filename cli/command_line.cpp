@@ -15,8 +15,8 @@
 #include "cli/preset_command_line.h"
 #include "cli/word_parser.h"
 #include "protocol/error.h"
-#include "simulator/simulated_backend.h"
-#include "simulator/simulated_usb_bus.h"
+#include "simulator/simulate_option.h"
+#include "simulator/simulated_machine.h"
 #include "support/text.h"
 #include "support/version.h"
 
@@ -48,15 +48,6 @@ struct Words {
   std::string mode;
   bool yes = false;
 };
-
-// `--simulate` takes its product with "=" only: the word after it is a command.
-std::vector<std::string> withSimulatedProduct(std::vector<std::string> words) {
-  for (std::string& word : words) {
-    if (word == "--") break;
-    if (word == "--simulate") word += fmt::format("=0x{:04x}", defaultSimulatedProduct);
-  }
-  return words;
-}
 
 void addGlobalOptions(CLI::App& app, Words& words) {
   app.add_option("--device", words.options.device,
@@ -149,15 +140,11 @@ std::optional<std::uint8_t> parseReportID(const std::string& text) {
 }
 
 FanatecProduct simulatedProduct(const std::string& text) {
-  if (const auto product = simulatableProduct(text)) return *product;
-  std::string message =
-      fmt::format("\"{}\" does not name one product with a tuning menu. There are:", text);
-  for (const FanatecProduct& product : FanatecProduct::all()) {
-    if (product.hasTuningMenu()) {
-      message += fmt::format("\n  0x{:04x}  {}", product.productID, product.name);
-    }
+  try {
+    return productToSimulate(text);
+  } catch (const std::invalid_argument& error) {
+    throw UsageError(error.what());
   }
-  throw UsageError(message);
 }
 
 // Runs the command, on a simulated base when one is asked for.
@@ -167,15 +154,13 @@ ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
   if (words.simulate.empty()) return command.run({world, words.options});
 
   const FanatecProduct product = simulatedProduct(words.simulate);
-  SimulatedBackend backend;
-  const auto device = SimulatedDevice::create(product, SimulatedDevice::Time::real);
+  SimulatedMachine machine(product);
   if (words.options.layout) {
     // Its firmware speaks the layout asked for.
-    device->withBase([&](SimulatedBase& base) { base.behaviour().layout = *words.options.layout; });
+    machine.device().withBase(
+        [&](SimulatedBase& base) { base.behaviour().layout = *words.options.layout; });
   }
-  backend.add(device);
-  SimulatedUSBBus usb(*device);
-  const World simulated{world.out,   world.err,          backend,      usb,
+  const World simulated{world.out,   world.err,          machine.backend(), machine.usb(),
                         world.clock, world.interruption, world.presets};
   fmt::print(world.err, "Simulated base: {}\n", product.name);
   return command.run({simulated, words.options});

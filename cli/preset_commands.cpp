@@ -5,6 +5,7 @@
 #include "cli/json_output.h"
 #include "cli/preset_library.h"
 #include "cli/preset_text.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {

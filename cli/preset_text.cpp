@@ -12,14 +12,6 @@ namespace {
 
 constexpr std::size_t widestColumn = 52;  // longer texts push the rest of their line
 
-// The length of the control character that the text begins with; 0 when it begins with another.
-std::size_t controlLength(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  if (byte(0) < 0x20 || byte(0) == 0x7F) return 1;
-  // A second block of them is encoded as C2 80 to C2 9F.
-  return text.size() > 1 && byte(0) == 0xC2 && byte(1) >= 0x80 && byte(1) <= 0x9F ? 2 : 0;
-}
-
 std::size_t width(std::string_view text) {
   const auto starts = std::count_if(text.begin(), text.end(), [](char c) {
     return (static_cast<unsigned char>(c) & 0xC0) != 0x80;  // no continuation of UTF-8
@@ -79,17 +71,6 @@ std::string valuesText(const TuningPreset& preset) {
 }
 
 }  // namespace
-
-std::string oneLine(std::string_view text) {
-  std::string result;
-  result.reserve(text.size());
-  while (!text.empty()) {
-    const std::size_t control = controlLength(text);
-    result += control > 0 ? ' ' : text.front();
-    text.remove_prefix(std::max<std::size_t>(control, 1));
-  }
-  return result;
-}
 
 std::string idText(const TuningPreset& preset) {
   return preset.isBuiltIn ? "(built in)" : preset.id.text();

@@ -8,9 +8,6 @@
 
 namespace quorvane {
 
-// The text on one line, without what steers a terminal: control characters become spaces.
-std::string oneLine(std::string_view text);
-
 // The id by which people name the preset in a later run, which a built-in one has none of.
 std::string idText(const TuningPreset& preset);
 

@@ -11,6 +11,14 @@ namespace {
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
+// The length of the control character that the text begins with; 0 when it begins with another.
+std::size_t controlLength(std::string_view text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  if (byte(0) < 0x20 || byte(0) == 0x7F) return 1;
+  // A second block of them is encoded as C2 80 to C2 9F.
+  return text.size() > 1 && byte(0) == 0xC2 && byte(1) >= 0x80 && byte(1) <= 0x9F ? 2 : 0;
+}
+
 template <typename Integer>
 std::optional<Integer> parseWhole(std::string_view text, int base) {
   Integer value = 0;
@@ -36,6 +44,17 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
 
 std::string counted(std::size_t count, std::string_view noun) {
   return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
+std::string oneLine(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t control = controlLength(text);
+    result += control > 0 ? ' ' : text.front();
+    text.remove_prefix(std::max<std::size_t>(control, 1));
+  }
+  return result;
 }
 
 std::optional<std::int64_t> parseInteger(std::string_view text) {

@@ -15,6 +15,9 @@ bool equalIgnoringCase(std::string_view a, std::string_view b);
 // "1 value", "2 values": the noun takes an "s" unless there is one.
 std::string counted(std::size_t count, std::string_view noun);
 
+// The text on one line, without what steers a terminal: control characters become spaces.
+std::string oneLine(std::string_view text);
+
 // A whole decimal number with an optional sign and nothing around it, within 64 bits.
 std::optional<std::int64_t> parseInteger(std::string_view text);
 

@@ -4,28 +4,27 @@
 
 namespace quorvane {
 
-WorkQueue::WorkQueue(std::string name) : thread_(std::move(name), [this] { run(); }) {}
+WorkQueue::WorkQueue(std::string name) : name_(std::move(name)) {}
 
 WorkQueue::~WorkQueue() { stop(); }
 
 void WorkQueue::add(Job job) {
-  {
-    MutexLock held(lock_);
-    if (stopped_) return;
-    jobs_.push_back(std::move(job));
-  }
-  changed_.notifyOne();
+  Thread ended;  // joined without the lock
+  MutexLock held(lock_);
+  if (stopped_) return;
+  jobs_.push_back(std::move(job));
+  if (working_) return;
+  working_ = true;
+  ended = std::exchange(thread_, Thread(name_, [this] { run(); }));
 }
 
 void WorkQueue::stop() {
   std::deque<Job> dropped;
-  {
-    MutexLock held(lock_);
-    stopped_ = true;
-    dropped.swap(jobs_);
-  }
-  changed_.notifyOne();
-  thread_.join();
+  Thread last;
+  MutexLock held(lock_);
+  stopped_ = true;
+  dropped.swap(jobs_);
+  last = std::exchange(thread_, Thread());
 }
 
 void WorkQueue::run() {
@@ -33,8 +32,10 @@ void WorkQueue::run() {
     Job job;
     {
       MutexLock held(lock_);
-      while (jobs_.empty() && !stopped_) changed_.wait(lock_);
-      if (stopped_) return;
+      if (jobs_.empty()) {
+        working_ = false;
+        return;
+      }
       job = std::move(jobs_.front());
       jobs_.pop_front();
     }

@@ -9,12 +9,14 @@
 
 namespace quorvane {
 
-// Runs jobs one at a time, in the order given, on a thread of its own. Any thread may add jobs; the
-// queue belongs to one owner, which is not one of them.
+// Runs jobs one at a time, in the order given, on a thread of its own, which is there while there
+// is something to do. Any thread may add jobs; the queue belongs to one owner, which is not one of
+// them.
 class WorkQueue {
  public:
   using Job = std::function<void()>;
 
+  // The name is the thread's.
   explicit WorkQueue(std::string name);
   // Stops.
   ~WorkQueue();
@@ -31,11 +33,12 @@ class WorkQueue {
  private:
   void run();
 
+  const std::string name_;
   Mutex lock_;
-  Condition changed_;
   std::deque<Job> jobs_ QUORVANE_GUARDED_BY(lock_);
   bool stopped_ QUORVANE_GUARDED_BY(lock_) = false;
-  Thread thread_;
+  bool working_ QUORVANE_GUARDED_BY(lock_) = false;  // the thread will look at the jobs again
+  Thread thread_ QUORVANE_GUARDED_BY(lock_);
 };
 
 }  // namespace quorvane

@@ -2,15 +2,14 @@
 
 #include <fmt/format.h>
 
-#include <QDateTime>
 #include <QLabel>
-#include <QLocale>
 #include <QVBoxLayout>
 
+#include "ui/availability.h"
 #include "ui/button.h"
 #include "ui/form.h"
-#include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/time_text.h"
 
 namespace quorvane {
 namespace {
@@ -19,21 +18,6 @@ QString deviceNames(const std::vector<HIDDeviceInfo>& devices) {
   QStringList names;
   for (const HIDDeviceInfo& device : devices) names += text(device.displayName());
   return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
-}
-
-QString timeText(WallClock::time_point time) {
-  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time.time_since_epoch());
-  return QLocale().toString(QDateTime::fromSecsSinceEpoch(seconds.count()).time(),
-                            QLocale::ShortFormat);
-}
-
-// A button in a row of its own.
-QWidget* buttonRow(Button* button) {
-  auto* const row = new QWidget;
-  auto* const box = new QVBoxLayout(row);
-  box->setContentsMargins(Metrics::cardInset, Metrics::gap, Metrics::cardInset, Metrics::gap);
-  box->addWidget(button);
-  return row;
 }
 
 FormRow* row(Card* card, const char* label, const char* objectName) {
@@ -81,10 +65,7 @@ void BasePage::render() {
   status_->setValue(model().isConnected() ? QStringLiteral("Connected")
                                           : QStringLiteral("Not connected"));
   devices_->setValue(deviceNames(model().devices()));
-  readAgain_->setEnabled(model().isConnected() && !model().busy());
-  readAgain_->setToolTip(!model().isConnected() ? QStringLiteral("Connect a base first")
-                         : model().busy()       ? QStringLiteral("The base is busy")
-                                                : QString());
+  setAvailable(*readAgain_, whyNotNow(model()));
   renderIdentity();
   renderMenu();
 }

@@ -18,10 +18,8 @@ namespace {
 
 constexpr int reach = Metrics::ringGap + Metrics::ringWidth;
 
-bool isKeyboardReason(Qt::FocusReason reason) {
-  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-         reason == Qt::ShortcutFocusReason;
-}
+// What people used last: the ring shows while that is the keyboard.
+bool usesKeyboard = false;
 
 // The part of the control that the ring goes around.
 QRect ringRect(const QWidget& widget) {
@@ -54,10 +52,6 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::FocusIn:
       if (auto* const widget = qobject_cast<QWidget*>(watched);
           widget != nullptr && widget->window() == window()) {
-        const auto reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
-          byKeyboard_ = isKeyboardReason(reason);
-        }
         follow(widget);
       }
       break;
@@ -74,16 +68,23 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
         place();
       }
       break;
+    case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
-      if (watched == ringed_ && !byKeyboard_) {
-        byKeyboard_ = true;
-        place();
-      }
+      noteInput(true);
+      break;
+    case QEvent::MouseButtonPress:
+      noteInput(false);
       break;
     default:
       break;
   }
   return false;
+}
+
+void FocusRing::noteInput(bool isKeyboard) {
+  if (usesKeyboard == isKeyboard && isKeyboard == isVisible()) return;
+  usesKeyboard = isKeyboard;
+  place();
 }
 
 void FocusRing::follow(QWidget* widget) {
@@ -105,7 +106,7 @@ void FocusRing::follow(QWidget* widget) {
 }
 
 void FocusRing::place() {
-  const bool shows = ringed_ && byKeyboard_ && ringed_->isVisible() &&
+  const bool shows = ringed_ && usesKeyboard && ringed_->isVisible() &&
                      qobject_cast<QAbstractScrollArea*>(ringed_.data()) == nullptr &&
                      qobject_cast<QMenuBar*>(ringed_.data()) == nullptr;
   if (!shows) {

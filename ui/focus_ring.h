@@ -6,7 +6,7 @@
 namespace quorvane {
 
 // The ring around the control that has the keyboard's focus, drawn over the window. It shows while
-// the focus came by the keyboard.
+// the keyboard is what people use.
 class FocusRing final : public QWidget {
   Q_OBJECT
 
@@ -21,9 +21,9 @@ class FocusRing final : public QWidget {
  private:
   void follow(QWidget* widget);
   void place();
+  void noteInput(bool isKeyboard);
 
   QPointer<QWidget> ringed_;
-  bool byKeyboard_ = false;
 };
 
 }  // namespace quorvane

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/button.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
 #include "ui/theme.h"
@@ -22,6 +23,9 @@ constexpr int captionGap = 6;
 constexpr int cardGap = 20;
 constexpr int wellInset = 10;
 constexpr int rowPadding = 6;
+constexpr int buttonPadding = 10;
+constexpr int explanationGap = 6;
+constexpr int widestExplanation = 760;
 
 constexpr Qt::TextInteractionFlags selectable =
     Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
@@ -41,6 +45,16 @@ int inset(const QWidget& widget) {
                                                          : Metrics::pageInset;
 }
 
+// A text that wraps at its widest, also when there is more room.
+class Paragraph final : public QLabel {
+ public:
+  explicit Paragraph(const QString& text) : QLabel(text) { setWordWrap(true); }
+
+  int heightForWidth(int width) const override {
+    return QLabel::heightForWidth(std::min(width, maximumWidth()));
+  }
+};
+
 // The ground of a hex dump.
 class Well final : public QWidget {
  protected:
@@ -59,7 +73,8 @@ class Card::Body final : public QWidget {
     column_->setSpacing(1);
   }
 
-  void add(QWidget* row) { column_->addWidget(row); }
+  int rowCount() const { return column_->count(); }
+  void insert(int number, QWidget* row) { column_->insertWidget(number, row); }
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
@@ -90,11 +105,13 @@ Card::Card(const QString& caption, QWidget* parent) : QWidget(parent), body_(new
   label->setContentsMargins(captionInset, 0, 0, 0);
   column->addWidget(label);
   column->addWidget(body_);
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
-void Card::add(QWidget* row) {
-  body_->add(row);
+void Card::add(QWidget* row) { insert(body_->rowCount(), row); }
+
+void Card::insert(int number, QWidget* row) {
+  body_->insert(number, row);
   row->installEventFilter(this);
 }
 
@@ -108,14 +125,14 @@ bool Card::eventFilter(QObject* /*watched*/, QEvent* event) {
 FormRow::FormRow(const QString& label, const QString& objectName, QWidget* parent)
     : QWidget(parent), label_(new QLabel(label)), value_(valueLabel(objectName)) {
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(Metrics::cardInset, rowPadding, Metrics::cardInset, rowPadding);
+  const int padding = std::max(rowPadding, (Metrics::formRowHeight - fontMetrics().height()) / 2);
+  row->setContentsMargins(Metrics::cardInset, padding, Metrics::cardInset, padding);
   row->setSpacing(Metrics::gap);
   label_->setForegroundRole(QPalette::Dark);
   label_->setFixedWidth(labelColumn);
   label_->setBuddy(value_);
   row->addWidget(label_, 0, Qt::AlignTop);
-  row->addWidget(value_, 1);
-  setMinimumHeight(Metrics::formRowHeight);
+  row->addWidget(value_, 1, Qt::AlignTop);
 }
 
 void FormRow::setValue(const QString& value) {
@@ -125,6 +142,21 @@ void FormRow::setValue(const QString& value) {
 }
 
 QString FormRow::value() const { return value_->text(); }
+
+QWidget* buttonRow(Button* button, const QString& explanation) {
+  auto* const row = new QWidget;
+  auto* const column = new QVBoxLayout(row);
+  column->setContentsMargins(Metrics::cardInset, buttonPadding, Metrics::cardInset, buttonPadding);
+  column->setSpacing(explanationGap);
+  column->addWidget(button);
+  if (explanation.isEmpty()) return row;
+  auto* const text = new Paragraph(explanation);
+  text->setFont(Metrics::font(Metrics::Type::callout));
+  text->setForegroundRole(QPalette::Dark);
+  text->setMaximumWidth(widestExplanation);
+  column->addWidget(text);
+  return row;
+}
 
 QLabel* messageRow(const QString& text, const QString& objectName) {
   auto* const label = new QLabel(text);
@@ -181,8 +213,8 @@ void PageHeader::paintEvent(QPaintEvent* /*event*/) {
   painter.fillRect(QRect(0, height() - 1, width(), 1), theme().line);
 }
 
-FormPage::FormPage(const QString& title, QWidget* parent)
-    : QWidget(parent), column_(new QVBoxLayout) {
+FormPage::FormPage(const QString& title, int widestCard, QWidget* parent)
+    : QWidget(parent), widestCard_(widestCard), column_(new QVBoxLayout) {
   column_->setSpacing(cardGap);
   column_->addStretch();
   auto* const cards = new QWidget;
@@ -202,7 +234,7 @@ FormPage::FormPage(const QString& title, QWidget* parent)
 
 void FormPage::add(Card* card) {
   column_->insertWidget(column_->count() - 1, card);
-  card->setMaximumWidth(Metrics::cardWidth);
+  card->setMaximumWidth(widestCard_);
 }
 
 void FormPage::resizeEvent(QResizeEvent* /*event*/) {

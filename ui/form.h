@@ -2,11 +2,15 @@
 
 #include <QWidget>
 
+#include "ui/metrics.h"
+
 class QLabel;
 class QScrollArea;
 class QVBoxLayout;
 
 namespace quorvane {
+
+class Button;
 
 // A group of rows under a caption, with a line between them.
 class Card final : public QWidget {
@@ -15,8 +19,10 @@ class Card final : public QWidget {
  public:
   explicit Card(const QString& caption, QWidget* parent = nullptr);
 
-  // Takes the widget as its next row; one that is hidden takes no room.
+  // Takes the widget as its next row, or as the one with that number; one that is hidden takes no
+  // room.
   void add(QWidget* row);
+  void insert(int number, QWidget* row);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -42,6 +48,9 @@ class FormRow final : public QWidget {
   QLabel* value_;
 };
 
+// A button, and what it does where that needs saying.
+QWidget* buttonRow(Button* button, const QString& explanation = {});
+
 // One text across the whole row.
 QLabel* messageRow(const QString& text, const QString& objectName);
 
@@ -64,7 +73,9 @@ class FormPage final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit FormPage(const QString& title, QWidget* parent = nullptr);
+  // Cards grow up to the width.
+  explicit FormPage(const QString& title, int widestCard = Metrics::cardWidth,
+                    QWidget* parent = nullptr);
 
   void add(Card* card);
 
@@ -72,6 +83,7 @@ class FormPage final : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  const int widestCard_;
   QVBoxLayout* column_;
 };
 

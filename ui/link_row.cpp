@@ -27,7 +27,7 @@ LinkRow::LinkRow(const QString& symbol, const QString& text, const QUrl& target,
   setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::PointingHandCursor);
   setAttribute(Qt::WA_Hover);
-  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
   connect(this, &QAbstractButton::clicked, this, [this] { QDesktopServices::openUrl(target_); });

@@ -1,35 +1,63 @@
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <cstdio>
+#include <optional>
 
-#include "simulator/simulated_backend.h"
-#include "simulator/simulated_usb_bus.h"
+#include "app/no_panels.h"
+#include "simulator/simulated_machine.h"
 #include "ui/main_window.h"
+#include "ui/painting.h"
+#include "ui/start_options.h"
 #include "ui/style.h"
 
 namespace quorvane {
 namespace {
-class NoPanels final : public FilePanels {
- public:
-  void chooseDestination(const Request& /*request*/, Chosen /*chosen*/) override {}
-  void chooseFile(const Request& /*request*/, Chosen /*chosen*/) override {}
-};
+
+QStringList wordsOf(int argc, char** argv) {
+  QStringList words;
+  for (int i = 0; i < argc; ++i) words += QString::fromLocal8Bit(argv[i]);
+  return words;
+}
+
+QList<QUrl> urls(const QStringList& files) {
+  QList<QUrl> result;
+  for (const QString& file : files) {
+    result += QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath());
+  }
+  return result;
+}
+
+int run(const AppModel::World& world, const StartOptions& options, const QString& note) {
+  AppModel model(world);
+  MainWindow window(model, note);
+  window.show();
+  window.importFiles(urls(options.files));
+  return QApplication::exec();
+}
+
+int start(const StartOptions& options) {
+  QApplication::setStyle(new Style);
+  NoPanels panels;
+  if (!options.simulated) return run({panels}, options, {});
+  SimulatedMachine machine(*options.simulated);
+  return run({panels, machine.backend(), machine.usb()}, options, QStringLiteral("simulated"));
+}
+
+int print(const StartText& text) {
+  std::FILE* const stream = text.exitStatus == 0 ? stdout : stderr;
+  std::fputs(quorvane::text(text.text).c_str(), stream);
+  return text.exitStatus;
+}
+
 }  // namespace
 }  // namespace quorvane
 
 int main(int argc, char** argv) {
   using namespace quorvane;  // NOLINT(google-build-using-namespace): this program's own
-  QApplication application(argc, argv);
-  auto* style = new Style;
-  if (qEnvironmentVariableIsSet("QV_DARK")) style->setPrefersDark(true);
-  QApplication::setStyle(style);
-  NoPanels panels;
-  SimulatedBackend backend;
-  const auto device = SimulatedDevice::create(*FanatecProduct::lookup(defaultSimulatedProduct),
-                                              SimulatedDevice::Time::real);
-  backend.add(device);
-  SimulatedUSBBus usb(*device);
-  AppModel model({panels, backend, usb});
-  MainWindow window(model, QStringLiteral("simulated"));
-  if (argc > 1) window.resize(QString(argv[1]).toInt(), QString(argv[2]).toInt());
-  window.show();
-  return QApplication::exec();
+  std::optional<StartText> instead;
+  const StartOptions options = parseStart(wordsOf(argc, argv), instead);
+  if (instead) return print(*instead);
+  const QApplication application(argc, argv);
+  return start(options);
 }

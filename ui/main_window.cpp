@@ -2,24 +2,36 @@
 
 #include <QAction>
 #include <QDesktopServices>
+#include <QDragEnterEvent>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "app/environment.h"
 #include "ui/addresses.h"
+#include "ui/availability.h"
 #include "ui/base_page.h"
 #include "ui/focus_ring.h"
+#include "ui/log_page.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/presets_page.h"
+#include "ui/shortcuts_sheet.h"
 #include "ui/sidebar.h"
 #include "ui/status_bar.h"
+#include "ui/tools_page.h"
 #include "ui/tuning_page.h"
 
 namespace quorvane {
 namespace {
+
+// As a path; what is no local file stays as it is, for the message that it cannot be read.
+std::filesystem::path localPath(const QUrl& url) {
+  return text(url.isLocalFile() ? url.toLocalFile() : url.toString());
+}
 
 Section firstSection() { return section(Environment::section()).value_or(Section::tuning); }
 
@@ -33,6 +45,7 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
   setObjectName(QStringLiteral("mainWindow"));
   setWindowTitle(note.isEmpty() ? QStringLiteral("Quorvane")
                                 : QStringLiteral("Quorvane (%1)").arg(note));
+  setAcceptDrops(true);
   setMinimumSize(Metrics::minimumWidth, Metrics::minimumHeight);
   resize(Metrics::defaultWidth, Metrics::defaultHeight);
 
@@ -80,48 +93,81 @@ QWidget* MainWindow::buildPage(Section section) {
     case Section::base:
       return new BasePage(model_);
     case Section::presets:
+      return new PresetsPage(model_);
     case Section::tools:
+      return new ToolsPage(model_);
     case Section::log:
-      break;
+      return new LogPage(model_);
   }
-  return new QLabel(text(rawValue(section)));
+  Q_UNREACHABLE();
 }
 
 void MainWindow::buildMenus() {
-  QMenu* const file = menuBar()->addMenu(QStringLiteral("&File"));
-  file->addAction(QStringLiteral("&Import…"), QKeySequence(Qt::CTRL | Qt::Key_I), &model_,
-                  &AppModel::importSettingsFile);
-  share_ = file->addAction(QStringLiteral("&Share…"), QKeySequence(Qt::CTRL | Qt::Key_E), &model_,
+  buildFileMenu(newMenu(QStringLiteral("&File")));
+  buildEditMenu(newMenu(QStringLiteral("&Edit")));
+  buildViewMenu(newMenu(QStringLiteral("&View")));
+  buildHelpMenu(newMenu(QStringLiteral("&Help")));
+}
+
+QMenu* MainWindow::newMenu(const QString& title) {
+  QMenu* const menu = menuBar()->addMenu(title);
+  menu->setToolTipsVisible(true);
+  return menu;
+}
+
+void MainWindow::buildFileMenu(QMenu* menu) {
+  QAction* const import =
+      menu->addAction(QStringLiteral("&Import…"), QKeySequence(Qt::CTRL | Qt::Key_I), &model_,
+                      &AppModel::importSettingsFile);
+  import->setObjectName(QStringLiteral("importAction"));
+  share_ = menu->addAction(QStringLiteral("&Share…"), QKeySequence(Qt::CTRL | Qt::Key_E), &model_,
                            &AppModel::shareCurrentSettings);
-  file->addAction(QStringLiteral("E&xport mine…"), &model_, &AppModel::exportPresets);
-  file->addSeparator();
-  file->addAction(QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
-                  &QWidget::close);
+  share_->setObjectName(QStringLiteral("shareAction"));
+  export_ = menu->addAction(QStringLiteral("E&xport mine…"), &model_, &AppModel::exportPresets);
+  export_->setObjectName(QStringLiteral("exportAction"));
+  menu->addSeparator();
+  QAction* const quit = menu->addAction(QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
+                                        this, &QWidget::close);
+  quit->setObjectName(QStringLiteral("quitAction"));
+}
 
-  QMenu* const edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-  save_ = edit->addAction(QStringLiteral("&Save to set"), QKeySequence(Qt::CTRL | Qt::Key_S), this,
+void MainWindow::buildEditMenu(QMenu* menu) {
+  save_ = menu->addAction(QStringLiteral("&Save to set"), QKeySequence(Qt::CTRL | Qt::Key_S), this,
                           [this] { onTuning(&AppModel::saveStaged); });
+  save_->setObjectName(QStringLiteral("saveAction"));
   discard_ =
-      edit->addAction(QStringLiteral("&Discard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z),
+      menu->addAction(QStringLiteral("&Discard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z),
                       this, [this] { onTuning(&AppModel::discardStaged); });
-  readAgain_ = edit->addAction(QStringLiteral("&Read again"), &model_, &AppModel::refresh);
+  discard_->setObjectName(QStringLiteral("discardAction"));
+  readAgain_ = menu->addAction(QStringLiteral("&Read again"), &model_, &AppModel::refresh);
+  readAgain_->setObjectName(QStringLiteral("readAgainAction"));
   readAgain_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_R), QKeySequence(Qt::Key_F5)});
+}
 
-  QMenu* const view = menuBar()->addMenu(QStringLiteral("&View"));
+void MainWindow::buildViewMenu(QMenu* menu) {
   for (std::size_t i = 0; i < allSections.size(); ++i) {
     const Section section = allSections[i];
-    view->addAction(text(rawValue(section)),
-                    QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(i))),
-                    this, [this, section] { setSection(section); });
+    QAction* const action = menu->addAction(
+        text(rawValue(section)),
+        QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(i))), this,
+        [this, section] { setSection(section); });
+    action->setObjectName(QStringLiteral("view%1Action").arg(text(rawValue(section))));
   }
+  menu->addSeparator();
+  QAction* const sheet =
+      menu->addAction(QStringLiteral("&Keyboard shortcuts"), QKeySequence(Qt::Key_F1), this,
+                      [this] { (new ShortcutsSheet(this))->open(); });
+  sheet->setObjectName(QStringLiteral("shortcutsAction"));
+}
 
-  QMenu* const help = menuBar()->addMenu(QStringLiteral("&Help"));
-  const auto link = [&](const QString& title, const QUrl& url) {
-    help->addAction(title, this, [url] { QDesktopServices::openUrl(url); });
+void MainWindow::buildHelpMenu(QMenu* menu) {
+  const auto link = [&](const QString& title, const QUrl& url, const char* name) {
+    QAction* const action = menu->addAction(title, this, [url] { QDesktopServices::openUrl(url); });
+    action->setObjectName(QString::fromLatin1(name));
   };
-  link(QStringLiteral("Quorvane website"), Addresses::website());
-  link(QStringLiteral("Support the firmware work"), Addresses::firmwareSupport());
-  link(QStringLiteral("Email support"), Addresses::supportMail());
+  link(QStringLiteral("Quorvane website"), Addresses::website(), "websiteAction");
+  link(QStringLiteral("Support the firmware work"), Addresses::firmwareSupport(), "supportAction");
+  link(QStringLiteral("Email support"), Addresses::supportMail(), "mailAction");
 }
 
 // What concerns the staged edits acts where they are seen, and brings them to the front first.
@@ -134,11 +180,18 @@ void MainWindow::onTuning(void (AppModel::*action)()) {
 }
 
 void MainWindow::modelChanged() {
-  const bool canEdit = !model_.staged().empty() && !model_.busy();
-  save_->setEnabled(canEdit);
-  discard_->setEnabled(canEdit);
-  readAgain_->setEnabled(model_.isConnected() && !model_.busy());
-  share_->setEnabled(model_.isConnected() && model_.tuning().has_value());
+  const QString whyNot = whyNotNow(model_);
+  const QString noEdits =
+      model_.staged().empty() ? QStringLiteral("There are no unsaved changes") : whyNot;
+  setAvailable(save_, noEdits);
+  setAvailable(discard_, noEdits);
+  setAvailable(readAgain_, whyNot);
+  setAvailable(share_, model_.isConnected() && model_.tuning()
+                           ? QString()
+                           : QStringLiteral("Connect a base first: its menu is what gets shared"));
+  setAvailable(export_, model_.userPresets().empty()
+                            ? QStringLiteral("There is no preset of your own to export yet")
+                            : QString());
   followRequest();
 }
 
@@ -148,6 +201,26 @@ void MainWindow::followRequest() {
   if (!wanted) return;
   setSection(*wanted);
   model_.setRequestedSection(std::nullopt);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+  constexpr int leastBeside = Metrics::minimumWidth - Metrics::sidebarMinimum;
+  sidebar_->setFixedWidth(
+      std::clamp(width() - leastBeside, Metrics::sidebarMinimum, Metrics::sidebarWidth));
+  QMainWindow::resizeEvent(event);
+}
+
+void MainWindow::importFiles(const QList<QUrl>& urls) {
+  for (const QUrl& url : urls) model_.importSettings(localPath(url));
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  importFiles(event->mimeData()->urls());
+  event->acceptProposedAction();
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QMainWindow>
+#include <QUrl>
 #include <array>
 
 #include "app/app_model.h"
@@ -25,11 +27,22 @@ class MainWindow final : public QMainWindow {
   Section section() const { return section_; }
   void setSection(Section section);
 
+  // One after another, in the order given.
+  void importFiles(const QList<QUrl>& urls);
+
  protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void buildMenus();
+  QMenu* newMenu(const QString& title);
+  void buildFileMenu(QMenu* menu);
+  void buildEditMenu(QMenu* menu);
+  void buildViewMenu(QMenu* menu);
+  void buildHelpMenu(QMenu* menu);
   QWidget* page(Section section);
   QWidget* buildPage(Section section);
   void modelChanged();
@@ -46,6 +59,7 @@ class MainWindow final : public QMainWindow {
   QAction* discard_ = nullptr;
   QAction* readAgain_ = nullptr;
   QAction* share_ = nullptr;
+  QAction* export_ = nullptr;
 };
 
 }  // namespace quorvane

@@ -26,6 +26,7 @@ inline constexpr int cardRadius = 6;
 inline constexpr int controlRadius = 5;
 inline constexpr int plateRadius = 3;
 
+inline constexpr int menuBarHeight = 26;
 inline constexpr int headerHeight = 48;
 inline constexpr int tuningHeaderHeight = 54;
 inline constexpr int tallTuningHeaderHeight = 78;

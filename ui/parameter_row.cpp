@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "ui/availability.h"
 #include "ui/button.h"
 #include "ui/elided_label.h"
 #include "ui/metrics.h"
@@ -38,6 +39,8 @@ constexpr Columns usual{Metrics::pageInset, 196, 118, 160, 14};
 constexpr Columns narrow{Metrics::narrowInset, 174, 114, 86, 10};
 
 const char* const changedWord = "Changed";
+const char* const noticeText = "changed on the base";
+constexpr int noticeTime = 4000;  // milliseconds
 
 QString partName(TuningParameter parameter, const char* part) {
   return text(parameter.code()) + QString::fromLatin1(part);
@@ -64,7 +67,7 @@ ParameterRow::ParameterRow(const RowState& state, QWidget* parent)
   setObjectName(partName(state_.parameter, "Row"));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   build();
-  render(true);
+  render();
 }
 
 void ParameterRow::build() {
@@ -137,9 +140,24 @@ QWidget* ParameterRow::mainControl() const {
   return segments_->buttons().front();
 }
 
-void ParameterRow::show(const RowState& state, bool enabled) {
+void ParameterRow::show(const RowState& state, const QString& whyNot) {
+  if (state == state_ && whyNot == whyNot_) return;
   state_ = state;
-  render(enabled);
+  whyNot_ = whyNot;
+  render();
+}
+
+void ParameterRow::noteChangeAtBase() {
+  notice_.start(noticeTime, this);
+  describe();
+  update();
+}
+
+void ParameterRow::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != notice_.timerId()) return;
+  notice_.stop();
+  describe();
+  update();
 }
 
 void ParameterRow::setNarrow(bool isNarrow) {
@@ -166,12 +184,14 @@ void ParameterRow::previewDrag(int value) {
   update();
 }
 
-void ParameterRow::render(bool enabled) {
+void ParameterRow::render() {
   if (!state_.isSpecial()) lastOrdinary_ = state_.shown();
+  const bool enabled = whyNot_.isEmpty();
   renderControl(enabled);
   revert_->setVisible(isChanged());
   revert_->setEnabled(enabled);
   describe();
+  explain();
   place();
   update();
 }
@@ -181,13 +201,16 @@ void ParameterRow::renderControl(bool enabled) {
   if (segments_ != nullptr) {
     segments_->show(shown, isChanged());
     segments_->setEnabled(enabled);
-    return;
-  }
-  if (picker_ != nullptr) {
+  } else if (picker_ != nullptr) {
     picker_->show(shown, isChanged());
     picker_->setEnabled(enabled);
-    return;
+  } else {
+    renderSlider(enabled);
   }
+}
+
+void ParameterRow::renderSlider(bool enabled) {
+  const int shown = static_cast<int>(state_.shown());
   const bool special = state_.isSpecial();
   const int ordinary = static_cast<int>(ordinaryValue(state_, shown, lastOrdinary_));
   if (special) {
@@ -209,17 +232,18 @@ void ParameterRow::renderControl(bool enabled) {
   readout_->setEnabled(enabled);
 }
 
+std::vector<QWidget*> ParameterRow::controls() const {
+  std::vector<QWidget*> all{slider_, toggle_, segments_, picker_, readout_};
+  std::erase(all, nullptr);
+  return all;
+}
+
 // What a screen reader says.
 void ParameterRow::describe() {
-  const QString name = text(spokenName(state_));
-  const QString range = text(rangeText(state_.parameter, state_.product));
+  QString name = text(spokenName(state_));
+  if (notice_.isActive()) name += QStringLiteral(", %1").arg(QString::fromLatin1(noticeText));
   const QString title = text(state_.parameter.title());
-  for (QWidget* const control : {static_cast<QWidget*>(slider_), static_cast<QWidget*>(readout_),
-                                 static_cast<QWidget*>(picker_)}) {
-    if (control == nullptr) continue;
-    control->setAccessibleName(name);
-    control->setAccessibleDescription(control == picker_ ? QString() : range);
-  }
+  for (QWidget* const control : controls()) control->setAccessibleName(name);
   if (toggle_ != nullptr) {
     toggle_->setAccessibleName(
         QStringLiteral("%1, %2, %3")
@@ -227,14 +251,29 @@ void ParameterRow::describe() {
                  toggle_->isChecked() ? QStringLiteral("on") : QStringLiteral("off")));
   }
   if (segments_ != nullptr) {
-    segments_->setAccessibleName(name);
     for (QRadioButton* const button : segments_->buttons()) {
       button->setAccessibleName(QStringLiteral("%1, %2").arg(title, button->text()));
     }
   }
-  const QString before = text(format(state_, state_.current));
-  revert_->setToolTip(QStringLiteral("Back to %1").arg(before));
-  revert_->setAccessibleName(QStringLiteral("%1, back to %2").arg(title, before));
+  revert_->setAccessibleName(
+      QStringLiteral("%1, back to %2").arg(title, text(format(state_, state_.current))));
+}
+
+// Help texts: what the control is for, or why it cannot be used.
+void ParameterRow::explain() {
+  for (QWidget* const control : controls()) {
+    QString help;
+    if (control == slider_ && whyNot_.isEmpty() && state_.isSpecial()) {
+      help = QStringLiteral("Turn %1 off to set a number").arg(toggle_->text());
+    }
+    const QString& shown = whyNot_.isEmpty() ? help : whyNot_;
+    if (control->toolTip() != shown) control->setToolTip(shown);
+    const bool isNumber = control == slider_ || control == readout_;
+    control->setAccessibleDescription(
+        shown.isEmpty() && isNumber ? text(rangeText(state_.parameter, state_.product)) : shown);
+  }
+  setAvailable(*revert_, whyNot_,
+               QStringLiteral("Back to %1").arg(text(format(state_, state_.current))));
 }
 
 void ParameterRow::place() {
@@ -272,50 +311,73 @@ void ParameterRow::place() {
 
 void ParameterRow::resizeEvent(QResizeEvent* /*event*/) { place(); }
 
+QRect ParameterRow::stateRect() const {
+  const Columns& c = isNarrow_ ? narrow : usual;
+  const int right = std::min(width(), Metrics::contentWidth) - c.inset - revertSize - c.gap;
+  return {right - c.state + c.gap, 0, c.state, height()};
+}
+
 void ParameterRow::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
-  const Columns& c = isNarrow_ ? narrow : usual;
   QPainter painter(this);
   painter.fillRect(rect(), isChanged() ? t.tint : t.surface);
   painter.fillRect(QRect(0, height() - 1, width(), 1), t.hairline);
   if (isChanged()) painter.fillRect(QRect(0, 0, changeBar, height() - 1), t.brand);
+  paintName(painter);
+  paintState(painter);
+}
 
+// The code's plate and, where no field shows it, the value.
+void ParameterRow::paintName(QPainter& painter) const {
+  const Theme& t = theme();
+  const Columns& c = isNarrow_ ? narrow : usual;
   const QRect plate(c.inset, (height() - plateHeight) / 2, plateWidth, plateHeight);
   drawBox(painter, plate, Metrics::plateRadius, isChanged() ? t.pill : t.well, QColor());
   painter.setFont(Metrics::font(Metrics::Type::fixed));
   painter.setPen(isChanged() ? t.brandText : t.ink2);
   painter.drawText(plate, Qt::AlignCenter, text(state_.parameter.code()));
+  if (readout_ != nullptr) return;
+  painter.setFont(Metrics::font(Metrics::Type::value));
+  painter.setPen(t.ink);
+  painter.drawText(QRect(stateRect().left() - c.gap - c.readout, 0, c.readout, height()),
+                   Qt::AlignCenter, text(format(state_, state_.shown())));
+}
 
-  const int right = std::min(width(), Metrics::contentWidth);
-  const int stateLeft = right - c.inset - revertSize - c.gap - c.state + c.gap;
-  if (readout_ == nullptr) {
-    painter.setFont(Metrics::font(Metrics::Type::value));
-    painter.setPen(t.ink);
-    painter.drawText(QRect(stateLeft - c.gap - c.readout, 0, c.readout, height()), Qt::AlignCenter,
-                     text(format(state_, state_.shown())));
+// "Changed", what the value was, and that the base has changed it: side by side while there is
+// room, else in two lines.
+void ParameterRow::paintState(QPainter& painter) const {
+  const Theme& t = theme();
+  const QFont callout = Metrics::font(Metrics::Type::callout);
+  const int line = QFontMetrics(callout).height();
+  const bool isNoticed = notice_.isActive();
+  QRect box = stateRect();
+  const auto write = [&](const QRect& rect, const QString& words) {
+    painter.setFont(callout);
+    painter.setPen(t.ink2);
+    painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, words);
+  };
+  if (!isChanged()) {
+    if (isNoticed) write(box, QString::fromLatin1(noticeText));
+    return;
   }
-  if (!isChanged()) return;
-
   const QFont pillFont = Metrics::font(Metrics::Type::pill);
   const QFontMetrics pillMetrics(pillFont);
   const QString changed = QString::fromLatin1(changedWord);
-  const int pillTall = std::max(Metrics::pillHeight, pillMetrics.height() + 2);
-  const int pillWide = pillMetrics.horizontalAdvance(changed) + 2 * pillPadding;
-  const QString was = QStringLiteral("was %1").arg(text(format(state_, state_.current)));
-  const QFont wasFont = Metrics::font(Metrics::Type::callout);
-  const int wasTall = QFontMetrics(wasFont).height();
-  const int pillTop = isNarrow_ ? (height() - pillTall - wasTall) / 2 : (height() - pillTall) / 2;
-  const QRect pill(stateLeft, pillTop, pillWide, pillTall);
-  drawBox(painter, pill, pillTall / 2.0, t.pill, QColor());
+  const QSize pillSize(pillMetrics.horizontalAdvance(changed) + 2 * pillPadding,
+                       std::max(Metrics::pillHeight, pillMetrics.height() + 2));
+  const bool isTwoLines = isNarrow_ || isNoticed;
+  const int top = (height() - pillSize.height() - (isTwoLines ? line : 0)) / 2;
+  const QRect pill(QPoint(box.left(), top), pillSize);
+  drawBox(painter, pill, pill.height() / 2.0, t.pill, QColor());
   painter.setFont(pillFont);
   painter.setPen(t.brandText);
   painter.drawText(pill, Qt::AlignCenter, changed);
-  painter.setFont(wasFont);
-  painter.setPen(t.ink2);
-  const QRect wasBox = isNarrow_ ? QRect(stateLeft, pill.bottom() + 1, c.state, wasTall)
-                                 : QRect(pill.right() + 1 + Metrics::gap, 0,
-                                         c.state - pillWide - Metrics::gap, height());
-  painter.drawText(wasBox, Qt::AlignLeft | Qt::AlignVCenter, was);
+  const QRect below(box.left(), pill.bottom() + 1, box.width(), line);
+  const QRect beside(pill.right() + 1 + Metrics::gap, pill.top(),
+                     box.right() - pill.right() - Metrics::gap, pill.height());
+  write(isNarrow_ ? below : beside,
+        QStringLiteral("was %1").arg(text(format(state_, state_.current))));
+  if (isNoticed && !isNarrow_) write(below, QString::fromLatin1(noticeText));
 }
 
 void ParameterRow::keyPressEvent(QKeyEvent* event) {

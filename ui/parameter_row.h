@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QWidget>
 #include <optional>
+#include <vector>
 
 #include "ui/row_text.h"
 
@@ -24,8 +26,12 @@ class ParameterRow final : public QWidget {
 
   TuningParameter parameter() const { return state_.parameter; }
 
-  void show(const RowState& state, bool enabled);
+  // Why the row cannot be edited now, or nothing.
+  void show(const RowState& state, const QString& whyNot);
   using QWidget::show;
+
+  // Says for a few seconds that the value was changed at the base.
+  void noteChangeAtBase();
 
   // The layout for narrow windows: less room, and the state in two lines.
   void setNarrow(bool narrow);
@@ -40,6 +46,7 @@ class ParameterRow final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
   bool event(QEvent* event) override;
 
  private:
@@ -47,9 +54,15 @@ class ParameterRow final : public QWidget {
   void buildSlider();
   void buildPicker();
   void place();
-  void render(bool enabled);
+  void render();
   void renderControl(bool enabled);
+  void renderSlider(bool enabled);
   void describe();
+  void explain();
+  void paintName(QPainter& painter) const;
+  void paintState(QPainter& painter) const;
+  QRect stateRect() const;
+  std::vector<QWidget*> controls() const;
   void stage(std::int64_t value);
   void toggle(bool on);
   void previewDrag(int value);
@@ -57,6 +70,8 @@ class ParameterRow final : public QWidget {
   bool isChanged() const { return state_.staged.has_value(); }
 
   RowState state_;
+  QString whyNot_;
+  QBasicTimer notice_;  // runs while the row says that the base changed it
   bool isNarrow_ = false;
   std::optional<std::int64_t> lastOrdinary_;
 

@@ -15,7 +15,7 @@ namespace quorvane {
 namespace {
 
 constexpr int textPadding = 10;
-constexpr int arrowRoom = 26;
+constexpr int arrowRoom = 34;
 constexpr int segmentPadding = 12;
 
 // One of joined buttons: a radio button that looks like its part of the whole.
@@ -46,12 +46,11 @@ class Segment final : public QRadioButton {
     const int beyond = 2 * Metrics::controlRadius;
     const QRect box = rect().adjusted(isFirst ? 0 : -beyond, 0, isLast ? 0 : beyond, 0);
     QColor ground = isChecked() ? t.selection : underMouse() && isEnabled() ? t.hover : t.surface;
-    if (!isEnabled() && !isChecked()) ground = t.window;
     const QColor border = group_.isChanged() ? t.brand : isEnabled() ? t.edge : t.line;
     drawBox(painter, box, Metrics::controlRadius, ground, border);
     if (!isFirst) painter.fillRect(QRect(0, 0, 1, height()), border);
     painter.setFont(Metrics::font(isChecked() ? Metrics::Type::value : Metrics::Type::body));
-    painter.setPen(!isEnabled() ? t.inkDisabled : isChecked() ? t.ink : t.ink2);
+    painter.setPen(isChecked() ? t.ink : isEnabled() ? t.ink2 : t.inkDisabled);
     painter.drawText(rect(), Qt::AlignCenter, text());
   }
 

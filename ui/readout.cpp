@@ -48,11 +48,11 @@ class Readout::Edit final : public QLineEdit {
     const int x = (width() - numberWidth - unitWidth) / 2;
     const int baseline = (height() + valueMetrics.ascent() - valueMetrics.descent()) / 2;
     painter.setFont(valueFont);
-    painter.setPen(isEnabled() ? t.ink : t.inkDisabled);
+    painter.setPen(t.ink);
     painter.drawText(x, baseline, number);
     if (unitWidth == 0) return;
     painter.setFont(unitFont);
-    painter.setPen(isEnabled() ? t.ink2 : t.inkDisabled);
+    painter.setPen(t.ink2);
     painter.drawText(x + numberWidth, baseline, u' ' + unit);
   }
 

@@ -35,6 +35,12 @@ bool RowState::isSpecial() const {
          (parameter == TuningParameter::brakeLevelIndicator && shown() == brakeLevelOff);
 }
 
+std::vector<TuningParameter> listedParameters(const std::optional<FanatecProduct>& product) {
+  std::vector<TuningParameter> parameters = TuningParameter::available(product);
+  std::erase(parameters, TuningParameter(TuningParameter::slot));
+  return parameters;
+}
+
 std::string valueWord(const RowState& row, std::int64_t value) {
   if (row.parameter == TuningParameter::sensitivity && value == automatic) return "AUT";
   if (const auto label = row.parameter.label(value, row.product)) {

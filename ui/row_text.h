@@ -29,6 +29,10 @@ struct RowState {
   bool operator==(const RowState&) const = default;
 };
 
+// The parameters that have a row: the product's menu without the set's number, which is chosen
+// elsewhere.
+std::vector<TuningParameter> listedParameters(const std::optional<FanatecProduct>& product);
+
 // The value as the row shows it: "80 %", "900 deg", "AUT", "PEA".
 std::string format(const RowState& row, std::int64_t value);
 

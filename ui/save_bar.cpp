@@ -6,6 +6,8 @@
 #include <algorithm>
 
 #include "app/messages.h"
+#include "support/text.h"
+#include "ui/availability.h"
 #include "ui/button.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
@@ -28,9 +30,7 @@ SaveBar::SaveBar(AppModel& model, QWidget* parent)
   count_->setObjectName(QStringLiteral("unsavedCount"));
   count_->setFont(Metrics::font(Metrics::Type::value));
   discard_->setObjectName(QStringLiteral("discardButton"));
-  discard_->setToolTip(QStringLiteral("Discard all unsaved changes (Ctrl+Shift+Z)"));
   save_->setObjectName(QStringLiteral("saveButton"));
-  save_->setToolTip(QStringLiteral("Write the changes to the base (Ctrl+S)"));
   connect(discard_, &Button::clicked, this, [this] { this->model().discardStaged(); });
   connect(save_, &Button::clicked, this, [this] { this->model().saveStaged(); });
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -48,19 +48,28 @@ QSize SaveBar::sizeHint() const {
                  Metrics::atLeast(Metrics::buttonHeight, font())};
 }
 
+// How many edits wait or, while they are saved, which one is being written.
+QString SaveBar::countText() const {
+  const auto& progress = model().progress();
+  if (progress && !progress->preset) {
+    return QStringLiteral("Saving %1 of %2…")
+        .arg(std::min(progress->done + 1, progress->total))
+        .arg(progress->total);
+  }
+  return text(counted(model().staged().size(), "unsaved change"));
+}
+
 void SaveBar::render() {
-  const std::size_t staged = model().staged().size();
-  const QString count = QStringLiteral("%1 unsaved change%2")
-                            .arg(staged)
-                            .arg(staged == 1 ? QString() : QStringLiteral("s"));
+  const QString count = countText();
   if (count != count_->text()) {
     count_->setText(count);
     QAccessibleEvent change(count_, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&change);
   }
   save_->setText(QStringLiteral("Save to set %1").arg(text(Messages::setName(model().tuning()))));
-  discard_->setEnabled(!model().busy());
-  save_->setEnabled(!model().busy());
+  setAvailable(*discard_, whyWait(model()),
+               QStringLiteral("Discard all unsaved changes (Ctrl+Shift+Z)"));
+  setAvailable(*save_, whyWait(model()), QStringLiteral("Write the changes to the base (Ctrl+S)"));
   place();
 }
 

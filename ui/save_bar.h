@@ -26,6 +26,7 @@ class SaveBar final : public View {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  QString countText() const;
   void place();
 
   bool isNarrow_ = false;

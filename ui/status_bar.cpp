@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPainter>
 
 #include "ui/elided_label.h"
@@ -19,11 +20,18 @@ constexpr int dotSize = 8;
 }  // namespace
 
 StatusBar::StatusBar(AppModel& model, QWidget* parent)
-    : View(model, parent), line_(new ElidedLabel(Qt::ElideMiddle)), spinner_(new Spinner) {
+    : View(model, parent),
+      line_(new ElidedLabel(Qt::ElideMiddle)),
+      progress_(new QLabel),
+      spinner_(new Spinner) {
   setObjectName(QStringLiteral("statusBar"));
   line_->setObjectName(QStringLiteral("statusLine"));
   line_->setFont(Metrics::font(Metrics::Type::callout));
   line_->setForegroundRole(QPalette::Dark);
+  progress_->setObjectName(QStringLiteral("progress"));
+  progress_->setFont(Metrics::font(Metrics::Type::callout));
+  progress_->setForegroundRole(QPalette::Dark);
+  progress_->hide();
   spinner_->setObjectName(QStringLiteral("busySpinner"));
   spinner_->setAccessibleName(QStringLiteral("Busy"));
   spinner_->hide();
@@ -31,6 +39,7 @@ StatusBar::StatusBar(AppModel& model, QWidget* parent)
   row->setContentsMargins(inset + dotSize + Metrics::gap, 0, inset, 0);
   row->setSpacing(Metrics::gap);
   row->addWidget(line_, 1);
+  row->addWidget(progress_);
   row->addWidget(spinner_);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -48,6 +57,11 @@ void StatusBar::render() {
     QAccessible::updateAccessibility(&change);
   }
   spinner_->setVisible(model().busy());
+  const auto& progress = model().progress();
+  if (progress) {
+    progress_->setText(QStringLiteral("%1 of %2").arg(progress->done).arg(progress->total));
+  }
+  progress_->setVisible(progress.has_value());
   update();
 }
 

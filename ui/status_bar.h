@@ -24,6 +24,7 @@ class StatusBar final : public View {
 
  private:
   ElidedLabel* line_;
+  QLabel* progress_;  // of values that are written
   Spinner* spinner_;
 };
 

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QPainter>
 #include <QStyleOption>
+#include <algorithm>
+#include <cstdint>
 
 #include "ui/metrics.h"
 #include "ui/painting.h"
@@ -17,6 +19,9 @@ constexpr int stepButtonWidth = 23;
 constexpr int comboPadding = 10;
 constexpr int chevronRoom = 26;
 constexpr int holdBeforeRepeat = 400;  // milliseconds
+constexpr int scrollBarWidth = 12;
+constexpr int handleInset = 3;
+constexpr int leastHandle = 32;
 
 void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter, const QWidget* widget) {
   const Theme& t = theme();
@@ -55,8 +60,7 @@ void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainte
   const bool enabled = option.state.testFlag(QStyle::State_Enabled);
   const auto* const readout = qobject_cast<const Readout*>(widget);
   const bool changed = readout != nullptr && readout->isChanged();
-  const QColor border = changed ? t.brand : enabled ? t.edge : t.line;
-  drawBox(painter, option.rect, Metrics::controlRadius, enabled ? t.surface : t.window, border);
+  drawBox(painter, option.rect, Metrics::controlRadius, t.surface, changed ? t.brand : t.edge);
   const QRect minus =
       style.subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxDown, widget);
   const QRect plus =
@@ -94,6 +98,47 @@ QRect comboBoxRect(const QRect& all, QStyle::SubControl part) {
     default:
       return all;
   }
+}
+
+// A slim handle and nothing else: no arrows.
+QRect scrollBarRect(const QStyleOptionSlider& option, QStyle::SubControl part) {
+  const QRect all = option.rect;
+  const bool isHorizontal = option.orientation == Qt::Horizontal;
+  const int length = isHorizontal ? all.width() : all.height();
+  const int range = option.maximum - option.minimum;
+  const int handle = range <= 0
+                         ? length
+                         : std::clamp(static_cast<int>(std::int64_t{length} * option.pageStep /
+                                                       (std::int64_t{range} + option.pageStep)),
+                                      std::min(leastHandle, length), length);
+  const int start = QStyle::sliderPositionFromValue(
+      option.minimum, option.maximum, option.sliderPosition, length - handle, option.upsideDown);
+  const auto stretch = [&](int from, int to) {
+    return isHorizontal ? QRect(all.left() + from, all.top(), to - from, all.height())
+                        : QRect(all.left(), all.top() + from, all.width(), to - from);
+  };
+  switch (part) {
+    case QStyle::SC_ScrollBarGroove:
+      return all;
+    case QStyle::SC_ScrollBarSlider:
+      return stretch(start, start + handle);
+    case QStyle::SC_ScrollBarSubPage:
+      return stretch(0, start);
+    case QStyle::SC_ScrollBarAddPage:
+      return stretch(start + handle, length);
+    default:
+      return {};
+  }
+}
+
+void drawScrollBar(const QStyleOptionSlider& option, QPainter& painter) {
+  if (option.maximum <= option.minimum) return;
+  const Theme& t = theme();
+  const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
+  const QRect handle = scrollBarRect(option, QStyle::SC_ScrollBarSlider)
+                           .adjusted(handleInset, handleInset, -handleInset, -handleInset);
+  drawBox(painter, handle, std::min(handle.width(), handle.height()) / 2.0,
+          hovered ? t.bar : t.graduation, QColor());
 }
 
 // A menu's chosen entry is grey: the brand's colour means something else.
@@ -163,6 +208,9 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
   } else if (const auto* const spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
              control == CC_SpinBox && spin != nullptr) {
     drawSpinBox(*this, *spin, *painter, widget);
+  } else if (const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+             control == CC_ScrollBar && bar != nullptr) {
+    drawScrollBar(*bar, *painter);
   } else {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
   }
@@ -171,6 +219,10 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
 QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                             SubControl subControl, const QWidget* widget) const {
   if (control == CC_SpinBox) return spinBoxRect(option->rect, subControl);
+  if (const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+      control == CC_ScrollBar && bar != nullptr) {
+    return scrollBarRect(*bar, subControl);
+  }
   if (control == CC_ComboBox && subControl != SC_ComboBoxListBoxPopup) {
     return comboBoxRect(option->rect, subControl);
   }
@@ -182,9 +234,20 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option,
   switch (metric) {
     case PM_MenuButtonIndicator:
       return 0;
+    case PM_ScrollBarExtent:
+      return scrollBarWidth;
+    case PM_MenuBarVMargin:
+      return 0;
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }
+}
+
+QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                              const QWidget* widget) const {
+  const QSize usual = QProxyStyle::sizeFromContents(type, option, size, widget);
+  if (type != CT_MenuBarItem) return usual;
+  return {usual.width(), Metrics::atLeast(Metrics::menuBarHeight, widget->font())};
 }
 
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -193,6 +256,8 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
     case SH_SpinBox_ClickAutoRepeatThreshold:
       return holdBeforeRepeat;
     case SH_ComboBox_Popup:
+    case SH_UnderlineShortcut:
+    case SH_ScrollBar_Transient:
       return 0;
     case SH_Menu_SubMenuPopupDelay:
       return 100;

@@ -71,7 +71,7 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
   painter.drawEllipse(x, box.top() + knobInset, size, size);
 
   painter.setFont(Metrics::font(Metrics::Type::callout));
-  painter.setPen(isEnabled() ? t.ink2 : t.inkDisabled);
+  painter.setPen(t.ink2);
   painter.drawText(rect().adjusted(box.right() + 1 + wordGap, 0, 0, 0),
                    Qt::AlignLeft | Qt::AlignVCenter, text());
 }

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "ui/availability.h"
 #include "ui/button.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
@@ -63,7 +64,6 @@ TuningHeader::TuningHeader(AppModel& model, QWidget* parent)
   sources_->setMenu(sourcesMenu());
   readAgain_->setObjectName(QStringLiteral("readAgainButton"));
   readAgain_->setSymbol(QStringLiteral("arrow.clockwise"));
-  readAgain_->setToolTip(QStringLiteral("Read the menu again"));
   connect(set_, &Picker::chosen, this, [this](int number) { this->model().selectSlot(number); });
   connect(switchMode_, &Button::clicked, this, [this] { this->model().toggleMode(); });
   connect(readAgain_, &Button::clicked, this, [this] { this->model().refresh(); });
@@ -111,10 +111,9 @@ void TuningHeader::renderSets(const TuningSnapshot& menu) {
   const bool hasStaged = !model().staged().empty();
   set_->setChoices(sets(menu));
   set_->show(menu.slot(), false);
-  set_->setEnabled(!hasStaged && !model().busy());
-  set_->setToolTip(hasStaged ? QStringLiteral("Save or discard your changes before switching sets")
-                             : QString());
-  set_->setAccessibleDescription(set_->toolTip());
+  setAvailable(*set_, hasStaged
+                          ? QStringLiteral("Save or discard your changes before switching sets")
+                          : whyWait(model()));
 }
 
 void TuningHeader::render() {
@@ -125,9 +124,8 @@ void TuningHeader::render() {
   mode_->setText(advanced ? QStringLiteral("Advanced menu") : QStringLiteral("Standard menu"));
   switchMode_->setText(advanced ? QStringLiteral("Switch to standard")
                                 : QStringLiteral("Switch to advanced"));
-  const bool idle = !model().busy();
-  switchMode_->setEnabled(idle);
-  readAgain_->setEnabled(idle);
+  setAvailable(*switchMode_, whyWait(model()));
+  setAvailable(*readAgain_, whyWait(model()), QStringLiteral("Read the menu again"));
   place();
 }
 

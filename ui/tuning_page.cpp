@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/availability.h"
 #include "ui/metrics.h"
 #include "ui/parameter_row.h"
 #include "ui/save_bar.h"
@@ -22,13 +23,6 @@ QWidget* framed(QWidget* widget, int inset) {
   box->setContentsMargins(inset, inset / 2 + 2, inset, inset / 2 + 2);
   box->addWidget(widget);
   return frame;
-}
-
-// Every parameter but the set's number, which the header chooses.
-std::vector<TuningParameter> listed(const std::optional<FanatecProduct>& product) {
-  std::vector<TuningParameter> parameters = TuningParameter::available(product);
-  std::erase(parameters, TuningParameter(TuningParameter::slot));
-  return parameters;
 }
 
 }  // namespace
@@ -85,6 +79,7 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   outer->setSpacing(0);
   outer->addWidget(message_, 1);
   outer->addWidget(content_, 1);
+  connect(&model, &AppModel::menuChangedAtBase, this, &TuningPage::noteChanges);
   saveBar_->hide();
   warningFrame_->hide();
   content_->hide();
@@ -114,16 +109,33 @@ void TuningPage::render() {
 void TuningPage::renderRows(const TuningSnapshot& menu) {
   if (rows_.empty() || product_ != model().product()) {
     product_ = model().product();
-    buildRows(listed(product_));
+    buildRows(listedParameters(product_));
   }
   for (ParameterRow* const row : rows_) {
     const TuningParameter parameter = row->parameter();
-    const auto staged = model().staged().find(parameter);
-    row->show({parameter, menu.value(parameter, product_),
-               staged == model().staged().end() ? std::nullopt
-                                                : std::optional<std::int64_t>(staged->second),
-               product_},
-              !model().busy());
+    row->show({parameter, menu.value(parameter, product_), unsaved(parameter), product_},
+              whyWait(model()));
+  }
+}
+
+// The staged value; while a save runs, of those that the base has not taken yet.
+std::optional<std::int64_t> TuningPage::unsaved(TuningParameter parameter) const {
+  const auto staged = model().staged().find(parameter);
+  if (staged == model().staged().end()) return std::nullopt;
+  const bool isSaved =
+      model().progress() && isCurrentValue({parameter, staged->second}, model().tuning(), product_);
+  return isSaved ? std::nullopt : std::optional(staged->second);
+}
+
+void TuningPage::noteChanges(const TuningSnapshot& before) {
+  const auto& menu = model().tuning();
+  if (!menu || menu->slot() != before.slot() || menu->isAdvancedMode() != before.isAdvancedMode()) {
+    return;
+  }
+  for (ParameterRow* const row : rows_) {
+    if (menu->rawValue(row->parameter()) != before.rawValue(row->parameter())) {
+      row->noteChangeAtBase();
+    }
   }
 }
 

@@ -31,6 +31,8 @@ class TuningPage final : public View {
 
  private:
   void renderRows(const TuningSnapshot& menu);
+  void noteChanges(const TuningSnapshot& before);
+  std::optional<std::int64_t> unsaved(TuningParameter parameter) const;
   void buildRows(const std::vector<TuningParameter>& parameters);
   void setNarrow(bool narrow);
 

@@ -1,5 +1,6 @@
 #include "ui/view.h"
 
+#include <QApplication>
 #include <QMetaObject>
 
 namespace quorvane {
@@ -24,7 +25,21 @@ void View::schedule() {
 void View::renderIfDue() {
   if (!isDue_) return;
   isDue_ = false;
+  const QPointer<QWidget> focused = QApplication::focusWidget();
   render();
+  keepFocus(focused);
+}
+
+// The toolkit hands the focus of a disabled control on to the next: it would be at the end of the
+// window after a few reads.
+void View::keepFocus(QWidget* before) {
+  if (before != nullptr && isAncestorOf(before) && !before->isEnabled()) {
+    unfocused_ = before;
+    if (QWidget* const next = QApplication::focusWidget()) next->clearFocus();
+  } else if (unfocused_ && unfocused_->isEnabled()) {
+    if (QApplication::focusWidget() == nullptr) unfocused_->setFocus(Qt::OtherFocusReason);
+    unfocused_.clear();
+  }
 }
 
 void View::showEvent(QShowEvent* event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 #include "app/app_model.h"
@@ -7,7 +8,8 @@
 namespace quorvane {
 
 // A part of the window that shows the model. However many changes the model announces, it renders
-// once a turn of the event loop, and not at all while it is hidden.
+// once a turn of the event loop, and not at all while it is hidden. A control that is disabled for
+// a while gets the keyboard's focus back, unless a person has taken it elsewhere.
 class View : public QWidget {
   Q_OBJECT
 
@@ -25,8 +27,10 @@ class View : public QWidget {
  private:
   void schedule();
   void renderIfDue();
+  void keepFocus(QWidget* before);
 
   AppModel& model_;
+  QPointer<QWidget> unfocused_;  // that had the focus when it was disabled
   bool isDue_ = true;
   bool isScheduled_ = false;
 };

@@ -7,22 +7,6 @@
 namespace quorvane {
 namespace {
 
-TEST(OneLine, HasNothingThatSteersATerminal) {
-  const std::vector<std::pair<std::string, std::string>> cases{
-      {"", ""},
-      {"Grün 🏎", "Grün 🏎"},
-      {"a\nb\r\tc", "a b  c"},
-      {"\x1B[31mred\x07", " [31mred "},
-      {"a\x7F"
-       "b",
-       "a b"},
-      {"a\u0080b\u009Bc\u00A0d", "a b c\u00A0d"},
-      {std::string("a\0b", 3), "a b"},
-      {"\xC2", "\xC2"},
-  };
-  for (const auto& [text, wanted] : cases) EXPECT_EQ(oneLine(text), wanted) << text;
-}
-
 TEST(ListText, StandsInColumns) {
   TuningPreset first = ownPreset(firstID, "Grün", {{"FF", 1}});
   TuningPreset second = ownPreset(secondID, "Rain\nat night", {{"FF", 1}, {"SEN", 900}});

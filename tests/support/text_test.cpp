@@ -134,6 +134,22 @@ TEST(ParseHexNumber, RefusesEverythingElse) {
   EXPECT_EQ(parseHexNumber(std::string_view("20\0", 3)), std::nullopt);
 }
 
+TEST(OneLine, HasNothingThatSteersATerminal) {
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {"", ""},
+      {"Grün 🏎", "Grün 🏎"},
+      {"a\nb\r\tc", "a b  c"},
+      {"\x1B[31mred\x07", " [31mred "},
+      {"a\x7F"
+       "b",
+       "a b"},
+      {"a\u0080b\u009Bc\u00A0d", "a b c\u00A0d"},
+      {std::string("a\0b", 3), "a b"},
+      {"\xC2", "\xC2"},
+  };
+  for (const auto& [text, wanted] : cases) EXPECT_EQ(oneLine(text), wanted) << text;
+}
+
 TEST(Counted, SaysOneAndMany) {
   EXPECT_EQ(counted(0, "value"), "0 values");
   EXPECT_EQ(counted(1, "value"), "1 value");

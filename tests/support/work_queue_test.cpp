@@ -5,6 +5,8 @@
 
 #include <array>
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -43,20 +45,44 @@ TEST(WorkQueue, RunsJobsInTheOrderGiven) {
 
 TEST(WorkQueue, RunsJobsOnAThreadOfItsOwn) {
   std::string name;
-  std::thread::id first;
-  std::thread::id second;
+  std::thread::id thread;
   WorkQueue queue("works");
   queue.add([&] {
-    first = std::this_thread::get_id();
+    thread = std::this_thread::get_id();
     std::array<char, 64> buffer{};
     pthread_getname_np(pthread_self(), buffer.data(), buffer.size());
     name = buffer.data();
   });
-  queue.add([&] { second = std::this_thread::get_id(); });
   finish(queue);
   EXPECT_EQ(name, "works");
-  EXPECT_EQ(first, second);
-  EXPECT_NE(first, std::this_thread::get_id());
+  EXPECT_NE(thread, std::this_thread::get_id());
+}
+
+int threadsNamed(const std::string& name) {
+  int count = 0;
+  for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+    std::ifstream file(task.path() / "comm");  // the thread may be gone by now
+    std::string line;
+    if (std::getline(file, line) && line == name) ++count;
+  }
+  return count;
+}
+
+TEST(WorkQueue, HasAThreadOnlyWhileItHasSomethingToDo) {
+  WorkQueue queue("works");
+  EXPECT_EQ(threadsNamed("works"), 0);
+  for (int round = 0; round < 3; ++round) {
+    Semaphore started;
+    Semaphore go;
+    queue.add([&] {
+      started.signal();
+      go.wait();
+    });
+    started.wait();
+    EXPECT_EQ(threadsNamed("works"), 1);
+    go.signal();
+    while (threadsNamed("works") > 0) std::this_thread::yield();
+  }
 }
 
 TEST(WorkQueue, RunsOneJobAtATime) {

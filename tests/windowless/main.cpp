@@ -21,18 +21,12 @@
 #include <string_view>
 
 #include "app/app_model.h"
-#include "simulator/simulated_backend.h"
-#include "simulator/simulated_usb_bus.h"
+#include "app/no_panels.h"
+#include "simulator/simulated_machine.h"
 #include "support/text.h"
 
 namespace quorvane {
 namespace {
-
-class NoPanels final : public FilePanels {
- public:
-  void chooseDestination(const Request& /*request*/, Chosen /*chosen*/) override {}
-  void chooseFile(const Request& /*request*/, Chosen /*chosen*/) override {}
-};
 
 nlohmann::ordered_json valuesJson(const StagedValues& values) {
   nlohmann::ordered_json json = nlohmann::ordered_json::object();
@@ -149,10 +143,6 @@ int main(int argc, char** argv) {
   NoPanels panels;
   if (argc < 2 || std::string_view(argv[1]) != "--simulate") return run({panels});
 
-  SimulatedBackend backend;
-  const auto device = SimulatedDevice::create(
-      FanatecProduct::lookup(defaultSimulatedProduct).value(), SimulatedDevice::Time::real);
-  backend.add(device);
-  SimulatedUSBBus usb(*device);
-  return run({panels, backend, usb});
+  SimulatedMachine machine(FanatecProduct::lookup(defaultSimulatedProduct).value());
+  return run({panels, machine.backend(), machine.usb()});
 }

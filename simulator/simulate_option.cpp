@@ -1,0 +1,31 @@
+#include "simulator/simulate_option.h"
+
+#include <fmt/format.h>
+
+#include <stdexcept>
+
+#include "simulator/simulated_base.h"
+
+namespace quorvane {
+
+std::vector<std::string> withSimulatedProduct(std::vector<std::string> words) {
+  for (std::string& word : words) {
+    if (word == "--") break;
+    if (word == "--simulate") word += fmt::format("=0x{:04x}", defaultSimulatedProduct);
+  }
+  return words;
+}
+
+FanatecProduct productToSimulate(const std::string& text) {
+  if (const auto product = simulatableProduct(text)) return *product;
+  std::string message =
+      fmt::format("\"{}\" does not name one product with a tuning menu. There are:", text);
+  for (const FanatecProduct& product : FanatecProduct::all()) {
+    if (product.hasTuningMenu()) {
+      message += fmt::format("\n  0x{:04x}  {}", product.productID, product.name);
+    }
+  }
+  throw std::invalid_argument(message);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,56 @@
+#include "ui/dialog.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "ui/button.h"
+#include "ui/focus_ring.h"
+#include "ui/metrics.h"
+#include "ui/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int titleGap = 8;
+constexpr int buttonGap = 20;
+
+}  // namespace
+
+Dialog::Dialog(const QString& title, QWidget* parent)
+    : QDialog(parent), content_(new QVBoxLayout), buttons_(new QDialogButtonBox) {
+  setWindowTitle(title);
+  setAccessibleName(title);
+  setWindowModality(Qt::WindowModal);
+  setAttribute(Qt::WA_DeleteOnClose);
+  auto* const heading = new QLabel(title);
+  heading->setObjectName(QStringLiteral("dialogTitle"));
+  heading->setTextFormat(Qt::PlainText);
+  heading->setFont(Metrics::font(Metrics::Type::dialogTitle));
+  heading->setWordWrap(true);
+  connect(buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons_, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(Metrics::pageInset, Metrics::pageInset, Metrics::pageInset,
+                             Metrics::pageInset);
+  column->setSpacing(0);
+  column->addWidget(heading);
+  column->addSpacing(titleGap);
+  column->addLayout(content_);
+  column->addSpacing(buttonGap);
+  column->addWidget(buttons_);
+  new FocusRing(this);
+}
+
+void Dialog::addButton(Button* button, bool accepts) {
+  buttons_->addButton(button,
+                      accepts ? QDialogButtonBox::AcceptRole : QDialogButtonBox::RejectRole);
+}
+
+void Dialog::paintEvent(QPaintEvent* /*event*/) {
+  QPainter(this).fillRect(rect(), theme().surface);
+}
+
+}  // namespace quorvane

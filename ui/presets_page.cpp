@@ -1,0 +1,125 @@
+#include "ui/presets_page.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "ui/availability.h"
+#include "ui/confirm_dialog.h"
+#include "ui/form.h"
+#include "ui/metrics.h"
+#include "ui/painting.h"
+#include "ui/preset_row.h"
+#include "ui/preset_text.h"
+#include "ui/save_preset_bar.h"
+
+namespace quorvane {
+namespace {
+
+QString progressText(const AppModel& model, const TuningPreset& preset) {
+  const auto& progress = model.progress();
+  if (!progress || progress->preset != preset.id) return {};
+  return QStringLiteral("%1 of %2").arg(progress->done).arg(progress->total);
+}
+
+}  // namespace
+
+PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
+    : View(model, parent),
+      page_(
+          new FormPage(QStringLiteral("Presets"), Metrics::contentWidth - 2 * Metrics::pageInset)),
+      builtIn_(new Card(QStringLiteral("Built in"))),
+      mine_(new Card(QStringLiteral("Mine"))),
+      hint_(messageRow(QStringLiteral("Save the current menu below to create your first preset."),
+                       QStringLiteral("noPresetsHint"))) {
+  setObjectName(QStringLiteral("presetsPage"));
+  builtIn_->setObjectName(QStringLiteral("builtInPresets"));
+  mine_->setObjectName(QStringLiteral("minePresets"));
+  mine_->add(hint_);
+  page_->add(builtIn_);
+  page_->add(mine_);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(page_, 1);
+  column->addWidget(new SavePresetBar(model));
+}
+
+void PresetsPage::render() {
+  renderRows();
+  renderQuestion();
+}
+
+void PresetsPage::renderRows() {
+  const bool isOtherProduct = !isBuilt_ || product_ != model().product();
+  isBuilt_ = true;
+  product_ = model().product();
+  if (isOtherProduct) {
+    for (PresetRow* const row : std::exchange(ownRows_, {})) delete row;
+    buildBuiltIn();
+  }
+  buildMine();
+  const QString whyNot = whyNotNow(model());
+  for (const auto* const rows : {&builtInRows_, &ownRows_}) {
+    for (PresetRow* const row : *rows) row->show(whyNot, progressText(model(), row->preset()));
+  }
+}
+
+void PresetsPage::buildBuiltIn() {
+  for (PresetRow* const row : std::exchange(builtInRows_, {})) delete row;
+  for (const TuningPreset& preset : TuningPreset::builtIn()) {
+    builtInRows_.push_back(newRow(preset));
+    builtIn_->add(builtInRows_.back());
+  }
+}
+
+// Rows of presets that are still there stay: so does what somebody points at or has the focus on.
+void PresetsPage::buildMine() {
+  const auto& presets = model().userPresets();
+  const bool isSame = std::equal(
+      ownRows_.begin(), ownRows_.end(), presets.begin(), presets.end(),
+      [](const PresetRow* row, const TuningPreset& own) { return row->preset() == own; });
+  hint_->setVisible(presets.empty());
+  if (isSame) return;
+  std::vector<PresetRow*> before = std::exchange(ownRows_, {});
+  for (std::size_t i = 0; i < presets.size(); ++i) {
+    const auto kept = std::find_if(before.begin(), before.end(), [&](const PresetRow* row) {
+      return row != nullptr && row->preset() == presets[i];
+    });
+    ownRows_.push_back(kept == before.end() ? newRow(presets[i]) : std::exchange(*kept, nullptr));
+    mine_->insert(static_cast<int>(i) + 1, ownRows_.back());
+  }
+  for (PresetRow* const row : before) delete row;
+}
+
+PresetRow* PresetsPage::newRow(const TuningPreset& preset) {
+  auto* const row = new PresetRow(preset, product_);
+  connect(row, &PresetRow::applied, this, [this, preset] { ask(preset); });
+  connect(
+      row, &PresetRow::deleted, this, [this, preset] { model().deletePreset(preset); },
+      Qt::QueuedConnection);
+  return row;
+}
+
+void PresetsPage::ask(const TuningPreset& preset) {
+  if (question_ || !model().tuning()) return;
+  question_ =
+      new ConfirmDialog(text(applyQuestion(preset)), text(applyConsequence(*model().tuning())),
+                        QStringLiteral("Apply preset"), Button::Kind::prominent,
+                        ConfirmDialog::Default::confirm, window());
+  connect(question_, &QDialog::accepted, this, [this, preset] { model().apply(preset); });
+  question_->open();
+}
+
+// What it says stays true while it is open; without a base there is nothing to ask any more.
+void PresetsPage::renderQuestion() {
+  if (!question_) return;
+  if (model().isConnected() && model().tuning()) {
+    question_->setMessage(text(applyConsequence(*model().tuning())));
+  } else {
+    question_->reject();
+  }
+}
+
+}  // namespace quorvane

@@ -1,0 +1,79 @@
+#include "ui/start_options.h"
+
+#include <fmt/format.h>
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <array>
+#include <stdexcept>
+#include <vector>
+
+#include "simulator/simulate_option.h"
+#include "support/version.h"
+#include "ui/painting.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int wrongUsage = 2;
+
+QStringList withProduct(const QStringList& words) {
+  std::vector<std::string> plain;
+  for (const QString& word : words) plain.push_back(text(word));
+  QStringList result;
+  for (const std::string& word : withSimulatedProduct(plain)) result += text(word);
+  return result;
+}
+
+// The toolkit takes the program's name from an application, which need not be there yet.
+QString helpText(const QCommandLineParser& parser) {
+  if (QCoreApplication::instance() != nullptr) return parser.helpText();
+  int count = 1;
+  std::array<char, 9> name{"quorvane"};
+  std::array<char*, 2> words{name.data(), nullptr};
+  const QCoreApplication application(count, words.data());
+  return parser.helpText();
+}
+
+}  // namespace
+
+StartOptions parseStart(const QStringList& words, std::optional<StartText>& instead) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("Tunes a Fanatec wheel base.\n"
+                     "Files are settings to import; a window that is open already takes them."));
+  const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                QStringLiteral("Print this help and end."));
+  const QCommandLineOption versionOption(QStringLiteral("version"),
+                                         QStringLiteral("Print the version and end."));
+  const QCommandLineOption simulate(
+      QStringLiteral("simulate"),
+      QStringLiteral("Use a simulated base. A product is a hexadecimal product ID or a part of a "
+                     "name; it follows after \"=\" and may be left out."),
+      QStringLiteral("PRODUCT"));
+  parser.addOptions({simulate, help, versionOption});
+  parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Settings files to import."),
+                               QStringLiteral("[FILE...]"));
+
+  StartOptions options;
+  if (!parser.parse(withProduct(words))) {
+    instead = {parser.errorText() + QStringLiteral("\nRun with --help for more information.\n"),
+               wrongUsage};
+  } else if (parser.isSet(help)) {
+    instead = {helpText(parser), 0};
+  } else if (parser.isSet(versionOption)) {
+    instead = {text(fmt::format("quorvane {} ({})\n", version(), commit())), 0};
+  } else {
+    options.files = parser.positionalArguments();
+    try {
+      if (parser.isSet(simulate)) {
+        options.simulated = productToSimulate(text(parser.value(simulate)));
+      }
+    } catch (const std::invalid_argument& error) {
+      instead = {QString::fromUtf8(error.what()) + u'\n', wrongUsage};
+    }
+  }
+  return options;
+}
+
+}  // namespace quorvane

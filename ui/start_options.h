@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QStringList>
+#include <optional>
+
+#include "protocol/product.h"
+
+namespace quorvane {
+
+// What the program was started with.
+struct StartOptions {
+  std::optional<FanatecProduct> simulated;  // a simulated base in place of the machine's own
+  QStringList files;                        // settings to import, as given
+};
+
+// What there is to print in place of a start.
+struct StartText {
+  QString text;
+  int exitStatus;  // 0 after help or version, 2 after wrong usage
+};
+
+// Reads a command line, the program's name first. Fills `instead` when there is nothing to start.
+StartOptions parseStart(const QStringList& words, std::optional<StartText>& instead);
+
+}  // namespace quorvane
