@@ -20,7 +20,6 @@ constexpr int labelColumn = 200;
 constexpr int hexLabelColumn = 80;
 constexpr int captionInset = 2;
 constexpr int captionGap = 6;
-constexpr int cardGap = 20;
 constexpr int wellInset = 10;
 constexpr int rowPadding = 6;
 constexpr int buttonPadding = 10;
@@ -213,9 +212,9 @@ void PageHeader::paintEvent(QPaintEvent* /*event*/) {
   painter.fillRect(QRect(0, height() - 1, width(), 1), theme().line);
 }
 
-FormPage::FormPage(const QString& title, int widestCard, QWidget* parent)
-    : QWidget(parent), widestCard_(widestCard), column_(new QVBoxLayout) {
-  column_->setSpacing(cardGap);
+FormPage::FormPage(const QString& title, int widestCard, int cardGap, QWidget* parent)
+    : QWidget(parent), widestCard_(widestCard), cardGap_(cardGap), column_(new QVBoxLayout) {
+  column_->setSpacing(cardGap_);
   column_->addStretch();
   auto* const cards = new QWidget;
   cards->setLayout(column_);
@@ -239,7 +238,7 @@ void FormPage::add(Card* card) {
 
 void FormPage::resizeEvent(QResizeEvent* /*event*/) {
   const int side = inset(*this);
-  column_->setContentsMargins(side, cardGap, side, cardGap);
+  column_->setContentsMargins(side, cardGap_, side, cardGap_);
 }
 
 }  // namespace quorvane

@@ -73,9 +73,9 @@ class FormPage final : public QWidget {
   Q_OBJECT
 
  public:
-  // Cards grow up to the width.
+  // Of cards that grow up to the width, so far apart.
   explicit FormPage(const QString& title, int widestCard = Metrics::cardWidth,
-                    QWidget* parent = nullptr);
+                    int cardGap = Metrics::pageInset, QWidget* parent = nullptr);
 
   void add(Card* card);
 
@@ -84,6 +84,7 @@ class FormPage final : public QWidget {
 
  private:
   const int widestCard_;
+  const int cardGap_;
   QVBoxLayout* column_;
 };
 

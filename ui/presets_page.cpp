@@ -17,6 +17,8 @@
 namespace quorvane {
 namespace {
 
+constexpr int cardGap = 10;
+
 QString progressText(const AppModel& model, const TuningPreset& preset) {
   const auto& progress = model.progress();
   if (!progress || progress->preset != preset.id) return {};

@@ -8,11 +8,7 @@
 // `show` prints the model's state as one JSON line. The log goes to standard error where the
 // environment asks for it. The end of the input quits.
 
-#include <unistd.h>
-
 #include <QCoreApplication>
-#include <QSocketNotifier>
-#include <array>
 #include <cstdio>
 #include <functional>
 #include <map>
@@ -24,6 +20,7 @@
 #include "app/no_panels.h"
 #include "simulator/simulated_machine.h"
 #include "support/text.h"
+#include "tests/windowless/line_input.h"
 
 namespace quorvane {
 namespace {
@@ -98,39 +95,9 @@ void carryOut(AppModel& model, const std::string& line) {
   action->second(model, end == std::string::npos ? "" : line.substr(end + 1));
 }
 
-// Carries out the complete lines among what has come in.
-class Input {
- public:
-  explicit Input(AppModel& model) : model_(model), notifier_(STDIN_FILENO, QSocketNotifier::Read) {
-    QObject::connect(&notifier_, &QSocketNotifier::activated, [this] { take(); });
-  }
-
- private:
-  void take() {
-    std::array<char, 4096> block{};
-    const ssize_t length = ::read(STDIN_FILENO, block.data(), block.size());
-    if (length <= 0) {
-      notifier_.setEnabled(false);
-      QCoreApplication::quit();
-      return;
-    }
-    pending_.append(block.data(), static_cast<std::size_t>(length));
-    for (std::size_t end = pending_.find('\n'); end != std::string::npos;
-         end = pending_.find('\n')) {
-      const std::string line = pending_.substr(0, end);
-      pending_.erase(0, end + 1);
-      carryOut(model_, line);
-    }
-  }
-
-  AppModel& model_;
-  QSocketNotifier notifier_;
-  std::string pending_;
-};
-
 int run(const AppModel::World& world) {
   AppModel model(world);
-  const Input input(model);
+  const LineInput input([&](const std::string& line) { carryOut(model, line); });
   return QCoreApplication::exec();
 }
 

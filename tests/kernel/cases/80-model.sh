@@ -77,12 +77,8 @@ case_a_value_turned_at_the_wheel_shows() {
     start_model model
     expect_log model "$connected"
     base_command main turn FF 41
-    wait_until 10 "the value" shows_value model FF 41
+    await_state model '.tuning.FF == 41'
     quit_model model
-}
-
-shows_value() {
-    (expect_state "$1" ".tuning.$2 == $3") >/dev/null
 }
 
 case_the_other_base_takes_over() {
@@ -90,16 +86,12 @@ case_the_other_base_takes_over() {
     start_model model
     expect_log model "$connected"
     start_base second --transport uhid --product 0006
-    wait_until 10 "the second base" sees model 2
+    await_state model '.devices == 2'
     expect_state model '.connected == "CSL DD Wheel Base"'
     unplug first
     expect_log model '[log] Base disconnected'
     wait_until 20 "the second base to be connected" grep -q '^\[log\] Connected to Podium' "$work/model.err"
     quit_model model
-}
-
-sees() {
-    (expect_state "$1" ".devices == $2") >/dev/null
 }
 
 case_a_base_that_may_not_be_opened() {

@@ -4,16 +4,23 @@ declare -A model_input=()
 
 # start_model NAME [VARIABLE=VALUE...]: in the background as user ${MODEL_UID-1000}; its log is $work/NAME.err.
 start_model() {
-    local name=$1 input
+    local name=$1 input program=${MODEL_PROGRAM-quorvane-windowless}
     shift
     mkfifo "$work/$name.stdin"
     exec {input}<>"$work/$name.stdin"
     model_input[$name]=$input
-    echo "\$ $* quorvane-windowless &"
-    become "${MODEL_UID-1000}" env QUORVANE_LOG_STDERR=1 "$@" quorvane-windowless \
+    echo "\$ $* $program &"
+    become "${MODEL_UID-1000}" env QUORVANE_LOG_STDERR=1 "$@" "$program" \
         <"$work/$name.stdin" >"$work/$name.out" 2>"$work/$name.err" {input}>&- &
     background[$name]=$!
     mark
+}
+
+# start_window NAME [VARIABLE=VALUE...]: the same for the window, without a display.
+start_window() {
+    local name=$1
+    shift
+    MODEL_PROGRAM=quorvane-driven start_model "$name" QT_QPA_PLATFORM=offscreen "$@"
 }
 
 # tell NAME WORD...: one action.
@@ -43,6 +50,15 @@ expect_state() {
     tell "$1" show
     wait_until 10 "the state of '$1'" shown "$1" "$count"
     tail -n 1 "$work/$1.out" | jq -e "$2" >/dev/null || fail "does not hold: $2 of $(tail -n 1 "$work/$1.out")"
+}
+
+# await_state NAME FILTER: FILTER comes to hold.
+await_state() {
+    wait_until 20 "$2 of '$1'" holds "$1" "$2"
+}
+
+holds() {
+    (expect_state "$1" "$2") >/dev/null
 }
 
 # quit_model NAME: it ends at once and well.

@@ -21,7 +21,7 @@ prepare_share() {
     local share=$1 build=$2 program path
     rm -rf "$share"
     mkdir -p "$share"/{bin,logs}
-    for program in quorvanectl quorvane-simbase quorvane-windowless; do
+    for program in quorvanectl quorvane-simbase quorvane-windowless quorvane-driven; do
         path=$(find_program "$build" "$program")
         cp "$path" "$share/bin/"
     done

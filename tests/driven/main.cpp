@@ -1,0 +1,90 @@
+// The window, following the bases of this machine, with somebody at its controls who is told what
+// to do by lines on standard input:
+//
+//   click NAME | show | quit
+//
+// NAME is the object name of a button. `show` prints what the window shows as one JSON line. The
+// end of the input quits.
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "app/no_panels.h"
+#include "tests/windowless/line_input.h"
+#include "ui/main_window.h"
+#include "ui/painting.h"
+#include "ui/parameter_row.h"
+#include "ui/style.h"
+
+namespace quorvane {
+namespace {
+
+std::string shownText(const QWidget& window, const char* objectName) {
+  const auto* const label = window.findChild<QLabel*>(QString::fromLatin1(objectName));
+  return label != nullptr && label->isVisible() ? text(label->text()) : "";
+}
+
+// The rows by code, each as a screen reader says its control: "Force feedback strength, 65 %".
+nlohmann::ordered_json rows(const QWidget& window) {
+  nlohmann::ordered_json json = nlohmann::ordered_json::object();
+  for (const ParameterRow* const row : window.findChildren<ParameterRow*>()) {
+    const QString code = text(row->parameter().code());
+    const auto* const slider = row->findChild<QWidget*>(code + QStringLiteral("Slider"));
+    if (row->isVisible() && slider != nullptr) json[text(code)] = text(slider->accessibleName());
+  }
+  return json;
+}
+
+void show(const QWidget& window) {
+  const auto* const save = window.findChild<QAbstractButton*>(QStringLiteral("saveButton"));
+  const auto* const spinner = window.findChild<QWidget*>(QStringLiteral("busySpinner"));
+  const nlohmann::ordered_json json{
+      {"status", shownText(window, "statusLine")},
+      {"busy", spinner->isVisible()},
+      {"message", shownText(window, "tuningMessage")},
+      {"count", shownText(window, "unsavedCount")},
+      {"canSave", save != nullptr && save->isVisible() && save->isEnabled()},
+      {"rows", rows(window)}};
+  std::printf("%s\n", json.dump().c_str());
+  std::fflush(stdout);
+}
+
+void click(const QWidget& window, const std::string& name) {
+  auto* const button = window.findChild<QAbstractButton*>(text(std::string_view(name)));
+  if (button == nullptr || !button->isVisible() || !button->isEnabled()) {
+    std::fprintf(stderr, "cannot click: %s\n", name.c_str());
+    return;
+  }
+  button->click();
+}
+
+void carryOut(const QWidget& window, const std::string& line) {
+  if (line == "show") {
+    show(window);
+  } else if (line == "quit") {
+    QCoreApplication::quit();
+  } else if (line.starts_with("click ")) {
+    click(window, line.substr(line.find(' ') + 1));
+  } else {
+    std::fprintf(stderr, "no action: %s\n", line.c_str());
+  }
+}
+
+}  // namespace
+}  // namespace quorvane
+
+int main(int argc, char** argv) {
+  using namespace quorvane;  // NOLINT(google-build-using-namespace): this program's own
+  const QApplication application(argc, argv);
+  QApplication::setStyle(new Style);
+  NoPanels panels;
+  AppModel model({panels});
+  MainWindow window(model);
+  window.show();
+  const LineInput input([&](const std::string& line) { carryOut(window, line); });
+  return QApplication::exec();
+}

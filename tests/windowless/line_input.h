@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QSocketNotifier>
+#include <functional>
+#include <string>
+
+namespace quorvane {
+
+// Hands over standard input line by line, on the main thread's event loop; its end quits the
+// application.
+class LineInput {
+ public:
+  using Handler = std::function<void(const std::string& line)>;
+
+  explicit LineInput(Handler handler);
+
+ private:
+  void take();
+
+  const Handler handler_;
+  QSocketNotifier notifier_;
+  std::string pending_;
+};
+
+}  // namespace quorvane
