@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int inset = 10;  // above and below
+constexpr int inset = 8;  // above and below
 constexpr int stripGap = 6;
 constexpr int trashColumn = 28;
 
