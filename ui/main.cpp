@@ -1,11 +1,15 @@
 #include <QApplication>
-#include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <cstdio>
 #include <optional>
 
-#include "app/no_panels.h"
 #include "simulator/simulated_machine.h"
+#include "ui/addresses.h"
+#include "ui/desktop/dark_preference.h"
+#include "ui/desktop/desktop_panels.h"
+#include "ui/desktop/platform_data.h"
+#include "ui/desktop/session_bus.h"
+#include "ui/desktop/single_instance.h"
 #include "ui/main_window.h"
 #include "ui/painting.h"
 #include "ui/start_options.h"
@@ -16,38 +20,57 @@ namespace {
 
 QStringList wordsOf(int argc, char** argv) {
   QStringList words;
-  for (int i = 0; i < argc; ++i) words += QString::fromLocal8Bit(argv[i]);
+  for (int i = 0; i < argc; ++i) words += QFile::decodeName(argv[i]);
   return words;
-}
-
-QList<QUrl> urls(const QStringList& files) {
-  QList<QUrl> result;
-  for (const QString& file : files) {
-    result += QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath());
-  }
-  return result;
-}
-
-int run(const AppModel::World& world, const StartOptions& options, const QString& note) {
-  AppModel model(world);
-  MainWindow window(model, note);
-  window.show();
-  window.importFiles(urls(options.files));
-  return QApplication::exec();
-}
-
-int start(const StartOptions& options) {
-  QApplication::setStyle(new Style);
-  NoPanels panels;
-  if (!options.simulated) return run({panels}, options, {});
-  SimulatedMachine machine(*options.simulated);
-  return run({panels, machine.backend(), machine.usb()}, options, QStringLiteral("simulated"));
 }
 
 int print(const StartText& text) {
   std::FILE* const stream = text.exitStatus == 0 ? stdout : stderr;
   std::fputs(quorvane::text(text.text).c_str(), stream);
   return text.exitStatus;
+}
+
+// What later starts hand over comes to this window.
+void follow(SingleInstance& instance, MainWindow& window) {
+  QObject::connect(&instance, &SingleInstance::activated, &window,
+                   [&window](const QString& token) { PlatformData::bringToFront(window, token); });
+  QObject::connect(&instance, &SingleInstance::opened, &window,
+                   [&window](const QStringList& uris, const QString& token) {
+                     window.importFiles(uris);
+                     PlatformData::bringToFront(window, token);
+                   });
+}
+
+int show(const AppModel::World& world, DesktopPanels& panels, SingleInstance& instance,
+         const StartOptions& options) {
+  AppModel model(world);
+  MainWindow window(model, options.simulated ? QStringLiteral("simulated") : QString());
+  panels.setWindow(&window);
+  follow(instance, window);
+  window.show();
+  window.raise();
+  window.activateWindow();
+  for (const auto& file : options.files) model.importSettings(file);
+  return QApplication::exec();
+}
+
+// A simulated base is for trying things out: each start has its own, with a window of its own.
+int start(const StartOptions& options, const QVariantMap& platformData) {
+  const auto bus = sessionBus();
+  SingleInstance instance(options.simulated ? std::nullopt : bus, Addresses::applicationID());
+  if (instance.start(options.files, platformData) == SingleInstance::Start::handedOver) return 0;
+
+  auto* const style = new Style;  // the application owns it
+  QApplication::setStyle(style);
+  std::optional<DarkPreference> dark;
+  if (bus) {
+    dark.emplace(*bus);
+    QObject::connect(&*dark, &DarkPreference::told, style, &Style::setPrefersDark);
+  }
+  DesktopPanels panels(bus);
+  if (!options.simulated) return show({panels}, panels, instance, options);
+  SimulatedMachine machine(*options.simulated);
+  return show({panels, machine.backend(), machine.usb()}, panels, instance, options);
 }
 
 }  // namespace
@@ -58,6 +81,8 @@ int main(int argc, char** argv) {
   std::optional<StartText> instead;
   const StartOptions options = parseStart(wordsOf(argc, argv), instead);
   if (instead) return print(*instead);
+  const QVariantMap platformData = PlatformData::fromEnvironment();
   const QApplication application(argc, argv);
-  return start(options);
+  QGuiApplication::setDesktopFileName(Addresses::applicationID());
+  return start(options, platformData);
 }

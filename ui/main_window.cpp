@@ -14,6 +14,7 @@
 #include "ui/addresses.h"
 #include "ui/availability.h"
 #include "ui/base_page.h"
+#include "ui/desktop/file_uri.h"
 #include "ui/focus_ring.h"
 #include "ui/log_page.h"
 #include "ui/metrics.h"
@@ -27,11 +28,6 @@
 
 namespace quorvane {
 namespace {
-
-// As a path; what is no local file stays as it is, for the message that it cannot be read.
-std::filesystem::path localPath(const QUrl& url) {
-  return text(url.isLocalFile() ? url.toLocalFile() : url.toString());
-}
 
 Section firstSection() { return section(Environment::section()).value_or(Section::tuning); }
 
@@ -210,8 +206,11 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
 }
 
-void MainWindow::importFiles(const QList<QUrl>& urls) {
-  for (const QUrl& url : urls) model_.importSettings(localPath(url));
+// What is no file of this machine is refused under its own name.
+void MainWindow::importFiles(const QStringList& uris) {
+  for (const QString& uri : uris) {
+    model_.importSettings(FileURI::toPath(uri).value_or(text(uri)));
+  }
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
@@ -219,7 +218,9 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-  importFiles(event->mimeData()->urls());
+  QStringList uris;
+  for (const QUrl& url : event->mimeData()->urls()) uris += url.toString(QUrl::FullyEncoded);
+  importFiles(uris);
   event->acceptProposedAction();
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QList>
 #include <QMainWindow>
-#include <QUrl>
+#include <QStringList>
 #include <array>
 
 #include "app/app_model.h"
@@ -27,8 +26,8 @@ class MainWindow final : public QMainWindow {
   Section section() const { return section_; }
   void setSection(Section section);
 
-  // One after another, in the order given.
-  void importFiles(const QList<QUrl>& urls);
+  // Imports settings files, one after another in the order given.
+  void importFiles(const QStringList& uris);
 
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;

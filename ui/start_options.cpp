@@ -4,6 +4,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFile>
 #include <array>
 #include <stdexcept>
 #include <vector>
@@ -64,7 +65,9 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
   } else if (parser.isSet(versionOption)) {
     instead = {text(fmt::format("quorvane {} ({})\n", version(), commit())), 0};
   } else {
-    options.files = parser.positionalArguments();
+    for (const QString& file : parser.positionalArguments()) {
+      options.files.emplace_back(QFile::encodeName(file).toStdString());
+    }
     try {
       if (parser.isSet(simulate)) {
         options.simulated = productToSimulate(text(parser.value(simulate)));

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QStringList>
+#include <filesystem>
 #include <optional>
+#include <vector>
 
 #include "protocol/product.h"
 
@@ -9,8 +11,8 @@ namespace quorvane {
 
 // What the program was started with.
 struct StartOptions {
-  std::optional<FanatecProduct> simulated;  // a simulated base in place of the machine's own
-  QStringList files;                        // settings to import, as given
+  std::optional<FanatecProduct> simulated;   // a simulated base in place of the machine's own
+  std::vector<std::filesystem::path> files;  // settings to import, as given
 };
 
 // What there is to print in place of a start.
