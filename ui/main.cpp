@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "simulator/simulated_machine.h"
+#include "support/file.h"
 #include "ui/addresses.h"
 #include "ui/desktop/dark_preference.h"
 #include "ui/desktop/desktop_panels.h"
@@ -54,6 +55,16 @@ int show(const AppModel::World& world, DesktopPanels& panels, SingleInstance& in
   return QApplication::exec();
 }
 
+void write(const Transcript& transcript, const std::filesystem::path& file) {
+  std::string text;
+  for (const std::string& line : transcript.lines()) text += line + '\n';
+  try {
+    replaceFile(file, text);
+  } catch (const FileError& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+  }
+}
+
 // A simulated base is for trying things out: each start has its own, with a window of its own.
 int start(const StartOptions& options, const QVariantMap& platformData) {
   const auto bus = sessionBus();
@@ -70,7 +81,9 @@ int start(const StartOptions& options, const QVariantMap& platformData) {
   DesktopPanels panels(bus);
   if (!options.simulated) return show({panels}, panels, instance, options);
   SimulatedMachine machine(*options.simulated);
-  return show({panels, machine.backend(), machine.usb()}, panels, instance, options);
+  const int status = show({panels, machine.backend(), machine.usb()}, panels, instance, options);
+  if (options.transcript) write(machine.device().transcript(), *options.transcript);
+  return status;
 }
 
 }  // namespace

@@ -26,6 +26,8 @@ QStringList withProduct(const QStringList& words) {
   return result;
 }
 
+std::filesystem::path path(const QString& file) { return QFile::encodeName(file).toStdString(); }
+
 // The toolkit takes the program's name from an application, which need not be there yet.
 QString helpText(const QCommandLineParser& parser) {
   if (QCoreApplication::instance() != nullptr) return parser.helpText();
@@ -52,7 +54,11 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
       QStringLiteral("Use a simulated base. A product is a hexadecimal product ID or a part of a "
                      "name; it follows after \"=\" and may be left out."),
       QStringLiteral("PRODUCT"));
-  parser.addOptions({simulate, help, versionOption});
+  const QCommandLineOption transcript(
+      QStringLiteral("transcript"),
+      QStringLiteral("Write what the simulated base was sent to a file at the end."),
+      QStringLiteral("FILE"));
+  parser.addOptions({simulate, transcript, help, versionOption});
   parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Settings files to import."),
                                QStringLiteral("[FILE...]"));
 
@@ -65,9 +71,8 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
   } else if (parser.isSet(versionOption)) {
     instead = {text(fmt::format("quorvane {} ({})\n", version(), commit())), 0};
   } else {
-    for (const QString& file : parser.positionalArguments()) {
-      options.files.emplace_back(QFile::encodeName(file).toStdString());
-    }
+    for (const QString& file : parser.positionalArguments()) options.files.push_back(path(file));
+    if (parser.isSet(transcript)) options.transcript = path(parser.value(transcript));
     try {
       if (parser.isSet(simulate)) {
         options.simulated = productToSimulate(text(parser.value(simulate)));

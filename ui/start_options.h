@@ -11,8 +11,9 @@ namespace quorvane {
 
 // What the program was started with.
 struct StartOptions {
-  std::optional<FanatecProduct> simulated;   // a simulated base in place of the machine's own
-  std::vector<std::filesystem::path> files;  // settings to import, as given
+  std::optional<FanatecProduct> simulated;  // a simulated base in place of the machine's own
+  std::optional<std::filesystem::path> transcript;  // where to write what the simulated base saw
+  std::vector<std::filesystem::path> files;         // settings to import, as given
 };
 
 // What there is to print in place of a start.
