@@ -2,7 +2,7 @@
 
 namespace quorvane::Addresses {
 
-QUrl website() { return QUrl(QStringLiteral(QUORVANE_WEBSITE)); }
+QUrl website() { return {QStringLiteral(QUORVANE_WEBSITE)}; }
 
 QUrl firmwareSupport() {
   QUrl url = website();
@@ -10,7 +10,7 @@ QUrl firmwareSupport() {
   return url;
 }
 
-QUrl supportMail() { return QUrl(QStringLiteral("mailto:" QUORVANE_SUPPORT_MAIL)); }
+QUrl supportMail() { return {QStringLiteral("mailto:" QUORVANE_SUPPORT_MAIL)}; }
 
 QString applicationID() { return QStringLiteral(QUORVANE_REVERSE_DNS ".Quorvane"); }
 

@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "ui/metrics.h"
 #include "ui/painting.h"
@@ -110,8 +111,8 @@ bool Button::event(QEvent* event) {
   return QPushButton::event(event);
 }
 
-IconButton::IconButton(const QString& symbol, bool destructive, QWidget* parent)
-    : QAbstractButton(parent), symbol_(symbol), destructive_(destructive) {
+IconButton::IconButton(QString symbol, bool destructive, QWidget* parent)
+    : QAbstractButton(parent), symbol_(std::move(symbol)), destructive_(destructive) {
   setAttribute(Qt::WA_Hover);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

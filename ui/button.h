@@ -40,7 +40,7 @@ class IconButton final : public QAbstractButton {
 
  public:
   // With `destructive` it takes the colour of errors under the pointer.
-  explicit IconButton(const QString& symbol, bool destructive = false, QWidget* parent = nullptr);
+  explicit IconButton(QString symbol, bool destructive = false, QWidget* parent = nullptr);
 
   void setProminent(bool prominent);  // in the brand's colour
 

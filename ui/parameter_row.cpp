@@ -125,6 +125,7 @@ void ParameterRow::buildPicker() {
     picker_->setObjectName(partName(state_.parameter, "Picker"));
     picker_->setChoices(choices(state_));
     connect(picker_, &Picker::chosen, this, [this](int value) { stage(value); });
+    title_->setBuddy(picker_);
   }
 }
 

@@ -112,8 +112,9 @@ Segments::Segments(const std::vector<Choice>& choices, QWidget* parent)
     auto* const button = new Segment(choice.title, *this);
     buttons_.push_back(button);
     row->addWidget(button);
-    connect(button, &QRadioButton::clicked, this,
-            [this, value = choice.value] { emit chosen(value); });
+    connect(button, &QRadioButton::toggled, this, [this, value = choice.value](bool on) {
+      if (on) emit chosen(value);
+    });
   }
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -121,6 +122,7 @@ Segments::Segments(const std::vector<Choice>& choices, QWidget* parent)
 void Segments::show(int value, bool changed) {
   changed_ = changed;
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    const QSignalBlocker silent(buttons_[i]);
     if (choices_[i].value == value) buttons_[i]->setChecked(true);
     buttons_[i]->update();
   }

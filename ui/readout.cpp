@@ -66,6 +66,8 @@ Readout::Readout(QWidget* parent) : QSpinBox(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setFont(Metrics::font(Metrics::Type::value));
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  // Only assistive technology sets the value without a word to this class.
+  connect(this, &QSpinBox::valueChanged, this, &Readout::take);
 }
 
 void Readout::setScale(int lowest, int highest, int step, const QString& unit) {
@@ -141,6 +143,12 @@ void Readout::restoreTo(int value) {
   update();
 }
 
+void Readout::take(int value) {
+  word_.clear();
+  restoreTo(rounded(value));
+  emit chosen(this->value());
+}
+
 void Readout::commit() {
   if (!lineEdit()->isModified()) return;
   const QString typed = lineEdit()->text();
@@ -149,9 +157,7 @@ void Readout::commit() {
   const bool isNumber = typed.contains(QRegularExpression(QStringLiteral("\\d")));
   const int number = valueFromText(typed);
   if (!isNumber || (number == before && !wasSpecial)) return restoreTo(before);
-  word_.clear();
-  restoreTo(number);
-  emit chosen(number);
+  take(number);
 }
 
 void Readout::keyPressEvent(QKeyEvent* event) {

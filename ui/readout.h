@@ -40,6 +40,7 @@ class Readout final : public QSpinBox {
  private:
   class Edit;
 
+  void take(int value);
   void commit();
   void restoreTo(int value);
   int rounded(std::int64_t value) const;

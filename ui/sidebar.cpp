@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QPainter>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include "ui/addresses.h"
@@ -114,7 +115,9 @@ Sidebar::Sidebar(AppModel& model, QWidget* parent) : View(model, parent) {
     line->setContentsMargins(rowInset, 0, rowInset, 0);
     line->addWidget(row);
     column->addLayout(line);
-    connect(row, &QAbstractButton::clicked, this, [this, i] { emit chosen(allSections[i]); });
+    connect(row, &QAbstractButton::toggled, this, [this, i](bool on) {
+      if (on) emit chosen(allSections[i]);
+    });
   }
   column->addStretch();
   column->addSpacing(linkInset + linkSpacing);
@@ -129,7 +132,9 @@ Sidebar::Sidebar(AppModel& model, QWidget* parent) : View(model, parent) {
 }
 
 void Sidebar::setSection(Section section) {
-  rows_[static_cast<std::size_t>(section)]->setChecked(true);
+  QAbstractButton& row = *rows_[static_cast<std::size_t>(section)];
+  const QSignalBlocker silent(row);
+  row.setChecked(true);
 }
 
 void Sidebar::render() {

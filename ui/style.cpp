@@ -1,6 +1,7 @@
 #include "ui/style.h"
 
 #include <QApplication>
+#include <QIconEngine>
 #include <QPainter>
 #include <QStyleOption>
 #include <algorithm>
@@ -150,6 +151,26 @@ Option quietly(const Option& option) {
   return quiet;
 }
 
+// What a menu bar shows when it has no room for all its menus.
+class OverflowIcon final : public QIconEngine {
+ public:
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
+             QIcon::State /*state*/) override {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(mode == QIcon::Disabled ? theme().inkDisabled : theme().ink2, 1.5,
+                         Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QPointF centre = QRectF(rect).center();
+    for (const qreal left : {-4.0, 1.0}) {
+      painter->drawPolyline(QPolygonF(
+          {centre + QPointF(left, -3), centre + QPointF(left + 3, 0), centre + QPointF(left, 3)}));
+    }
+    painter->restore();
+  }
+
+  QIconEngine* clone() const override { return new OverflowIcon(*this); }
+};
+
 }  // namespace
 
 Style::Style() : QProxyStyle(QStringLiteral("fusion")) {}
@@ -248,6 +269,14 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, con
   const QSize usual = QProxyStyle::sizeFromContents(type, option, size, widget);
   if (type != CT_MenuBarItem) return usual;
   return {usual.width(), Metrics::atLeast(Metrics::menuBarHeight, widget->font())};
+}
+
+// Every menu bar asks for this one, shown or not. The toolkit would read it from a file, and for
+// that load every reader of pictures there is.
+QIcon Style::standardIcon(StandardPixmap which, const QStyleOption* option,
+                          const QWidget* widget) const {
+  if (which == SP_ToolBarHorizontalExtensionButton) return QIcon(new OverflowIcon);
+  return QProxyStyle::standardIcon(which, option, widget);
 }
 
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -8,7 +8,7 @@ namespace quorvane {
 // The colours of the window. Grey stands for what is on the base, the brand colour for what is not
 // on it yet.
 struct Theme {
-  bool isDark;
+  bool isDark = false;
 
   QColor window, sidebar, selection, surface, hover, well, hexWell;
   QColor line, hairline, edge;

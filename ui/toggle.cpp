@@ -1,6 +1,7 @@
 #include "ui/toggle.h"
 
 #include <QPainter>
+#include <QSignalBlocker>
 
 #include "ui/metrics.h"
 #include "ui/painting.h"
@@ -22,12 +23,13 @@ Toggle::Toggle(const QString& word, QWidget* parent) : QAbstractButton(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  connect(this, &QAbstractButton::clicked, this, &Toggle::chosen);
+  connect(this, &QAbstractButton::toggled, this, &Toggle::chosen);
 }
 
 void Toggle::show(bool on, bool changed) {
   if (on == isChecked() && changed == changed_) return;
   changed_ = changed;
+  const QSignalBlocker silent(this);
   setChecked(on);
   update();
 }

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -33,9 +34,11 @@ ValueSlider::ValueSlider(QWidget* parent) : QAbstractSlider(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  connect(this, &QAbstractSlider::valueChanged, this, &ValueSlider::settle);
 }
 
 void ValueSlider::setScale(int lowest, int highest, int step) {
+  const QScopedValueRollback showing(isShowing_, true);
   setRange(lowest, highest);
   setSingleStep(step);
   setPageStep(
@@ -47,6 +50,7 @@ void ValueSlider::show(int value, std::optional<int> saved) {
   if (value == this->value() && saved == saved_ && !isSpecial_) return;
   isSpecial_ = false;
   saved_ = saved;
+  const QScopedValueRollback showing(isShowing_, true);
   setValue(value);
   update();
 }
@@ -55,6 +59,7 @@ void ValueSlider::showSpecial(int place) {
   if (isSpecial_ && value() == place) return;
   isSpecial_ = true;
   saved_.reset();
+  const QScopedValueRollback showing(isShowing_, true);
   setValue(place);
   update();
 }
@@ -164,11 +169,14 @@ void ValueSlider::drag(qreal x) {
   emit dragged(value);
 }
 
-void ValueSlider::choose(int value) {
-  const int kept = std::clamp(value, minimum(), maximum());
-  if (kept == this->value()) return;
-  setValue(kept);
-  emit chosen(kept);
+void ValueSlider::choose(int value) { setValue(std::clamp(value, minimum(), maximum())); }
+
+// Whatever moved the slider, a key or assistive technology.
+void ValueSlider::settle(int value) {
+  if (isShowing_ || isSliderDown()) return;
+  const QScopedValueRollback showing(isShowing_, true);
+  setValue(rounded(value));
+  emit chosen(this->value());
 }
 
 void ValueSlider::keyPressEvent(QKeyEvent* event) {

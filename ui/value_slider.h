@@ -48,10 +48,12 @@ class ValueSlider final : public QAbstractSlider {
   int valueAt(qreal x) const;
   qreal place(int value) const;
   void choose(int value);
+  void settle(int value);
   void drag(qreal x);
 
   std::optional<int> saved_;
   bool isSpecial_ = false;
+  bool isShowing_ = false;  // what moves the slider is the program
 };
 
 }  // namespace quorvane

@@ -1,0 +1,52 @@
+# Sourced by the scripts beside it: a program under a display and a bus of its own.
+
+here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
+# shellcheck source=scripts/display.sh
+source "$here/../../scripts/display.sh"
+
+process=
+scratch=$(mktemp -d)
+
+# Ends the run: only a continuous-integration machine promises to have everything.
+lacking() {  # lacking WHAT
+  echo "tests/window: this machine lacks $1; to install it: scripts/setup window" >&2
+  [ -z "${CI-}" ] || exit 1
+  exit 77
+}
+
+check_means() {
+  local program
+  for program in Xvfb xdotool dbus-daemon dbus-send; do
+    command -v "$program" >/dev/null || lacking "$program"
+  done
+  /usr/bin/python3 -c 'import gi; gi.require_version("Atspi", "2.0")' 2>/dev/null ||
+    lacking "the AT-SPI bindings for Python"
+}
+
+finish() {
+  if [ -n "$process" ]; then
+    kill "$process" 2>/dev/null || true
+    wait "$process" 2>/dev/null || true
+  fi
+  stop_bus
+  stop_display
+  rm -rf "$scratch"
+}
+
+# start_program FILE [ARGUMENT...]: sets `process`; what it says goes to $scratch/output.
+start_program() {
+  check_means
+  trap finish EXIT
+  plain_environment "$scratch"
+  start_display "$scratch"
+  start_bus "$scratch"
+  export PYTHONDONTWRITEBYTECODE=1
+  export QUORVANE_LOG_STDERR=1
+  : >"$scratch/output"
+  "$@" >>"$scratch/output" 2>&1 &
+  process=$!
+}
+
+says() {  # says PATTERN: whether the program has, in a whole line
+  grep -qxE "$1" "$scratch/output"
+}
