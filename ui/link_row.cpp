@@ -3,6 +3,7 @@
 #include <QDesktopServices>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "ui/metrics.h"
 #include "ui/symbols.h"
@@ -17,9 +18,9 @@ constexpr int tall = 10000;
 
 }  // namespace
 
-LinkRow::LinkRow(const QString& symbol, const QString& text, const QUrl& target,
-                 const QString& objectName, QWidget* parent)
-    : QAbstractButton(parent), symbol_(symbol), target_(target) {
+LinkRow::LinkRow(QString symbol, const QString& text, const QUrl& target, const QString& objectName,
+                 QWidget* parent)
+    : QAbstractButton(parent), symbol_(std::move(symbol)), target_(target) {
   setText(text);
   setObjectName(objectName);
   setAccessibleDescription(target.toString());

@@ -10,7 +10,7 @@ class LinkRow final : public QAbstractButton {
   Q_OBJECT
 
  public:
-  LinkRow(const QString& symbol, const QString& text, const QUrl& target, const QString& objectName,
+  LinkRow(QString symbol, const QString& text, const QUrl& target, const QString& objectName,
           QWidget* parent = nullptr);
 
   const QUrl& target() const { return target_; }

@@ -6,6 +6,7 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 #include <algorithm>
+#include <utility>
 
 #include "ui/metrics.h"
 #include "ui/painting.h"
@@ -103,8 +104,8 @@ void Picker::wheelEvent(QWheelEvent* event) {
   }
 }
 
-Segments::Segments(const std::vector<Choice>& choices, QWidget* parent)
-    : QWidget(parent), choices_(choices) {
+Segments::Segments(std::vector<Choice> choices, QWidget* parent)
+    : QWidget(parent), choices_(std::move(choices)) {
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(0);

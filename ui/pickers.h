@@ -48,7 +48,7 @@ class Segments final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit Segments(const std::vector<Choice>& choices, QWidget* parent = nullptr);
+  explicit Segments(std::vector<Choice> choices, QWidget* parent = nullptr);
 
   void show(int value, bool changed);
   bool isChanged() const { return changed_; }

@@ -29,8 +29,8 @@ QString progressText(const AppModel& model, const TuningPreset& preset) {
 
 PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
     : View(model, parent),
-      page_(
-          new FormPage(QStringLiteral("Presets"), Metrics::contentWidth - 2 * Metrics::pageInset)),
+      page_(new FormPage(QStringLiteral("Presets"), Metrics::contentWidth - 2 * Metrics::pageInset,
+                         cardGap)),
       builtIn_(new Card(QStringLiteral("Built in"))),
       mine_(new Card(QStringLiteral("Mine"))),
       hint_(messageRow(QStringLiteral("Save the current menu below to create your first preset."),
