@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int inset = 8;  // above and below
+constexpr int inset = 10;  // above and below
 constexpr int stripGap = 6;
 constexpr int trashColumn = 28;
 
@@ -40,7 +40,7 @@ PresetRow::PresetRow(const TuningPreset& preset, const std::optional<FanatecProd
   grid->setHorizontalSpacing(Metrics::gap);
   grid->setVerticalSpacing(0);
   grid->setColumnStretch(0, 1);
-  grid->setColumnMinimumWidth(2, trashColumn - Metrics::cardInset / 2);
+  grid->setColumnMinimumWidth(2, trashColumn);
   grid->addWidget(line(name, Metrics::Type::value, QPalette::WindowText, "presetName"), 0, 0);
   const std::string source = preset.source.empty() ? "none" : oneLine(preset.source);
   grid->addWidget(line("Source: " + source, Metrics::Type::callout, QPalette::Dark, "presetSource"),
