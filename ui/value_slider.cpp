@@ -87,8 +87,8 @@ int ValueSlider::valueAt(qreal x) const {
 }
 
 QRect ValueSlider::capRect() const {
-  return QRect(static_cast<int>(std::lround(place(value()))) - capWidth / 2,
-               (height() - capHeight) / 2, capWidth, capHeight);
+  return {static_cast<int>(std::lround(place(value()))) - capWidth / 2, (height() - capHeight) / 2,
+          capWidth, capHeight};
 }
 
 void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
