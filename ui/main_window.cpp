@@ -1,6 +1,7 @@
 #include "ui/main_window.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDesktopServices>
 #include <QDragEnterEvent>
 #include <QKeyEvent>
@@ -20,6 +21,7 @@
 #include "ui/metrics.h"
 #include "ui/painting.h"
 #include "ui/presets_page.h"
+#include "ui/readout.h"
 #include "ui/shortcuts_sheet.h"
 #include "ui/sidebar.h"
 #include "ui/status_bar.h"
@@ -169,6 +171,8 @@ void MainWindow::buildHelpMenu(QMenu* menu) {
 // What concerns the staged edits acts where they are seen, and brings them to the front first.
 void MainWindow::onTuning(void (AppModel::*action)()) {
   if (section_ == Section::tuning) {
+    // What is still being typed counts.
+    if (auto* const typed = qobject_cast<Readout*>(QApplication::focusWidget())) typed->commit();
     (model_.*action)();
   } else {
     setSection(Section::tuning);

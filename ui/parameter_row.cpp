@@ -142,7 +142,8 @@ QWidget* ParameterRow::mainControl() const {
 }
 
 void ParameterRow::show(const RowState& state, const QString& whyNot) {
-  if (state == state_ && whyNot == whyNot_) return;
+  if (!isTouched_ && state == state_ && whyNot == whyNot_) return;
+  isTouched_ = false;
   state_ = state;
   whyNot_ = whyNot;
   render();
@@ -173,7 +174,10 @@ QSize ParameterRow::sizeHint() const {
           Metrics::atLeast(Metrics::tuningRowHeight, Metrics::font(Metrics::Type::body))};
 }
 
-void ParameterRow::stage(std::int64_t value) { emit staged(state_.parameter, value); }
+void ParameterRow::stage(std::int64_t value) {
+  isTouched_ = true;
+  emit staged(state_.parameter, value);
+}
 
 void ParameterRow::toggle(bool on) {
   stage(on ? specialValue(state_.parameter) : ordinaryValue(state_, state_.current, lastOrdinary_));
@@ -220,12 +224,18 @@ void ParameterRow::renderSlider(bool enabled) {
     slider_->show(
         shown, isChanged() ? std::optional<int>(static_cast<int>(state_.current)) : std::nullopt);
   }
+  // The switch is what can be used then; it takes the focus after the view has let go of it.
+  if (special && enabled && slider_->hasFocus()) {
+    QMetaObject::invokeMethod(
+        toggle_, [toggle = toggle_] { toggle->setFocus(Qt::OtherFocusReason); },
+        Qt::QueuedConnection);
+  }
   slider_->setEnabled(enabled && !special);
   if (toggle_ != nullptr) {
     const bool wasSpecial =
         RowState{state_.parameter, state_.current, {}, state_.product}.isSpecial();
     toggle_->show(special, isChanged() && special != wasSpecial);
-    toggle_->setEnabled(enabled);
+    toggle_->setEnabled(enabled && (special || hasSpecialValue(state_.parameter, state_.product)));
   }
   if (!slider_->isSliderDown()) {
     readout_->show(special ? ordinary : shown, text(valueWord(state_, shown)), isChanged());
@@ -266,6 +276,8 @@ void ParameterRow::explain() {
     QString help;
     if (control == slider_ && whyNot_.isEmpty() && state_.isSpecial()) {
       help = QStringLiteral("Turn %1 off to set a number").arg(toggle_->text());
+    } else if (control == toggle_ && !hasSpecialValue(state_.parameter, state_.product)) {
+      help = QStringLiteral("This base has no automatic steering angle");
     }
     const QString& shown = whyNot_.isEmpty() ? help : whyNot_;
     if (control->toolTip() != shown) control->setToolTip(shown);

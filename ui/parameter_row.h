@@ -73,6 +73,7 @@ class ParameterRow final : public QWidget {
   QString whyNot_;
   QBasicTimer notice_;  // runs while the row says that the base changed it
   bool isNarrow_ = false;
+  bool isTouched_ = false;  // a control was moved, and may show other than the state
   std::optional<std::int64_t> lastOrdinary_;
 
   ElidedLabel* title_ = nullptr;

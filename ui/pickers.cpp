@@ -122,9 +122,14 @@ Segments::Segments(std::vector<Choice> choices, QWidget* parent)
 
 void Segments::show(int value, bool changed) {
   changed_ = changed;
+  const bool hasFocus = std::any_of(buttons_.begin(), buttons_.end(),
+                                    [](const QRadioButton* button) { return button->hasFocus(); });
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
     const QSignalBlocker silent(buttons_[i]);
-    if (choices_[i].value == value) buttons_[i]->setChecked(true);
+    if (choices_[i].value == value) {
+      buttons_[i]->setChecked(true);
+      if (hasFocus) buttons_[i]->setFocus(Qt::OtherFocusReason);
+    }
     buttons_[i]->update();
   }
 }

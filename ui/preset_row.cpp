@@ -69,4 +69,6 @@ void PresetRow::show(const QString& whyNot, const QString& progress) {
   if (apply_->text() != word) apply_->setText(word);
 }
 
+void PresetRow::focusTrash() { trash_->setFocus(Qt::OtherFocusReason); }
+
 }  // namespace quorvane

@@ -25,6 +25,9 @@ class PresetRow final : public QWidget {
   void show(const QString& whyNot, const QString& progress);
   using QWidget::show;
 
+  // Gives the focus to the button that deletes it.
+  void focusTrash();
+
  signals:
   void applied();
   void deleted();

@@ -1,5 +1,6 @@
 #include "ui/presets_page.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -13,6 +14,7 @@
 #include "ui/preset_row.h"
 #include "ui/preset_text.h"
 #include "ui/save_preset_bar.h"
+#include "ui/tab_order.h"
 
 namespace quorvane {
 namespace {
@@ -25,6 +27,12 @@ QString progressText(const AppModel& model, const TuningPreset& preset) {
   return QStringLiteral("%1 of %2").arg(progress->done).arg(progress->total);
 }
 
+QString whyNotApply(const AppModel& model) {
+  const QString whyNot = whyNotNow(model);
+  if (!whyNot.isEmpty() || model.tuning()) return whyNot;
+  return QStringLiteral("The base has not told its menu yet");
+}
+
 }  // namespace
 
 PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
@@ -34,7 +42,8 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
       builtIn_(new Card(QStringLiteral("Built in"))),
       mine_(new Card(QStringLiteral("Mine"))),
       hint_(messageRow(QStringLiteral("Save the current menu below to create your first preset."),
-                       QStringLiteral("noPresetsHint"))) {
+                       QStringLiteral("noPresetsHint"))),
+      saveBar_(new SavePresetBar(model)) {
   setObjectName(QStringLiteral("presetsPage"));
   builtIn_->setObjectName(QStringLiteral("builtInPresets"));
   mine_->setObjectName(QStringLiteral("minePresets"));
@@ -45,7 +54,7 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(page_, 1);
-  column->addWidget(new SavePresetBar(model));
+  column->addWidget(saveBar_);
 }
 
 void PresetsPage::render() {
@@ -62,7 +71,7 @@ void PresetsPage::renderRows() {
     buildBuiltIn();
   }
   buildMine();
-  const QString whyNot = whyNotNow(model());
+  const QString whyNot = whyNotApply(model());
   for (const auto* const rows : {&builtInRows_, &ownRows_}) {
     for (PresetRow* const row : *rows) row->show(whyNot, progressText(model(), row->preset()));
   }
@@ -74,6 +83,7 @@ void PresetsPage::buildBuiltIn() {
     builtInRows_.push_back(newRow(preset));
     builtIn_->add(builtInRows_.back());
   }
+  orderControls();
 }
 
 // Rows of presets that are still there stay: so does what somebody points at or has the focus on.
@@ -92,7 +102,30 @@ void PresetsPage::buildMine() {
     ownRows_.push_back(kept == before.end() ? newRow(presets[i]) : std::exchange(*kept, nullptr));
     mine_->insert(static_cast<int>(i) + 1, ownRows_.back());
   }
+  const auto focused = std::find_if(before.begin(), before.end(), [](const PresetRow* row) {
+    return row != nullptr && row->isAncestorOf(QApplication::focusWidget());
+  });
+  const auto leftFrom = static_cast<std::size_t>(focused - before.begin());
+  const bool leavesFocus = focused != before.end();
   for (PresetRow* const row : before) delete row;
+  orderControls();
+  if (leavesFocus) focusFrom(leftFrom);
+}
+
+// The row that came to stand where one has gone, or what stands below all of them.
+void PresetsPage::focusFrom(std::size_t number) {
+  if (ownRows_.empty()) {
+    saveBar_->focusName();
+  } else {
+    ownRows_[std::min(number, ownRows_.size() - 1)]->focusTrash();
+  }
+}
+
+void PresetsPage::orderControls() {
+  std::vector<QWidget*> inReadingOrder(builtInRows_.begin(), builtInRows_.end());
+  inReadingOrder.insert(inReadingOrder.end(), ownRows_.begin(), ownRows_.end());
+  inReadingOrder.push_back(saveBar_);
+  chainTabOrder(inReadingOrder);
 }
 
 PresetRow* PresetsPage::newRow(const TuningPreset& preset) {

@@ -13,6 +13,7 @@ class Card;
 class ConfirmDialog;
 class FormPage;
 class PresetRow;
+class SavePresetBar;
 
 // The section "Presets": the catalogue and the user's own, each to be applied after a question.
 class PresetsPage final : public View {
@@ -29,6 +30,8 @@ class PresetsPage final : public View {
   void renderQuestion();
   void buildBuiltIn();
   void buildMine();
+  void orderControls();
+  void focusFrom(std::size_t number);
   PresetRow* newRow(const TuningPreset& preset);
   void ask(const TuningPreset& preset);
 
@@ -36,6 +39,7 @@ class PresetsPage final : public View {
   Card* builtIn_;
   Card* mine_;
   QLabel* hint_;
+  SavePresetBar* saveBar_;
   std::vector<PresetRow*> builtInRows_;
   std::vector<PresetRow*> ownRows_;
   std::optional<FanatecProduct> product_;  // that the rows were built for

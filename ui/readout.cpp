@@ -160,6 +160,16 @@ void Readout::commit() {
   take(number);
 }
 
+// A text field would take the key of "Discard" for its own redo.
+bool Readout::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride &&
+      static_cast<QKeyEvent*>(event)->matches(QKeySequence::Redo)) {
+    event->ignore();
+    return true;
+  }
+  return QSpinBox::event(event);
+}
+
 void Readout::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Return:

@@ -21,6 +21,9 @@ class Readout final : public QSpinBox {
   bool isChanged() const { return changed_; }
   bool isEditing() const;
 
+  // Takes what has been typed, as Enter does.
+  void commit();
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -33,6 +36,7 @@ class Readout final : public QSpinBox {
   QValidator::State validate(QString& text, int& position) const override;
   void stepBy(int steps) override;
   StepEnabled stepEnabled() const override;
+  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -41,7 +45,6 @@ class Readout final : public QSpinBox {
   class Edit;
 
   void take(int value);
-  void commit();
   void restoreTo(int value);
   int rounded(std::int64_t value) const;
 

@@ -70,6 +70,11 @@ std::int64_t specialValue(TuningParameter parameter) {
   return parameter == TuningParameter::sensitivity ? automatic : brakeLevelOff;
 }
 
+bool hasSpecialValue(TuningParameter parameter, const std::optional<FanatecProduct>& product) {
+  if (parameter == TuningParameter::brakeLevelIndicator) return true;
+  return parameter == TuningParameter::sensitivity && (!product || product->autoRotation > 0);
+}
+
 ClosedRange sliderRange(TuningParameter parameter, const std::optional<FanatecProduct>& product) {
   ClosedRange range = parameter.allowedRange(product);
   if (parameter == TuningParameter::brakeLevelIndicator) range.upper = brakeLevelOff - 1;

@@ -43,8 +43,9 @@ std::string unitOf(TuningParameter parameter);
 // The word beside the switch of a parameter that has one; empty for the others.
 std::string switchWord(TuningParameter parameter);
 
-// The value that the switch stages when it is turned on.
+// The value that the switch stages when it is turned on, and whether this base takes it.
 std::int64_t specialValue(TuningParameter parameter);
+bool hasSpecialValue(TuningParameter parameter, const std::optional<FanatecProduct>& product);
 
 // The values that a slider covers; the special one is not among them.
 ClosedRange sliderRange(TuningParameter parameter, const std::optional<FanatecProduct>& product);

@@ -65,6 +65,8 @@ SavePresetBar::SavePresetBar(AppModel& model, QWidget* parent)
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
+void SavePresetBar::focusName() { name_->setFocus(Qt::OtherFocusReason); }
+
 // Trimmed, as it is saved.
 std::string SavePresetBar::newName() const { return text(name_->text().trimmed()); }
 

@@ -1,6 +1,8 @@
 #include "ui/tuning_page.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -9,6 +11,7 @@
 #include "ui/metrics.h"
 #include "ui/parameter_row.h"
 #include "ui/save_bar.h"
+#include "ui/tab_order.h"
 #include "ui/tuning_header.h"
 #include "ui/warning_box.h"
 
@@ -80,6 +83,10 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   outer->addWidget(message_, 1);
   outer->addWidget(content_, 1);
   connect(&model, &AppModel::menuChangedAtBase, this, &TuningPage::noteChanges);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*before*/, QWidget* now) {
+    // While rows are disabled one by one, the toolkit hands the focus from one to the next.
+    if (!isRendering_ && now != nullptr && list_->isAncestorOf(now)) lastEdited_ = now;
+  });
   saveBar_->hide();
   warningFrame_->hide();
   content_->hide();
@@ -92,6 +99,7 @@ bool TuningPage::focusDiscard() {
 }
 
 void TuningPage::render() {
+  const QScopedValueRollback rendering(isRendering_, true);
   const auto& menu = model().tuning();
   const bool hasMenu = model().isConnected() && menu;
   message_->setText(model().isConnected()
@@ -101,7 +109,7 @@ void TuningPage::render() {
   if (hasMenu) {
     renderRows(*menu);
     warningFrame_->setVisible(!menu->isAdvancedMode() && menu->slot() == autoSet);
-    saveBar_->setVisible(!model().staged().empty());
+    showSaveBar(!model().staged().empty());
   }
   content_->setVisible(hasMenu);
 }
@@ -125,6 +133,17 @@ std::optional<std::int64_t> TuningPage::unsaved(TuningParameter parameter) const
   const bool isSaved =
       model().progress() && isCurrentValue({parameter, staged->second}, model().tuning(), product_);
   return isSaved ? std::nullopt : std::optional(staged->second);
+}
+
+// A bar that goes while it has the focus gives it back to what was edited.
+void TuningPage::showSaveBar(bool shows) {
+  const QWidget* const focused = QApplication::focusWidget();
+  const bool leavesFocus =
+      saveBar_->isVisible() && !shows && (focused == nullptr || saveBar_->isAncestorOf(focused));
+  saveBar_->setVisible(shows);
+  if (leavesFocus && lastEdited_ && lastEdited_->isVisible()) {
+    lastEdited_->setFocus(Qt::OtherFocusReason);
+  }
 }
 
 void TuningPage::noteChanges(const TuningSnapshot& before) {
@@ -153,6 +172,9 @@ void TuningPage::buildRows(const std::vector<TuningParameter>& parameters) {
     connect(row, &ParameterRow::reverted, this,
             [this](TuningParameter changed) { model().revert(changed); });
   }
+  std::vector<QWidget*> inReadingOrder(rows_.begin(), rows_.end());
+  inReadingOrder.push_back(saveBar_);
+  chainTabOrder(inReadingOrder);
 }
 
 void TuningPage::setNarrow(bool narrow) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <vector>
 
 #include "ui/view.h"
@@ -31,6 +32,7 @@ class TuningPage final : public View {
 
  private:
   void renderRows(const TuningSnapshot& menu);
+  void showSaveBar(bool shows);
   void noteChanges(const TuningSnapshot& before);
   std::optional<std::int64_t> unsaved(TuningParameter parameter) const;
   void buildRows(const std::vector<TuningParameter>& parameters);
@@ -45,6 +47,8 @@ class TuningPage final : public View {
   SaveBar* saveBar_;
   std::vector<ParameterRow*> rows_;
   std::optional<FanatecProduct> product_;  // that the rows were built for
+  QPointer<QWidget> lastEdited_;           // the control of the list that had the focus last
+  bool isRendering_ = false;
   bool isNarrow_ = false;
 };
 

@@ -42,6 +42,11 @@ void View::keepFocus(QWidget* before) {
   }
 }
 
+void View::hideEvent(QHideEvent* event) {
+  unfocused_.clear();
+  QWidget::hideEvent(event);
+}
+
 void View::showEvent(QShowEvent* event) {
   renderIfDue();
   QWidget::showEvent(event);

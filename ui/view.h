@@ -23,6 +23,7 @@ class View : public QWidget {
   virtual void render() = 0;
 
   void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   void schedule();

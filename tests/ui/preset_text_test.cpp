@@ -1,0 +1,107 @@
+#include "ui/preset_text.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/bytes.h"
+
+namespace quorvane {
+namespace {
+
+using P = TuningParameter;
+
+const auto directDrive = FanatecProduct::lookup(0x0020);
+const auto cslElite = FanatecProduct::lookup(0x0E03);
+const auto classic = FanatecProduct::lookup(0x0001);
+
+// A preset of the user's with these values.
+TuningPreset presetWith(const std::vector<ParameterValue>& values) {
+  TuningPreset preset;
+  preset.name = "Wet";
+  preset.values = TuningPreset::codeValues(values);
+  return preset;
+}
+
+// A menu report whose status byte is this; the mode bit is 0x80 in the standard menu.
+TuningSnapshot menuWithStatus(std::uint8_t status) {
+  Bytes report(TuningSnapshot::length);
+  report[0] = TuningSnapshot::reportID;
+  report[1] = TuningSnapshot::subID;
+  report[2] = status;
+  return TuningSnapshot::fromReport(report, {}).value();
+}
+
+TEST(PresetText, ShowsAValueWithoutItsUnit) {
+  struct Case {
+    P parameter;
+    std::int64_t value;
+    std::optional<FanatecProduct> product;
+    std::string shown;
+    bool isWord;
+  };
+  const std::vector<Case> cases{{P::sensitivity, 0, directDrive, "AUTO", true},
+                                {P::sensitivity, 2530, directDrive, "AUTO", true},
+                                {P::sensitivity, 1090, cslElite, "AUTO", true},
+                                {P::sensitivity, 0, classic, "AUTO", true},
+                                {P::sensitivity, 0, std::nullopt, "AUTO", true},
+                                {P::sensitivity, 900, directDrive, "900", false},
+                                {P::forceFeedback, 80, directDrive, "80", false},
+                                {P::forceFeedback, 0, directDrive, "0", false},
+                                {P::brakeLevelIndicator, 101, directDrive, "OFF", true},
+                                {P::brakeLevelIndicator, 100, directDrive, "100", false},
+                                {P::forceFeedbackScaling, 0, directDrive, "LIN", true},
+                                {P::forceFeedbackScaling, 1, directDrive, "PEA", true},
+                                {P::analogPaddles, 1, directDrive, "CbP", true},
+                                {P::driftMode, -3, cslElite, "-3", false}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(presetValue({c.parameter, c.value}, c.product), c.shown);
+    EXPECT_EQ(isWord({c.parameter, c.value}, c.product), c.isWord) << c.shown;
+  }
+}
+
+TEST(PresetText, SumsUpInMenuOrderWhatTheBaseHas) {
+  const TuningPreset preset = presetWith({{P::naturalInertia, 9},
+                                          {P::forceFeedback, 80},
+                                          {P::sensitivity, 0},
+                                          {P::interpolation, 3},
+                                          {P::driftMode, 2},
+                                          {P::slot, 4}});
+  EXPECT_EQ(presetSummary(preset, directDrive),
+            "Sensitivity AUTO, Force feedback strength 80 %, FFB interpolation filter 3, Natural "
+            "inertia 9 %");
+  EXPECT_EQ(presetSummary(preset, cslElite),
+            "Sensitivity AUTO, Force feedback strength 80 %, Drift mode 2");
+  EXPECT_EQ(presetSummary(presetWith({{P::sensitivity, 540}, {P::brakeForce, 50}}), std::nullopt),
+            "Sensitivity 540 deg, Brake force 50 %");
+  EXPECT_EQ(presetSummary(presetWith({{P::brakeLevelIndicator, 101}}), directDrive),
+            "Brake level indicator OFF");
+}
+
+TEST(PresetText, SaysWhenThereIsNothingForTheBase) {
+  EXPECT_EQ(presetSummary(presetWith({}), directDrive), "No values");
+  EXPECT_EQ(presetSummary(presetWith({{P::driftMode, 2}}), directDrive), "No values");
+}
+
+TEST(PresetText, AsksBeforeAPresetIsApplied) {
+  TuningPreset preset = presetWith({});
+  EXPECT_EQ(applyQuestion(preset), "Apply \"Wet\" to the active set?");
+  preset.name = "Wet\n\"Spa\"";
+  EXPECT_EQ(applyQuestion(preset), "Apply \"Wet \"Spa\"\" to the active set?");
+}
+
+TEST(PresetText, OnlyTheAutoSetIsWarnedOf) {
+  const std::string warning = " This is the Auto set, so they will not survive a power cycle.";
+  for (const std::uint8_t status : Bytes{0x81, 0x01}) {
+    EXPECT_EQ(applyConsequence(menuWithStatus(status)),
+              "Values will be written to set A (Auto Setup) and verified one by one." + warning);
+  }
+  for (const std::uint8_t status : Bytes{0x82, 0x85, 0x02, 0x04}) {
+    EXPECT_EQ(applyConsequence(menuWithStatus(status)),
+              "Values will be written to set C (Custom) and verified one by one.");
+  }
+}
+
+}  // namespace
+}  // namespace quorvane

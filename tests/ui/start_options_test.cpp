@@ -1,0 +1,101 @@
+#include "ui/start_options.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/version.h"
+
+namespace quorvane {
+namespace {
+
+struct Parsed {
+  StartOptions options;
+  std::optional<StartText> instead;
+
+  std::string text() const { return instead ? instead->text.toStdString() : ""; }
+};
+
+Parsed parse(const QStringList& words) {
+  Parsed parsed;
+  parsed.options = parseStart(QStringList{QStringLiteral("quorvane")} + words, parsed.instead);
+  return parsed;
+}
+
+TEST(StartOptions, AreNoneWithoutWords) {
+  const Parsed parsed = parse({});
+  EXPECT_FALSE(parsed.instead);
+  EXPECT_FALSE(parsed.options.simulated);
+  EXPECT_TRUE(parsed.options.files.empty());
+  EXPECT_FALSE(parsed.options.transcript);
+}
+
+using Files = std::vector<std::filesystem::path>;
+
+TEST(StartOptions, TakeFilesInTheirOrder) {
+  const QStringList words{QStringLiteral("wet.json"), QStringLiteral("a b\u00e9.json")};
+  const Files files{"wet.json", "a b\u00e9.json"};
+  EXPECT_EQ(parse(words).options.files, files);
+  EXPECT_EQ(parse(QStringList{QStringLiteral("--")} + words).options.files, files);
+  EXPECT_EQ(parse({QStringLiteral("--"), QStringLiteral("--simulate")}).options.files,
+            Files{"--simulate"});
+}
+
+TEST(StartOptions, NameTheTranscript) {
+  const Parsed parsed = parse({QStringLiteral("--simulate"), QStringLiteral("--transcript=t.txt")});
+  EXPECT_TRUE(parsed.options.simulated);
+  EXPECT_EQ(parsed.options.transcript, std::filesystem::path("t.txt"));
+}
+
+TEST(StartOptions, SimulateAProduct) {
+  struct Case {
+    QStringList words;
+    std::int64_t product;
+    Files files;
+  };
+  const QString wet = QStringLiteral("wet.json");
+  const std::vector<Case> cases{{{QStringLiteral("--simulate")}, 0x0020, {}},
+                                {{QStringLiteral("--simulate"), wet}, 0x0020, {"wet.json"}},
+                                {{wet, QStringLiteral("--simulate=0e03")}, 0x0E03, {"wet.json"}},
+                                {{QStringLiteral("--simulate=DD1")}, 0x0006, {}}};
+  for (const Case& c : cases) {
+    const Parsed parsed = parse(c.words);
+    EXPECT_FALSE(parsed.instead) << parsed.text();
+    ASSERT_TRUE(parsed.options.simulated);
+    EXPECT_EQ(parsed.options.simulated->productID, c.product);
+    EXPECT_EQ(parsed.options.files, c.files);
+  }
+}
+
+TEST(StartOptions, WrongUsageIsAnError) {
+  for (const char* const word : {"--simulate=pedals", "--simulate=", "--fast", "-x"}) {
+    const Parsed parsed = parse({QString::fromLatin1(word)});
+    ASSERT_TRUE(parsed.instead) << word;
+    EXPECT_EQ(parsed.instead->exitStatus, 2) << word;
+    EXPECT_TRUE(parsed.text().ends_with("\n")) << parsed.text();
+  }
+  EXPECT_TRUE(parse({QStringLiteral("--fast")}).text().find("--help") != std::string::npos);
+}
+
+TEST(StartOptions, TellTheVersion) {
+  const Parsed parsed = parse({QStringLiteral("--version")});
+  ASSERT_TRUE(parsed.instead);
+  EXPECT_EQ(parsed.instead->exitStatus, 0);
+  EXPECT_TRUE(parsed.text().starts_with("quorvane " + std::string(version()) + " ("))
+      << parsed.text();
+}
+
+TEST(StartOptions, Help) {
+  for (const char* const word : {"-h", "--help"}) {
+    const Parsed parsed = parse({QString::fromLatin1(word), QStringLiteral("wet.json")});
+    ASSERT_TRUE(parsed.instead);
+    EXPECT_EQ(parsed.instead->exitStatus, 0);
+    for (const char* const part : {"--simulate", "--version", "--help", "FILE"}) {
+      EXPECT_NE(parsed.text().find(part), std::string::npos) << part;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,70 @@
+#include "ui/time_text.h"
+
+#include <gtest/gtest.h>
+
+#include <QDateTime>
+#include <QLocale>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+// Another locale for the texts of a test.
+class ScopedLocale {
+ public:
+  explicit ScopedLocale(const QString& name) { QLocale::setDefault(QLocale(name)); }
+  ~ScopedLocale() { QLocale::setDefault(before_); }
+  ScopedLocale(const ScopedLocale&) = delete;
+  ScopedLocale& operator=(const ScopedLocale&) = delete;
+
+ private:
+  const QLocale before_;
+};
+
+// A moment of today, by the clock on the wall.
+WallClock::time_point at(int hour, int minute, int second) {
+  const QDateTime moment(QDate(2024, 3, 9), QTime(hour, minute, second));
+  return WallClock::time_point(std::chrono::seconds(moment.toSecsSinceEpoch()));
+}
+
+std::string shown(const char* locale, WallClock::time_point time) {
+  const ScopedLocale scoped(QString::fromLatin1(locale));
+  return timeText(time).toStdString();
+}
+
+TEST(TimeText, IsTheTimeOfDayWithItsSecondsAsTheLocaleWritesIt) {
+  struct Case {
+    const char* locale;
+    std::string morning;
+    std::string afternoon;
+  };
+  const std::vector<Case> cases{{"C", "04:05:06", "14:04:54"},
+                                {"de_DE", "04:05:06", "14:04:54"},
+                                {"en_GB", "04:05:06", "14:04:54"},
+                                {"en_US", "4:05:06 AM", "2:04:54 PM"}};
+  for (const auto& [locale, morning, afternoon] : cases) {
+    EXPECT_EQ(shown(locale, at(4, 5, 6)), morning) << locale;
+    EXPECT_EQ(shown(locale, at(14, 4, 54)), afternoon) << locale;
+  }
+}
+
+TEST(TimeText, LeavesTheZoneAndTheDateOut) {
+  for (const char* const locale : {"fr_FR", "ja_JP", "fi_FI", "pt_BR", "bg_BG"}) {
+    const std::string text = shown(locale, at(14, 4, 54));
+    EXPECT_NE(text.find("54"), std::string::npos) << text;
+    EXPECT_EQ(text.find("UTC"), std::string::npos) << text;
+    EXPECT_EQ(text.find("2024"), std::string::npos) << text;
+    EXPECT_EQ(text.find("()"), std::string::npos) << text;
+  }
+}
+
+TEST(TimeText, PartsOfASecondAreDropped) {
+  const auto time = at(14, 4, 54);
+  EXPECT_EQ(shown("C", time + std::chrono::milliseconds(999)), "14:04:54");
+  EXPECT_EQ(shown("C", WallClock::time_point(std::chrono::milliseconds(-1))),
+            shown("C", WallClock::time_point(std::chrono::seconds(-1))));
+}
+
+}  // namespace
+}  // namespace quorvane
