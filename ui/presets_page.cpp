@@ -28,9 +28,10 @@ QString progressText(const AppModel& model, const TuningPreset& preset) {
 }
 
 QString whyNotApply(const AppModel& model) {
-  const QString whyNot = whyNotNow(model);
-  if (!whyNot.isEmpty() || model.tuning()) return whyNot;
-  return QStringLiteral("The base has not told its menu yet");
+  if (model.isConnected() && !model.busy() && !model.tuning()) {
+    return QStringLiteral("The base has not told its menu yet");
+  }
+  return whyNotNow(model);
 }
 
 }  // namespace

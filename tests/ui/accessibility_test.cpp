@@ -56,7 +56,7 @@ class Accessibility : public WindowTest {
     return order;
   }
 
-  static Lines joined(std::vector<Lines> parts) {
+  static Lines joined(const std::vector<Lines>& parts) {
     Lines all;
     for (const Lines& part : parts) all.insert(all.end(), part.begin(), part.end());
     return all;

@@ -7,6 +7,7 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QTimerEvent>
+#include <cmath>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -41,7 +42,7 @@ class Row : public WindowTest {
   // The place of a value on the slider of a row, its groove 9 pixels inside.
   QPoint placeOf(const ValueSlider& on, int value) {
     const double part = double(value - on.minimum()) / (on.maximum() - on.minimum());
-    return {static_cast<int>(9 + (on.width() - 18) * part + 0.5), on.height() / 2};
+    return {static_cast<int>(std::lround(9 + (on.width() - 18) * part)), on.height() / 2};
   }
 
   // On the minus or the plus of a readout.
@@ -83,6 +84,7 @@ struct Scales {
   std::vector<Scale> rows;
 };
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that the test framework looks for
 void PrintTo(const Scales& test, std::ostream* out) { *out << test.product; }
 
 class RowOfProduct : public Row, public testing::WithParamInterface<Scales> {};

@@ -13,6 +13,7 @@ namespace {
 
 TEST(Section, TitlesAreTheRawValuesInTheOrderOfTheSidebar) {
   std::vector<std::string> titles;
+  titles.reserve(allSections.size());
   for (const Section section : allSections) titles.emplace_back(rawValue(section));
   EXPECT_EQ(titles, (std::vector<std::string>{"Base", "Tuning", "Presets", "Tools", "Log"}));
 }

@@ -74,6 +74,7 @@ struct Listed {
   Lines rows;
 };
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that the test framework looks for
 void PrintTo(const Listed& test, std::ostream* out) { *out << test.product; }
 
 const Lines directDriveRows{"SEN Sensitivity (steering angle)",
