@@ -69,11 +69,11 @@ int threadsNamed(const std::string& name) {
 }
 
 TEST(WorkQueue, HasAThreadOnlyWhileItHasSomethingToDo) {
+  Semaphore started;  // outlives the queue, whose thread signals it
+  Semaphore go;
   WorkQueue queue("works");
   EXPECT_EQ(threadsNamed("works"), 0);
   for (int round = 0; round < 3; ++round) {
-    Semaphore started;
-    Semaphore go;
     queue.add([&] {
       started.signal();
       go.wait();
