@@ -16,8 +16,7 @@
 #include <utility>
 
 #include "bench/samples.h"
-#include "bench/simulated_description.h"
-#include "hid/linux/hidraw_port.h"
+#include "bench/wired_device.h"
 #include "session/wheel_base.h"
 #include "simulator/simulated_base.h"
 #include "support/mutex.h"
@@ -121,19 +120,6 @@ class BareExchange {
   bool answered_ QUORVANE_GUARDED_BY(lock_) = false;
   Responder responder_;
   Thread reader_;
-};
-
-// A device whose node is one end of a wire. Opened once.
-class WiredDevice final : public SimulatedDescription {
- public:
-  explicit WiredDevice(UniqueFd fd) : fd_(std::move(fd)) {}
-
-  HIDOpenResult open(bool /*exclusive*/) override {
-    return {HIDReturnCode::success, std::make_unique<HidrawPort>(std::move(fd_), true)};
-  }
-
- private:
-  UniqueFd fd_;
 };
 
 // The same exchange as a session does it, over the port that real nodes get.

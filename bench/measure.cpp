@@ -13,15 +13,18 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
+#include <stdexcept>
+#include <utility>
 #include <vector>
+
+#include "bench/program_words.h"
 
 namespace {
 
 using Steady = std::chrono::steady_clock;
 
 struct Program {
-  std::vector<char*> words;
+  quorvane::ProgramWords words;
   std::vector<double> microseconds;
   long peakKiB = 0;
 };
@@ -29,23 +32,6 @@ struct Program {
 [[noreturn]] void fail(const char* message) {
   std::fprintf(stderr, "measure: %s\n", message);
   std::exit(2);
-}
-
-std::vector<Program> programsOf(char** word) {
-  std::vector<Program> programs;
-  for (; *word != nullptr; ++word) {
-    if (std::string_view(*word) == "--") {
-      programs.emplace_back();
-    } else {
-      if (programs.empty()) fail("usage: measure ROUNDS -- PROGRAM [ARGUMENT...]...");
-      programs.back().words.push_back(*word);
-    }
-  }
-  for (Program& program : programs) {
-    if (program.words.empty()) fail("a program has no name");
-    program.words.push_back(nullptr);
-  }
-  return programs;
 }
 
 void runOnce(Program& program, const posix_spawn_file_actions_t& silence) {
@@ -75,7 +61,14 @@ double median(std::vector<double> samples) {
 int main(int argc, char** argv) {
   const int rounds = argc > 2 ? std::atoi(argv[1]) : 0;
   if (rounds < 1) fail("usage: measure ROUNDS -- PROGRAM [ARGUMENT...]...");
-  std::vector<Program> programs = programsOf(argv + 2);
+  std::vector<Program> programs;
+  try {
+    for (quorvane::ProgramWords& words : quorvane::programsOf(argv + 2)) {
+      programs.push_back({std::move(words), {}, 0});
+    }
+  } catch (const std::invalid_argument& error) {
+    fail(error.what());
+  }
 
   posix_spawn_file_actions_t silence;
   ::posix_spawn_file_actions_init(&silence);

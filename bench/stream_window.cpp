@@ -23,8 +23,7 @@
 #include <system_error>
 #include <utility>
 
-#include "bench/simulated_description.h"
-#include "hid/linux/hidraw_port.h"
+#include "bench/wired_device.h"
 #include "simulator/simulated_base.h"
 #include "support/semaphore.h"
 #include "support/unique_fd.h"
@@ -38,18 +37,6 @@ constexpr const char* baseRole = "base";
 constexpr const char* bareRole = "bare";
 
 std::system_error failure(const char* what) { return {errno, std::generic_category(), what}; }
-
-class WiredDevice final : public SimulatedDescription {
- public:
-  explicit WiredDevice(UniqueFd fd) : fd_(std::move(fd)) {}
-
-  HIDOpenResult open(bool /*exclusive*/) override {
-    return {HIDReturnCode::success, std::make_unique<HidrawPort>(std::move(fd_), true)};
-  }
-
- private:
-  UniqueFd fd_;
-};
 
 // Nothing ever comes or goes.
 class QuietMonitor final : public HIDMonitor {

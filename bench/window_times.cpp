@@ -22,8 +22,10 @@
 #include <cstring>
 #include <memory>
 #include <optional>
-#include <string_view>
+#include <stdexcept>
 #include <vector>
+
+#include "bench/program_words.h"
 
 namespace {
 
@@ -45,24 +47,7 @@ struct Free {
 template <typename What>
 using Owned = std::unique_ptr<What, Free>;
 
-using Program = std::vector<char*>;  // its words and a null pointer
-
-std::vector<Program> programsOf(char** word) {
-  std::vector<Program> programs;
-  for (; *word != nullptr; ++word) {
-    if (std::string_view(*word) == "--") {
-      programs.emplace_back();
-    } else {
-      if (programs.empty()) fail("usage: window_times ROUNDS -- PROGRAM [ARGUMENT...]...");
-      programs.back().push_back(*word);
-    }
-  }
-  for (Program& program : programs) {
-    if (program.empty()) fail("a program has no name");
-    program.push_back(nullptr);
-  }
-  return programs;
-}
+using Program = quorvane::ProgramWords;
 
 // A program between its start and its end.
 class Process {
@@ -251,7 +236,12 @@ void measure(Display& display, const Program& program, std::size_t number, bool 
 int main(int argc, char** argv) {
   const int rounds = argc > 2 ? std::atoi(argv[1]) : 0;
   if (rounds < 1) fail("usage: window_times ROUNDS -- PROGRAM [ARGUMENT...]...");
-  const std::vector<Program> programs = programsOf(argv + 2);
+  std::vector<Program> programs;
+  try {
+    programs = quorvane::programsOf(argv + 2);
+  } catch (const std::invalid_argument& error) {
+    fail(error.what());
+  }
   Display display;
   // The first run of each fills the caches and does not count.
   for (int round = 0; round <= rounds; ++round) {

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+namespace quorvane {
+
+// The words of one program, and the null pointer that ends them for the system.
+using ProgramWords = std::vector<char*>;
+
+// The programs of "-- PROGRAM [ARGUMENT...] [-- PROGRAM [ARGUMENT...]]...", the end of a command
+// line. Throws std::invalid_argument when there is something else.
+inline std::vector<ProgramWords> programsOf(char** word) {
+  std::vector<ProgramWords> programs;
+  for (; *word != nullptr; ++word) {
+    if (std::string_view(*word) == "--") {
+      programs.emplace_back();
+    } else {
+      if (programs.empty()) throw std::invalid_argument("the programs come after --");
+      programs.back().push_back(*word);
+    }
+  }
+  for (ProgramWords& program : programs) {
+    if (program.empty()) throw std::invalid_argument("a program has no name");
+    program.push_back(nullptr);
+  }
+  return programs;
+}
+
+}  // namespace quorvane
