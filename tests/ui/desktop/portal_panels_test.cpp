@@ -40,7 +40,7 @@ class PortalPanels : public PanelsTest {
     return qdbus_cast<QVariantMap>(call(number).arguments().value(2));
   }
 
-  // Where the specification puts the request.
+  // Where the interface of portals puts the request.
   QString handle(qsizetype number = 0) {
     return QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2")
         .arg(call(number).service().mid(1).replace(u'.', u'_'),
