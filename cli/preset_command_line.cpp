@@ -52,7 +52,7 @@ constexpr const char* shareFooter =
     "  quorvanectl presets share gt7.quorvane --preset \"My GT7\"";
 
 // The words of one command, as CLI11 fills them in.
-struct Words {
+struct PresetWords {
   std::string which;
   std::vector<std::string> several;
   std::string name;
@@ -144,7 +144,7 @@ class PresetParser {
 
   CLI::App& presets_;
   ParsedCommands& commands_;
-  const std::shared_ptr<Words> words_ = std::make_shared<Words>();
+  const std::shared_ptr<PresetWords> words_ = std::make_shared<PresetWords>();
 };
 
 }  // namespace

@@ -23,6 +23,11 @@ else()
     -Wno-stringop-overread)
 endif()
 
+if(CMAKE_UNITY_BUILD)
+  # Files compiled together may well shadow each other's names; builds file by file still warn.
+  target_compile_options(quorvane_flags INTERFACE -Wno-shadow)
+endif()
+
 add_link_options(LINKER:--as-needed)
 
 if(QUORVANE_SANITIZE)

@@ -5,7 +5,7 @@
 namespace quorvane {
 namespace {
 
-struct Globals {
+struct SummaryGlobals {
   std::int64_t usagePage = 0;
   std::int64_t reportSize = 0;
   std::int64_t reportID = 0;
@@ -34,7 +34,7 @@ struct Globals {
 }  // namespace
 
 std::vector<HIDReportSummary> HIDReportDescriptor::summaries() const {
-  Globals globals;
+  SummaryGlobals globals;
   HIDReportTally tally;
   DescriptorItems items(bytes_);
   while (const auto item = items.next()) {

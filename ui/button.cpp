@@ -15,7 +15,6 @@ namespace quorvane {
 namespace {
 
 constexpr int padding = 12;
-constexpr int symbolSize = 16;
 constexpr int chevronWidth = 8;
 constexpr int iconButtonSize = 28;
 
@@ -80,7 +79,7 @@ QSize Button::sizeHint() const {
   const QFontMetrics metrics(labelFont());
   int width = 2 * padding;
   if (!symbolOnly_) width += metrics.horizontalAdvance(text().remove(u'&'));
-  if (!symbol_.isEmpty()) width += symbolSize + (symbolOnly_ ? 0 : Metrics::gap);
+  if (!symbol_.isEmpty()) width += Metrics::symbolSize + (symbolOnly_ ? 0 : Metrics::gap);
   if (menu() != nullptr) width += Metrics::gap + chevronWidth;
   return {width, Metrics::atLeast(Metrics::buttonHeight, labelFont())};
 }
@@ -92,9 +91,10 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
 
   QRect inner = rect().adjusted(padding, 0, -padding, 0);
   if (!symbol_.isEmpty()) {
-    const int y = (height() - symbolSize) / 2;
-    painter.drawPixmap(inner.left(), y, symbol(symbol_, symbolSize, look.ink, devicePixelRatioF()));
-    inner.setLeft(inner.left() + symbolSize + Metrics::gap);
+    const int y = (height() - Metrics::symbolSize) / 2;
+    painter.drawPixmap(inner.left(), y,
+                       symbol(symbol_, Metrics::symbolSize, look.ink, devicePixelRatioF()));
+    inner.setLeft(inner.left() + Metrics::symbolSize + Metrics::gap);
   }
   if (menu() != nullptr) {
     drawChevron(painter, {inner.right() - chevronWidth / 2.0, height() / 2.0}, look.ink);
@@ -133,8 +133,8 @@ void IconButton::paintEvent(QPaintEvent* /*event*/) {
   QColor ink = prominent_ ? t.brandText : t.ink2;
   if (active && destructive_) ink = t.error;
   if (!isEnabled()) ink = t.inkDisabled;
-  const int inset = (iconButtonSize - symbolSize) / 2;
-  painter.drawPixmap(inset, inset, symbol(symbol_, symbolSize, ink, devicePixelRatioF()));
+  const int inset = (iconButtonSize - Metrics::symbolSize) / 2;
+  painter.drawPixmap(inset, inset, symbol(symbol_, Metrics::symbolSize, ink, devicePixelRatioF()));
 }
 
 }  // namespace quorvane

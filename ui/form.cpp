@@ -39,11 +39,6 @@ QLabel* valueLabel(const QString& objectName) {
   return label;
 }
 
-int inset(const QWidget& widget) {
-  return widget.window()->width() < Metrics::narrowBelow ? Metrics::narrowInset
-                                                         : Metrics::pageInset;
-}
-
 // A text that wraps at its widest, also when there is more room.
 class Paragraph final : public QLabel {
  public:
@@ -203,7 +198,7 @@ QSize PageHeader::sizeHint() const {
 }
 
 void PageHeader::resizeEvent(QResizeEvent* /*event*/) {
-  title_->setGeometry(inset(*this), 0, width() - 2 * inset(*this), height());
+  title_->setGeometry(Metrics::inset(*this), 0, width() - 2 * Metrics::inset(*this), height());
 }
 
 void PageHeader::paintEvent(QPaintEvent* /*event*/) {
@@ -237,7 +232,7 @@ void FormPage::add(Card* card) {
 }
 
 void FormPage::resizeEvent(QResizeEvent* /*event*/) {
-  const int side = inset(*this);
+  const int side = Metrics::inset(*this);
   column_->setContentsMargins(side, cardGap_, side, cardGap_);
 }
 

@@ -12,9 +12,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int symbolSize = 16;
-constexpr int textLeft = symbolSize + 7;
-constexpr int tall = 10000;
+constexpr int textLeft = Metrics::symbolSize + 7;
 
 }  // namespace
 
@@ -37,20 +35,20 @@ LinkRow::LinkRow(QString symbol, const QString& text, const QUrl& target, const 
 QSize LinkRow::sizeHint() const {
   const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
   const int width = textLeft + metrics.horizontalAdvance(text());
-  return {width, std::max(symbolSize, metrics.height())};
+  return {width, std::max(Metrics::symbolSize, metrics.height())};
 }
 
 int LinkRow::heightForWidth(int width) const {
   const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
-  const QRect box = metrics.boundingRect(QRect(0, 0, width - textLeft, tall),
+  const QRect box = metrics.boundingRect(QRect(0, 0, width - textLeft, QWIDGETSIZE_MAX),
                                          Qt::AlignLeft | Qt::TextWordWrap, text());
-  return std::max(symbolSize, box.height());
+  return std::max(Metrics::symbolSize, box.height());
 }
 
 void LinkRow::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
-  painter.drawPixmap(0, 0, symbol(symbol_, symbolSize, t.brandText, devicePixelRatioF()));
+  painter.drawPixmap(0, 0, symbol(symbol_, Metrics::symbolSize, t.brandText, devicePixelRatioF()));
   QFont font = Metrics::font(Metrics::Type::callout);
   font.setUnderline(underMouse());
   painter.setFont(font);

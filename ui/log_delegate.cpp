@@ -15,28 +15,24 @@ namespace {
 
 constexpr int timeGap = 16;
 constexpr int gutter = 22;
-constexpr int symbolSize = 14;
-constexpr int tall = 100000;
+constexpr int errorSymbol = 14;
 
-int padding() {
+int linePadding() {
   const QFontMetrics body(Metrics::font(Metrics::Type::body));
   return std::max(0, Metrics::logRowHeight - body.height()) / 2;
 }
 
-int inset(const QWidget* view) {
-  return view != nullptr && view->window()->width() < Metrics::narrowBelow ? Metrics::narrowInset
-                                                                           : Metrics::pageInset;
-}
-
-int textLeft(const QWidget* view, const QString& time) {
+int messageLeft(const QWidget& view, const QString& time) {
   const QFontMetrics fixed(Metrics::font(Metrics::Type::fixed));
-  return inset(view) + fixed.horizontalAdvance(time) + timeGap + gutter;
+  return Metrics::inset(view) + fixed.horizontalAdvance(time) + timeGap + gutter;
 }
 
 QRect textBox(const QStyleOptionViewItem& option, const QModelIndex& index, int width) {
-  const int left = textLeft(option.widget, index.data(LogModel::timeRole).toString());
-  return {left, 0,
-          std::max(1, std::min(width, Metrics::contentWidth) - left - inset(option.widget)), tall};
+  const int left = messageLeft(*option.widget, index.data(LogModel::timeRole).toString());
+  return {
+      left, 0,
+      std::max(1, std::min(width, Metrics::contentWidth) - left - Metrics::inset(*option.widget)),
+      QWIDGETSIZE_MAX};
 }
 
 }  // namespace
@@ -46,7 +42,7 @@ QSize LogDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInde
   const QFontMetrics body(Metrics::font(Metrics::Type::body));
   const QRect box = body.boundingRect(textBox(option, index, width), Qt::TextWordWrap,
                                       index.data(Qt::DisplayRole).toString());
-  return {width, std::max(Metrics::logRowHeight, box.height() + 2 * padding())};
+  return {width, std::max(Metrics::logRowHeight, box.height() + 2 * linePadding())};
 }
 
 void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -60,20 +56,21 @@ void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const QFont body = Metrics::font(Metrics::Type::body);
   const QFont fixed = Metrics::font(Metrics::Type::fixed);
   const QString time = index.data(LogModel::timeRole).toString();
-  const int baseline = rect.top() + padding() + QFontMetrics(body).ascent();
+  const int baseline = rect.top() + linePadding() + QFontMetrics(body).ascent();
   painter->setFont(fixed);
   painter->setPen(t.ink2);
-  painter->drawText(rect.left() + inset(option.widget), baseline, time);
+  painter->drawText(rect.left() + Metrics::inset(*option.widget), baseline, time);
   const QRect box = textBox(option, index, rect.width()).translated(rect.left(), rect.top());
   if (isError) {
-    const int top = rect.top() + padding() + (QFontMetrics(body).height() - symbolSize) / 2;
+    const int top = rect.top() + linePadding() + (QFontMetrics(body).height() - errorSymbol) / 2;
     painter->drawPixmap(box.left() - gutter, top,
-                        symbol(QStringLiteral("exclamationmark.triangle.fill"), symbolSize, t.error,
-                               painter->device()->devicePixelRatioF()));
+                        symbol(QStringLiteral("exclamationmark.triangle.fill"), errorSymbol,
+                               t.error, painter->device()->devicePixelRatioF()));
   }
   painter->setFont(body);
   painter->setPen(isError ? t.error : t.ink);
-  painter->drawText(box.translated(0, padding()), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
+  painter->drawText(box.translated(0, linePadding()),
+                    Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
                     index.data(Qt::DisplayRole).toString());
   if (option.state.testFlag(QStyle::State_HasFocus)) {
     painter->setPen(QPen(t.ring, Metrics::ringWidth));

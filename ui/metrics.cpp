@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QWidget>
 #include <algorithm>
 
 namespace quorvane::Metrics {
@@ -24,6 +25,10 @@ QFont fixedFont() {
 }
 
 }  // namespace
+
+int inset(const QWidget& widget) {
+  return widget.window()->width() < narrowBelow ? narrowInset : pageInset;
+}
 
 int atLeast(int height, const QFont& font) {
   return std::max(height, QFontMetrics(font).height() + textMargin);

@@ -2,6 +2,8 @@
 
 #include <QFont>
 
+class QWidget;
+
 // Sizes in logical pixels, and fonts as steps from the system's own. A height is the least one:
 // larger fonts raise it.
 namespace quorvane::Metrics {
@@ -20,6 +22,7 @@ inline constexpr int cardWidth = 880;
 inline constexpr int pageInset = 20;
 inline constexpr int narrowInset = 14;
 inline constexpr int cardInset = 14;
+inline constexpr int cardRowPadding = 10;  // above and below
 inline constexpr int gap = 8;
 
 inline constexpr int cardRadius = 6;
@@ -39,9 +42,14 @@ inline constexpr int statusBarHeight = 30;
 inline constexpr int buttonHeight = 28;
 inline constexpr int rowControlHeight = 26;
 inline constexpr int pillHeight = 16;
+inline constexpr int symbolSize = 16;
+inline constexpr int stepButtonWidth = 23;
 
 inline constexpr int ringWidth = 2;
 inline constexpr int ringGap = 2;
+
+// The distance of a page\'s content from its sides, in the window that shows the widget.
+int inset(const QWidget& widget);
 
 // The larger of the height and what a line of the font needs.
 int atLeast(int height, const QFont& font);

@@ -13,7 +13,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int inset = 10;  // above and below
 constexpr int stripGap = 6;
 constexpr int trashColumn = 28;
 
@@ -36,7 +35,8 @@ PresetRow::PresetRow(const TuningPreset& preset, const std::optional<FanatecProd
   setObjectName(QStringLiteral("preset-") + text(preset.id.text()));
   setAccessibleName(text(name));
   auto* const grid = new QGridLayout(this);
-  grid->setContentsMargins(Metrics::cardInset, inset, Metrics::cardInset, inset);
+  grid->setContentsMargins(Metrics::cardInset, Metrics::cardRowPadding, Metrics::cardInset,
+                           Metrics::cardRowPadding);
   grid->setHorizontalSpacing(Metrics::gap);
   grid->setVerticalSpacing(0);
   grid->setColumnStretch(0, 1);

@@ -8,16 +8,13 @@
 namespace quorvane {
 namespace {
 
-constexpr int autoSet = 1;
-constexpr std::int64_t automatic = 0;
-
 RowState rowOf(const ParameterValue& value, const std::optional<FanatecProduct>& product) {
   return {value.parameter, value.value, {}, product};
 }
 
 bool isAutomatic(const ParameterValue& value, const std::optional<FanatecProduct>& product) {
-  return rowOf(value, product).isAuto() ||
-         (value.parameter == TuningParameter::sensitivity && value.value == automatic);
+  return rowOf(value, product).isAuto() || (value.parameter == TuningParameter::sensitivity &&
+                                            value.value == specialValue(value.parameter));
 }
 
 // "Sensitivity", where the title goes on to explain itself.

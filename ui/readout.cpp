@@ -16,8 +16,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int stepButtonWidth = 23;
-constexpr int textMargin = 6;
+constexpr int numberMargin = 6;
 constexpr const char* widestText = "2520 deg";
 
 }  // namespace
@@ -90,7 +89,7 @@ bool Readout::isEditing() const { return lineEdit()->hasFocus() && lineEdit()->i
 QSize Readout::sizeHint() const {
   const QFont font = Metrics::font(Metrics::Type::value);
   const int text = QFontMetrics(font).horizontalAdvance(QString::fromLatin1(widestText));
-  return {text + 2 * (stepButtonWidth + textMargin),
+  return {text + 2 * (Metrics::stepButtonWidth + numberMargin),
           Metrics::atLeast(Metrics::rowControlHeight, font)};
 }
 

@@ -11,6 +11,9 @@
 // What a row of the tuning list shows and says, as text.
 namespace quorvane {
 
+// The set that the base fills in by itself, in the standard menu.
+inline constexpr int autoSet = 1;
+
 // What a row is about. Values in display units.
 struct RowState {
   TuningParameter parameter = TuningParameter::slot;

@@ -16,9 +16,8 @@ namespace quorvane {
 namespace {
 
 constexpr int nameWidth = 250;
-constexpr int captionGap = 14;
-constexpr int textMargin = 6;
-constexpr int inset = 10;  // above and below
+constexpr int afterCaption = 14;
+constexpr int fieldMargin = 6;
 
 Button* button(const QString& word, const char* objectName) {
   auto* const button = new Button(word);
@@ -43,7 +42,7 @@ SavePresetBar::SavePresetBar(AppModel& model, QWidget* parent)
   caption_->setForegroundRole(QPalette::Dark);
   caption_->setBuddy(name_);
   name_->setObjectName(QStringLiteral("presetNameField"));
-  name_->setTextMargins(textMargin, 0, textMargin, 0);
+  name_->setTextMargins(fieldMargin, 0, fieldMargin, 0);
   name_->setPlaceholderText(QStringLiteral("Preset name"));
   name_->setAccessibleName(QStringLiteral("Preset name"));
   name_->setFixedSize(nameWidth, Metrics::atLeast(Metrics::buttonHeight, font()));
@@ -98,8 +97,9 @@ void SavePresetBar::place() {
   const bool isNarrow = window()->width() < Metrics::narrowBelow;
   const int side = isNarrow ? Metrics::narrowInset : Metrics::pageInset;
   const int beyond = std::max(0, width() - Metrics::contentWidth);
-  column_->setContentsMargins(side, inset + 1, side + beyond, inset);
-  caption_->setContentsMargins(0, 0, isNarrow ? 0 : captionGap - Metrics::gap, 0);
+  column_->setContentsMargins(side, Metrics::cardRowPadding + 1, side + beyond,
+                              Metrics::cardRowPadding);
+  caption_->setContentsMargins(0, 0, isNarrow ? 0 : afterCaption - Metrics::gap, 0);
   const bool isAbove = column_->indexOf(caption_) == 0;
   if (isNarrow == isAbove) return;
   if (isNarrow) {

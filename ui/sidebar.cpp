@@ -17,12 +17,12 @@ namespace quorvane {
 namespace {
 
 constexpr int rowInset = 8;
-constexpr int symbolSize = 18;
+constexpr int sectionSymbol = 18;
 constexpr int symbolInset = 10;
-constexpr int titleGap = 10;
+constexpr int symbolGap = 10;
 constexpr int markWidth = 3;
 constexpr int markHeight = 18;
-constexpr int topInset = 10;
+constexpr int firstRowTop = 10;
 constexpr int rowSpacing = 2;
 constexpr int linkInset = 12;
 constexpr int linkSpacing = 6;
@@ -70,11 +70,11 @@ class SidebarRow final : public QAbstractButton {
       painter.fillRect(QRect(0, (height() - markHeight) / 2, markWidth, markHeight), t.brand);
     }
     const QColor ink = chosen ? t.brandText : t.ink2;
-    painter.drawPixmap(symbolInset, (height() - symbolSize) / 2,
-                       symbol(text(symbolName(section_)), symbolSize, ink, devicePixelRatioF()));
+    painter.drawPixmap(symbolInset, (height() - sectionSymbol) / 2,
+                       symbol(text(symbolName(section_)), sectionSymbol, ink, devicePixelRatioF()));
     painter.setFont(Metrics::font(chosen ? Metrics::Type::value : Metrics::Type::body));
     painter.setPen(t.ink);
-    painter.drawText(rect().adjusted(symbolInset + symbolSize + titleGap, 0, 0, 0),
+    painter.drawText(rect().adjusted(symbolInset + sectionSymbol + symbolGap, 0, 0, 0),
                      Qt::AlignLeft | Qt::AlignVCenter, QAbstractButton::text());
     if (count_ > 0) drawPill(painter);
   }
@@ -106,7 +106,7 @@ Sidebar::Sidebar(AppModel& model, QWidget* parent) : View(model, parent) {
   setObjectName(QStringLiteral("sidebar"));
   setAccessibleName(QStringLiteral("Sections"));
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(0, topInset, 0, linkInset);
+  column->setContentsMargins(0, firstRowTop, 0, linkInset);
   column->setSpacing(rowSpacing);
   for (std::size_t i = 0; i < allSections.size(); ++i) {
     auto* const row = new SidebarRow(allSections[i], this);

@@ -16,7 +16,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int stepButtonWidth = 23;
 constexpr int comboPadding = 10;
 constexpr int chevronRoom = 26;
 constexpr int holdBeforeRepeat = 400;  // milliseconds
@@ -80,11 +79,12 @@ void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainte
 QRect spinBoxRect(const QRect& all, QStyle::SubControl part) {
   switch (part) {
     case QStyle::SC_SpinBoxDown:
-      return {all.left(), all.top(), stepButtonWidth, all.height()};
+      return {all.left(), all.top(), Metrics::stepButtonWidth, all.height()};
     case QStyle::SC_SpinBoxUp:
-      return {all.right() + 1 - stepButtonWidth, all.top(), stepButtonWidth, all.height()};
+      return {all.right() + 1 - Metrics::stepButtonWidth, all.top(), Metrics::stepButtonWidth,
+              all.height()};
     case QStyle::SC_SpinBoxEditField:
-      return all.adjusted(stepButtonWidth + 1, 1, -stepButtonWidth - 1, -1);
+      return all.adjusted(Metrics::stepButtonWidth + 1, 1, -Metrics::stepButtonWidth - 1, -1);
     default:
       return all;
   }

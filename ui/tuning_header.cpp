@@ -17,7 +17,7 @@ namespace {
 
 constexpr int labelGap = 8;
 constexpr int groupGap = 20;
-constexpr int titleGap = 28;
+constexpr int afterTitle = 28;
 constexpr int narrowGap = 12;
 constexpr int standardSets = 2;
 constexpr int advancedSets = 5;
@@ -146,7 +146,7 @@ void TuningHeader::place() {
     title_->setGeometry(x, narrowTop, size.width(), size.height());
     top = height() - line - 10;
   } else {
-    put(title_, titleGap);
+    put(title_, afterTitle);
   }
   put(setLabel_, labelGap);
   put(set_, gap);

@@ -18,8 +18,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int autoSet = 1;
-
 QWidget* framed(QWidget* widget, int inset) {
   auto* const frame = new QWidget;
   auto* const box = new QVBoxLayout(frame);

@@ -12,8 +12,8 @@
 namespace quorvane {
 namespace {
 
-constexpr int symbolSize = 20;
-constexpr int inset = 12;
+constexpr int warningSymbol = 20;
+constexpr int boxInset = 12;
 
 }  // namespace
 
@@ -23,7 +23,7 @@ WarningBox::WarningBox(const QString& heading, const QString& body, QWidget* par
   setAccessibleName(QStringLiteral("Warning: ") + heading);
   setAccessibleDescription(body);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(inset + symbolSize + inset, inset, inset, inset);
+  column->setContentsMargins(boxInset + warningSymbol + boxInset, boxInset, boxInset, boxInset);
   column->setSpacing(2);
   auto* const head = new QLabel(heading);
   head->setObjectName(QStringLiteral("warningHeading"));
@@ -42,8 +42,8 @@ void WarningBox::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   drawBox(painter, rect(), Metrics::cardRadius, t.warningGround, t.warningLine);
-  painter.drawPixmap(inset, inset,
-                     symbol(QStringLiteral("exclamationmark.triangle.fill"), symbolSize,
+  painter.drawPixmap(boxInset, boxInset,
+                     symbol(QStringLiteral("exclamationmark.triangle.fill"), warningSymbol,
                             t.warningIcon, devicePixelRatioF()));
 }
 

@@ -2,25 +2,13 @@
 
 #include "cli/base_access.h"
 #include "tests/cli/preset_fixture.h"
+#include "tests/cli/receipts.h"
 
 namespace quorvane {
 namespace {
 
 using ApplyPreset = PresetTest;
 using SavePreset = PresetTest;
-
-Json receipt(const char* parameter, std::int64_t value, const Json& readBack, const Json& error,
-             std::int64_t milliseconds) {
-  return {{"parameter", parameter},
-          {"value", value},
-          {"readBack", readBack},
-          {"error", error},
-          {"milliseconds", milliseconds}};
-}
-
-std::string results(const std::vector<Json>& receipts) {
-  return documentText(Json{{"results", receipts}}) + "\n";
-}
 
 // What the default base's menu holds.
 const TuningPreset::Values menuValues{{"ACP", 1},   {"BLI", 101}, {"DPR", 50},  {"FEI", 100},

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tests/cli/command_line_fixture.h"
+#include "tests/cli/receipts.h"
 
 namespace quorvane {
 namespace {
@@ -19,19 +20,6 @@ class SetCommand : public CommandLineTest {
     return value;
   }
 };
-
-Json receipt(const char* parameter, std::int64_t value, const Json& readBack, const Json& error,
-             std::int64_t milliseconds) {
-  return {{"parameter", parameter},
-          {"value", value},
-          {"readBack", readBack},
-          {"error", error},
-          {"milliseconds", milliseconds}};
-}
-
-std::string results(const std::vector<Json>& receipts) {
-  return documentText(Json{{"results", receipts}}) + "\n";
-}
 
 TEST_F(SetCommand, WritesOneValueAndReadsItBack) {
   base();

@@ -14,13 +14,12 @@
 #include "support/thread.h"
 #include "tests/error_text.h"
 #include "tests/hid/fake_port.h"
+#include "tests/hid_codes.h"
 
 namespace quorvane {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-constexpr HIDReturn otherCode = 0x0000C005;
 
 // Input report 1: a signed byte X (-100...100), a byte Y (0...255).
 const Bytes twoAxes{

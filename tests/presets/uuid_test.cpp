@@ -16,7 +16,7 @@
 namespace quorvane {
 namespace {
 
-constexpr std::string_view sample = "6F1C2A34-8B0E-4D27-9C51-3E8A77B2D410";
+constexpr std::string_view someID = "6F1C2A34-8B0E-4D27-9C51-3E8A77B2D410";
 
 std::string lower(std::string_view text) {
   std::string result;
@@ -33,12 +33,12 @@ TEST(UUID, IsAllZerosUnlessMadeOtherwise) {
 
 TEST(UUID, IsReadInEitherCaseAndWrittenInUpperCase) {
   for (const std::string_view text :
-       {sample, std::string_view("6f1c2a34-8b0e-4d27-9c51-3e8a77b2d410"),
+       {someID, std::string_view("6f1c2a34-8b0e-4d27-9c51-3e8a77b2d410"),
         std::string_view("6F1c2a34-8B0e-4d27-9c51-3E8A77b2D410")}) {
     const auto id = UUID::parse(text);
     ASSERT_TRUE(id) << text;
-    EXPECT_EQ(id->text(), sample);
-    EXPECT_EQ(id, UUID::parse(sample));
+    EXPECT_EQ(id->text(), someID);
+    EXPECT_EQ(id, UUID::parse(someID));
   }
 }
 
@@ -54,10 +54,10 @@ TEST(UUID, IsReadOfAnyVersion) {
 
 TEST(UUID, EveryDigitCounts) {
   std::set<std::string> seen;
-  for (std::size_t place = 0; place < sample.size(); ++place) {
-    if (sample[place] == '-') continue;
+  for (std::size_t place = 0; place < someID.size(); ++place) {
+    if (someID[place] == '-') continue;
     for (const char digit : std::string_view("0123456789ABCDEF")) {
-      std::string text(sample);
+      std::string text(someID);
       text[place] = digit;
       const auto id = UUID::parse(text);
       ASSERT_TRUE(id) << text;
@@ -69,18 +69,18 @@ TEST(UUID, EveryDigitCounts) {
 }
 
 TEST(UUID, NoOtherByteStandsInAnyPlace) {
-  for (std::size_t place = 0; place < sample.size(); ++place) {
+  for (std::size_t place = 0; place < someID.size(); ++place) {
     for (int value = 0; value <= 0xFF; ++value) {
-      std::string text(sample);
+      std::string text(someID);
       text[place] = static_cast<char>(value);
-      const bool belongs = sample[place] == '-' ? value == '-' : std::isxdigit(value) != 0;
+      const bool belongs = someID[place] == '-' ? value == '-' : std::isxdigit(value) != 0;
       EXPECT_EQ(UUID::parse(text).has_value(), belongs) << place << " " << value;
     }
   }
 }
 
 TEST(UUID, NoOtherFormIsRead) {
-  const std::string text(sample);
+  const std::string text(someID);
   const std::vector<std::string> cases{
       "",
       " ",
@@ -155,9 +155,9 @@ TEST(UUID, EveryOtherBitOfRandomOnesIsSetAtTimes) {
       allDigits[place] |= 1 << digit;
     }
   }
-  for (std::size_t place = 0; place < sample.size(); ++place) {
+  for (std::size_t place = 0; place < someID.size(); ++place) {
     int expected = 0xFFFF;
-    if (sample[place] == '-') expected = 0;
+    if (someID[place] == '-') expected = 0;
     if (place == 14) expected = 1 << 4;
     if (place == 19) expected = 0xF << 8;
     EXPECT_EQ(allDigits[place], expected) << place;

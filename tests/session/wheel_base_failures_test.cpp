@@ -6,12 +6,11 @@
 #include <vector>
 
 #include "tests/error_text.h"
+#include "tests/hid_codes.h"
 #include "tests/session/simulated_session.h"
 
 namespace quorvane {
 namespace {
-
-constexpr HIDReturn otherCode = 0x0000C005;
 
 // Everything that talks to the base, and the packets that it sends.
 struct Operation {

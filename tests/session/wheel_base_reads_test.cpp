@@ -8,6 +8,7 @@
 #include "support/semaphore.h"
 #include "support/thread.h"
 #include "tests/error_text.h"
+#include "tests/hid_codes.h"
 #include "tests/session/simulated_session.h"
 
 namespace quorvane {
@@ -17,8 +18,6 @@ using WheelBaseReads = SimulatedSessionTest;
 using WheelBaseReadsInRealTime = RealTimeSessionTest;
 
 constexpr std::size_t sensitivityByte = 3;
-constexpr HIDReturn otherCode = 0x0000C005;
-
 // A wheel-status report of any length that says: this wheel, this firmware.
 Bytes wheelStatus(std::uint16_t wheel, std::uint16_t firmware, std::size_t length = 34,
                   std::uint8_t reportID = 0x01) {

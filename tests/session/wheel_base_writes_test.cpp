@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/error_text.h"
+#include "tests/hid_codes.h"
 #include "tests/session/simulated_session.h"
 
 namespace quorvane {
@@ -14,8 +15,6 @@ namespace {
 
 using WheelBaseWrites = SimulatedSessionTest;
 using enum TuningParameter::Case;
-
-constexpr HIDReturn otherCode = 0x0000C005;
 
 // Every parameter's byte in a write that leaves the menu block in place; the other layout has it
 // one byte later.

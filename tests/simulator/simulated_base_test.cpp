@@ -10,6 +10,7 @@
 
 #include "hid/device_info.h"
 #include "protocol/identity_report.h"
+#include "tests/hid_codes.h"
 
 namespace quorvane {
 namespace {
@@ -18,9 +19,7 @@ using enum TuningParameter::Case;
 using Lines = std::vector<std::string>;
 using std::chrono::milliseconds;
 
-constexpr HIDReturn otherCode = 0x0000C005;
-
-FanatecProduct product(std::int64_t productID) { return *FanatecProduct::lookup(productID); }
+FanatecProduct known(std::int64_t productID) { return *FanatecProduct::lookup(productID); }
 
 class SimulatedBaseTest : public testing::Test {
  protected:
@@ -58,7 +57,7 @@ class SimulatedBaseTest : public testing::Test {
     return TuningSnapshot::fromReport(base_.menu().report(), {})->value(parameter, base_.product());
   }
 
-  SimulatedBase base_{product(defaultSimulatedProduct)};
+  SimulatedBase base_{known(defaultSimulatedProduct)};
   Monotonic::time_point now_{};
 };
 
@@ -103,7 +102,7 @@ TEST_F(SimulatedBaseTest, ItsIdentityNamesTheBaseTheWheelAndTheModule) {
       {0x0E03, "CSL Elite Wheel Base (rev 1.1)"},
   };
   for (const auto& [productID, name] : cases) {
-    SimulatedBase each(product(productID));
+    SimulatedBase each(known(productID));
     const auto identity = IdentityReport::fromReport(each.identityReport(), {});
     ASSERT_TRUE(identity);
     EXPECT_EQ(identity->baseName(), name);
@@ -386,14 +385,14 @@ TEST(SimulatedBasePolice, ReportsPacketsThatBreakTheRules) {
       {Bytes(8, 0x00), {"a packet on report 0x00, which has no output"}},
   };
   for (const Case& broken : cases) {
-    SimulatedBase base(product(defaultSimulatedProduct));
+    SimulatedBase base(known(defaultSimulatedProduct));
     EXPECT_EQ(base.receive(broken.packet, {}), HIDReturnCode::success);
     EXPECT_EQ(base.violations(), broken.violations);
   }
 }
 
 TEST(SimulatedBaseDescription, SaysWhatADeviceOfItsProductSays) {
-  SimulatedBase base(product(0x0020));
+  SimulatedBase base(known(0x0020));
   base.serialNumber = "S1";
   const HIDProperties properties = base.properties();
   const auto expect = [&](std::string_view key, const HIDProperty& value) {
@@ -413,7 +412,7 @@ TEST(SimulatedBaseDescription, SaysWhatADeviceOfItsProductSays) {
   expect(HIDPropertyKey::maxOutputReportSize, std::int64_t{64});
   expect(HIDPropertyKey::maxFeatureReportSize, std::int64_t{0});
   expect(HIDPropertyKey::reportDescriptor, SimulatedBase::reportDescriptor());
-  EXPECT_FALSE(SimulatedBase(product(0x0020)).properties().contains(HIDPropertyKey::serialNumber));
+  EXPECT_FALSE(SimulatedBase(known(0x0020)).properties().contains(HIDPropertyKey::serialNumber));
 }
 
 TEST(SimulatedBaseDescription, ItsDescriptorNamesTheReportsThatItUses) {

@@ -10,13 +10,12 @@
 
 #include "support/semaphore.h"
 #include "support/thread.h"
+#include "tests/hid_codes.h"
 
 namespace quorvane {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-constexpr HIDReturn otherCode = 0x0000C005;
 
 // A port of a device and a thread that reads from it, as a connection has them.
 class Reader {

@@ -8,6 +8,7 @@
 
 #include "support/semaphore.h"
 #include "support/thread.h"
+#include "tests/support/child_process.h"
 
 namespace quorvane {
 namespace {
@@ -16,19 +17,6 @@ bool isSet(const EventFd& event) {
   pollfd watched{event.fd(), POLLIN, 0};
   return ::poll(&watched, 1, 0) == 1 && (watched.revents & POLLIN) != 0;
 }
-
-struct Pipe {
-  Pipe() {
-    std::array<int, 2> ends{-1, -1};
-    if (::pipe2(ends.data(), O_CLOEXEC) == 0) {
-      reading = UniqueFd(ends[0]);
-      writing = UniqueFd(ends[1]);
-    }
-  }
-
-  UniqueFd reading;
-  UniqueFd writing;
-};
 
 TEST(EventFd, StartsClear) { EXPECT_FALSE(isSet(EventFd())); }
 

@@ -6,15 +6,12 @@
 #include <vector>
 
 #include "support/bytes.h"
+#include "tests/ui/products.h"
 
 namespace quorvane {
 namespace {
 
 using P = TuningParameter;
-
-const auto directDrive = FanatecProduct::lookup(0x0020);
-const auto cslElite = FanatecProduct::lookup(0x0E03);
-const auto classic = FanatecProduct::lookup(0x0001);
 
 // A preset of the user's with these values.
 TuningPreset presetWith(const std::vector<ParameterValue>& values) {

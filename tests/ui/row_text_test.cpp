@@ -5,14 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "tests/ui/products.h"
+
 namespace quorvane {
 namespace {
 
 using enum TuningParameter::Case;
-
-const auto directDrive = FanatecProduct::lookup(0x0020);
-const auto cslElite = FanatecProduct::lookup(0x0E03);
-const auto classic = FanatecProduct::lookup(0x0001);
 
 std::string shown(TuningParameter parameter, std::int64_t value,
                   const std::optional<FanatecProduct>& product = directDrive) {

@@ -20,7 +20,7 @@ QDBusMessage callToBus(const QString& method) {
                                         QStringLiteral("org.freedesktop.DBus"), method);
 }
 
-QString pathOf(QString name) {
+QString objectPathOf(QString name) {
   return QLatin1Char('/') + name.replace(QLatin1Char('.'), QLatin1Char('/'))
                                 .replace(QLatin1Char('-'), QLatin1Char('_'));
 }
@@ -43,7 +43,7 @@ SingleInstance::SingleInstance(std::optional<QDBusConnection> bus, QString appli
                                std::chrono::milliseconds timeout)
     : bus_(std::move(bus)),
       name_(std::move(applicationID)),
-      path_(pathOf(name_)),
+      path_(objectPathOf(name_)),
       timeout_(timeout) {
   new ApplicationInterface(*this);
 }

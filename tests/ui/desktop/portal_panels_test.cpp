@@ -14,7 +14,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::chrono::milliseconds soon{50};
 constexpr uint chosenCode = 0;
 constexpr uint cancelledCode = 1;
 constexpr uint otherCode = 2;

@@ -12,6 +12,9 @@
 
 namespace quorvane {
 
+// How long to wait for an answer that will not come.
+inline constexpr std::chrono::milliseconds soon{50};
+
 // Runs the event loop until the predicate holds. It is asked at first, and whenever nothing else is
 // to be done.
 void waitUntil(const std::function<bool()>& holds);

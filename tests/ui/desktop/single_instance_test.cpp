@@ -25,7 +25,6 @@ using Files = std::vector<std::filesystem::path>;
 QString applicationID() { return QStringLiteral("example.quorvane-test.Quorvane"); }
 QString objectPath() { return QStringLiteral("/example/quorvane_test/Quorvane"); }
 
-constexpr std::chrono::milliseconds soon{50};
 constexpr std::chrono::milliseconds never{2'000'000};
 
 class SingleInstanceTest : public testing::Test {

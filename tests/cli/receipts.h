@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "cli/json_output.h"
+
+// What the commands that write values print for each of them, as JSON.
+namespace quorvane {
+
+inline Json receipt(const char* parameter, std::int64_t value, const Json& readBack,
+                    const Json& error, std::int64_t milliseconds) {
+  return {{"parameter", parameter},
+          {"value", value},
+          {"readBack", readBack},
+          {"error", error},
+          {"milliseconds", milliseconds}};
+}
+
+inline std::string results(const std::vector<Json>& receipts) {
+  return documentText(Json{{"results", receipts}}) + "\n";
+}
+
+}  // namespace quorvane

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "hid/return_code.h"
+
+namespace quorvane {
+
+// A failure that has no code of its own: an I/O error (errno 5).
+inline constexpr HIDReturn otherCode = 0x0000C005;
+
+}  // namespace quorvane
