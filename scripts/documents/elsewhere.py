@@ -1,0 +1,36 @@
+"""The commands of the documents that are not run by check-docs, and what runs them instead.
+
+A row: the command (a pattern of the whole of it), the file that runs it, and a text that stands in
+that file. Programs of this tree need no row for what .ci/run runs in the same words."""
+
+ROWS = [
+    # How the tree is built and tested.
+    (r"\.ci/run", ".ci/run", 'stage "scripts/test" tests_as_documented'),
+    (r"scripts/run", ".ci/run", "env -u DISPLAY -u WAYLAND_DISPLAY scripts/run"),
+    (r"scripts/test", ".ci/run", "bash scripts/test"),
+    (r"scripts/test -R Snapshot", "scripts/test", 'ctest --preset dev --parallel "$(nproc)" "$@"'),
+    (r"scripts/setup build", "scripts/test", "scripts/setup build"),
+    (r"scripts/setup check window kernel", ".ci/run", "scripts/setup check kernel window"),
+    (r"cmake --preset dev", "scripts/test", "cmake --preset dev"),
+    (r"cmake --build --preset dev( --target \w+)?", "scripts/test", "cmake --build --preset dev"),
+    (r"ctest --preset dev", "scripts/test", "ctest --preset dev"),
+    (r"(cmake|cmake --build|ctest) --preset (noqt|asan|tsan)", ".ci/run", 'ctest --preset "$1"'),
+    (r"build/dev/bin/\w+_test( --gtest_filter=.*)?", "cmake/QuorvaneTargets.cmake",
+     "gtest_discover_tests"),
+    # Installing.
+    (r"cmake --preset release -D QUORVANE_BENCH=OFF", "bench/run", "cmake --preset release"),
+    (r"cmake --build --preset release", "bench/run", 'cmake --build "$build"'),
+    (r"sudo cmake --install build/release --prefix /usr/local", ".ci/run",
+     'cmake --install build/dev --prefix "$prefix"'),
+    (r"quorvanectl udev-rule \| sudo tee /etc/udev/rules.d/70-quorvane.rules",
+     "tests/kernel/cases/60-permission.sh", "local rule=/etc/udev/rules.d/70-quorvane.rules"),
+    (r"sudo udevadm control --reload && sudo udevadm trigger",
+     "tests/kernel/cases/60-permission.sh", "udevadm control --reload"),
+    # The window.
+    (r"quorvane --simulate(=DD1)?", "tests/window/smoke", '"$bin/quorvane" --simulate'),
+    (r"QUORVANE_LOG_STDERR=1 quorvane --simulate", "bench/window",
+     "QUORVANE_LOG_STDERR=1 start quorvane --simulate"),
+    # Tests and measurements that need more than a build.
+    (r"tests/kernel/run build/dev --case \w+", ".ci/run", "tests/kernel/run build/dev"),
+    (r"scripts/screenshots( --readme)?", ".ci/run", "scripts/screenshots"),
+]
