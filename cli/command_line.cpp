@@ -10,6 +10,7 @@
 
 #include "cli/base_access.h"
 #include "cli/commands.h"
+#include "cli/completion.h"
 #include "cli/json_output.h"
 #include "cli/parsed_command.h"
 #include "cli/preset_command_line.h"
@@ -247,6 +248,9 @@ ExitStatus runCommandLine(const std::vector<std::string>& words, const World& wo
   Words parsed;
   addGlobalOptions(app, parsed);
   const ParsedCommands commands = addCommands(app, parsed);
+  if (!words.empty() && words.front() == completionWord) {
+    return printCompletions(app, {words.begin() + 1, words.end()}, world);
+  }
 
   try {
     parseWords(app, withSimulatedProduct(words));

@@ -21,15 +21,9 @@ std::string codeList() {
 
 // The words that a parameter takes besides numbers, for messages.
 std::string wordsOf(TuningParameter parameter) {
-  if (parameter == TuningParameter::sensitivity) return " or AUTO";
-  std::string words;
-  const ClosedRange range = parameter.allowedRange(std::nullopt);
-  for (std::int64_t value = range.lower; value <= range.upper; ++value) {
-    if (const auto label = parameter.label(value, std::nullopt)) {
-      words += " or " + std::string(label->substr(0, label->find(' ')));
-    }
-  }
-  return words;
+  std::string text;
+  for (const std::string& word : valueWords(parameter)) text += " or " + word;
+  return text;
 }
 
 ParameterValue parseAssignment(const std::string& word) {
@@ -52,6 +46,18 @@ ParameterValue parseAssignment(const std::string& word) {
 }
 
 }  // namespace
+
+std::vector<std::string> valueWords(TuningParameter parameter) {
+  if (parameter == TuningParameter::sensitivity) return {"AUTO"};
+  std::vector<std::string> words;
+  const ClosedRange range = parameter.allowedRange(std::nullopt);
+  for (std::int64_t value = range.lower; value <= range.upper; ++value) {
+    if (const auto label = parameter.label(value, std::nullopt)) {
+      words.emplace_back(label->substr(0, label->find(' ')));
+    }
+  }
+  return words;
+}
 
 std::optional<std::int64_t> parseValueWord(TuningParameter parameter, std::string_view word) {
   if (const auto number = parseInteger(word)) return number;

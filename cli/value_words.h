@@ -11,6 +11,10 @@
 
 namespace quorvane {
 
+// The words that a parameter takes besides numbers, in the order of their values: the first words
+// of its labels, "AUTO" for the steering angle.
+std::vector<std::string> valueWords(TuningParameter parameter);
+
 // The value that a word stands for: a decimal number, or the first word of one of the parameter's
 // labels ignoring case ("OFF", "LIN", "CbP"), or "AUTO" and "AUT" for the steering angle.
 std::optional<std::int64_t> parseValueWord(TuningParameter parameter, std::string_view word);

@@ -12,6 +12,6 @@ QUrl firmwareSupport() {
 
 QUrl supportMail() { return {QStringLiteral("mailto:" QUORVANE_SUPPORT_MAIL)}; }
 
-QString applicationID() { return QStringLiteral(QUORVANE_REVERSE_DNS ".Quorvane"); }
+QString applicationID() { return QStringLiteral(QUORVANE_APPLICATION_ID); }
 
 }  // namespace quorvane::Addresses

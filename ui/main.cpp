@@ -1,8 +1,10 @@
 #include <QApplication>
 #include <QFile>
+#include <QIcon>
 #include <cstdio>
 #include <optional>
 
+#include "app/environment.h"
 #include "simulator/simulated_machine.h"
 #include "support/file.h"
 #include "ui/addresses.h"
@@ -40,12 +42,20 @@ void follow(SingleInstance& instance, MainWindow& window) {
                      window.importFiles(uris);
                      PlatformData::bringToFront(window, token);
                    });
+  QObject::connect(&instance, &SingleInstance::sectionChosen, &window,
+                   [&window](Section section, const QString& token) {
+                     window.setSection(section);
+                     PlatformData::bringToFront(window, token);
+                   });
 }
 
 int show(const AppModel::World& world, DesktopPanels& panels, SingleInstance& instance,
          const StartOptions& options) {
   AppModel model(world);
   MainWindow window(model, options.simulated ? QStringLiteral("simulated") : QString());
+  // For desktops that do not find the icon by the application's ID. There is none before
+  // installing.
+  window.setWindowIcon(QIcon::fromTheme(Addresses::applicationID()));
   panels.setWindow(&window);
   follow(instance, window);
   window.show();
@@ -69,7 +79,8 @@ void write(const Transcript& transcript, const std::filesystem::path& file) {
 int start(const StartOptions& options, const QVariantMap& platformData) {
   const auto bus = sessionBus();
   SingleInstance instance(options.simulated ? std::nullopt : bus, Addresses::applicationID());
-  if (instance.start(options.files, platformData) == SingleInstance::Start::handedOver) return 0;
+  const auto started = instance.start(options.files, platformData, section(Environment::section()));
+  if (started == SingleInstance::Start::handedOver) return 0;
 
   auto* const style = new Style;  // the application owns it
   QApplication::setStyle(style);

@@ -5,6 +5,8 @@
 
 #include "ui/desktop/platform_data.h"
 #include "ui/desktop/single_instance.h"
+#include "ui/painting.h"
+#include "ui/section.h"
 
 namespace quorvane {
 
@@ -24,12 +26,22 @@ void ApplicationInterface::Open(const QStringList& uris, const QVariantMap& plat
   QMetaObject::invokeMethod(&instance_, tell, Qt::QueuedConnection);
 }
 
-void ApplicationInterface::ActivateAction(const QString& name, const QVariantList& /*parameter*/,
-                                          const QVariantMap& /*platformData*/,
+void ApplicationInterface::ActivateAction(const QString& name, const QVariantList& parameter,
+                                          const QVariantMap& platformData,
                                           const QDBusMessage& message) {
-  message.setDelayedReply(true);
-  instance_.reply(message.createErrorReply(QDBusError::InvalidArgs,
-                                           QStringLiteral("There is no action \"%1\".").arg(name)));
+  const auto wanted = section(text(name));
+  if (!wanted || !parameter.isEmpty()) {
+    message.setDelayedReply(true);
+    instance_.reply(message.createErrorReply(
+        QDBusError::InvalidArgs,
+        wanted ? QStringLiteral("The action \"%1\" takes no parameter.").arg(name)
+               : QStringLiteral("There is no action \"%1\".").arg(name)));
+    return;
+  }
+  const auto tell = [this, section = *wanted, token = PlatformData::token(platformData)] {
+    emit instance_.sectionChosen(section, token);
+  };
+  QMetaObject::invokeMethod(&instance_, tell, Qt::QueuedConnection);
 }
 
 }  // namespace quorvane

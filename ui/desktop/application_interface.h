@@ -24,7 +24,7 @@ class ApplicationInterface final : public QDBusAbstractAdaptor {
   void Activate(const QVariantMap& platformData);
   void Open(const QStringList& uris, const QVariantMap& platformData);
 
-  // There are no actions.
+  // The actions are the sections of the window, under their titles, and take no parameter.
   void ActivateAction(const QString& name, const QVariantList& parameter,
                       const QVariantMap& platformData, const QDBusMessage& message);
   // NOLINTEND(readability-identifier-naming)

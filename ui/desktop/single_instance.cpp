@@ -6,6 +6,7 @@
 
 #include "ui/desktop/application_interface.h"
 #include "ui/desktop/file_uri.h"
+#include "ui/painting.h"
 
 namespace quorvane {
 namespace {
@@ -57,10 +58,11 @@ SingleInstance::~SingleInstance() {
 }
 
 SingleInstance::Start SingleInstance::start(const std::vector<std::filesystem::path>& files,
-                                            const QVariantMap& platformData) {
+                                            const QVariantMap& platformData,
+                                            std::optional<Section> section) {
   if (!bus_) return Start::alone;
   if (own()) return Start::owner;
-  if (handOver(files, platformData)) return Start::handedOver;
+  if (handOver(files, platformData, section)) return Start::handedOver;
   // The owner may have ended meanwhile.
   return own() ? Start::owner : Start::alone;
 }
@@ -79,16 +81,24 @@ bool SingleInstance::own() {
 }
 
 bool SingleInstance::handOver(const std::vector<std::filesystem::path>& files,
-                              const QVariantMap& platformData) {
+                              const QVariantMap& platformData, std::optional<Section> section) {
   const auto uris = urisOf(files);
   if (!uris) return false;
-  QDBusMessage call = QDBusMessage::createMethodCall(
-      name_, path_, QStringLiteral("org.freedesktop.Application"),
-      uris->isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
-  call.setAutoStartService(false);
-  if (!uris->isEmpty()) call << *uris;
-  call << platformData;
-  return ask(call).type() == QDBusMessage::ReplyMessage;
+  const auto call = [this](const char* method) {
+    return QDBusMessage::createMethodCall(
+        name_, path_, QStringLiteral("org.freedesktop.Application"), QLatin1String(method));
+  };
+  QDBusMessage message;
+  if (!uris->isEmpty()) {
+    message = call("Open") << *uris;
+  } else if (section) {
+    message = call("ActivateAction") << text(rawValue(*section)) << QVariantList();
+  } else {
+    message = call("Activate");
+  }
+  message << platformData;
+  message.setAutoStartService(false);
+  return ask(message).type() == QDBusMessage::ReplyMessage;
 }
 
 QDBusMessage SingleInstance::ask(const QDBusMessage& question) {

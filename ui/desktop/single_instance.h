@@ -9,6 +9,8 @@
 #include <optional>
 #include <vector>
 
+#include "ui/section.h"
+
 namespace quorvane {
 
 // Keeps the application to one process in a session: the first start owns the application's name on
@@ -36,8 +38,10 @@ class SingleInstance final : public QObject {
   SingleInstance& operator=(const SingleInstance&) = delete;
 
   // Called once. Blocks for the bus, and for the owner if there is one. Relative files are those of
-  // the working directory.
-  Start start(const std::vector<std::filesystem::path>& files, const QVariantMap& platformData);
+  // the working directory. `section` is the one that this start asks for; files decide for
+  // themselves what is shown.
+  Start start(const std::vector<std::filesystem::path>& files, const QVariantMap& platformData,
+              std::optional<Section> section = std::nullopt);
 
   // Sends the reply to a call that came from the bus.
   void reply(const QDBusMessage& message) const { bus_->send(message); }
@@ -50,9 +54,13 @@ class SingleInstance final : public QObject {
   // (see FileURI::toPath).
   void opened(const QStringList& uris, const QString& token);
 
+  // Another start, or the desktop's menu, wants this section to be seen.
+  void sectionChosen(Section section, const QString& token);
+
  private:
   bool own();
-  bool handOver(const std::vector<std::filesystem::path>& files, const QVariantMap& platformData);
+  bool handOver(const std::vector<std::filesystem::path>& files, const QVariantMap& platformData,
+                std::optional<Section> section);
   QDBusMessage ask(const QDBusMessage& question);
 
   std::optional<QDBusConnection> bus_;

@@ -15,6 +15,7 @@
 #include "tests/ui/desktop/fake_object.h"
 #include "tests/ui/desktop/private_bus.h"
 #include "ui/desktop/file_uri.h"
+#include "ui/painting.h"
 
 namespace quorvane {
 namespace {
@@ -39,16 +40,22 @@ class SingleInstanceTest : public testing::Test {
                      [this](const QStringList& uris, const QString& token) {
                        heard_ << QStringLiteral("open %1 %2").arg(uris.join(u' '), token);
                      });
+    QObject::connect(
+        instance_.get(), &SingleInstance::sectionChosen,
+        [this](Section section, const QString& token) {
+          heard_ << QStringLiteral("section %1 %2").arg(text(rawValue(section)), token);
+        });
     EXPECT_EQ(instance_->start({}, {}), Start::owner);
   }
 
   // Another start, which blocks a thread of its own meanwhile.
   static Start startOn(const QDBusConnection& bus, const Files& files,
-                       const QVariantMap& platformData = {}) {
+                       const QVariantMap& platformData = {},
+                       std::optional<Section> section = std::nullopt) {
     Start result = Start::alone;
     const std::unique_ptr<QThread> thread(QThread::create([&] {
       SingleInstance instance(bus, applicationID(), never);
-      result = instance.start(files, platformData);
+      result = instance.start(files, platformData, section);
     }));
     QEventLoop loop;
     QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
@@ -149,13 +156,47 @@ TEST_F(SingleInstanceTest, OpeningNothingActivates) {
   EXPECT_EQ(heard_, QStringList{QStringLiteral("activate ")});
 }
 
-TEST_F(SingleInstanceTest, ActionsAreRefused) {
+TEST_F(SingleInstanceTest, EachSectionIsAnAction) {
   startFirst();
-  auto action = call("ActivateAction");
-  action << QStringLiteral("quit") << QVariantList{QVariant::fromValue(QDBusVariant(1))}
-         << QVariantMap{};
-  EXPECT_EQ(errorOf(action), QDBusError::errorString(QDBusError::InvalidArgs));
+  QStringList wanted;
+  for (const Section section : allSections) {
+    const QString name = text(rawValue(section));
+    auto action = call("ActivateAction");
+    action << name << QVariantList{}
+           << QVariantMap{{QStringLiteral("activation-token"), QStringLiteral("token")}};
+    EXPECT_EQ(errorOf(action), QString());
+    wanted << QStringLiteral("section %1 token").arg(name);
+  }
+  waitUntil([&] { return heard_.size() >= wanted.size(); });
+  EXPECT_EQ(heard_, wanted);
+}
+
+TEST_F(SingleInstanceTest, OtherActionsAndParametersAreRefused) {
+  startFirst();
+  const QVariantList number{QVariant::fromValue(QDBusVariant(1))};
+  const std::vector<std::pair<const char*, QVariantList>> cases{
+      {"quit", {}}, {"quit", number}, {"", {}}, {"log", {}}, {"Log ", {}}, {"Log", number}};
+  for (const auto& [name, parameter] : cases) {
+    auto action = call("ActivateAction");
+    action << QString::fromLatin1(name) << parameter << QVariantMap{};
+    EXPECT_EQ(errorOf(action), QDBusError::errorString(QDBusError::InvalidArgs)) << name;
+  }
   EXPECT_EQ(heard_, QStringList());
+}
+
+TEST_F(SingleInstanceTest, ASecondStartAsksForItsSection) {
+  startFirst();
+  const QVariantMap data{{QStringLiteral("activation-token"), QStringLiteral("token")}};
+  EXPECT_EQ(startOn(second_, {}, data, Section::log), Start::handedOver);
+  waitUntil([&] { return !heard_.isEmpty(); });
+  EXPECT_EQ(heard_, QStringList{QStringLiteral("section Log token")});
+}
+
+TEST_F(SingleInstanceTest, FilesComeBeforeASection) {
+  startFirst();
+  EXPECT_EQ(startOn(second_, {"/a.json"}, {}, Section::log), Start::handedOver);
+  waitUntil([&] { return !heard_.isEmpty(); });
+  EXPECT_EQ(heard_, QStringList{QStringLiteral("open file:///a.json ")});
 }
 
 TEST_F(SingleInstanceTest, MalformedCallsAreRefused) {

@@ -1,0 +1,79 @@
+#include "cli/completion.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <exception>
+
+#include "cli/completion_place.h"
+#include "cli/completion_values.h"
+#include "support/text.h"
+
+namespace quorvane {
+namespace {
+
+void addOptions(const CLI::App& command, std::vector<CompletionCandidate>& candidates) {
+  for (const CLI::Option* const option : command.get_options({})) {
+    if (!option->nonpositional()) continue;
+    for (const std::string& name : option->get_lnames()) {
+      candidates.push_back({"--" + name, option->get_description()});
+    }
+  }
+}
+
+// The options of the command and of those above it, whose help is not about this one.
+CompletionChoice options(const CLI::App& command) {
+  CompletionChoice choice;
+  addOptions(command, choice.candidates);
+  for (const CLI::App* above = command.get_parent(); above != nullptr;
+       above = above->get_parent()) {
+    CompletionChoice inherited;
+    addOptions(*above, inherited.candidates);
+    for (CompletionCandidate& candidate : inherited.candidates) {
+      if (candidate.word != "--help" && candidate.word != "--version") {
+        choice.candidates.push_back(std::move(candidate));
+      }
+    }
+  }
+  return choice;
+}
+
+CompletionChoice commands(const CLI::App& command) {
+  CompletionChoice choice;
+  for (const CLI::App* const sub : command.get_subcommands({})) {
+    choice.candidates.push_back({sub->get_name(), sub->get_description()});
+  }
+  return choice;
+}
+
+CompletionChoice choiceFor(const CompletionPlace& place, const World& world) {
+  if (place.value != nullptr) return completionValues(place, world);
+  if (!place.lead.empty()) return {};
+  const bool isOption = place.takesOptions && place.typed.starts_with('-');
+  return isOption ? options(*place.command) : commands(*place.command);
+}
+
+bool startsWith(const std::string& word, const std::string& typed) {
+  return equalIgnoringCase(std::string_view(word).substr(0, typed.size()), typed);
+}
+
+}  // namespace
+
+ExitStatus printCompletions(const CLI::App& app, const std::vector<std::string>& words,
+                            const World& world) {
+  const CompletionPlace place = completionPlace(app, words);
+  CompletionChoice choice;
+  try {
+    choice = choiceFor(place, world);
+  } catch (const std::exception&) {
+    return ExitStatus::done;
+  }
+  for (const CompletionCandidate& candidate : choice.candidates) {
+    if (!startsWith(candidate.word, place.typed)) continue;
+    fmt::print(world.out, "{}{}\t{}\n", place.lead, candidate.word, oneLine(candidate.description));
+  }
+  if (choice.files) fmt::print(world.out, "\tfiles\n");
+  return ExitStatus::done;
+}
+
+}  // namespace quorvane

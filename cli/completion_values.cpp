@@ -1,0 +1,129 @@
+#include "cli/completion_values.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "cli/base_access.h"
+#include "cli/preset_library.h"
+#include "cli/value_words.h"
+#include "support/text.h"
+
+namespace quorvane {
+namespace {
+
+using Candidates = std::vector<CompletionCandidate>;
+
+constexpr std::int64_t mostNumbers = 21;  // a longer list says less than the range does
+
+// The words of a type name such as "standard|advanced".
+Candidates alternatives(const std::string& typeName) {
+  Candidates words;
+  std::size_t end = 0;
+  for (std::size_t begin = 0; begin <= typeName.size(); begin = end + 1) {
+    end = std::min(typeName.find('|', begin), typeName.size());
+    words.push_back({typeName.substr(begin, end - begin), ""});
+  }
+  return words;
+}
+
+Candidates sets() {
+  Candidates numbers;
+  const ClosedRange range = TuningParameter(TuningParameter::slot).allowedRange(std::nullopt);
+  for (std::int64_t set = range.lower; set <= range.upper; ++set) {
+    numbers.push_back({std::to_string(set), "Set"});
+  }
+  return numbers;
+}
+
+Candidates codes(const std::vector<std::string>& given) {
+  const auto isGiven = [&](TuningParameter parameter) {
+    return std::any_of(given.begin(), given.end(), [&](const std::string& word) {
+      return equalIgnoringCase(word.substr(0, word.find('=')), parameter.code());
+    });
+  };
+  Candidates result;
+  for (const TuningParameter parameter : TuningParameter::allCases()) {
+    if (parameter == TuningParameter::slot || isGiven(parameter)) continue;
+    result.push_back({std::string(parameter.code()) + "=", std::string(parameter.title())});
+  }
+  return result;
+}
+
+// The parameter's words, or its numbers when they are few. `lead` is "CODE=" as it was typed.
+Candidates valuesOf(TuningParameter parameter, const std::string& lead) {
+  Candidates result;
+  const std::string title(parameter.title());
+  for (const std::string& word : valueWords(parameter)) {
+    const auto label = parameter.label(parseValueWord(parameter, word).value_or(0), std::nullopt);
+    const bool explains = label && *label != word;
+    result.push_back({lead + word, explains ? std::string(*label) : title});
+  }
+  const ClosedRange range = parameter.allowedRange(std::nullopt);
+  if (!result.empty() || (range.upper - range.lower) / parameter.step() >= mostNumbers) {
+    return result;
+  }
+  for (std::int64_t value = range.lower; value <= range.upper; value += parameter.step()) {
+    result.push_back({lead + std::to_string(value), title});
+  }
+  return result;
+}
+
+Candidates assignments(const CompletionPlace& place) {
+  const std::size_t equals = place.typed.find('=');
+  if (equals == std::string::npos) return codes(place.positional);
+  const auto parameter = TuningParameter::named(place.typed.substr(0, equals));
+  return parameter ? valuesOf(*parameter, place.typed.substr(0, equals + 1)) : Candidates();
+}
+
+Candidates products() {
+  Candidates result;
+  for (const FanatecProduct& product : FanatecProduct::all()) {
+    if (!product.hasTuningMenu()) continue;
+    result.push_back({fmt::format("{:04x}", product.productID), std::string(product.name)});
+  }
+  return result;
+}
+
+Candidates devices(const World& world) {
+  const GlobalOptions any;
+  Candidates result;
+  for (const HIDDeviceInfo& base : namedBases({world, any})) {
+    result.push_back({base.id, base.displayName()});
+  }
+  return result;
+}
+
+// A name that cannot stand on a command line as it is gives way to the id.
+bool isPlain(const std::string& name) {
+  return !name.empty() && !name.starts_with('-') && oneLine(name) == name;
+}
+
+Candidates presets(const CompletionPlace& place, const World& world) {
+  const PresetLibrary library(world);
+  const bool mayBeBuiltIn = place.command->get_name() != "delete";
+  Candidates result;
+  for (const TuningPreset& preset : mayBeBuiltIn ? library.all() : library.own()) {
+    const bool plain = isPlain(preset.name);
+    result.push_back({plain ? preset.name : preset.id.text(), plain ? preset.game : preset.name});
+  }
+  return result;
+}
+
+}  // namespace
+
+CompletionChoice completionValues(const CompletionPlace& place, const World& world) {
+  const std::string type = place.value->get_type_name();
+  if (type == "FILE") return {{}, true};
+  if (type == "SET") return {sets()};
+  if (type == "CODE=VALUE") return {assignments(place)};
+  if (type == "[=PRODUCT]") return {products()};
+  if (type == "WHICH") {
+    return {place.value->check_name("--device") ? devices(world) : presets(place, world)};
+  }
+  if (type.find('|') != std::string::npos) return {alternatives(type)};
+  return {};
+}
+
+}  // namespace quorvane

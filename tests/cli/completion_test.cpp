@@ -1,0 +1,155 @@
+#include "cli/completion.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/cli/preset_fixture.h"
+
+namespace quorvane {
+namespace {
+
+using Words = std::vector<std::string>;
+
+class Completion : public PresetTest {
+ protected:
+  // What is offered for the last word, its descriptions left out.
+  Words offered(Words words) {
+    Words result;
+    for (const std::string& line : lines(std::move(words))) {
+      result.push_back(line.starts_with('\t') ? "<files>" : line.substr(0, line.find('\t')));
+    }
+    return result;
+  }
+
+  Words lines(Words words) {
+    words.insert(words.begin(), completionWord);
+    const Outcome outcome = run(words);
+    EXPECT_EQ(outcome.status, ExitStatus::done);
+    Words result;
+    std::size_t end = 0;
+    for (std::size_t begin = 0; begin < outcome.out.size(); begin = end + 1) {
+      end = outcome.out.find('\n', begin);
+      result.push_back(outcome.out.substr(begin, end - begin));
+    }
+    return result;
+  }
+};
+
+TEST_F(Completion, OffersWhatFitsThePlace) {
+  struct Case {
+    Words words;
+    Words offered;
+  };
+  const std::vector<Case> cases{
+      {{"re"}, {"read"}},
+      {{"RE"}, {"read"}},
+      {{"mo"}, {"mode", "monitor"}},
+      {{"nothing"}, {}},
+      {{"complete"}, {}},
+      {{"presets", "s"}, {"show", "save", "share"}},
+      {{"presets", "nothing", ""},
+       {"list", "show", "apply", "save", "delete", "import", "export", "share"}},
+      {{"read", ""}, {}},
+      {{"nothing", "re"}, {"read"}},
+
+      {{"--js"}, {"--json"}},
+      {{"read", "--js"}, {"--json"}},
+      {{"presets", "share", "--p"}, {"--preset"}},
+      {{"factory-reset", "--y"}, {"--yes"}},
+      {{"read", "--he"}, {"--help"}},
+      {{"read", "--vers"}, {}},
+      {{"--vers"}, {"--version"}},
+      {{"--", "--js"}, {}},
+      {{"--unknown=", "fac"}, {"factory-reset"}},
+      {{"--unknown=a"}, {}},
+
+      {{"--layout", ""}, {"sdk", "linux"}},
+      {{"--layout="}, {"--layout=sdk", "--layout=linux"}},
+      {{"--layout=l"}, {"--layout=linux"}},
+      {{"--layout", "sdk", "fac"}, {"factory-reset"}},
+      {{"--layout=sdk", "fac"}, {"factory-reset"}},
+      {{"--json", "fac"}, {"factory-reset"}},
+      {{"--simulate", "fac"}, {"factory-reset"}},
+      {{"--simulate=00"},
+       {"--simulate=0001", "--simulate=0004", "--simulate=0005", "--simulate=0006",
+        "--simulate=0007", "--simulate=0020"}},
+      {{"--report-id", ""}, {}},
+
+      {{"mode", ""}, {"standard", "advanced"}},
+      {{"mode", "advanced", ""}, {}},
+      {{"select", ""}, {"1", "2", "3", "4", "5"}},
+      {{"select", "--json", "3"}, {"3"}},
+      {{"rotation", ""}, {}},
+
+      {{"set", "s"}, {"SEN=", "SHO=", "SPR="}},
+      {{"set", "SEN=900", "spr=10", "s"}, {"SHO="}},
+      {{"set", "SEN="}, {"SEN=AUTO"}},
+      {{"set", "BLI=o"}, {"BLI=OFF"}},
+      {{"set", "ffs="}, {"ffs=LIN", "ffs=PEA"}},
+      {{"set", "ACP="}, {"ACP=CbP", "ACP=CH", "ACP=Bt", "ACP=AnA"}},
+      {{"set", "DRI=-"}, {"DRI=-5", "DRI=-4", "DRI=-3", "DRI=-2", "DRI=-1"}},
+      {{"set", "FOR=1"}, {"FOR=10", "FOR=100", "FOR=110", "FOR=120"}},
+      {{"set", "INT=2"}, {"INT=2", "INT=20"}},
+      {{"set", "FF="}, {}},
+      {{"set", "XYZ="}, {}},
+      {{"set", "SLO"}, {}},
+
+      {{"presets", "import", ""}, {"<files>"}},
+      {{"presets", "import", "a", "b"}, {"<files>"}},
+      {{"presets", "export", ""}, {"<files>"}},
+      {{"presets", "save", ""}, {}},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(offered(c.words), c.offered) << testing::PrintToString(c.words);
+  }
+}
+
+TEST_F(Completion, EveryCommandIsOffered) {
+  const Words all = offered({""});
+  for (const char* const command :
+       {"devices", "read", "set", "select", "mode", "rotation", "raw", "factory-reset", "usb-reset",
+        "presets", "monitor", "udev-rule"}) {
+    EXPECT_EQ(std::count(all.begin(), all.end(), command), 1) << command;
+  }
+  EXPECT_EQ(offered({}), all);
+}
+
+TEST_F(Completion, TellsWhatCandidatesMean) {
+  EXPECT_EQ(lines({"sele"}), Words{"select\tMake another tuning set active"});
+  EXPECT_EQ(lines({"set", "acp=cb"}), Words{"acp=CbP\tCbP (clutch bite point)"});
+  EXPECT_EQ(lines({"set", "FFS=L"}), Words{"FFS=LIN\tForce feedback scaling"});
+  EXPECT_EQ(lines({"set", "SEN"}), Words{"SEN=\tSensitivity (steering angle)"});
+  EXPECT_EQ(lines({"--simulate=183b"}), Words());
+  EXPECT_EQ(lines({"--simulate=0006"}), Words{"--simulate=0006\tPodium Wheel Base DD1"});
+}
+
+TEST_F(Completion, NamesTheAttachedBases) {
+  EXPECT_EQ(offered({"--device", ""}), Words());
+  base();
+  EXPECT_EQ(lines({"--device", ""}), Words{std::string(simulatedID) + "\t" + simulatedName});
+  EXPECT_EQ(offered({"read", "--device=0EB"}), Words{std::string("--device=") + simulatedID});
+}
+
+TEST_F(Completion, NamesPresets) {
+  store_.save({ownPreset(firstID, "My GT7"), ownPreset(secondID, "--fast"),
+               ownPreset(thirdID, "two\nlines")});
+  EXPECT_EQ(lines({"presets", "show", "my"}), Words{"My GT7\tCustom"});
+  EXPECT_EQ(offered({"presets", "delete", ""}), (Words{"My GT7", secondID, thirdID}));
+  EXPECT_EQ(lines({"presets", "apply", thirdID}), Words{std::string(thirdID) + "\ttwo lines"});
+  EXPECT_EQ(offered({"presets", "apply", "fanatec fac"}), Words{factoryName()});
+  EXPECT_EQ(offered({"presets", "apply", "My GT7", ""}), Words());
+  EXPECT_EQ(offered({"presets", "share", "--preset", "M"}), Words{"My GT7"});
+  EXPECT_EQ(offered({"presets", "export", "all.json", "My GT7", "my"}), Words{"My GT7"});
+}
+
+TEST_F(Completion, ADamagedStoreLeavesTheBuiltInPresets) {
+  damageStore();
+  EXPECT_EQ(offered({"presets", "apply", "fanatec fac"}), Words{factoryName()});
+  EXPECT_EQ(offered({"presets", "delete", ""}), Words());
+}
+
+}  // namespace
+}  // namespace quorvane

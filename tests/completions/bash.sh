@@ -1,0 +1,68 @@
+# Run by tests/completions/run with bash: what the bash completion offers, by the shell's own rules.
+set -u
+# shellcheck disable=SC1091
+source /usr/share/bash-completion/bash_completion
+here=$(dirname "$(readlink -f "$0")")
+# shellcheck source=tests/completions/cases.sh
+source "$here/cases.sh"
+for program in quorvane quorvanectl; do
+  # shellcheck disable=SC1090
+  source "$here/../../packaging/completions/bash/$program"
+done
+
+# Only what a completion function may ask of the shell.
+compopt() { options+=("$*"); }
+_filedir() { COMPREPLY+=('<files>'); }
+
+# Fills COMP_WORDS as the shell does: at white space outside of quotes, and around separators.
+split() {  # split LINE
+  local line=$1 word="" quote="" c i
+  COMP_WORDS=()
+  for ((i = 0; i < ${#line}; i++)); do
+    c=${line:i:1}
+    if [[ -n $quote ]]; then
+      word+=$c
+      [[ $c != "$quote" ]] || quote=""
+    elif [[ $c == \\ ]]; then
+      i=$((i + 1))
+      word+=$c${line:i:1}
+    elif [[ $c == [\"\'] ]]; then
+      quote=$c word+=$c
+    elif [[ $c == ' ' ]]; then
+      [[ -z $word ]] || COMP_WORDS+=("$word")
+      word=""
+    elif [[ $c == [=:] ]]; then
+      [[ -z $word ]] || COMP_WORDS+=("$word")
+      COMP_WORDS+=("$c") word=""
+    else
+      word+=$c
+    fi
+  done
+  [[ -z $word && $line != *' ' ]] || COMP_WORDS+=("$word")
+}
+
+offered() {
+  COMP_LINE=$1 COMP_POINT=${#1} COMPREPLY=() options=()
+  split "$1"
+  COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+  "_${COMP_WORDS[0]}"
+  local word
+  for word in "${COMPREPLY[@]}"; do
+    # What the shell would take the inserted text for.
+    [[ $word == '<files>' || $1 == *[\"\']* ]] || eval "word=$word"
+    printf '%s\n' "$word"
+  done
+  [[ " ${options[*]} " != *" -o nospace "* || ${COMPREPLY[*]} == *=* ]] || echo '<no space>'
+}
+
+run_cases
+# Here only the part after a separator is the word.
+expect 'quorvanectl set ACP=' CbP CH Bt AnA
+expect 'quorvanectl set acp=C' CbP CH
+expect 'quorvanectl --layout=' sdk linux
+expect 'quorvanectl presets apply "Fanatec f' 'Fanatec factory defaults'
+expect 'quorvanectl presets apply Fanatec\ f' 'Fanatec factory defaults'
+expect 'quorvanectl presets apply "My GT7" ' ''
+expect 'quorvane --simulate=0006' 0006
+echo "bash: $cases cases, $failures failures"
+[ "$failures" -eq 0 ]

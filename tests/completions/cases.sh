@@ -1,0 +1,35 @@
+# Sourced by the tests of the completion scripts in each shell: the typed line, and what is offered
+# for its last word, sorted. "<files>" stands for names of files. The shell under test defines
+# `offered LINE`, which prints one candidate to a line; failures are counted in `failures`.
+
+cases=0
+failures=0
+
+expect() {  # expect LINE CANDIDATE...
+  local line=$1 wanted got
+  shift
+  wanted=$(printf '%s\n' "$@" | LC_ALL=C sort)
+  got=$(offered "$line" | LC_ALL=C sort)
+  cases=$((cases + 1))
+  if [ "$got" != "$wanted" ]; then
+    printf '%s\n  wanted: %s\n  got:    %s\n' "$line" "$(echo $wanted)" "$(echo $got)"
+    failures=$((failures + 1))
+  fi
+}
+
+run_cases() {
+  expect 'quorvanectl rea' read
+  expect 'quorvanectl presets s' show save share
+  expect 'quorvanectl mode ' standard advanced
+  expect 'quorvanectl --json --lay' --layout
+  expect 'quorvanectl --layout ' sdk linux
+  expect 'quorvanectl select ' 1 2 3 4 5
+  expect 'quorvanectl set SEN=900 S' SHO= SPR=
+  expect 'quorvanectl rotation ' ''
+  expect 'quorvanectl presets delete My' 'My GT7'
+  expect 'quorvanectl presets import ' '<files>'
+  expect 'quorvane --vers' --version
+  expect 'quorvane ' '<files>'
+  expect 'quorvane --transcript ' '<files>'
+  expect 'quorvane --device ' ''
+}
