@@ -16,17 +16,30 @@ write_settings() {
     printf 'MODULES=%q\nUDEVD=%q\nPATTERN=%q\n' "$kernel_dir/lib/modules" "$(udevd_path)" "$1"
 }
 
-# prepare_share SHARE BUILD PATTERN
+# installed FILE: a file of the installed package.
+installed() {
+    if [[ ! -f $1 ]]; then
+        echo "tests/kernel: no $1; install the package quorvanectl first" >&2
+        exit 1
+    fi
+    echo "$1"
+}
+
+# prepare_share SHARE BUILD PATTERN: with what is installed in place of what was built, where `use_installed` is set.
 prepare_share() {
-    local share=$1 build=$2 program path
+    local share=$1 build=$2 program path rule=$repository/packaging/udev/70-quorvane.rules
     rm -rf "$share"
     mkdir -p "$share"/{bin,logs}
     for program in quorvanectl quorvane-simbase quorvane-windowless quorvane-driven; do
         path=$(find_program "$build" "$program")
         cp "$path" "$share/bin/"
     done
+    if [[ -n ${use_installed-} ]]; then
+        cp "$(installed /usr/bin/quorvanectl)" "$share/bin/"
+        rule=$(installed /usr/lib/udev/rules.d/70-quorvane.rules)
+    fi
     cp -r "$tests/guest" "$tests/cases" "$share/"
-    cp "$repository/packaging/udev/70-quorvane.rules" "$share/"
+    cp "$rule" "$share/"
     write_settings "$3" >"$share/settings"
     : >"$share/report"
 }
