@@ -47,6 +47,7 @@ struct Words {
   std::int64_t set = 0;
   std::int64_t degrees = 0;
   std::string mode;
+  std::string report;
   bool yes = false;
 };
 
@@ -117,6 +118,17 @@ ParsedCommands addCommands(CLI::App& app, Words& words) {
       usbResetCommand);
   add("monitor", "Print a line for each arrival, removal and changed value until Ctrl-C",
       monitorCommand);
+  add("doctor", "Find out why a base is not found or does not answer",
+      [&words](const auto& context) { return doctorCommand(context, words.report); })
+      ->footer(
+          "Goes through everything from the USB bus to the base's menu, and says what to do next.\n"
+          "Nothing is changed. Exit status 0 when all is well.\n\n"
+          "Examples:\n"
+          "  quorvanectl doctor\n"
+          "  quorvanectl doctor --report quorvane-report.txt")
+      ->add_option("--report", words.report,
+                   "Write what a bug report needs to this file as well; \"-\" is standard output")
+      ->type_name("FILE");
   add("udev-rule", "Print the udev rule that lets you use the base without being root",
       udevRuleCommand)
       ->footer(
@@ -162,7 +174,7 @@ ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
         [&](SimulatedBase& base) { base.behaviour().layout = *words.options.layout; });
   }
   const World simulated{world.out,   world.err,          machine.backend(), machine.usb(),
-                        world.clock, world.interruption, world.presets};
+                        world.clock, world.interruption, world.presets,     machine.survey()};
   fmt::print(world.err, "Simulated base: {}\n", product.name);
   return command.run({simulated, words.options});
 }

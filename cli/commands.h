@@ -28,6 +28,10 @@ ExitStatus usbResetCommand(const CommandContext& context);
 // Runs until interrupted.
 ExitStatus monitorCommand(const CommandContext& context);
 
+// Shows what keeps a base from working; fails when there is something. With a file, writes a report
+// to it as well; "-" is standard output, which then carries nothing else. Throws FileError.
+ExitStatus doctorCommand(const CommandContext& context, const std::string& report);
+
 ExitStatus udevRuleCommand(const CommandContext& context);
 
 }  // namespace quorvane

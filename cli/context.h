@@ -10,6 +10,7 @@
 #include "cli/interruption.h"
 #include "cli/user_presets.h"
 #include "hid/port.h"
+#include "hid/survey.h"
 #include "hid/usb_reset.h"
 #include "protocol/commands.h"
 #include "support/clock.h"
@@ -34,6 +35,7 @@ struct World {
   Clock& clock = Clock::system();
   std::function<Interruption()> interruption = Interruption::catchSignals;
   std::function<const PresetStore&()> presets = userPresetStore;  // asked for only when needed
+  HIDSurvey& survey = HIDSurvey::system();
 };
 
 // The options that all commands share.

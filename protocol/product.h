@@ -13,6 +13,9 @@ namespace Fanatec {
 
 inline constexpr std::int64_t vendorID = 0x0EB7;
 
+// As the kernel and udev write it.
+inline constexpr std::string_view vendorHex = "0eb7";
+
 }  // namespace Fanatec
 
 enum class ProductKind { wheelBase, pedals };

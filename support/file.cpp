@@ -94,14 +94,20 @@ void syncDirectory(const path& directory) {
   if (retrying([&] { return ::fsync(fd.get()); }) != 0 && errno != EINVAL) fail(directory);
 }
 
+// Throws when there is a file that may not be replaced; its status, if there is one.
+std::optional<struct stat> requireOverwritable(const path& file) {
+  auto status = statusOf(file);
+  if (status) {
+    requireRegular(file, *status);
+    if (::access(file.c_str(), W_OK) != 0) fail(file);
+  }
+  return status;
+}
+
 // A new file in the directory of the one it is to replace; removed again unless it got there.
 class Replacement {
  public:
-  explicit Replacement(path file) : file_(std::move(file)), previous_(statusOf(file_)) {
-    if (previous_) {
-      requireRegular(file_, *previous_);
-      if (::access(file_.c_str(), W_OK) != 0) fail(file_);
-    }
+  explicit Replacement(path file) : file_(std::move(file)), previous_(requireOverwritable(file_)) {
     create();
   }
   ~Replacement() {
@@ -199,6 +205,18 @@ void replaceFile(const path& path, std::string_view content) {
   Replacement replacement(target(path));
   replacement.write(content);
   replacement.takePlace();
+}
+
+void requireReplaceable(const path& path) {
+  const std::filesystem::path file = target(path);
+  requireOverwritable(file);
+  std::filesystem::path directory = directoryOf(file);
+  std::error_code unknown;
+  while (directory != directoryOf(directory) && !std::filesystem::exists(directory, unknown)) {
+    directory = directoryOf(directory);
+  }
+  if (!std::filesystem::is_directory(directory, unknown)) throw FileError(directory, ENOTDIR);
+  if (::access(directory.c_str(), W_OK | X_OK) != 0) fail(directory);
 }
 
 void createDirectories(const path& path) {

@@ -37,6 +37,10 @@ std::string readFile(const std::filesystem::path& path, std::uint64_t limit = an
 // One call syncs the data once, renames once, and syncs the directory once.
 void replaceFile(const std::filesystem::path& path, std::string_view content);
 
+// Throws the FileError that replaceFile, after createDirectories for what is above it, would meet
+// as far as permissions tell. Changes nothing.
+void requireReplaceable(const std::filesystem::path& path);
+
 // Creates a directory and what is missing above it, durably. Throws FileError.
 void createDirectories(const std::filesystem::path& path);
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 namespace quorvane {
 namespace {
@@ -16,16 +17,27 @@ std::optional<path> absolute(const char* text) {
   return path(text);
 }
 
-std::optional<path> homeDirectory() {
-  if (auto home = absolute(std::getenv("HOME"))) return home;
+// This user's line of the user database, as far as `use` makes something of it.
+template <typename Use>
+auto fromUserDatabase(Use use) -> decltype(use(std::declval<const passwd&>())) {
   passwd entry{};
   passwd* found = nullptr;
   std::array<char, 16384> texts{};
   if (::getpwuid_r(::getuid(), &entry, texts.data(), texts.size(), &found) != 0) return {};
-  return found != nullptr ? absolute(found->pw_dir) : std::nullopt;
+  if (found == nullptr) return {};
+  return use(*found);
 }
 
 }  // namespace
+
+std::optional<path> homeDirectory() {
+  if (auto home = absolute(std::getenv("HOME"))) return home;
+  return fromUserDatabase([](const passwd& user) { return absolute(user.pw_dir); });
+}
+
+std::string userName() {
+  return fromUserDatabase([](const passwd& user) { return std::string(user.pw_name); });
+}
 
 std::optional<path> userDataDirectory() {
   if (auto directory = absolute(std::getenv("XDG_DATA_HOME"))) return directory;

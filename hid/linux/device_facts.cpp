@@ -3,22 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <utility>
-#include <vector>
 
+#include "hid/linux/fields.h"
 #include "support/text.h"
 
 namespace quorvane {
 namespace {
-
-std::vector<std::string_view> split(std::string_view text, char separator) {
-  std::vector<std::string_view> parts;
-  while (true) {
-    const std::size_t end = text.find(separator);
-    parts.push_back(text.substr(0, end));
-    if (end == std::string_view::npos) return parts;
-    text.remove_prefix(end + 1);
-  }
-}
 
 // "0003:00000EB7:00000020", the bus, vendor and product in hexadecimal.
 void parseHIDID(std::string_view text, HIDUevent& uevent) {

@@ -109,7 +109,8 @@ World CommandLineTest::world(std::FILE* out, std::FILE* err) {
           usb_,
           clock(),
           [this] { return Interruption(UniqueFd(::dup(interruption_.fd()))); },
-          [this]() -> const PresetStore& { return store_; }};
+          [this]() -> const PresetStore& { return store_; },
+          survey_};
 }
 
 Outcome CommandLineTest::run(std::string_view line) { return run(wordsOf(line)); }

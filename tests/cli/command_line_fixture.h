@@ -17,6 +17,7 @@
 #include "presets/preset_store.h"
 #include "simulator/simulated_backend.h"
 #include "simulator/simulated_device.h"
+#include "simulator/simulated_survey.h"
 #include "support/event_fd.h"
 #include "tests/support/temporary_directory.h"
 
@@ -132,6 +133,7 @@ class CommandLineTest : public testing::Test {
 
   SimulatedBackend backend_;
   FakeUSBBus usb_;
+  SimulatedSurvey survey_;
   EventFd interruption_;
   TemporaryDirectory directory_;
   const PresetStore store_{directory_ / "data/presets.json"};

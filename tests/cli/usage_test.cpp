@@ -57,6 +57,8 @@ TEST_F(Usage, WrongWordsTouchNoBase) {
       {"raw ff 03 0g", "hexadecimal"},
       {"raw ff 03 002", "hexadecimal"},
       {"raw 0x", "hexadecimal"},
+      {"doctor more", "more"},
+      {"doctor --report", "--report"},
       {"factory-reset", "--yes"},
       {"factory-reset yes", "yes"},
 
@@ -164,6 +166,7 @@ TEST_F(Usage, HelpNamesTheCommandsAndOptions) {
                                  "\n  factory-reset ",
                                  "\n  usb-reset ",
                                  "\n  monitor ",
+                                 "\n  doctor ",
                                  "\n  udev-rule ",
                                  "\n  presets ",
                                  "Exit status: 0 done, 1 "}) {
@@ -183,6 +186,7 @@ TEST_F(Usage, HelpOfACommandNamesItsArguments) {
       {"factory-reset", {"--yes"}},
       {"usb-reset", {"Re-enumerate the base"}},
       {"monitor", {"Ctrl-C"}},
+      {"doctor", {"--report FILE", "quorvanectl doctor --report", "Exit status 0"}},
       {"udev-rule", {"/etc/udev/rules.d/70-quorvane.rules"}},
       {"presets",
        {"\n  list ", "\n  show ", "\n  apply ", "\n  save ", "\n  delete ", "\n  import ",

@@ -677,6 +677,47 @@ TEST(ReplaceFile, AKillAtAnyMomentLeavesTheOldFileOrTheNew) {
   }
 }
 
+std::string replaceableError(const path& file) {
+  return errorText([&] { requireReplaceable(file); });
+}
+
+TEST(RequireReplaceable, AgreesWithWhatReplacingWouldMeet) {
+  const TemporaryDirectory directory;
+  putFile(directory / "file", "old");
+  putFile(directory / "closed", "old");
+  std::filesystem::permissions(directory / "closed", std::filesystem::perms(0444));
+  std::filesystem::create_directory(directory / "sealed");
+  std::filesystem::permissions(directory / "sealed", std::filesystem::perms(0555));
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {"new", "no error"},
+      {"a/b/new", "no error"},
+      {"closed", text(directory / "closed", EACCES)},
+      {"sealed/new", text(directory / "sealed", EACCES)},
+      {"sealed/a/b/new", text(directory / "sealed", EACCES)},
+      {"sealed", text(directory / "sealed", EISDIR)},
+  };
+  const std::string errors = inChildProcess([&] {
+    becomeOrdinaryUser();
+    std::string all;
+    for (const auto& [name, wanted] : cases) {
+      const std::string error = replaceableError(directory / name);
+      if (error != wanted) all.append(name).append(" -> ").append(error).append("\n");
+    }
+    return all;
+  });
+  EXPECT_EQ(errors, "");
+  EXPECT_EQ(replaceableError(directory / "file/below"), text(directory / "file/below", ENOTDIR));
+  EXPECT_EQ(directory.names(), (Names{"closed", "file", "sealed"}));
+}
+
+TEST(RequireReplaceable, TellsAReadOnlyFileSystem) {
+  const TemporaryDirectory directory;
+  putFile(directory / "file", "old");
+  const FileCalls calls(FileCalls::failEach("access", EROFS));
+  EXPECT_EQ(replaceableError(directory / "file"), text(directory / "file", EROFS));
+  EXPECT_EQ(replaceableError(directory / "new"), text(directory.path(), EROFS));
+}
+
 TEST(CreateDirectories, CreatesWhatIsMissing) {
   const TemporaryDirectory directory;
   for (const char* const name : {"a", "a/b", "c/d/e/f", "a/g/h", "i/j/", "./k", "a/../l"}) {

@@ -80,5 +80,24 @@ TEST(UserDataDirectory, AUserWithoutAHomeHasNone) {
   }
 }
 
+TEST(HomeDirectory, IsWhereTheEnvironmentSaysElseTheUserDatabase) {
+  const std::vector<std::pair<Variable, path>> cases{
+      {"/home/anna", "/home/anna"}, {"relative", homeOfTheUser()}, {unset, homeOfTheUser()}};
+  for (const auto& [value, wanted] : cases) {
+    const ScopedVariable home("HOME", value);
+    EXPECT_EQ(homeDirectory().value_or(path()), wanted);
+  }
+}
+
+TEST(UserName, IsTheOneInTheUserDatabase) {
+  const passwd* const entry = ::getpwuid(::getuid());
+  EXPECT_EQ(userName(), entry == nullptr ? "" : entry->pw_name);
+  EXPECT_EQ(inChildProcess([] {
+              becomeOrdinaryUser(4'000'000);
+              return ::getuid() == 4'000'000 ? "name: " + userName() : std::string("name: ");
+            }),
+            "name: ");
+}
+
 }  // namespace
 }  // namespace quorvane

@@ -1,0 +1,75 @@
+#include <fmt/format.h>
+
+#include "cli/base_access.h"
+#include "cli/commands.h"
+#include "cli/json_output.h"
+#include "doctor/report.h"
+#include "support/file.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* standardOutput = "-";
+
+// An option in the place of a forgotten name would become a file that is hard to get rid of.
+void requireFileName(const std::string& report) {
+  if (!report.starts_with('-') || report == standardOutput) return;
+  throw UsageError(
+      fmt::format("--report takes a file name, not \"{0}\"; a file of that name is ./{0}", report));
+}
+
+std::optional<std::filesystem::path> presetFile(const World& world) {
+  try {
+    return world.presets().fileURL();
+  } catch (const FileError&) {  // there is no place for one
+    return std::nullopt;
+  }
+}
+
+Diagnosis diagnose(const CommandContext& context) {
+  const World& world = context.world;
+  DoctorWorld doctor{world.backend, world.survey, world.clock, presetFile(world), std::nullopt};
+  if (!context.options.device.empty()) doctor.base = chosenBase(context);
+  return examine(doctor);
+}
+
+Json documentOf(const Diagnosis& diagnosis, const std::string& report) {
+  Json checks = Json::array();
+  for (const DoctorCheck& check : diagnosis.checks) {
+    checks.push_back({{"id", check.id},
+                      {"title", check.title},
+                      {"outcome", rawValue(check.outcome)},
+                      {"finding", check.finding},
+                      {"nextStep", check.nextStep}});
+  }
+  Json document{{"checks", std::move(checks)}, {"passed", diagnosis.passed()}};
+  if (!report.empty()) document["file"] = report;
+  return document;
+}
+
+void print(const CommandContext& context, const Diagnosis& diagnosis, const std::string& report) {
+  const World& world = context.world;
+  if (context.options.json) {
+    printJson(world, documentOf(diagnosis, report));
+    return;
+  }
+  fmt::print(world.out, "{}", checksText(diagnosis.checks));
+  if (report.empty()) return;
+  fmt::print(world.out, "Report written to {}; look it over before you send it\n", report);
+}
+
+}  // namespace
+
+ExitStatus doctorCommand(const CommandContext& context, const std::string& report) {
+  requireFileName(report);
+  const Diagnosis diagnosis = diagnose(context);
+  if (report == standardOutput) {
+    fmt::print(context.world.out, "{}", reportText(diagnosis));
+  } else {
+    if (!report.empty()) replaceFile(report, reportText(diagnosis));
+    print(context, diagnosis, report);
+  }
+  return diagnosis.passed() ? ExitStatus::done : ExitStatus::failed;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,185 @@
+#include "doctor/device_checks.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace quorvane {
+
+const char* const noBaseReason = "no base is there to look at";
+const char* const simulatedReason = "the base is simulated";
+
+namespace {
+
+constexpr const char* usbDriver = "usbhid";
+constexpr const char* noDriverReason = "no driver serves the base";
+constexpr const char* replug = "unplug the base and plug it in again";
+constexpr const char* connectIt =
+    "Power the base on, set it to PC mode with its mode button, and connect its USB cable straight "
+    "to the computer. If it stays away, try another cable and another port.";
+constexpr const char* consoleMode =
+    "If that is your base, it is in a mode for a console: switch it to PC mode with its mode "
+    "button.";
+
+std::string nameOf(std::int64_t productID, const std::string& product) {
+  if (FanatecProduct::lookup(productID) || product.empty()) {
+    return FanatecProduct::describe(productID);
+  }
+  return fmt::format("{} (0x{:04x})", product, static_cast<std::uint32_t>(productID));
+}
+
+// The names of what is there, each once, and whether they are all known.
+struct Others {
+  std::vector<std::string> names;
+  bool areAllKnown = true;
+
+  void add(std::int64_t productID, const std::string& product) {
+    const std::string name = nameOf(productID, product);
+    if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+    areAllKnown = areAllKnown && FanatecProduct::lookup(productID).has_value();
+  }
+};
+
+Others othersIn(const MachineFacts& machine) {
+  Others others;
+  for (const USBDeviceFacts& device : machine.usb) others.add(device.productID, device.product);
+  for (const HIDFacts& device : machine.hid) {
+    if (device.usbInterface.empty()) others.add(device.productID, device.product);
+  }
+  return others;
+}
+
+Verdict judgeMissing(const MachineFacts& machine) {
+  const Others others = othersIn(machine);
+  if (!others.names.empty()) {
+    return Verdict::fail(
+        fmt::format("no wheel base, only: {}", fmt::join(others.names, ", ")),
+        others.areAllKnown ? connectIt : std::string(consoleMode) + " Otherwise: " + connectIt);
+  }
+  if (!machine.hasUSB) {
+    return Verdict::fail("this system shows no USB bus",
+                         machine.isContainer
+                             ? "This is a container: run Quorvane outside of it, or give the "
+                               "container /sys and the base's device."
+                             : "Load the drivers of the computer's USB ports, or run Quorvane on a "
+                               "machine that has some.");
+  }
+  return Verdict::fail("no Fanatec device", connectIt);
+}
+
+// The HID interface that matters: the base's own, else the first.
+const USBInterfaceFacts* hidInterface(const Trail& trail) {
+  for (const USBInterfaceFacts& interface : trail.usb->interfaces) {
+    if (!interface.isHID) continue;
+    if (trail.hid == nullptr || trail.hid->usbInterface == interface.name) return &interface;
+  }
+  return nullptr;
+}
+
+Verdict judgeOtherDriver(const USBInterfaceFacts& interface) {
+  const std::string finding =
+      fmt::format("{} serves its interface {}, not usbhid", interface.driver, interface.name);
+  if (interface.driver == "usbfs") {
+    return Verdict::fail(finding, fmt::format("A program or a virtual machine has taken the base "
+                                              "away from the system: end it, then {}.",
+                                              replug));
+  }
+  return Verdict::fail(
+      finding, fmt::format("Give it to usbhid: echo {0} | sudo tee /sys/bus/usb/drivers/{1}/unbind "
+                           "&& echo {0} | sudo tee /sys/bus/usb/drivers/usbhid/bind",
+                           interface.name, interface.driver));
+}
+
+Verdict judgeInterface(const USBInterfaceFacts& interface, const HIDFacts* hid) {
+  if (interface.driver.empty()) {
+    return Verdict::fail(fmt::format("no driver serves its interface {}", interface.name),
+                         fmt::format("Load the driver, then {}: sudo modprobe usbhid", replug));
+  }
+  if (interface.driver != usbDriver) return judgeOtherDriver(interface);
+  if (hid == nullptr) {
+    return Verdict::fail(
+        fmt::format("usbhid serves its interface {}, but has made no HID device", interface.name),
+        fmt::format("Switch the base off and on, or {}. The kernel says why: sudo dmesg | "
+                    "grep -i hid",
+                    replug));
+  }
+  return Verdict::pass(fmt::format("{}, {}", interface.driver, hid->driver));
+}
+
+Verdict judgeUSBDriver(const Trail& trail) {
+  const USBDeviceFacts& device = *trail.usb;
+  if (!device.isAuthorized) {
+    return Verdict::fail(
+        fmt::format("the system's policy keeps the device at {} from being used", device.name),
+        fmt::format("Allow it: echo 1 | sudo tee /sys/bus/usb/devices/{}/authorized", device.name));
+  }
+  const USBInterfaceFacts* const interface = hidInterface(trail);
+  if (interface == nullptr) {
+    return Verdict::fail(
+        "the device has no HID interface",
+        fmt::format("Switch the base to PC mode with its mode button, then {}.", replug));
+  }
+  return judgeInterface(*interface, trail.hid);
+}
+
+bool isServed(const Trail& trail) { return trail.hid != nullptr && !trail.hid->driver.empty(); }
+
+}  // namespace
+
+Verdict judgeBus(const DoctorFacts& facts, const Trail& trail) {
+  if (facts.machine.isSimulated) {
+    if (trail.base != nullptr) return Verdict::pass(trail.base->displayName() + ", simulated");
+    return Verdict::fail("the simulated base is unplugged", "Start again with --simulate.");
+  }
+  if (trail.usb != nullptr) {
+    return Verdict::pass(
+        fmt::format("{} at {}", nameOf(trail.usb->productID, trail.usb->product), trail.usb->name));
+  }
+  if (trail.hid != nullptr) {
+    return Verdict::pass(nameOf(trail.hid->productID, trail.hid->product) +
+                         ", not on USB: a virtual device");
+  }
+  if (trail.base != nullptr) return Verdict::pass(trail.base->displayName());
+  return judgeMissing(facts.machine);
+}
+
+Verdict judgeDriver(const DoctorFacts& facts, const Trail& trail) {
+  if (trail.isEmpty()) return Verdict::skip(noBaseReason);
+  if (facts.machine.isSimulated) return Verdict::skip(simulatedReason);
+  if (trail.hid != nullptr && trail.hid->driver.empty()) {
+    return Verdict::fail(
+        fmt::format("no driver serves the HID device {}", trail.hid->name),
+        fmt::format("Load the driver, then {}: sudo modprobe hid-generic", replug));
+  }
+  if (trail.usb != nullptr) return judgeUSBDriver(trail);
+  if (trail.hid != nullptr) return Verdict::pass(trail.hid->driver);
+  return Verdict::fail(
+      "the kernel does not show the device's driver",
+      "The base is there without an entry in /sys: make /sys visible to this program.");
+}
+
+Verdict judgeNode(const DoctorFacts& facts, const Trail& trail) {
+  if (trail.isEmpty()) return Verdict::skip(noBaseReason);
+  if (facts.machine.isSimulated) return Verdict::skip(simulatedReason);
+  if (!isServed(trail)) return Verdict::skip(noDriverReason);
+  if (!trail.hid->node) {
+    return Verdict::fail("the kernel has made no hidraw node",
+                         "Use a kernel with CONFIG_HIDRAW, as distributions have it.");
+  }
+  const std::string& path = trail.hid->node->path;
+  if (trail.node == nullptr) {
+    return Verdict::fail(
+        path + " is missing",
+        facts.machine.isContainer
+            ? fmt::format("Pass the node into the container, such as with --device {}.", path)
+            : fmt::format("To have the system make it, {}.", replug));
+  }
+  if (trail.base == nullptr) {
+    return Verdict::fail(path + " is there, but udev has not announced it",
+                         "Have udev go through the devices again: sudo udevadm trigger && "
+                         "sudo udevadm settle");
+  }
+  return Verdict::pass(path);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "doctor/trail.h"
+#include "doctor/verdict.h"
+
+namespace quorvane {
+
+// How far the kernel has brought the base. Pure functions of the facts.
+
+Verdict judgeBus(const DoctorFacts& facts, const Trail& trail);
+Verdict judgeDriver(const DoctorFacts& facts, const Trail& trail);
+Verdict judgeNode(const DoctorFacts& facts, const Trail& trail);
+
+// The reason why what follows a step that is missing is not checked.
+extern const char* const noBaseReason;
+extern const char* const simulatedReason;
+
+}  // namespace quorvane

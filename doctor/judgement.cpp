@@ -1,0 +1,51 @@
+#include "doctor/judgement.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "doctor/access_check.h"
+#include "doctor/base_checks.h"
+#include "doctor/device_checks.h"
+#include "doctor/preset_check.h"
+
+namespace quorvane {
+namespace {
+
+struct Step {
+  std::string_view id;
+  std::string_view title;
+  Verdict (*judge)(const DoctorFacts&, const Trail&);
+};
+
+Verdict presets(const DoctorFacts& facts, const Trail& /*trail*/) {
+  return judgePresets(facts.presets);
+}
+
+constexpr std::array<Step, 9> steps{{
+    {"usb", "Wheel base attached", judgeBus},
+    {"driver", "Driver", judgeDriver},
+    {"node", "Device node", judgeNode},
+    {"access", "Permission", judgeAccess},
+    {"reports", "Reports", judgeReports},
+    {"identity", "Identity", judgeIdentity},
+    {"tuning", "Tuning menu", judgeTuning},
+    {"holders", "Other programs", judgeHolders},
+    {"presets", "Preset file", presets},
+}};
+
+}  // namespace
+
+std::vector<DoctorCheck> judge(const DoctorFacts& facts) {
+  const Trail trail = followTrail(facts);
+  std::vector<DoctorCheck> checks;
+  checks.reserve(steps.size());
+  for (const Step& step : steps) {
+    Verdict verdict = step.judge(facts, trail);
+    checks.push_back({std::string(step.id), std::string(step.title), verdict.outcome,
+                      std::move(verdict.finding), std::move(verdict.nextStep)});
+  }
+  return checks;
+}
+
+}  // namespace quorvane

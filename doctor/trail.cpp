@@ -1,0 +1,65 @@
+#include "doctor/trail.h"
+
+#include <algorithm>
+
+#include "session/candidates.h"
+
+namespace quorvane {
+namespace {
+
+// A known base, or a product that nobody knows and that has not shown to be something else.
+bool mayBeBase(std::int64_t productID, const std::vector<HIDDeviceInfo>& devices) {
+  if (const auto known = FanatecProduct::lookup(productID)) {
+    return known->kind == ProductKind::wheelBase;
+  }
+  bool isShown = false;
+  for (const HIDDeviceInfo& device : devices) {
+    if (device.productID != productID) continue;
+    if (isWheelBaseCandidate(device)) return true;
+    isShown = true;
+  }
+  return !isShown;
+}
+
+template <typename Facts>
+const Facts* firstBase(const std::vector<Facts>& all, const std::vector<HIDDeviceInfo>& devices) {
+  const auto found = std::find_if(all.begin(), all.end(), [&](const Facts& device) {
+    return mayBeBase(device.productID, devices);
+  });
+  return found == all.end() ? nullptr : &*found;
+}
+
+const HIDFacts* hidWithNode(const std::vector<HIDFacts>& all, const std::string& node) {
+  const auto found = std::find_if(all.begin(), all.end(), [&](const HIDFacts& device) {
+    return device.node && device.node->path == node;
+  });
+  return found == all.end() ? nullptr : &*found;
+}
+
+const USBDeviceFacts* usbAbove(const std::vector<USBDeviceFacts>& all, const HIDFacts& hid) {
+  const auto found = std::find_if(all.begin(), all.end(), [&](const USBDeviceFacts& device) {
+    return hid.usbInterface.starts_with(device.name + ":");
+  });
+  return found == all.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+Trail followTrail(const DoctorFacts& facts) {
+  const MachineFacts& machine = facts.machine;
+  Trail trail;
+  if (facts.base) {
+    trail.base = &*facts.base;
+    trail.hid = hidWithNode(machine.hid, facts.base->device->node());
+  } else {
+    trail.hid = firstBase(machine.hid, facts.devices);
+  }
+  trail.usb = trail.hid != nullptr ? usbAbove(machine.usb, *trail.hid)
+                                   : firstBase(machine.usb, facts.devices);
+  if (trail.hid != nullptr && trail.hid->node && trail.hid->node->exists) {
+    trail.node = &*trail.hid->node;
+  }
+  return trail;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,155 @@
+#include <gtest/gtest.h>
+
+#include "cli/command_line.h"
+#include "tests/cli/attached_nodes.h"
+#include "tests/cli/command_line_fixture.h"
+
+namespace quorvane {
+namespace {
+
+class DoctorCommand : public CommandLineTest {
+ protected:
+  // What the whole list says of a base that is well.
+  std::string wellText() const {
+    return std::string("ok   Wheel base attached: ") + simulatedName +
+           ", simulated\n"
+           "--   Driver: the base is simulated\n"
+           "--   Device node: the base is simulated\n"
+           "--   Permission: the base is simulated\n"
+           "ok   Reports: the 64-byte reports, and short commands on report 0x01\n"
+           "ok   Identity: CSL DD Wheel Base, ClubSport Steering Wheel Formula V3, Podium Button "
+           "Module Endurance\n"
+           "ok   Tuning menu: standard menu, set C (Custom)\n"
+           "--   Other programs: the base is simulated\n"
+           "ok   Preset file: none saved yet\n";
+  }
+
+  std::string reportFile() const { return directory_ / "report.txt"; }
+};
+
+TEST_F(DoctorCommand, ListsEveryCheck) {
+  base();
+  EXPECT_EQ(run("doctor"), (Outcome{ExitStatus::done, wellText(), ""}));
+}
+
+TEST_F(DoctorCommand, FailsWithTheNextStepWhenSomethingIsWrong) {
+  change([](SimulatedBehaviour& base) { base.tuningSilent = true; });
+  const Outcome outcome = run("doctor");
+  EXPECT_EQ(outcome.status, ExitStatus::failed);
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_NE(outcome.out.find(std::string("FAIL Tuning menu: ") + timeoutText +
+                             "\n     Set the base to PC mode with its mode button, and switch it "
+                             "off and on. If the menu stays silent, update the base's firmware.\n"),
+            std::string::npos)
+      << outcome;
+}
+
+TEST_F(DoctorCommand, WithoutABaseTheRestIsNotChecked) {
+  const Outcome outcome = run("doctor");
+  EXPECT_EQ(outcome.status, ExitStatus::failed);
+  EXPECT_EQ(outcome.out.substr(0, outcome.out.find('\n')),
+            "FAIL Wheel base attached: the simulated base is unplugged");
+  EXPECT_NE(outcome.out.find("--   Driver: no base is there to look at\n"), std::string::npos);
+  EXPECT_NE(outcome.out.find("ok   Preset file: none saved yet\n"), std::string::npos);
+}
+
+TEST_F(DoctorCommand, GivesOneDocument) {
+  base().failOpenWith(HIDReturnCode::notPermitted);
+  const Outcome outcome = run("doctor --json");
+  EXPECT_EQ(outcome.status, ExitStatus::failed);
+  EXPECT_EQ(outcome.err, "");
+  const Json document = Json::parse(outcome.out);
+  EXPECT_EQ(document["passed"], false);
+  ASSERT_EQ(document["checks"].size(), 9U);
+  EXPECT_EQ(documentText(document["checks"][3]),
+            documentText(Json{{"id", "access"},
+                              {"title", "Permission"},
+                              {"outcome", "fail"},
+                              {"finding", "the simulated base refuses to be opened"},
+                              {"nextStep", "Simulate one that does not."}}));
+  std::string ids;
+  for (const Json& check : document["checks"]) ids += check["id"].get<std::string>() + " ";
+  EXPECT_EQ(ids, "usb driver node access reports identity tuning holders presets ");
+
+  base().failOpenWith(HIDReturnCode::success);
+  EXPECT_EQ(Json::parse(run("doctor --json").out)["passed"], true);
+}
+
+TEST_F(DoctorCommand, AnExclusiveSessionIsAnotherProgram) {
+  const auto session = base().open(true);
+  ASSERT_EQ(session.code, HIDReturnCode::success);
+  const Json checks = Json::parse(run("doctor --json").out)["checks"];
+  EXPECT_EQ(checks[7]["outcome"], "fail");
+  EXPECT_EQ(checks[5]["finding"], "another program keeps the base to itself");
+}
+
+TEST_F(DoctorCommand, WritesAReportBesideTheList) {
+  base().setProperty(HIDPropertyKey::serialNumber, std::string("QV-4711"));
+  EXPECT_EQ(run({"doctor", "--report", reportFile()}),
+            (Outcome{ExitStatus::done,
+                     wellText() + "Report written to " + reportFile() +
+                         "; look it over before you send it\n",
+                     ""}));
+  const std::string report = contentOf(reportFile());
+  EXPECT_NE(report.find("\nChecks\n" + wellText()), std::string::npos) << report;
+  EXPECT_NE(report.find("  menu: 64 bytes\n    ff 03 82 "), std::string::npos) << report;
+  EXPECT_EQ(report.find("QV-4711"), std::string::npos) << report;
+}
+
+TEST_F(DoctorCommand, NamesTheReportInTheDocument) {
+  base();
+  const Json document = Json::parse(run({"--json", "doctor", "--report", reportFile()}).out);
+  EXPECT_EQ(document["file"], reportFile());
+  EXPECT_TRUE(std::filesystem::exists(reportFile()));
+}
+
+TEST_F(DoctorCommand, AReportOnStandardOutputStandsAlone) {
+  change([](SimulatedBehaviour& base) { base.silent = true; });
+  for (const char* const line : {"doctor --report -", "--json doctor --report=-"}) {
+    const Outcome outcome = run(line);
+    EXPECT_EQ(outcome.status, ExitStatus::failed);
+    EXPECT_EQ(outcome.out.substr(0, outcome.out.find('.')), "Report of the Quorvane doctor");
+    EXPECT_EQ(outcome.err, "");
+  }
+}
+
+TEST_F(DoctorCommand, AReportThatCannotBeWrittenIsAFailure) {
+  base();
+  const std::string file = directory_ / "missing/report.txt";
+  const std::string message = file + ": No such file or directory";
+  EXPECT_EQ(run({"doctor", "--report", file}), (Outcome{ExitStatus::failed, "", message + "\n"}));
+  EXPECT_EQ(run({"doctor", "--json", "--report", file}),
+            (Outcome{ExitStatus::failed, errorDocument("fileFailed", message), message + "\n"}));
+}
+
+TEST_F(DoctorCommand, ExaminesTheNamedBase) {
+  attach(0x0E03);
+  attach(0x0020).withBase([](SimulatedBase& base) { base.behaviour().silent = true; });
+  EXPECT_EQ(run("doctor --device 0eb7:0e03@00000000/1:4").status, ExitStatus::done);
+  EXPECT_EQ(run("doctor --device 0eb7:0020@00000000/1:4").status, ExitStatus::failed);
+  const Outcome nobody = run("doctor --device nobody");
+  EXPECT_EQ(nobody.status, ExitStatus::failed);
+  EXPECT_EQ(nobody.out, "");
+  EXPECT_NE(nobody.err.find(R"(No base answers to "nobody")"), std::string::npos);
+}
+
+TEST_F(DoctorCommand, AUserWithoutAHomeIsToldSo) {
+  base();
+  CapturedStream out;
+  CapturedStream err;
+  World homeless = world(out.file(), err.file());
+  homeless.presets = []() -> const PresetStore& { throw FileError("presets.json", "No home"); };
+  EXPECT_EQ(runCommandLine({"doctor"}, homeless), ExitStatus::failed);
+  EXPECT_NE(out.text().find("FAIL Preset file: you have no home directory to keep presets in\n"),
+            std::string::npos);
+}
+
+TEST_F(DoctorCommand, ASimulatedBaseOfTheProgramsOwnIsWell) {
+  inSimulatedTime_ = false;
+  EXPECT_EQ(run("--simulate doctor"),
+            (Outcome{ExitStatus::done, wellText(),
+                     std::string("Simulated base: ") + simulatedName + "\n"}));
+}
+
+}  // namespace
+}  // namespace quorvane
