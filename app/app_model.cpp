@@ -40,8 +40,9 @@ struct AppModel::Opening {
   std::string demoStage;
 };
 
-AppModel::AppModel(const World& world)
+AppModel::AppModel(const World& world, std::string which)
     : world_(world),
+      which_(std::move(which)),
       statusLine_(Messages::looking),
       userPresets_(world_.store.load()),
       work_("quorvane.hid"),
@@ -57,6 +58,7 @@ AppModel::AppModel(const World& world)
 // Every thread that posts ends before the fields go.
 AppModel::~AppModel() {
   watcher_.reset();
+  if (examinationClock_) examinationClock_->stop();
   if (opening_) retire(std::exchange(opening_, nullptr));
   if (base_) retire(std::exchange(base_, nullptr));
   work_.stop();
@@ -88,6 +90,12 @@ void AppModel::devicesChanged(const std::vector<HIDDeviceInfo>& attached) {
   connectToFirst();
 }
 
+AppModel::Link AppModel::linkTo(const HIDDeviceInfo& device) const {
+  if (base_ && isSameDevice(base_->info(), device)) return Link::open;
+  if (opening_ && isSameDevice(opening_->info(), device)) return Link::opening;
+  return Link::none;
+}
+
 bool AppModel::isGone(const WheelBase& base) const {
   return std::none_of(devices_.begin(), devices_.end(),
                       [&](const HIDDeviceInfo& device) { return device.id == base.info().id; });
@@ -96,13 +104,32 @@ bool AppModel::isGone(const WheelBase& base) const {
 void AppModel::connectToFirst() {
   if (devices_.empty()) {
     setStatus(Messages::noBaseFound);
-  } else if (!base_ && !opening_) {
-    connect(devices_.front());
+    return;
+  }
+  if (base_ || opening_) return;
+  const std::vector<HIDDeviceInfo> candidates = wheelBaseCandidates(devices_, which_);
+  if (candidates.empty()) {
+    waitForNamed();
+  } else {
+    connect(candidates.front());
+  }
+}
+
+// Lists come often; only another one is worth a line.
+void AppModel::waitForNamed() {
+  std::string line = Messages::waitingFor(which_, devices_);
+  if (line == waiting_) {
+    setStatus(std::move(line));
+  } else {
+    waiting_ = line;
+    append(std::move(line));
   }
 }
 
 void AppModel::connect(const HIDDeviceInfo& device) {
   if (base_ || opening_) disconnect();
+  waiting_.clear();
+  tried_ = device;
   const Session base = WheelBase::create(device, world_.clock);
   opening_ = base;
   beginExchange();
@@ -158,6 +185,7 @@ void AppModel::opened(const Session& base, const Opening& opening) {
   connectedName_ = name;
   identity_ = opening.identity;
   tuning_ = base->tuning();
+  menuAnswered(tuning_.has_value());
   endExchange();
   append(Messages::connected(name));
   if (!opening.menuAnswered) append(Messages::noTuningAnswer, true);
@@ -190,6 +218,7 @@ void AppModel::disconnect() {
   connectedName_.reset();
   identity_.reset();
   tuning_.reset();
+  menuUnanswered_ = false;
   wheelID_.reset();
   firmwareVersion_.reset();
   statusLine_ = Messages::notConnected;
@@ -208,6 +237,7 @@ void AppModel::retire(const Session& base) {
 
 void AppModel::menuReported(const TuningSnapshot& menu) {
   const std::optional<TuningSnapshot> before = tuning_;
+  if (base_) menuAnswered(true);
   publish(tuning_, menu);
   if (exchanges_ == 0 && before && before->raw() != menu.raw()) emit menuChangedAtBase(*before);
 }
@@ -222,7 +252,14 @@ void AppModel::readEverything() {
 
 // On the work queue. Success has nothing to say.
 std::optional<std::string> AppModel::readMenuAndIdentity(WheelBase& base) {
-  base.fetchTuning(WheelBase::readTimeout);
+  try {
+    base.fetchTuning(WheelBase::readTimeout);
+  } catch (const FanatecError&) {
+    post([this, session = &base] {
+      if (session == base_.get()) menuAnswered(false);
+    });
+    throw;
+  }
   const auto identity = ifAnswered([&] { return base.fetchIdentity(WheelBase::readTimeout); });
   if (identity) {
     post([this, session = &base, identity] {

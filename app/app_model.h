@@ -13,10 +13,12 @@
 #include "app/file_panels.h"
 #include "app/log_entry.h"
 #include "app/staging.h"
+#include "doctor/doctor.h"
 #include "hid/device_watcher.h"
 #include "hid/usb_reset.h"
 #include "presets/preset_store.h"
 #include "session/wheel_base.h"
+#include "support/stoppable_clock.h"
 #include "support/work_queue.h"
 
 namespace quorvane {
@@ -26,9 +28,9 @@ namespace quorvane {
 //
 // Lives on the main thread, where every field changes and every action is called; actions return at
 // once. Exchanges with the base run on the thread "quorvane.hid" one after another, in the order
-// asked for, and end as a line of the log. Presets and files are read and written on the main
-// thread. Destruction drops what has not begun, and waits for the exchange that has: at most for
-// one of its pauses.
+// asked for, and end as a line of the log or, for an examination, in its field. Presets and files
+// are read and written on the main thread. Destruction drops what has not begun, and waits for the
+// exchange that has: at most for one of its pauses.
 class AppModel final : public QObject {
   Q_OBJECT
 
@@ -40,6 +42,13 @@ class AppModel final : public QObject {
     USBBus& usb = USBBus::system();
     Clock& clock = Clock::system();
     const PresetStore& store = PresetStore::shared();
+    HIDSurvey& survey = HIDSurvey::system();
+  };
+
+  // What the doctor found, and when.
+  struct Examination {
+    Diagnosis diagnosis;
+    WallClock::time_point time;
   };
 
   // How far the writing of several values is.
@@ -51,10 +60,14 @@ class AppModel final : public QObject {
     bool operator==(const Progress&) const = default;
   };
 
+  // How far the way to an attached base is.
+  enum class Link { none, opening, open };
+
   static constexpr std::size_t longestLog = 500;
 
-  // Loads the presets, watches for bases, and connects to the first that is there.
-  explicit AppModel(const World& world);
+  // Loads the presets, watches for bases, and connects to the first that is there. With `which`,
+  // only a base that this names (isNamed) gets connected unasked, and is waited for.
+  explicit AppModel(const World& world, std::string which = {});
   ~AppModel() override;
   AppModel(const AppModel&) = delete;
   AppModel& operator=(const AppModel&) = delete;
@@ -62,8 +75,9 @@ class AppModel final : public QObject {
   // The model of this process, if it has one: the one that was made last. Main thread only.
   static AppModel* shared();
 
-  // The attached bases. The first is the one that gets connected.
+  // The attached bases. The first that may be is the one that gets connected.
   const std::vector<HIDDeviceInfo>& devices() const { return devices_; }
+  Link linkTo(const HIDDeviceInfo& device) const;
   bool isConnected() const { return base_ != nullptr; }
 
   // Of the connected base; absent without one, or before it told.
@@ -85,12 +99,19 @@ class AppModel final : public QObject {
   const std::vector<TuningPreset>& userPresets() const { return userPresets_; }
   const StagedValues& staged() const { return staged_; }
 
+  // No base is connected, or the connected one did not answer the last time its menu was read.
+  bool isTroubled() const;
+
+  // Since the trouble began, if it was asked for; and whether another one is under way.
+  const std::optional<Examination>& examination() const { return examination_; }
+  bool isExamining() const { return examinationClock_ != nullptr; }
+
   // The title of a section that the window should show, until it has.
   const std::optional<std::string>& requestedSection() const { return requestedSection_; }
   void setRequestedSection(std::optional<std::string> title);
 
-  // The devices that are attached now: connects to the first base when there is no session, and
-  // ends the session whose base has left.
+  // The devices that are attached now: connects to the first base that may be connected unasked
+  // when there is no session, and ends the session whose base has left.
   void devicesChanged(const std::vector<HIDDeviceInfo>& attached);
 
   // Opens a session, in place of the one that is open, and reads identity and menu.
@@ -115,6 +136,15 @@ class AppModel final : public QObject {
   void apply(const TuningPreset& preset);
   void factoryReset();
   void usbReset();
+
+  // Looks for what is wrong: at the base that is connected, was tried last or would be connected.
+  // Asks an exchange's turn; while one is under way it is that one.
+  void examine();
+
+  // The examination and the end of the log as a text for a bug report, without what tells who asks;
+  // saving asks for a place first. Only with an examination.
+  std::string report() const;
+  void saveReport();
 
   void saveCurrentAsPreset(const std::string& name);
   void deletePreset(const TuningPreset& preset);
@@ -148,6 +178,7 @@ class AppModel final : public QObject {
   // Sessions.
   bool isGone(const WheelBase& base) const;
   void connectToFirst();
+  void waitForNamed();
   void open(const Session& base);
   void followReports(const Session& base);
   void opened(const Session& base, const Opening& opening);
@@ -155,6 +186,12 @@ class AppModel final : public QObject {
   void baseGone(const WheelBase* base);
   void retire(const Session& base);
   void stageDemo(const std::string& text);
+  void menuAnswered(bool answered);
+
+  // Examinations.
+  std::optional<HIDDeviceInfo> baseToExamine() const;
+  void examined(const Examination& examination);
+  void writeReport(const std::string& report, const std::filesystem::path& file);
 
   // Exchanges.
   void perform(std::string title, DeviceAction action);
@@ -174,6 +211,7 @@ class AppModel final : public QObject {
              const std::filesystem::path& file);
 
   const World world_;
+  const std::string which_;  // the base to connect to unasked; empty: the first
 
   std::vector<HIDDeviceInfo> devices_;
   std::optional<std::string> connectedName_;
@@ -188,6 +226,11 @@ class AppModel final : public QObject {
   std::vector<TuningPreset> userPresets_;
   StagedValues staged_;
   std::optional<std::string> requestedSection_;
+  bool menuUnanswered_ = false;  // by the connected base, the last time
+  std::optional<Examination> examination_;
+  std::shared_ptr<StoppableClock> examinationClock_;  // while one is under way
+  std::optional<HIDDeviceInfo> tried_;                // the base that was connected to last
+  std::string waiting_;  // the last line about the base that is waited for, until one is connected
 
   Session base_;
   Session opening_;               // on the way to become base_

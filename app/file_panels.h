@@ -13,7 +13,7 @@ class FilePanels {
   using Chosen = std::function<void(const std::filesystem::path&)>;
 
   // The kind of file that a panel is for.
-  enum class Content { settings, presets };
+  enum class Content { settings, presets, report };
 
   struct Request {
     std::string title;

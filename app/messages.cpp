@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "session/candidates.h"
 #include "support/text.h"
 
 namespace quorvane::Messages {
@@ -14,6 +15,19 @@ std::string inQuotes(std::string_view name) { return fmt::format("\"{}\"", name)
 
 std::string setName(const std::optional<TuningSnapshot>& menu) {
   return menu ? menu->setName() : "?";
+}
+
+std::string waitingFor(std::string_view which, const std::vector<HIDDeviceInfo>& attached) {
+  std::vector<std::string> others;
+  others.reserve(attached.size());
+  for (const HIDDeviceInfo& device : attached) {
+    others.push_back(
+        fmt::format("{} ({})", device.displayName(), fmt::join(namesOf(device), ", ")));
+  }
+  return fmt::format(
+      "No base answers to {}; waiting for it. Attached: {}. Plug in the one you named, or connect "
+      "another in the Base section.",
+      inQuotes(which), fmt::join(others, "; "));
 }
 
 std::string connecting(std::string_view device) { return fmt::format("Connecting to {}…", device); }
@@ -77,6 +91,14 @@ std::string applied(const TuningPreset& preset,
 
 std::string usbResetFailed(std::string_view reason) {
   return fmt::format("USB reset failed: {}", reason);
+}
+
+std::string reportSaved(const std::filesystem::path& file) {
+  return fmt::format("Saved the report to {}. Look it over before you send it.", file.string());
+}
+
+std::string couldNotSaveReport(std::string_view reason) {
+  return fmt::format("Could not save the report: {}", reason);
 }
 
 std::string presetSaved(std::string_view name) { return "Saved preset " + inQuotes(name); }

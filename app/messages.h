@@ -28,6 +28,9 @@ inline constexpr const char* usbReset =
 // How people call the active set; "?" without a menu.
 std::string setName(const std::optional<TuningSnapshot>& menu);
 
+// No attached base has the name.
+std::string waitingFor(std::string_view which, const std::vector<HIDDeviceInfo>& attached);
+
 std::string connecting(std::string_view device);
 std::string connected(std::string_view name);
 std::string couldNotOpen(std::string_view device, std::string_view reason);
@@ -46,6 +49,9 @@ std::string switchedToSet(const TuningSnapshot& menu);
 std::string nowInMode(const TuningSnapshot& menu);
 std::string applied(const TuningPreset& preset, const std::vector<WheelBase::ApplyResult>& results);
 std::string usbResetFailed(std::string_view reason);
+
+std::string reportSaved(const std::filesystem::path& file);
+std::string couldNotSaveReport(std::string_view reason);
 
 std::string presetSaved(std::string_view name);
 std::string couldNotSavePresets(std::string_view reason);

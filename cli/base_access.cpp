@@ -26,23 +26,9 @@ FanatecError noDevice() {
 
 }  // namespace
 
-bool isNamed(const HIDDeviceInfo& device, const std::string& which) {
-  return device.id == which || device.device->node() == which ||
-         (!device.serialNumber.empty() && device.serialNumber == which);
-}
-
-std::vector<HIDDeviceInfo> namedBases(const std::vector<HIDDeviceInfo>& devices,
-                                      const GlobalOptions& options) {
-  std::vector<HIDDeviceInfo> bases = wheelBaseCandidates(devices);
-  if (!options.device.empty()) {
-    std::erase_if(bases, [&](const auto& base) { return !isNamed(base, options.device); });
-  }
-  return bases;
-}
-
 std::vector<HIDDeviceInfo> namedBases(const CommandContext& context) {
-  return namedBases(HIDEnumerator::devices(Fanatec::vendorID, context.world.backend),
-                    context.options);
+  return wheelBaseCandidates(HIDEnumerator::devices(Fanatec::vendorID, context.world.backend),
+                             context.options.device);
 }
 
 HIDDeviceInfo chosenBase(const CommandContext& context) {

@@ -11,15 +11,7 @@
 
 namespace quorvane {
 
-// Whether `which` names the device: its id, its node or its serial number.
-bool isNamed(const HIDDeviceInfo& device, const std::string& which);
-
-// The bases among the devices that the options name, or all, in the order in which the first is
-// chosen.
-std::vector<HIDDeviceInfo> namedBases(const std::vector<HIDDeviceInfo>& devices,
-                                      const GlobalOptions& options);
-
-// Those that are attached now.
+// The attached bases that the options name, or all, in the order in which the first is chosen.
 std::vector<HIDDeviceInfo> namedBases(const CommandContext& context);
 
 // The base that the options name, or the first. Throws FanatecError ioFailed when there is none and

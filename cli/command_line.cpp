@@ -56,8 +56,10 @@ void addGlobalOptions(CLI::App& app, Words& words) {
                  "Use the base with this id, /dev/hidraw path or serial number (default: the "
                  "first one found)")
       ->type_name("WHICH");
-  app.add_option("--simulate", words.simulate,
-                 "Use a simulated base; =PRODUCT is a hexadecimal product ID or a part of a name")
+  app.add_option(
+         "--simulate", words.simulate,
+         "Use a simulated base; =PRODUCT is a hexadecimal product ID or a part of a name, and "
+         "commas between several make several bases")
       ->type_name("[=PRODUCT]");
   app.add_option("--report-id", words.reportID,
                  "Send short commands on this output report (default: from the base's descriptor)")
@@ -152,9 +154,9 @@ std::optional<std::uint8_t> parseReportID(const std::string& text) {
   return static_cast<std::uint8_t>(*number);
 }
 
-FanatecProduct simulatedProduct(const std::string& text) {
+std::vector<FanatecProduct> simulatedProducts(const std::string& text) {
   try {
-    return productToSimulate(text);
+    return productsToSimulate(text);
   } catch (const std::invalid_argument& error) {
     throw UsageError(error.what());
   }
@@ -166,16 +168,17 @@ ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
   words.options.layout = tuningLayout(words.layout);
   if (words.simulate.empty()) return command.run({world, words.options});
 
-  const FanatecProduct product = simulatedProduct(words.simulate);
-  SimulatedMachine machine(product);
-  if (words.options.layout) {
+  const std::vector<FanatecProduct> products = simulatedProducts(words.simulate);
+  SimulatedMachine machine(products);
+  for (std::size_t number = 0; number < products.size(); ++number) {
+    fmt::print(world.err, "Simulated base: {}\n", products[number].name);
+    if (!words.options.layout) continue;
     // Its firmware speaks the layout asked for.
-    machine.device().withBase(
+    machine.device(number).withBase(
         [&](SimulatedBase& base) { base.behaviour().layout = *words.options.layout; });
   }
   const World simulated{world.out,   world.err,          machine.backend(), machine.usb(),
                         world.clock, world.interruption, world.presets,     machine.survey()};
-  fmt::print(world.err, "Simulated base: {}\n", product.name);
   return command.run({simulated, words.options});
 }
 

@@ -10,6 +10,7 @@
 #include "cli/value_words.h"
 #include "hid/device_watcher.h"
 #include "protocol/error.h"
+#include "session/candidates.h"
 
 namespace quorvane {
 namespace {
@@ -36,7 +37,7 @@ class Monitor {
   Monitor& operator=(const Monitor&) = delete;
 
   void operator()(const std::vector<HIDDeviceInfo>& devices) {
-    std::vector<HIDDeviceInfo> bases = namedBases(devices, context_.options);
+    std::vector<HIDDeviceInfo> bases = wheelBaseCandidates(devices, context_.options.device);
     for (const HIDDeviceInfo& base : missingFrom(bases, present_)) announce("removal", base);
     if (base_ && !contains(bases, base_->info())) drop();
     for (const HIDDeviceInfo& base : missingFrom(present_, bases)) announce("arrival", base);
@@ -71,13 +72,9 @@ class Monitor {
   }
 
  private:
-  static bool sameDevice(const HIDDeviceInfo& a, const HIDDeviceInfo& b) {
-    return a.id == b.id && a.device->node() == b.device->node();
-  }
-
   static bool contains(const std::vector<HIDDeviceInfo>& list, const HIDDeviceInfo& device) {
     return std::any_of(list.begin(), list.end(),
-                       [&](const HIDDeviceInfo& entry) { return sameDevice(entry, device); });
+                       [&](const HIDDeviceInfo& entry) { return isSameDevice(entry, device); });
   }
 
   static std::vector<HIDDeviceInfo> missingFrom(const std::vector<HIDDeviceInfo>& list,

@@ -11,6 +11,11 @@
 namespace quorvane {
 namespace {
 
+// A location: the bus in the top byte, then a nibble for each port on the way.
+constexpr int busShift = 24;
+constexpr int portBits = 4;
+constexpr std::uint32_t portMask = 0xF;
+
 template <typename Value>
 Value propertyOr(const HIDDeviceHandle& device, std::string_view key, Value missing) {
   const auto property = device.property(key);
@@ -46,6 +51,19 @@ std::string HIDDeviceInfo::displayName() const {
   }
   if (!product.empty()) return product;
   return fmt::format("{:04X}:{:04X}", hex(vendorID), hex(productID));
+}
+
+std::string HIDDeviceInfo::usbPort() const {
+  const std::uint32_t bus = hex(locationID) >> busShift;
+  std::string port = bus == 0 ? "" : fmt::format("{}", bus);
+  char separator = '-';
+  for (int shift = busShift - portBits; shift >= 0 && !port.empty(); shift -= portBits) {
+    const std::uint32_t number = hex(locationID) >> shift & portMask;
+    if (number == 0) break;
+    port += fmt::format("{}{}", separator, number);
+    separator = '.';
+  }
+  return port;
 }
 
 std::optional<std::uint8_t> HIDDeviceInfo::commandReportID() const {

@@ -43,6 +43,10 @@ struct HIDDeviceInfo {
   // The catalogue's name, else the device's own, else "VVVV:PPPP".
   std::string displayName() const;
 
+  // The USB port as the kernel writes it: "3-1.4" is bus 3, its port 1, port 4 of the hub in there.
+  // Empty for what hangs on no USB bus.
+  std::string usbPort() const;
+
   // The report ID that short commands go on: the first of the shortest output reports with 7 or 8
   // bytes, else the shortest output report. None without output reports. An ID above 255 stops the
   // program.

@@ -2,19 +2,13 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "simulator/simulated_base.h"
 
 namespace quorvane {
-
-std::vector<std::string> withSimulatedProduct(std::vector<std::string> words) {
-  for (std::string& word : words) {
-    if (word == "--") break;
-    if (word == "--simulate") word += fmt::format("=0x{:04x}", defaultSimulatedProduct);
-  }
-  return words;
-}
+namespace {
 
 FanatecProduct productToSimulate(const std::string& text) {
   if (const auto product = simulatableProduct(text)) return *product;
@@ -26,6 +20,28 @@ FanatecProduct productToSimulate(const std::string& text) {
     }
   }
   throw std::invalid_argument(message);
+}
+
+}  // namespace
+
+std::vector<std::string> withSimulatedProduct(std::vector<std::string> words) {
+  for (std::string& word : words) {
+    if (word == "--") break;
+    if (word == "--simulate") word += fmt::format("=0x{:04x}", defaultSimulatedProduct);
+  }
+  return words;
+}
+
+std::vector<FanatecProduct> productsToSimulate(const std::string& text) {
+  std::vector<FanatecProduct> products;
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  do {
+    end = std::min(text.find(',', begin), text.size());
+    products.push_back(productToSimulate(text.substr(begin, end - begin)));
+    begin = end + 1;
+  } while (end < text.size());
+  return products;
 }
 
 }  // namespace quorvane

@@ -6,15 +6,15 @@
 
 #include "protocol/product.h"
 
-// The option --simulate[=PRODUCT] that all programs have.
+// The option --simulate[=PRODUCT[,PRODUCT...]] that all programs have.
 namespace quorvane {
 
 // The words of a command line with the product that --simulate alone stands for: it takes one with
 // "=" only, since the word after it means something else.
 std::vector<std::string> withSimulatedProduct(std::vector<std::string> words);
 
-// The product that the text of the option names. Throws std::invalid_argument, in words for the
-// person who typed it, unless it is one with a tuning menu.
-FanatecProduct productToSimulate(const std::string& text);
+// The products that the text of the option names, one base for each. Throws std::invalid_argument,
+// in words for the person who typed it, unless all of them have a tuning menu.
+std::vector<FanatecProduct> productsToSimulate(const std::string& text);
 
 }  // namespace quorvane

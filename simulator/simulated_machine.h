@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "protocol/product.h"
 #include "simulator/simulated_backend.h"
@@ -9,18 +10,26 @@
 
 namespace quorvane {
 
-// A machine on which a simulated base is all there is, in real time.
+// A machine on which simulated bases are all there is, in real time.
 class SimulatedMachine {
  public:
-  explicit SimulatedMachine(const FanatecProduct& product);
+  explicit SimulatedMachine(const FanatecProduct& product)
+      : SimulatedMachine(std::vector{product}) {}
+
+  // One base for each product, at least one. Several hang on ports of their own of one USB bus.
+  explicit SimulatedMachine(const std::vector<FanatecProduct>& products);
 
   HIDBackend& backend() { return backend_; }
   USBBus& usb() { return usb_; }
   HIDSurvey& survey() { return survey_; }
-  SimulatedDevice& device() { return *device_; }
+
+  std::size_t deviceCount() const { return devices_.size(); }
+
+  // The base with this place in the list of products.
+  SimulatedDevice& device(std::size_t number = 0) { return *devices_.at(number); }
 
  private:
-  const std::shared_ptr<SimulatedDevice> device_;
+  std::vector<std::shared_ptr<SimulatedDevice>> devices_;
   SimulatedBackend backend_;
   SimulatedUSBBus usb_;
   SimulatedSurvey survey_;

@@ -34,7 +34,9 @@ class SimulatedUSBDevice final : public USBDevice {
 
 std::vector<std::unique_ptr<USBDevice>> SimulatedUSBBus::devices() {
   std::vector<std::unique_ptr<USBDevice>> result;
-  if (device_.isPlugged()) result.push_back(std::make_unique<SimulatedUSBDevice>(device_));
+  for (SimulatedDevice* const device : devices_) {
+    if (device->isPlugged()) result.push_back(std::make_unique<SimulatedUSBDevice>(*device));
+  }
   return result;
 }
 

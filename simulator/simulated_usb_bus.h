@@ -8,16 +8,20 @@
 
 namespace quorvane {
 
-// The USB side of a simulated base: a bus with that one device on it, while it is plugged. A reset
-// unplugs the base and plugs it back in. The device must outlive the bus and what it lists.
+// The USB side of simulated bases: a bus with them on it while they are plugged. A reset unplugs
+// the base and plugs it back in. The bases must outlive the bus and what it lists.
 class SimulatedUSBBus final : public USBBus {
  public:
-  explicit SimulatedUSBBus(SimulatedDevice& device) : device_(device) {}
+  SimulatedUSBBus() = default;
+  explicit SimulatedUSBBus(SimulatedDevice& device) : devices_{&device} {}
+
+  // Not while somebody uses the bus.
+  void add(SimulatedDevice& device) { devices_.push_back(&device); }
 
   std::vector<std::unique_ptr<USBDevice>> devices() override;
 
  private:
-  SimulatedDevice& device_;
+  std::vector<SimulatedDevice*> devices_;
 };
 
 }  // namespace quorvane

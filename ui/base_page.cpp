@@ -2,13 +2,22 @@
 
 #include <fmt/format.h>
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QVBoxLayout>
+#include <algorithm>
 
+#include "session/candidates.h"
 #include "ui/availability.h"
+#include "ui/base_list.h"
+#include "ui/base_text.h"
 #include "ui/button.h"
+#include "ui/check_list.h"
+#include "ui/confirm_dialog.h"
 #include "ui/form.h"
 #include "ui/painting.h"
+#include "ui/tab_order.h"
 #include "ui/time_text.h"
 
 namespace quorvane {
@@ -20,6 +29,13 @@ QString deviceNames(const std::vector<HIDDeviceInfo>& devices) {
   return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
 }
 
+std::optional<HIDDeviceInfo> findAttached(const AppModel& model, const HIDDeviceInfo& base) {
+  const auto& attached = model.devices();
+  const auto found = std::find_if(attached.begin(), attached.end(),
+                                  [&](const auto& device) { return isSameDevice(device, base); });
+  return found == attached.end() ? std::nullopt : std::optional(*found);
+}
+
 FormRow* row(Card* card, const char* label, const char* objectName) {
   auto* const row = new FormRow(QString::fromUtf8(label), QString::fromLatin1(objectName));
   card->add(row);
@@ -28,37 +44,71 @@ FormRow* row(Card* card, const char* label, const char* objectName) {
 
 }  // namespace
 
-BasePage::BasePage(AppModel& model, QWidget* parent) : View(model, parent) {
+BasePage::BasePage(AppModel& model, QWidget* parent)
+    : View(model, parent),
+      page_(new FormPage(QStringLiteral("Base"))),
+      connection_(new Card(QStringLiteral("Connection"))),
+      readAgain_(new Button(QStringLiteral("Read again"))),
+      whyNotFound_(new Button(QStringLiteral("Why is my base not found?"))),
+      checks_(new CheckList),
+      bases_(new BaseList),
+      identity_(new Card(QStringLiteral("Identity"))),
+      menu_(new Card(QStringLiteral("Tuning menu"))) {
   setObjectName(QStringLiteral("basePage"));
-  auto* const page = new FormPage(QStringLiteral("Base"));
   auto* const outer = new QVBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
-  outer->addWidget(page);
+  outer->addWidget(page_);
+  addConnection();
+  addIdentity();
+  addMenu();
+  for (Card* const card : cards()) page_->add(card);
+  orderControls();
+  connect(bases_, &BaseList::chosen, this, &BasePage::choose);
+  connect(bases_, &BaseList::rebuilt, this, &BasePage::orderControls);
+}
 
-  auto* const connection = new Card(QStringLiteral("Connection"));
-  status_ = row(connection, "Status", "connectionStatus");
-  devices_ = row(connection, "Devices seen", "devicesSeen");
-  readAgain_ = new Button(QStringLiteral("Read again"));
+void BasePage::addConnection() {
+  status_ = row(connection_, "Status", "connectionStatus");
+  devices_ = row(connection_, "Devices seen", "devicesSeen");
   readAgain_->setObjectName(QStringLiteral("baseReadAgainButton"));
-  connect(readAgain_, &Button::clicked, this, [this] { this->model().refresh(); });
-  connection->add(buttonRow(readAgain_));
-  page->add(connection);
+  connect(readAgain_, &Button::clicked, this, [this] { model().refresh(); });
+  whyNotFound_->setObjectName(QStringLiteral("whyNotFoundButton"));
+  connection_->add(buttonsRow({readAgain_, whyNotFound_}));
+  connect(whyNotFound_, &Button::clicked, this, [this] { model().examine(); });
+  connect(checks_, &CheckList::checkAgain, this, [this] { model().examine(); });
+  connect(checks_, &CheckList::copyReport, this, &BasePage::copyReport);
+  connect(checks_, &CheckList::saveReport, this, [this] { model().saveReport(); });
+  connect(checks_, &CheckList::rebuilt, this, &BasePage::orderControls);
+}
 
-  auto* const identity = new Card(QStringLiteral("Identity"));
-  base_ = row(identity, "Base", "baseName");
-  wheel_ = row(identity, "Steering wheel", "wheelName");
-  module_ = row(identity, "Button module", "moduleName");
-  firmware_ = row(identity, "Firmware (input report)", "firmwareVersion");
-  maxRotation_ = row(identity, "Max rotation", "maxRotation");
-  page->add(identity);
+void BasePage::addIdentity() {
+  base_ = row(identity_, "Base", "baseName");
+  wheel_ = row(identity_, "Steering wheel", "wheelName");
+  module_ = row(identity_, "Button module", "moduleName");
+  firmware_ = row(identity_, "Firmware (input report)", "firmwareVersion");
+  maxRotation_ = row(identity_, "Max rotation", "maxRotation");
+}
 
-  auto* const menu = new Card(QStringLiteral("Tuning menu"));
-  mode_ = row(menu, "Mode", "baseMenuMode");
-  activeSet_ = row(menu, "Active set", "activeSet");
-  lastRead_ = row(menu, "Last read", "lastRead");
+void BasePage::addMenu() {
+  mode_ = row(menu_, "Mode", "baseMenuMode");
+  activeSet_ = row(menu_, "Active set", "activeSet");
+  lastRead_ = row(menu_, "Last read", "lastRead");
   noMenu_ = messageRow(QStringLiteral("No tuning data yet"), QStringLiteral("noTuningData"));
-  menu->add(noMenu_);
-  page->add(menu);
+  menu_->add(noMenu_);
+}
+
+// In reading order.
+std::vector<Card*> BasePage::cards() const {
+  return {connection_, checks_, bases_, identity_, menu_};
+}
+
+void BasePage::orderControls() {
+  std::vector<QWidget*> inReadingOrder;
+  for (const Card* const card : cards()) {
+    const std::vector<QWidget*> rows = card->rows();
+    inReadingOrder.insert(inReadingOrder.end(), rows.begin(), rows.end());
+  }
+  chainTabOrder(inReadingOrder);
 }
 
 void BasePage::render() {
@@ -66,8 +116,18 @@ void BasePage::render() {
                                           : QStringLiteral("Not connected"));
   devices_->setValue(deviceNames(model().devices()));
   setAvailable(*readAgain_, whyNotNow(model()));
+  renderTrouble();
+  bases_->show(model());
   renderIdentity();
   renderMenu();
+  renderQuestion();
+}
+
+void BasePage::renderTrouble() {
+  whyNotFound_->setVisible(model().isTroubled());
+  setAvailable(*whyNotFound_, whyWait(model()),
+               QStringLiteral("Checks the way to the base, from the USB bus to its menu"));
+  checks_->show(model());
 }
 
 void BasePage::renderIdentity() {
@@ -93,6 +153,47 @@ void BasePage::renderMenu() {
   }
   for (FormRow* const row : {mode_, activeSet_, lastRead_}) row->setVisible(menu.has_value());
   noMenu_->setVisible(!menu);
+}
+
+// Unsaved changes are for the base that is connected.
+void BasePage::choose(const HIDDeviceInfo& base) {
+  if (model().isConnected() && !model().staged().empty()) {
+    ask(base);
+  } else {
+    connectTo(base);
+  }
+}
+
+void BasePage::ask(const HIDDeviceInfo& base) {
+  if (question_) return;
+  asked_ = base;
+  question_ =
+      new ConfirmDialog(text(switchQuestion(base)), {}, QStringLiteral("Discard and connect"),
+                        Button::Kind::destructive, ConfirmDialog::Default::cancel, window());
+  renderQuestion();
+  connect(question_, &QDialog::accepted, this, [this, base] { connectTo(base); });
+  question_->open();
+}
+
+// What it says stays true while it is open; without the one base or the other there is nothing to
+// ask any more.
+void BasePage::renderQuestion() {
+  if (!question_) return;
+  if (findAttached(model(), *asked_) && model().isConnected() && !model().staged().empty()) {
+    question_->setMessage(
+        text(switchCost(model().staged().size(), model().connectedName().value_or(std::string()))));
+  } else {
+    question_->reject();
+  }
+}
+
+// As it is described now: it may have been plugged in again since it was shown.
+void BasePage::connectTo(const HIDDeviceInfo& base) {
+  if (const auto attached = findAttached(model(), base)) model().connect(*attached);
+}
+
+void BasePage::copyReport() {
+  if (model().examination()) QGuiApplication::clipboard()->setText(text(model().report()));
 }
 
 }  // namespace quorvane

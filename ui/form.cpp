@@ -16,7 +16,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int labelColumn = 200;
 constexpr int hexLabelColumn = 80;
 constexpr int captionInset = 2;
 constexpr int captionGap = 6;
@@ -28,16 +27,6 @@ constexpr int widestExplanation = 760;
 
 constexpr Qt::TextInteractionFlags selectable =
     Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
-
-QLabel* valueLabel(const QString& objectName) {
-  auto* const label = new QLabel;
-  label->setObjectName(objectName);
-  label->setTextFormat(Qt::PlainText);
-  label->setTextInteractionFlags(selectable);
-  label->setFocusPolicy(Qt::StrongFocus);
-  label->setWordWrap(true);
-  return label;
-}
 
 // A text that wraps at its widest, also when there is more room.
 class Paragraph final : public QLabel {
@@ -60,6 +49,16 @@ class Well final : public QWidget {
 
 }  // namespace
 
+QLabel* selectableLabel(const QString& objectName) {
+  auto* const label = new QLabel;
+  label->setObjectName(objectName);
+  label->setTextFormat(Qt::PlainText);
+  label->setTextInteractionFlags(selectable);
+  label->setFocusPolicy(Qt::StrongFocus);
+  label->setWordWrap(true);
+  return label;
+}
+
 class Card::Body final : public QWidget {
  public:
   Body() : column_(new QVBoxLayout(this)) {
@@ -68,6 +67,7 @@ class Card::Body final : public QWidget {
   }
 
   int rowCount() const { return column_->count(); }
+  QWidget* row(int number) const { return column_->itemAt(number)->widget(); }
   void insert(int number, QWidget* row) { column_->insertWidget(number, row); }
 
  protected:
@@ -77,9 +77,9 @@ class Card::Body final : public QWidget {
     drawBox(painter, rect(), Metrics::cardRadius, t.surface, t.line);
     bool isFirst = true;
     for (int i = 0; i < column_->count(); ++i) {
-      const QWidget* const row = column_->itemAt(i)->widget();
-      if (row == nullptr || row->isHidden()) continue;
-      if (!isFirst) painter.fillRect(QRect(1, row->y() - 1, width() - 2, 1), t.hairline);
+      const QWidget* const shown = row(i);
+      if (shown == nullptr || shown->isHidden()) continue;
+      if (!isFirst) painter.fillRect(QRect(1, shown->y() - 1, width() - 2, 1), t.hairline);
       isFirst = false;
     }
   }
@@ -109,6 +109,13 @@ void Card::insert(int number, QWidget* row) {
   row->installEventFilter(this);
 }
 
+std::vector<QWidget*> Card::rows() const {
+  std::vector<QWidget*> rows;
+  rows.reserve(static_cast<std::size_t>(body_->rowCount()));
+  for (int i = 0; i < body_->rowCount(); ++i) rows.push_back(body_->row(i));
+  return rows;
+}
+
 bool Card::eventFilter(QObject* /*watched*/, QEvent* event) {
   if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent) {
     body_->update();
@@ -117,13 +124,13 @@ bool Card::eventFilter(QObject* /*watched*/, QEvent* event) {
 }
 
 FormRow::FormRow(const QString& label, const QString& objectName, QWidget* parent)
-    : QWidget(parent), label_(new QLabel(label)), value_(valueLabel(objectName)) {
+    : QWidget(parent), label_(new QLabel(label)), value_(selectableLabel(objectName)) {
   auto* const row = new QHBoxLayout(this);
   const int padding = std::max(rowPadding, (Metrics::formRowHeight - fontMetrics().height()) / 2);
   row->setContentsMargins(Metrics::cardInset, padding, Metrics::cardInset, padding);
   row->setSpacing(Metrics::gap);
   label_->setForegroundRole(QPalette::Dark);
-  label_->setFixedWidth(labelColumn);
+  label_->setFixedWidth(Metrics::labelColumn);
   label_->setBuddy(value_);
   row->addWidget(label_, 0, Qt::AlignTop);
   row->addWidget(value_, 1, Qt::AlignTop);
@@ -138,11 +145,19 @@ void FormRow::setValue(const QString& value) {
 QString FormRow::value() const { return value_->text(); }
 
 QWidget* buttonRow(Button* button, const QString& explanation) {
+  return buttonsRow({button}, explanation);
+}
+
+QWidget* buttonsRow(const std::vector<Button*>& buttons, const QString& explanation) {
   auto* const row = new QWidget;
   auto* const column = new QVBoxLayout(row);
   column->setContentsMargins(Metrics::cardInset, buttonPadding, Metrics::cardInset, buttonPadding);
   column->setSpacing(explanationGap);
-  column->addWidget(button);
+  auto* const line = new QHBoxLayout;
+  line->setSpacing(Metrics::gap);
+  for (Button* const button : buttons) line->addWidget(button);
+  line->addStretch();
+  column->addLayout(line);
   if (explanation.isEmpty()) return row;
   auto* const text = new Paragraph(explanation);
   text->setFont(Metrics::font(Metrics::Type::callout));
@@ -163,7 +178,7 @@ QLabel* messageRow(const QString& text, const QString& objectName) {
 }
 
 HexRow::HexRow(const QString& label, const QString& objectName, QWidget* parent)
-    : QWidget(parent), label_(label), bytes_(valueLabel(objectName)) {
+    : QWidget(parent), label_(label), bytes_(selectableLabel(objectName)) {
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(Metrics::cardInset, wellInset, Metrics::cardInset, wellInset);
   row->setSpacing(0);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <vector>
 
 #include "ui/metrics.h"
 
@@ -13,7 +14,7 @@ namespace quorvane {
 class Button;
 
 // A group of rows under a caption, with a line between them.
-class Card final : public QWidget {
+class Card : public QWidget {
   Q_OBJECT
 
  public:
@@ -24,6 +25,9 @@ class Card final : public QWidget {
   void add(QWidget* row);
   void insert(int number, QWidget* row);
 
+  // From the top, the hidden ones as well.
+  std::vector<QWidget*> rows() const;
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -32,6 +36,9 @@ class Card final : public QWidget {
 
   Body* body_;
 };
+
+// A text, to be set, that can be selected and copied, also with the keyboard. It wraps.
+QLabel* selectableLabel(const QString& objectName);
 
 // "Label   value": the value can be selected and copied.
 class FormRow final : public QWidget {
@@ -48,8 +55,9 @@ class FormRow final : public QWidget {
   QLabel* value_;
 };
 
-// A button, and what it does where that needs saying.
+// A button, and what it does where that needs saying; or several, beside each other.
 QWidget* buttonRow(Button* button, const QString& explanation = {});
+QWidget* buttonsRow(const std::vector<Button*>& buttons, const QString& explanation = {});
 
 // One text across the whole row.
 QLabel* messageRow(const QString& text, const QString& objectName);

@@ -21,6 +21,11 @@
 namespace quorvane {
 namespace {
 
+constexpr const char* otherWindow =
+    "Quorvane is open already and keeps its base: choose another in the section Base of its "
+    "window, "
+    "or close it first.\n";
+
 QStringList wordsOf(int argc, char** argv) {
   QStringList words;
   for (int i = 0; i < argc; ++i) words += QFile::decodeName(argv[i]);
@@ -51,8 +56,8 @@ void follow(SingleInstance& instance, MainWindow& window) {
 
 int show(const AppModel::World& world, DesktopPanels& panels, SingleInstance& instance,
          const StartOptions& options) {
-  AppModel model(world);
-  MainWindow window(model, options.simulated ? QStringLiteral("simulated") : QString());
+  AppModel model(world, options.device);
+  MainWindow window(model, options.simulated.empty() ? QString() : QStringLiteral("simulated"));
   // For desktops that do not find the icon by the application's ID. There is none before
   // installing.
   window.setWindowIcon(QIcon::fromTheme(Addresses::applicationID()));
@@ -65,9 +70,13 @@ int show(const AppModel::World& world, DesktopPanels& panels, SingleInstance& in
   return QApplication::exec();
 }
 
-void write(const Transcript& transcript, const std::filesystem::path& file) {
+// One base after the other, with a blank line between them.
+void writeTranscripts(SimulatedMachine& machine, const std::filesystem::path& file) {
   std::string text;
-  for (const std::string& line : transcript.lines()) text += line + '\n';
+  for (std::size_t number = 0; number < machine.deviceCount(); ++number) {
+    if (number > 0) text += '\n';
+    for (const std::string& line : machine.device(number).transcript().lines()) text += line + '\n';
+  }
   try {
     replaceFile(file, text);
   } catch (const FileError& error) {
@@ -78,9 +87,13 @@ void write(const Transcript& transcript, const std::filesystem::path& file) {
 // A simulated base is for trying things out: each start has its own, with a window of its own.
 int start(const StartOptions& options, const QVariantMap& platformData) {
   const auto bus = sessionBus();
-  SingleInstance instance(options.simulated ? std::nullopt : bus, Addresses::applicationID());
+  SingleInstance instance(options.simulated.empty() ? bus : std::nullopt,
+                          Addresses::applicationID());
   const auto started = instance.start(options.files, platformData, section(Environment::section()));
-  if (started == SingleInstance::Start::handedOver) return 0;
+  if (started == SingleInstance::Start::handedOver) {
+    if (!options.device.empty()) std::fputs(otherWindow, stderr);
+    return 0;
+  }
 
   auto* const style = new Style;  // the application owns it
   QApplication::setStyle(style);
@@ -90,10 +103,12 @@ int start(const StartOptions& options, const QVariantMap& platformData) {
     QObject::connect(&*dark, &DarkPreference::told, style, &Style::setPrefersDark);
   }
   DesktopPanels panels(bus);
-  if (!options.simulated) return show({panels}, panels, instance, options);
-  SimulatedMachine machine(*options.simulated);
-  const int status = show({panels, machine.backend(), machine.usb()}, panels, instance, options);
-  if (options.transcript) write(machine.device().transcript(), *options.transcript);
+  if (options.simulated.empty()) return show({panels}, panels, instance, options);
+  SimulatedMachine machine(options.simulated);
+  const AppModel::World world{panels,          machine.backend(),     machine.usb(),
+                              Clock::system(), PresetStore::shared(), machine.survey()};
+  const int status = show(world, panels, instance, options);
+  if (options.transcript) writeTranscripts(machine, *options.transcript);
   return status;
 }
 

@@ -18,6 +18,7 @@ inline constexpr int sidebarWidth = 200;
 inline constexpr int sidebarMinimum = 180;
 inline constexpr int contentWidth = 1280;  // content ends here from the detail's left edge
 inline constexpr int cardWidth = 880;
+inline constexpr int labelColumn = 200;  // of cards
 
 inline constexpr int pageInset = 20;
 inline constexpr int narrowInset = 14;

@@ -52,13 +52,20 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
   const QCommandLineOption simulate(
       QStringLiteral("simulate"),
       QStringLiteral("Use a simulated base. A product is a hexadecimal product ID or a part of a "
-                     "name; it follows after \"=\" and may be left out."),
+                     "name; it follows after \"=\" and may be left out. Commas between several "
+                     "make several bases."),
       QStringLiteral("PRODUCT"));
+  const QCommandLineOption device(
+      QStringLiteral("device"),
+      QStringLiteral(
+          "Connect to the base with this id, /dev/hidraw path or serial number, and wait "
+          "for it while it is not attached (default: the first one found)."),
+      QStringLiteral("WHICH"));
   const QCommandLineOption transcript(
       QStringLiteral("transcript"),
       QStringLiteral("Write what the simulated base was sent to a file at the end."),
       QStringLiteral("FILE"));
-  parser.addOptions({simulate, transcript, help, versionOption});
+  parser.addOptions({device, simulate, transcript, help, versionOption});
   parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Settings files to import."),
                                QStringLiteral("[FILE...]"));
 
@@ -72,10 +79,11 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
     instead = {text(fmt::format("quorvane {} ({})\n", version(), commit())), 0};
   } else {
     for (const QString& file : parser.positionalArguments()) options.files.push_back(path(file));
+    options.device = text(parser.value(device));
     if (parser.isSet(transcript)) options.transcript = path(parser.value(transcript));
     try {
       if (parser.isSet(simulate)) {
-        options.simulated = productToSimulate(text(parser.value(simulate)));
+        options.simulated = productsToSimulate(text(parser.value(simulate)));
       }
     } catch (const std::invalid_argument& error) {
       instead = {QString::fromUtf8(error.what()) + u'\n', wrongUsage};

@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "protocol/product.h"
@@ -11,7 +12,8 @@ namespace quorvane {
 
 // What the program was started with.
 struct StartOptions {
-  std::optional<FanatecProduct> simulated;  // a simulated base in place of the machine's own
+  std::string device;  // the base to connect to: its id, its node or its serial number; empty: any
+  std::vector<FanatecProduct> simulated;            // simulated bases in place of the machine's own
   std::optional<std::filesystem::path> transcript;  // where to write what the simulated base saw
   std::vector<std::filesystem::path> files;         // settings to import, as given
 };

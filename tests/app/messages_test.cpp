@@ -43,6 +43,14 @@ TEST(Messages, OfTheConnection) {
   });
 }
 
+TEST(Messages, OfTheReport) {
+  expectTexts({
+      {Messages::reportSaved("/home/me/r.txt"),
+       "Saved the report to /home/me/r.txt. Look it over before you send it."},
+      {Messages::couldNotSaveReport("the reason"), "Could not save the report: the reason"},
+  });
+}
+
 TEST(Messages, NameTheSet) {
   EXPECT_EQ(Messages::setName(std::nullopt), "?");
   const std::vector<std::pair<std::uint8_t, std::string>> names{{0x81, "A (Auto Setup)"},

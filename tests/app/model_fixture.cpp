@@ -13,6 +13,18 @@
 namespace quorvane {
 namespace {
 
+std::string_view contentName(FilePanels::Content content) {
+  switch (content) {
+    case FilePanels::Content::settings:
+      return "settings";
+    case FilePanels::Content::presets:
+      return "presets";
+    case FilePanels::Content::report:
+      return "report";
+  }
+  return "";
+}
+
 bool onMainThread() { return QThread::currentThread() == QCoreApplication::instance()->thread(); }
 
 }  // namespace
@@ -152,10 +164,9 @@ void ScriptedPanels::chooseFile(const Request& request, Chosen chosen) {
 }
 
 void ScriptedPanels::show(std::string_view panel, const Request& request, Chosen chosen) {
-  requests_.push_back(
-      fmt::format("{}: {} [{}] {}, {}", panel, request.title, request.button,
-                  request.content == Content::settings ? "settings" : "presets",
-                  request.suggestedName.empty() ? "no name" : request.suggestedName));
+  requests_.push_back(fmt::format(
+      "{}: {} [{}] {}, {}", panel, request.title, request.button, contentName(request.content),
+      request.suggestedName.empty() ? "no name" : request.suggestedName));
   if (const auto file = std::exchange(answer_, std::nullopt)) {
     chosen(*file);
   } else {
@@ -200,6 +211,15 @@ std::vector<std::unique_ptr<USBDevice>> ScriptedUSBBus::devices() {
     result.push_back(std::make_unique<Device>(*this, std::move(device)));
   }
   return result;
+}
+
+MachineFacts ScriptedSurvey::take(std::int64_t vendorID) {
+  EXPECT_EQ(vendorID, Fanatec::vendorID);
+  ++timesTold_;
+  if (beforeTelling_) beforeTelling_();
+  MachineFacts facts;
+  facts.isSimulated = true;
+  return facts;
 }
 
 ModelTest::ModelTest() : store_(directory_ / "presets.json") {}
@@ -252,8 +272,9 @@ std::int64_t ModelTest::valueOnBase(TuningParameter parameter) {
   return value;
 }
 
-AppModel& ModelTest::create() {
-  model_ = std::make_unique<AppModel>(AppModel::World{panels_, backend_, usb_, clock_, *store_});
+AppModel& ModelTest::create(const std::string& which) {
+  model_ = std::make_unique<AppModel>(
+      AppModel::World{panels_, backend_, usb_, clock_, *store_, survey_}, which);
   QObject::connect(model_.get(), &AppModel::changed, [this] { heardChange(); });
   logTaken_ = 0;
   return *model_;
@@ -264,8 +285,8 @@ AppModel& ModelTest::start() {
   return startWithoutBase();
 }
 
-AppModel& ModelTest::startWithoutBase() {
-  create();
+AppModel& ModelTest::startWithoutBase(const std::string& which) {
+  create(which);
   settle();
   takeLog();
   for (const auto& device : devices_) device->transcript().clear();

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/app_model.h"
@@ -185,6 +186,20 @@ class ScriptedUSBBus final : public USBBus {
   std::function<void()> afterReset_;
 };
 
+// The facts of a machine that is nothing but simulated. Something may happen before they are told,
+// on the thread that asks for them.
+class ScriptedSurvey final : public HIDSurvey {
+ public:
+  void beforeTelling(std::function<void()> event) { beforeTelling_ = std::move(event); }
+  int timesTold() const { return timesTold_; }
+
+  MachineFacts take(std::int64_t vendorID) override;
+
+ private:
+  std::function<void()> beforeTelling_;
+  std::atomic<int> timesTold_ = 0;
+};
+
 // A model in a world of simulated bases. Unless asked otherwise, its time is that of the one base.
 //
 // At the end of every test nothing is going on any more, every base is closed and has found nothing
@@ -213,10 +228,11 @@ class ModelTest : public testing::Test {
   // A value of the active set of the first base.
   std::int64_t valueOnBase(TuningParameter parameter);
 
-  // Makes a model; `start` with a base, and until it has settled.
-  AppModel& create();
+  // Makes a model, perhaps one that is to use a certain base; `start` with a base, and until it has
+  // settled.
+  AppModel& create(const std::string& which = {});
   AppModel& start();
-  AppModel& startWithoutBase();
+  AppModel& startWithoutBase(const std::string& which = {});
   void end() { model_.reset(); }
   AppModel& model() { return *model_; }
 
@@ -251,6 +267,7 @@ class ModelTest : public testing::Test {
   EventfulClock clock_;
   ScriptedPanels panels_;
   ScriptedUSBBus usb_;
+  ScriptedSurvey survey_;
   std::optional<PresetStore> store_;
   std::atomic<int> changes_ = 0;
 

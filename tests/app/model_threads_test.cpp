@@ -72,6 +72,13 @@ TEST_F(ModelEnd, WhileAnExchangeRuns) {
   });
 }
 
+TEST_F(ModelEnd, WhileAnExaminationRuns) {
+  endAThousandTimes([this](int round) {
+    model().examine();
+    base().transcript().waitForLines(static_cast<std::size_t>(round % 8) + 1);
+  });
+}
+
 TEST_F(ModelEnd, WhileTheBaseLeaves) {
   endAThousandTimes([this](int round) {
     connect();

@@ -70,12 +70,6 @@ TEST_F(BaseAccess, ANameMatchesAsAWholeAndInItsCase) {
   }
 }
 
-TEST_F(BaseAccess, ABaseWithoutSerialNumberIsNotNamedByNothing) {
-  const HIDDeviceInfo base = chosenBase({world_, options_});
-  EXPECT_EQ(base.serialNumber, "");
-  EXPECT_FALSE(isNamed(base, ""));
-}
-
 TEST_F(BaseAccess, ANameOfSeveralBasesIsWrongUsageAndListsThem) {
   try {
     chosenNode(simulatedID);

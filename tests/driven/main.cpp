@@ -1,6 +1,8 @@
 // The window, following the bases of this machine, with somebody at its controls who is told what
 // to do by lines on standard input:
 //
+//   quorvane-driven [DEVICE]     DEVICE: the base to use, as for `quorvane --device`
+//
 //   click NAME | show | quit
 //
 // NAME is the object name of a button. `show` prints what the window shows as one JSON line. The
@@ -15,6 +17,8 @@
 
 #include "app/no_panels.h"
 #include "tests/windowless/line_input.h"
+#include "ui/base_row.h"
+#include "ui/check_row.h"
 #include "ui/main_window.h"
 #include "ui/painting.h"
 #include "ui/parameter_row.h"
@@ -39,6 +43,24 @@ nlohmann::ordered_json rows(const QWidget& window) {
   return json;
 }
 
+// The list of attached bases by node: what each row says at its end, or "" where it has a button.
+nlohmann::ordered_json bases(const QWidget& window) {
+  nlohmann::ordered_json json = nlohmann::ordered_json::object();
+  for (const BaseRow* const row : window.findChildren<BaseRow*>()) {
+    if (row->isVisible()) json[row->base().device->node()] = shownText(*row, "baseLink");
+  }
+  return json;
+}
+
+// The doctor's list by what was checked: the outcome's word.
+nlohmann::ordered_json checks(const QWidget& window) {
+  nlohmann::ordered_json json = nlohmann::ordered_json::object();
+  for (const CheckRow* const row : window.findChildren<CheckRow*>()) {
+    if (row->isVisible()) json[shownText(*row, "checkTitle")] = shownText(*row, "checkOutcome");
+  }
+  return json;
+}
+
 void show(const QWidget& window) {
   const auto* const save = window.findChild<QAbstractButton*>(QStringLiteral("saveButton"));
   const auto* const spinner = window.findChild<QWidget*>(QStringLiteral("busySpinner"));
@@ -48,7 +70,10 @@ void show(const QWidget& window) {
       {"message", shownText(window, "tuningMessage")},
       {"count", shownText(window, "unsavedCount")},
       {"canSave", save != nullptr && save->isVisible() && save->isEnabled()},
-      {"rows", rows(window)}};
+      {"rows", rows(window)},
+      {"question", shownText(window, "dialogMessage")},
+      {"bases", bases(window)},
+      {"checks", checks(window)}};
   std::printf("%s\n", json.dump().c_str());
   std::fflush(stdout);
 }
@@ -82,7 +107,7 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setStyle(new Style);
   NoPanels panels;
-  AppModel model({panels});
+  AppModel model({panels}, argc > 1 ? argv[1] : "");
   MainWindow window(model);
   window.show();
   const LineInput input([&](const std::string& line) { carryOut(window, line); });

@@ -329,6 +329,23 @@ TEST(HIDDeviceInfo, IsShownByTheBestNameThereIs) {
   }
 }
 
+TEST(HIDDeviceInfo, TellsTheUsbPortFromTheLocation) {
+  const std::vector<std::pair<std::int64_t, std::string>> cases{
+      {0, ""},
+      {0x03100000, "3-1"},
+      {0x03140000, "3-1.4"},
+      {0x01123456, "1-1.2.3.4.5.6"},
+      {0x10F00000, "16-15"},
+      {0xFF1F0000, "255-1.15"},
+      {0x00140000, ""},
+  };
+  for (const auto& [locationID, port] : cases) {
+    HIDDeviceInfo info;
+    info.locationID = locationID;
+    EXPECT_EQ(info.usbPort(), port) << locationID;
+  }
+}
+
 // A device with output reports of these IDs and lengths, and inputs that would do as well.
 HIDDeviceInfo withOutputs(const std::vector<std::pair<std::int64_t, std::int64_t>>& outputs) {
   HIDDeviceInfo info;

@@ -1,6 +1,6 @@
 // Renders every section of the window in its states, as PNG files:
 //
-//   quorvane-screenshots DIRECTORY
+//   quorvane-screenshots DIRECTORY [SCENE...]     SCENE: all of them unless given
 //
 // A picture is what the display shows of the real window, on a simulated base:
 // SCENE-SCHEME-SIZE.png for the schemes light and dark and each of the sizes. The toolkit's own
@@ -17,6 +17,8 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "app/no_panels.h"
@@ -31,17 +33,36 @@ namespace {
 
 using enum TuningParameter::Case;
 
+constexpr int usual = 0x0020;
+
+// A machine of which the scene tells the facts; simulated ones unless it does.
+class ToldSurvey final : public HIDSurvey {
+ public:
+  ToldSurvey() { facts_.isSimulated = true; }
+
+  void tell(MachineFacts facts) { facts_ = std::move(facts); }
+  MachineFacts take(std::int64_t /*vendorID*/) override { return facts_; }
+
+ private:
+  MachineFacts facts_;
+};
+
 // The window of one picture, and all that stands behind it.
 class Stage {
  public:
-  Stage(const std::filesystem::path& directory, QSize size, bool hasBase)
-      : machine_(FanatecProduct::lookup(defaultSimulatedProduct).value()),
-        store_(directory / "presets.json") {
+  // With these bases plugged in, of which the first in the model's order gets connected.
+  Stage(const std::filesystem::path& directory, QSize size, const std::vector<int>& bases)
+      : machine_(productsOf(bases)), store_(directory / "presets.json") {
+    const bool hasBase = !bases.empty();
     std::filesystem::remove(store_.fileURL());
     if (!hasBase) machine_.device().unplug();
+    for (std::size_t number = 1; number < bases.size(); ++number) {
+      machine_.device(number).setProperty(HIDPropertyKey::serialNumber,
+                                          "QV-000" + std::to_string(number));
+    }
     store_.save(ownPresets());
-    model_ = std::make_unique<AppModel>(
-        AppModel::World{panels_, machine_.backend(), machine_.usb(), Clock::system(), store_});
+    model_ = std::make_unique<AppModel>(AppModel::World{panels_, machine_.backend(), machine_.usb(),
+                                                        Clock::system(), store_, survey_});
     window_ = std::make_unique<MainWindow>(*model_);
     window_->resize(size);
     window_->show();
@@ -51,6 +72,7 @@ class Stage {
   AppModel& model() { return *model_; }
   MainWindow& window() { return *window_; }
   SimulatedDevice& device() { return machine_.device(); }
+  ToldSurvey& survey() { return survey_; }
 
   // Handles events until the condition holds.
   static void until(const std::function<bool()>& holds) {
@@ -66,18 +88,32 @@ class Stage {
     button->click();
   }
 
-  // The picture of the display where the window is, once everything is drawn.
-  QPixmap picture() {
+  // Until everything is laid out.
+  static void settle() {
     for (int i = 0; i < settlingRounds; ++i) {
       QCoreApplication::processEvents();
       QCoreApplication::sendPostedEvents();
     }
+  }
+
+  // The picture of the display where the window is, once everything is drawn.
+  QPixmap picture() {
+    settle();
     const QRect place = window_->frameGeometry();
     return window_->screen()->grabWindow(0, place.x(), place.y(), place.width(), place.height());
   }
 
  private:
   static constexpr int settlingRounds = 20;
+
+  // Without any, one that is not plugged in.
+  static std::vector<FanatecProduct> productsOf(const std::vector<int>& bases) {
+    std::vector<FanatecProduct> products;
+    products.reserve(bases.size() + 1);
+    for (const int base : bases) products.push_back(FanatecProduct::lookup(base).value());
+    if (products.empty()) products.push_back(FanatecProduct::lookup(usual).value());
+    return products;
+  }
 
   static std::vector<TuningPreset> ownPresets() {
     const auto preset = [](const char* name, const char* source,
@@ -126,6 +162,7 @@ class Stage {
 
   SimulatedMachine machine_;
   PresetStore store_;
+  ToldSurvey survey_;
   NoPanels panels_;
   std::unique_ptr<AppModel> model_;
   std::unique_ptr<MainWindow> window_;
@@ -134,7 +171,7 @@ class Stage {
 struct Scene {
   const char* name;
   Section section;
-  bool hasBase;
+  std::vector<int> bases;
   std::function<void(Stage&)> prepare;
 };
 
@@ -158,31 +195,90 @@ void logSomething(Stage& stage) {
   stage.untilIdle();
 }
 
+void askToSwitch(Stage& stage) {
+  stageEdits(stage);
+  Stage::settle();
+  for (QAbstractButton* const button : stage.window().findChildren<QAbstractButton*>()) {
+    if (button->isVisible() && button->text() == QStringLiteral("Connect")) button->click();
+  }
+}
+
+void examine(Stage& stage) {
+  stage.click("whyNotFoundButton");
+  stage.untilIdle();
+}
+
+// A base on the bus that udev has not dealt with, and that no rule gives to the person.
+void examineUnready(Stage& stage) {
+  MachineFacts facts;
+  facts.hasUSB = true;
+  facts.hasUdev = true;
+  facts.seatedUsers = {1000};
+  facts.user.id = 1000;
+  USBInterfaceFacts interface;
+  interface.name = "3-1:1.0";
+  interface.isHID = true;
+  interface.driver = "usbhid";
+  USBDeviceFacts& usb = facts.usb.emplace_back();
+  usb.name = "3-1";
+  usb.productID = usual;
+  usb.product = "FANATEC Wheel";
+  usb.interfaces = {interface};
+  HIDFacts& hid = facts.hid.emplace_back();
+  hid.name = "0003:0EB7:0020.0001";
+  hid.productID = usual;
+  hid.product = "FANATEC Wheel";
+  hid.usbInterface = interface.name;
+  hid.driver = "hid-generic";
+  NodeFacts& node = hid.node.emplace();
+  node.path = "/dev/hidraw3";
+  node.exists = true;
+  node.mode = 0600;
+  node.isTaggedForSeat = false;
+  stage.survey().tell(facts);
+  examine(stage);
+}
+
+void examineSilent(Stage& stage) {
+  stage.device().withBase([](SimulatedBase& base) { base.behaviour().tuningSilent = true; });
+  stage.model().refresh();
+  stage.untilIdle();
+  examine(stage);
+}
+
 const std::vector<Scene>& scenes() {
   const auto nothing = [](Stage&) {};
   static const std::vector<Scene> all{
-      {"tuning", Section::tuning, true, stageEdits},
-      {"tuning-unchanged", Section::tuning, true, nothing},
-      {"tuning-auto-warning", Section::tuning, true,
+      {"tuning", Section::tuning, {usual}, stageEdits},
+      {"tuning-unchanged", Section::tuning, {usual}, nothing},
+      {"tuning-auto-warning",
+       Section::tuning,
+       {usual},
        [](Stage& stage) {
          stage.model().selectSlot(1);
          stage.untilIdle();
          stage.model().stage(forceFeedback, 80);
        }},
-      {"tuning-advanced", Section::tuning, true,
+      {"tuning-advanced",
+       Section::tuning,
+       {usual},
        [](Stage& stage) {
          stage.model().toggleMode();
          stage.untilIdle();
        }},
-      {"tuning-empty", Section::tuning, false, nothing},
-      {"tuning-saving", Section::tuning, true,
+      {"tuning-empty", Section::tuning, {}, nothing},
+      {"tuning-saving",
+       Section::tuning,
+       {usual},
        [](Stage& stage) {
          stageEdits(stage);
          stage.model().saveStaged();
          Stage::until(
              [&] { return stage.model().progress() && stage.model().progress()->done == 1; });
        }},
-      {"tuning-changed-at-base", Section::tuning, true,
+      {"tuning-changed-at-base",
+       Section::tuning,
+       {usual},
        [](Stage& stage) {
          stageEdits(stage);
          for (const auto& [parameter, value] :
@@ -193,27 +289,43 @@ const std::vector<Scene>& scenes() {
            });
          }
        }},
-      {"presets", Section::presets, true, nothing},
-      {"presets-confirm", Section::presets, true, [](Stage& stage) { stage.click("applyButton"); }},
-      {"presets-applying", Section::presets, true,
+      {"presets", Section::presets, {usual}, nothing},
+      {"presets-confirm",
+       Section::presets,
+       {usual},
+       [](Stage& stage) { stage.click("applyButton"); }},
+      {"presets-applying",
+       Section::presets,
+       {usual},
        [](Stage& stage) {
          stage.model().apply(TuningPreset::builtIn().front());
          Stage::until(
              [&] { return stage.model().progress() && stage.model().progress()->done == 2; });
        }},
-      {"presets-no-base", Section::presets, false,
+      {"presets-no-base",
+       Section::presets,
+       {},
        [](Stage& stage) {
          while (!stage.model().userPresets().empty()) {
            stage.model().deletePreset(TuningPreset(stage.model().userPresets().front()));
          }
        }},
-      {"base", Section::base, true, nothing},
-      {"base-none", Section::base, false, nothing},
-      {"tools", Section::tools, true, nothing},
-      {"tools-confirm", Section::tools, true,
+      {"base", Section::base, {usual}, nothing},
+      {"base-none", Section::base, {}, nothing},
+      {"base-two", Section::base, {0x0006, usual}, nothing},
+      {"base-three", Section::base, {0x0001, usual, usual}, nothing},
+      {"base-switch", Section::base, {0x0006, usual}, askToSwitch},
+      {"base-checks-failed", Section::base, {}, examineUnready},
+      {"base-checks-silent", Section::base, {usual}, examineSilent},
+      {"tools", Section::tools, {usual}, nothing},
+      {"tools-confirm",
+       Section::tools,
+       {usual},
        [](Stage& stage) { stage.click("factoryResetButton"); }},
-      {"log", Section::log, true, logSomething},
-      {"shortcuts", Section::tuning, true,
+      {"log", Section::log, {usual}, logSomething},
+      {"shortcuts",
+       Section::tuning,
+       {usual},
        [](Stage& stage) {
          stage.window().findChild<QAction*>(QStringLiteral("shortcutsAction"))->trigger();
        }},
@@ -226,7 +338,7 @@ constexpr std::array sizes{QSize(Metrics::defaultWidth, Metrics::defaultHeight),
 
 bool take(const Scene& scene, QSize size, const QString& scheme,
           const std::filesystem::path& scratch, const QDir& directory) {
-  Stage stage(scratch, size, scene.hasBase);
+  Stage stage(scratch, size, scene.bases);
   stage.window().setSection(scene.section);
   scene.prepare(stage);
   const QString name = QStringLiteral("%1-%2-%3x%4.png")
@@ -243,12 +355,13 @@ bool take(const Scene& scene, QSize size, const QString& scheme,
 int main(int argc, char** argv) {
   using namespace quorvane;  // NOLINT(google-build-using-namespace): this program's own
   const QApplication application(argc, argv);
-  if (argc != 2 || !QDir().mkpath(QString::fromLocal8Bit(argv[1]))) {
-    std::fprintf(stderr, "usage: quorvane-screenshots DIRECTORY\n");
+  if (argc < 2 || !QDir().mkpath(QString::fromLocal8Bit(argv[1]))) {
+    std::fprintf(stderr, "usage: quorvane-screenshots DIRECTORY [SCENE...]\n");
     return 2;
   }
   auto* const style = new Style;
   QApplication::setStyle(style);
+  const QStringList wanted = QApplication::arguments().mid(2);
   const QTemporaryDir scratch;
   const QDir directory(QString::fromLocal8Bit(argv[1]));
   for (const bool isDark : {false, true}) {
@@ -256,7 +369,8 @@ int main(int argc, char** argv) {
     const QString scheme = isDark ? QStringLiteral("dark") : QStringLiteral("light");
     for (const QSize size : sizes) {
       for (const Scene& scene : scenes()) {
-        if (!take(scene, size, scheme, text(scratch.path()), directory)) return 1;
+        const bool isWanted = wanted.empty() || wanted.contains(QString::fromLatin1(scene.name));
+        if (isWanted && !take(scene, size, scheme, text(scratch.path()), directory)) return 1;
       }
     }
   }

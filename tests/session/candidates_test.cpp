@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "simulator/simulated_device.h"
 
 namespace quorvane {
 namespace {
@@ -21,6 +25,48 @@ HIDDeviceInfo device(std::int64_t productID, std::int64_t usage, std::string id 
   info.usagePage = 1;
   info.usage = usage;
   return info;
+}
+
+// What tells one plugged-in base from the next.
+struct Place {
+  std::string serialNumber;
+  std::string node;
+  std::int64_t locationID = 0;
+};
+
+// A base at a place of its own.
+class PlacedDevice final : public HIDDeviceHandle {
+ public:
+  PlacedDevice(std::int64_t productID, Place place)
+      : place_(std::move(place)),
+        device_(SimulatedDevice::create(FanatecProduct::lookup(productID).value(),
+                                        SimulatedDevice::Time::simulated)) {
+    device_->setProperty(HIDPropertyKey::serialNumber, place_.serialNumber);
+    device_->setProperty(HIDPropertyKey::locationID, place_.locationID);
+  }
+
+  std::optional<HIDProperty> property(std::string_view key) const override {
+    return device_->property(key);
+  }
+  std::vector<HIDElement> elements() const override { return device_->elements(); }
+  std::string node() const override { return place_.node; }
+  bool accessible() const override { return true; }
+  HIDOpenResult open(bool exclusive) override { return device_->open(exclusive); }
+
+ private:
+  const Place place_;
+  const std::shared_ptr<SimulatedDevice> device_;
+};
+
+HIDDeviceInfo placed(std::int64_t productID, Place place) {
+  return HIDEnumerator::info(std::make_shared<PlacedDevice>(productID, std::move(place)));
+}
+
+// A base with everything, two of a kind that share an id, and one that has but its id.
+std::vector<HIDDeviceInfo> fourBases() {
+  return {placed(0x0006, {"A1", "/dev/hidraw9", 0x03140000}),
+          placed(0x0020, {"B2", "/dev/hidraw4"}), placed(0x0020, {"", "/dev/hidraw5"}),
+          placed(0x0001, {})};
 }
 
 TEST(Candidates, EveryKnownWheelBaseCountsWhateverItsUsage) {
@@ -69,6 +115,60 @@ TEST(Candidates, KeepTheOrderOfTheDevices) {
 TEST(Candidates, OfNoDevicesAreNone) {
   EXPECT_TRUE(wheelBaseCandidates({}).empty());
   EXPECT_TRUE(wheelBaseCandidates({device(unknownProduct, gamepad)}).empty());
+  EXPECT_TRUE(wheelBaseCandidates({}, "A1").empty());
+}
+
+TEST(Candidates, AreNamedByIdNodeAndSerialNumber) {
+  const std::vector<HIDDeviceInfo> bases = fourBases();
+  const std::vector<std::pair<std::string, std::vector<std::string>>> cases{
+      {"", {"/dev/hidraw9", "/dev/hidraw4", "/dev/hidraw5", ""}},
+      {"A1", {"/dev/hidraw9"}},
+      {"/dev/hidraw5", {"/dev/hidraw5"}},
+      {"0eb7:0006@03140000/1:4", {"/dev/hidraw9"}},
+      {"0eb7:0020@00000000/1:4", {"/dev/hidraw4", "/dev/hidraw5"}},
+      {"0eb7:0001@00000000/1:4", {""}},
+      {"a1", {}},
+      {"A", {}},
+      {"hidraw4", {}},
+      {"/dev/hidraw", {}},
+      {"0eb7:0006", {}},
+      {"nobody", {}},
+  };
+  for (const auto& [which, nodes] : cases) {
+    std::vector<std::string> named;
+    for (const auto& base : wheelBaseCandidates(bases, which)) named.push_back(base.device->node());
+    EXPECT_EQ(named, nodes) << which;
+  }
+}
+
+TEST(Candidates, NothingIsNamedByAnEmptyText) {
+  for (const HIDDeviceInfo& base : fourBases()) EXPECT_FALSE(isNamed(base, "")) << base.id;
+}
+
+TEST(Candidates, ADeviceThatIsNoBaseIsNotNamed) {
+  HIDDeviceInfo pedals = placed(0x0006, {"A1", "/dev/hidraw9"});
+  pedals.productID = pedalsProduct;
+  pedals.usage = gamepad;
+  EXPECT_TRUE(wheelBaseCandidates({pedals}, "A1").empty());
+}
+
+TEST(Candidates, AreTheSameWithTheSameIdAndNode) {
+  const HIDDeviceInfo base = placed(0x0020, {"B2", "/dev/hidraw4", 1});
+  EXPECT_TRUE(isSameDevice(base, placed(0x0020, {"B2", "/dev/hidraw4", 1})));
+  EXPECT_FALSE(isSameDevice(base, placed(0x0020, {"B2", "/dev/hidraw5", 1})));
+  EXPECT_FALSE(isSameDevice(base, placed(0x0020, {"B2", "/dev/hidraw4", 2})));
+  EXPECT_FALSE(isSameDevice(base, placed(0x0006, {"B2", "/dev/hidraw4", 1})));
+}
+
+TEST(Candidates, TellTheirNames) {
+  using Names = std::vector<std::string>;
+  const std::vector<HIDDeviceInfo> bases = fourBases();
+  EXPECT_EQ(namesOf(bases[0]), (Names{"A1", "/dev/hidraw9"}));
+  EXPECT_EQ(namesOf(bases[2]), (Names{"/dev/hidraw5"}));
+  EXPECT_EQ(namesOf(bases[3]), (Names{"0eb7:0001@00000000/1:4"}));
+  for (const HIDDeviceInfo& base : bases) {
+    for (const std::string& name : namesOf(base)) EXPECT_TRUE(isNamed(base, name)) << name;
+  }
 }
 
 }  // namespace

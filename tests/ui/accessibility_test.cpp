@@ -189,6 +189,14 @@ TEST_F(Accessibility, TabGoesThroughTheOtherSectionsInReadingOrder) {
                                 {"connectionStatus", "devicesSeen", "baseReadAgainButton",
                                  "baseName", "wheelName", "moduleName", "maxRotation",
                                  "baseMenuMode", "activeSet", "lastRead"}}));
+  attach();
+  settle();
+  EXPECT_EQ(tabOrder(),
+            joined({{"sectionBase"},
+                    links_,
+                    {"connectionStatus", "devicesSeen", "baseReadAgainButton", "baseDetail",
+                     "baseDetail", "connect " + info(1).id, "baseName", "wheelName", "moduleName",
+                     "maxRotation", "baseMenuMode", "activeSet", "lastRead"}}));
   visit(Section::tools);
   EXPECT_EQ(tabOrder(), joined({{"sectionTools"},
                                 links_,
@@ -196,6 +204,25 @@ TEST_F(Accessibility, TabGoesThroughTheOtherSectionsInReadingOrder) {
                                  "factoryResetButton", "tuningDump", "identityDump"}}));
   visit(Section::log);
   EXPECT_EQ(tabOrder(), joined({{"sectionLog"}, links_, {"logList"}}));
+}
+
+TEST_F(Accessibility, TabGoesThroughTheChecksInReadingOrder) {
+  openWithoutBase();
+  visit(Section::base);
+  click("whyNotFoundButton");
+  settle();
+  Lines rows;
+  for (const DoctorCheck& check : model().examination().value().diagnosis.checks) {
+    rows.emplace_back("checkFinding");
+    if (check.outcome == CheckOutcome::failed) rows.emplace_back("checkNextStep");
+  }
+  EXPECT_EQ(tabOrder(), joined({{"sectionBase"},
+                                links_,
+                                {"connectionStatus", "devicesSeen", "whyNotFoundButton"},
+                                rows,
+                                {"checkAgainButton", "copyReportButton", "saveReportButton"},
+                                {"baseName", "wheelName", "moduleName"}}));
+  EXPECT_EQ(nameless(window()), Lines{});
 }
 
 TEST_F(Accessibility, SegmentsAreRadioButtons) {

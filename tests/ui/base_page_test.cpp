@@ -37,6 +37,7 @@ class BaseSection : public WindowTest {
   Lines cards() {
     Lines lines;
     for (const Card* const card : find("basePage").findChildren<Card*>()) {
+      if (!card->isVisible()) continue;
       std::string line = card->accessibleName().toStdString() + ":";
       for (const FormRow* const row : card->findChildren<FormRow*>()) {
         if (row->isVisible()) line += " " + textOf(*row->findChild<QLabel*>()) + " |";

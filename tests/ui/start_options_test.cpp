@@ -26,7 +26,8 @@ Parsed parse(const QStringList& words) {
 TEST(StartOptions, AreNoneWithoutWords) {
   const Parsed parsed = parse({});
   EXPECT_FALSE(parsed.instead);
-  EXPECT_FALSE(parsed.options.simulated);
+  EXPECT_TRUE(parsed.options.simulated.empty());
+  EXPECT_EQ(parsed.options.device, "");
   EXPECT_TRUE(parsed.options.files.empty());
   EXPECT_FALSE(parsed.options.transcript);
 }
@@ -44,32 +45,49 @@ TEST(StartOptions, TakeFilesInTheirOrder) {
 
 TEST(StartOptions, NameTheTranscript) {
   const Parsed parsed = parse({QStringLiteral("--simulate"), QStringLiteral("--transcript=t.txt")});
-  EXPECT_TRUE(parsed.options.simulated);
+  EXPECT_EQ(parsed.options.simulated.size(), 1U);
   EXPECT_EQ(parsed.options.transcript, std::filesystem::path("t.txt"));
 }
 
 TEST(StartOptions, SimulateAProduct) {
   struct Case {
     QStringList words;
-    std::int64_t product;
+    std::vector<std::int64_t> products;
     Files files;
   };
   const QString wet = QStringLiteral("wet.json");
-  const std::vector<Case> cases{{{QStringLiteral("--simulate")}, 0x0020, {}},
-                                {{QStringLiteral("--simulate"), wet}, 0x0020, {"wet.json"}},
-                                {{wet, QStringLiteral("--simulate=0e03")}, 0x0E03, {"wet.json"}},
-                                {{QStringLiteral("--simulate=DD1")}, 0x0006, {}}};
+  const std::vector<Case> cases{{{QStringLiteral("--simulate")}, {0x0020}, {}},
+                                {{QStringLiteral("--simulate"), wet}, {0x0020}, {"wet.json"}},
+                                {{wet, QStringLiteral("--simulate=0e03")}, {0x0E03}, {"wet.json"}},
+                                {{QStringLiteral("--simulate=DD1")}, {0x0006}, {}},
+                                {{QStringLiteral("--simulate=DD1,DD2")}, {0x0006, 0x0007}, {}}};
   for (const Case& c : cases) {
     const Parsed parsed = parse(c.words);
     EXPECT_FALSE(parsed.instead) << parsed.text();
-    ASSERT_TRUE(parsed.options.simulated);
-    EXPECT_EQ(parsed.options.simulated->productID, c.product);
+    std::vector<std::int64_t> products;
+    for (const auto& product : parsed.options.simulated) products.push_back(product.productID);
+    EXPECT_EQ(products, c.products);
     EXPECT_EQ(parsed.options.files, c.files);
   }
 }
 
+TEST(StartOptions, NameTheDevice) {
+  const QString node = QStringLiteral("/dev/hidraw3");
+  for (const QStringList& words : std::vector<QStringList>{
+           {QStringLiteral("--device"), node},
+           {QStringLiteral("--device=") + node},
+           {QStringLiteral("--device"), QStringLiteral("QV-A"), QStringLiteral("--device"), node},
+           {QStringLiteral("--simulate"), QStringLiteral("--device"), node}}) {
+    const Parsed parsed = parse(words);
+    EXPECT_FALSE(parsed.instead) << parsed.text();
+    EXPECT_EQ(parsed.options.device, "/dev/hidraw3");
+    EXPECT_TRUE(parsed.options.files.empty());
+  }
+}
+
 TEST(StartOptions, WrongUsageIsAnError) {
-  for (const char* const word : {"--simulate=pedals", "--simulate=", "--fast", "-x"}) {
+  for (const char* const word :
+       {"--simulate=pedals", "--simulate=", "--simulate=DD1,", "--device", "--fast", "-x"}) {
     const Parsed parsed = parse({QString::fromLatin1(word)});
     ASSERT_TRUE(parsed.instead) << word;
     EXPECT_EQ(parsed.instead->exitStatus, 2) << word;
@@ -91,7 +109,7 @@ TEST(StartOptions, Help) {
     const Parsed parsed = parse({QString::fromLatin1(word), QStringLiteral("wet.json")});
     ASSERT_TRUE(parsed.instead);
     EXPECT_EQ(parsed.instead->exitStatus, 0);
-    for (const char* const part : {"--simulate", "--version", "--help", "FILE"}) {
+    for (const char* const part : {"--device", "--simulate", "--version", "--help", "FILE"}) {
       EXPECT_NE(parsed.text().find(part), std::string::npos) << part;
     }
   }

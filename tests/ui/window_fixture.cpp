@@ -17,16 +17,20 @@ namespace quorvane {
 namespace {
 
 constexpr int notch = 120;
+constexpr int deepestLayout = 10;
 
 std::string stateText(bool isEnabled, const QString& help) {
   if (!isEnabled) return "disabled: " + help.toStdString();
   return help.isEmpty() ? "enabled" : "enabled: " + help.toStdString();
 }
 
-// Dialogs delete themselves when they are closed.
+// Events that come of others are handled in the next round: a new row reaches the layout of its
+// page through every widget between them. Dialogs delete themselves when they are closed.
 void handleEvents() {
-  QCoreApplication::sendPostedEvents();
-  QCoreApplication::processEvents();
+  for (int round = 0; round < deepestLayout; ++round) {
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+  }
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

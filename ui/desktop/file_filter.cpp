@@ -37,6 +37,8 @@ FileFilter fitting(FilePanels::Content content) {
               {QStringLiteral("*.") + text(SettingsShareFile::fileExtension), json}};
     case FilePanels::Content::presets:
       return {QStringLiteral("Presets"), {json}};
+    case FilePanels::Content::report:
+      return {QStringLiteral("Text"), {QStringLiteral("*.txt")}};
   }
   return {};
 }

@@ -2,7 +2,8 @@
 
 declare -A model_input=()
 
-# start_model NAME [VARIABLE=VALUE...]: in the background as user ${MODEL_UID-1000}; its log is $work/NAME.err.
+# start_model NAME [VARIABLE=VALUE...]: in the background as user ${MODEL_UID-1000}, for the base ${MODEL_DEVICE-} where
+# that is set (a window only); its log is $work/NAME.err.
 start_model() {
     local name=$1 input program=${MODEL_PROGRAM-quorvane-windowless}
     shift
@@ -10,7 +11,7 @@ start_model() {
     exec {input}<>"$work/$name.stdin"
     model_input[$name]=$input
     echo "\$ $* $program &"
-    become "${MODEL_UID-1000}" env QUORVANE_LOG_STDERR=1 "$@" "$program" \
+    become "${MODEL_UID-1000}" env QUORVANE_LOG_STDERR=1 "$@" "$program" ${MODEL_DEVICE+"$MODEL_DEVICE"} \
         <"$work/$name.stdin" >"$work/$name.out" 2>"$work/$name.err" {input}>&- &
     background[$name]=$!
     mark

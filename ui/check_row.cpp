@@ -1,0 +1,101 @@
+#include "ui/check_row.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "ui/check_text.h"
+#include "ui/form.h"
+#include "ui/metrics.h"
+#include "ui/painting.h"
+#include "ui/symbols.h"
+#include "ui/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int inset = 8;  // above and below
+constexpr int dotSize = 8;
+constexpr int markSize = 14;
+constexpr int markGap = 6;
+constexpr int lineGap = 2;
+
+QVBoxLayout* column(QWidget* first, QWidget* second) {
+  auto* const column = new QVBoxLayout;
+  column->setSpacing(lineGap);
+  column->addWidget(first);
+  column->addWidget(second);
+  column->addStretch();
+  return column;
+}
+
+}  // namespace
+
+// The outcome's word with a mark before it.
+class OutcomeMark final : public QLabel {
+ public:
+  OutcomeMark() {
+    setObjectName(QStringLiteral("checkOutcome"));
+    setFont(Metrics::font(Metrics::Type::callout));
+    setIndent(markSize + markGap);
+  }
+
+  void show(CheckOutcome outcome) {
+    outcome_ = outcome;
+    setText(QString::fromLatin1(outcomeWord(outcome)));
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QLabel::paintEvent(event);
+    const Theme& t = theme();
+    QPainter painter(this);
+    if (outcome_ == CheckOutcome::failed) {
+      painter.drawPixmap(0, (height() - markSize) / 2,
+                         symbol(QStringLiteral("exclamationmark.triangle.fill"), markSize, t.error,
+                                devicePixelRatioF()));
+      return;
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(outcome_ == CheckOutcome::passed ? t.ok : t.idle);
+    painter.drawEllipse((markSize - dotSize) / 2, (height() - dotSize) / 2, dotSize, dotSize);
+  }
+
+ private:
+  CheckOutcome outcome_ = CheckOutcome::notChecked;
+};
+
+CheckRow::CheckRow(QWidget* parent)
+    : QWidget(parent),
+      title_(new QLabel),
+      outcome_(new OutcomeMark),
+      finding_(selectableLabel(QStringLiteral("checkFinding"))),
+      nextStep_(selectableLabel(QStringLiteral("checkNextStep"))) {
+  title_->setObjectName(QStringLiteral("checkTitle"));
+  title_->setTextFormat(Qt::PlainText);
+  title_->setForegroundRole(QPalette::Dark);
+  title_->setWordWrap(true);
+  title_->setFixedWidth(Metrics::labelColumn);
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(Metrics::cardInset, inset, Metrics::cardInset, inset);
+  row->setSpacing(Metrics::gap);
+  row->addLayout(column(title_, outcome_));
+  row->addLayout(column(finding_, nextStep_), 1);
+}
+
+void CheckRow::show(const DoctorCheck& check) {
+  setObjectName(QStringLiteral("check ") + text(check.id));
+  setAccessibleName(text(spokenCheck(check)));
+  title_->setText(text(check.title));
+  outcome_->show(check.outcome);
+  finding_->setText(text(check.finding));
+  finding_->setAccessibleName(text(spokenCheck(check)));
+  nextStep_->setText(text(nextStepText(check)));
+  nextStep_->setAccessibleName(nextStep_->text());
+  nextStep_->setVisible(!check.nextStep.empty());
+}
+
+}  // namespace quorvane
