@@ -24,8 +24,10 @@ else()
 endif()
 
 if(CMAKE_UNITY_BUILD)
-  # Files compiled together may well shadow each other's names; builds file by file still warn.
-  target_compile_options(quorvane_flags INTERFACE -Wno-shadow)
+  # Files compiled together may well shadow each other's names, and GCC takes what is included for
+  # headers, in which an unnamed namespace would be a mistake. Builds file by file still warn.
+  target_compile_options(quorvane_flags INTERFACE
+    -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endif()
 
 add_link_options(LINKER:--as-needed)

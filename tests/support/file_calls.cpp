@@ -88,9 +88,6 @@ int FileCalls::judge(FileCall call) {
 // What the linker puts in the place of the calls and what it calls the originals.
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
 
-using quorvane::FileCalls;
-using quorvane::watched;
-
 extern "C" {
 
 int __real_access(const char* path, int mode);
@@ -109,31 +106,31 @@ int __real_unlink(const char* path);
 ssize_t __real_write(int fd, const void* buffer, size_t length);
 
 int __wrap_access(const char* path, int mode) {
-  return watched("access", path, [&] { return __real_access(path, mode); });
+  return quorvane::watched("access", path, [&] { return __real_access(path, mode); });
 }
 
 int __wrap_fchmod(int fd, mode_t mode) {
-  return watched("fchmod", fd, [&] { return __real_fchmod(fd, mode); });
+  return quorvane::watched("fchmod", fd, [&] { return __real_fchmod(fd, mode); });
 }
 
 int __wrap_fchown(int fd, uid_t user, gid_t group) {
-  return watched("fchown", fd, [&] { return __real_fchown(fd, user, group); });
+  return quorvane::watched("fchown", fd, [&] { return __real_fchown(fd, user, group); });
 }
 
 int __wrap_fstat(int fd, struct stat* status) {
-  return watched("fstat", fd, [&] { return __real_fstat(fd, status); });
+  return quorvane::watched("fstat", fd, [&] { return __real_fstat(fd, status); });
 }
 
 int __wrap_fsync(int fd) {
-  return watched("fsync", fd, [&] { return __real_fsync(fd); });
+  return quorvane::watched("fsync", fd, [&] { return __real_fsync(fd); });
 }
 
 int __wrap_link(const char* path, const char* newPath) {
-  return watched("link", path, newPath, [&] { return __real_link(path, newPath); });
+  return quorvane::watched("link", path, newPath, [&] { return __real_link(path, newPath); });
 }
 
 int __wrap_mkdir(const char* path, mode_t mode) {
-  return watched("mkdir", path, [&] { return __real_mkdir(path, mode); });
+  return quorvane::watched("mkdir", path, [&] { return __real_mkdir(path, mode); });
 }
 
 int __wrap_open(const char* path, int flags, ...) {
@@ -144,34 +141,35 @@ int __wrap_open(const char* path, int flags, ...) {
     mode = va_arg(arguments, mode_t);
     va_end(arguments);
   }
-  return watched("open", path, [&] { return __real_open(path, flags, mode); });
+  return quorvane::watched("open", path, [&] { return __real_open(path, flags, mode); });
 }
 
 ssize_t __wrap_read(int fd, void* buffer, size_t length) {
-  return watched("read", fd, [&] { return __real_read(fd, buffer, length); });
+  return quorvane::watched("read", fd, [&] { return __real_read(fd, buffer, length); });
 }
 
 int __wrap_rename(const char* path, const char* newPath) {
-  return watched("rename", path, newPath, [&] { return __real_rename(path, newPath); });
+  return quorvane::watched("rename", path, newPath, [&] { return __real_rename(path, newPath); });
 }
 
 int __wrap_renameat2(int fd, const char* path, int newFd, const char* newPath, unsigned flags) {
-  return watched("renameat2", path, newPath,
-                 [&] { return __real_renameat2(fd, path, newFd, newPath, flags); });
+  return quorvane::watched("renameat2", path, newPath,
+                           [&] { return __real_renameat2(fd, path, newFd, newPath, flags); });
 }
 
 int __wrap_stat(const char* path, struct stat* status) {
-  return watched("stat", path, [&] { return __real_stat(path, status); });
+  return quorvane::watched("stat", path, [&] { return __real_stat(path, status); });
 }
 
 int __wrap_unlink(const char* path) {
-  return watched("unlink", path, [&] { return __real_unlink(path); });
+  return quorvane::watched("unlink", path, [&] { return __real_unlink(path); });
 }
 
 ssize_t __wrap_write(int fd, const void* buffer, size_t length) {
-  const FileCalls* const calls = FileCalls::watching();
+  const quorvane::FileCalls* const calls = quorvane::FileCalls::watching();
   const size_t longest = calls == nullptr ? length : calls->longestWrite();
-  return watched("write", fd, [&] { return __real_write(fd, buffer, std::min(length, longest)); });
+  return quorvane::watched("write", fd,
+                           [&] { return __real_write(fd, buffer, std::min(length, longest)); });
 }
 
 }  // extern "C"
