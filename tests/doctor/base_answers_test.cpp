@@ -74,9 +74,9 @@ TEST(AskBase, LeavesASessionOfTheSameProcessAlone) {
 class StuckDevice final : public HIDDeviceHandle {
  public:
   // Signals `gone` when nobody holds it any more.
-  StuckDevice(std::shared_ptr<Semaphore> gate, Semaphore& gone)
-      : gate_(std::move(gate)), gone_(gone) {}
-  ~StuckDevice() override { gone_.signal(); }
+  StuckDevice(std::shared_ptr<Semaphore> gate, std::shared_ptr<Semaphore> gone)
+      : gate_(std::move(gate)), gone_(std::move(gone)) {}
+  ~StuckDevice() override { gone_->signal(); }
   StuckDevice(const StuckDevice&) = delete;
   StuckDevice& operator=(const StuckDevice&) = delete;
 
@@ -113,12 +113,12 @@ class StuckDevice final : public HIDDeviceHandle {
   };
 
   const std::shared_ptr<Semaphore> gate_;
-  Semaphore& gone_;
+  const std::shared_ptr<Semaphore> gone_;
 };
 
 TEST(AskBase, GivesUpABaseThatDoesNotEvenTakeAQuestion) {
   const auto gate = std::make_shared<Semaphore>();
-  Semaphore gone;
+  const auto gone = std::make_shared<Semaphore>();
   const BaseAnswers answers = askBase(
       HIDEnumerator::info(std::make_shared<StuckDevice>(gate, gone)), Clock::system(), Seconds(0));
   EXPECT_TRUE(answers.outOfTime);
@@ -127,7 +127,7 @@ TEST(AskBase, GivesUpABaseThatDoesNotEvenTakeAQuestion) {
   // Whatever it was at, the thread that was left behind ends once the base takes what it was sent.
   gate->signal();
   gate->signal();
-  gone.wait();
+  gone->wait();
 }
 
 }  // namespace
