@@ -205,12 +205,11 @@ std::optional<std::uint32_t> parseMode(const std::string& text) {
 // Whether the token changes permissions; notes how.
 bool note(const Token& token, UdevRuleFacts& facts) {
   if (token.key == "TAG") {
-    const bool isSeatTag = token.value == seatTag;
-    if (isSeatTag && token.operation != "-=") return facts.tagsForSeat = true;
-    // A plain assignment forgets the tags that were there.
-    if (isSeatTag || token.operation == "=" || token.operation == ":=") {
-      return facts.untagsForSeat = true;
-    }
+    // Removing a tag changes nothing: access lists are made for all that a device was ever tagged
+    // with. Only a plain assignment forgets the tags that were there.
+    if (token.operation == "-=") return false;
+    if (token.value == seatTag) return facts.tagsForSeat = true;
+    if (token.operation != "+=") return facts.untagsForSeat = true;
   } else if (token.key == "MODE") {
     facts.mode = parseMode(token.value);
     return facts.mode.has_value();

@@ -221,10 +221,9 @@ const std::vector<Situation>& situations() {
        "/etc/udev/rules.d/70-quorvane.rules hides the rule in "
        "/usr/lib/udev/rules.d/70-quorvane.rules",
        "sudo mv /etc/udev/rules.d/70-quorvane.rules /etc/udev/rules.d/69-local.rules"},
-      {"a rule that takes the tag back",
-       closedWith(
-           {{SystemTree::ourRule, ourText},
-            {"/etc/udev/rules.d/72-lock.rules", R"(KERNELS=="0003:0EB7:*", TAG-="uaccess")"}}),
+      {"a rule that forgets the tag",
+       closedWith({{SystemTree::ourRule, ourText},
+                   {"/etc/udev/rules.d/72-lock.rules", R"(KERNELS=="0003:0EB7:*", TAG="locked")"}}),
        "+++x+..++", "access",
        "two rules conflict: /etc/udev/rules.d/70-quorvane.rules, line 1 gives you /dev/hidraw3, "
        "/etc/udev/rules.d/72-lock.rules, line 1 takes it away",

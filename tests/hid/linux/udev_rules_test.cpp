@@ -47,7 +47,7 @@ TEST(UdevRules, AreThoseThatSetThePermissionsOfTheNode) {
        R"(MODE="0660", GROUP="plugdev")",
        "1:432plugdev"},
       {"\n\nSUBSYSTEM==\"hidraw\", \\\n  # a comment in between\n  MODE:=\"0666\"\n", "3:438"},
-      {R"(SUBSYSTEM=="hidraw", TAG-="uaccess")", "1:-"},
+      {R"(SUBSYSTEM=="hidraw", TAG-="uaccess")", ""},
       {R"(SUBSYSTEM=="hidraw", TAG="other")", "1:-"},
       {R"(SUBSYSTEM=="hidraw", TAG+="other")", ""},
       {R"(SUBSYSTEM=="hidraw", MODE="")", ""},

@@ -122,7 +122,7 @@ case_a_rule_with_too_high_a_number() {
 }
 
 case_two_rules_that_conflict() {
-    echo 'KERNELS=="0003:0EB7:*", TAG-="uaccess"' >/etc/udev/rules.d/72-lock.rules
+    echo 'KERNELS=="0003:0EB7:*", TAG="locked"' >/etc/udev/rules.d/72-lock.rules
     udevadm control --reload
     start_base main --transport uhid
     doctor
@@ -181,11 +181,13 @@ case_another_program_that_does_no_harm() {
 }
 
 case_a_home_that_may_not_be_written() {
+    local folder=/run/quorvane/home-1000/.local/share/Quorvane
+    install -d -o 1000 -g 1000 /run/quorvane/home-1000/{.local,.local/share} "$folder"
     start_base main --transport uhid
-    chmod 500 /run/quorvane/home-1000
+    chmod 500 "$folder"
     doctor
     local status=$STATUS
-    chmod 700 /run/quorvane/home-1000
+    chmod 700 "$folder"
     STATUS=$status
     expect_status 1
     expect_outcomes '++++++++x'
