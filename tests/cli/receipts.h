@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/json_output.h"
+#include "tests/cli/command_line_fixture.h"
 
 // What the commands that write values print for each of them, as JSON.
 namespace quorvane {
