@@ -1,6 +1,8 @@
 #include <QApplication>
 #include <QFile>
 #include <QIcon>
+#include <QTimer>
+#include <chrono>
 #include <cstdio>
 #include <optional>
 
@@ -54,18 +56,24 @@ void follow(SingleInstance& instance, MainWindow& window) {
                    });
 }
 
+// For desktops that do not find the icon by the application's ID. Looking through the icon themes
+// takes some milliseconds, so the window is shown first. There is no icon before installing.
+void setIconLater(MainWindow& window) {
+  QTimer::singleShot(std::chrono::milliseconds(200), &window, [&window] {
+    window.setWindowIcon(QIcon::fromTheme(Addresses::applicationID()));
+  });
+}
+
 int show(const AppModel::World& world, DesktopPanels& panels, SingleInstance& instance,
          const StartOptions& options) {
   AppModel model(world, options.device);
   MainWindow window(model, options.simulated.empty() ? QString() : QStringLiteral("simulated"));
-  // For desktops that do not find the icon by the application's ID. There is none before
-  // installing.
-  window.setWindowIcon(QIcon::fromTheme(Addresses::applicationID()));
   panels.setWindow(&window);
   follow(instance, window);
   window.show();
   window.raise();
   window.activateWindow();
+  setIconLater(window);
   for (const auto& file : options.files) model.importSettings(file);
   return QApplication::exec();
 }
