@@ -71,11 +71,9 @@ case_an_interface_without_a_driver() {
     echo "$interface" >/sys/bus/usb/drivers/usbhid/unbind
     wait_until 10 "the node to go" node_count_is 0
     doctor
-    local status=$STATUS
     echo "$interface" >/sys/bus/usb/drivers/usbhid/bind
     wait_until 10 "the node to come back" node_count_is 1
     udev_settles
-    STATUS=$status
     expect_status 1
     expect_outcomes '+x......+'
     expect_check driver '.nextStep | contains("modprobe usbhid")'
@@ -85,9 +83,7 @@ case_without_the_rule() {
     set_rule_aside
     start_base main --transport uhid
     doctor
-    local status=$STATUS
     put_rule_back
-    STATUS=$status
     expect_status 1
     expect_outcomes '+++x+..++'
     expect_check access '.finding == "no udev rule gives you " + $node'
@@ -113,9 +109,7 @@ case_a_rule_with_too_high_a_number() {
     udevadm control --reload
     start_base main --transport usb
     doctor
-    local status=$STATUS
     put_rule_back
-    STATUS=$status
     expect_status 1
     expect_outcomes '+++x+..++'
     expect_check access '.nextStep | contains("mv /etc/udev/rules.d/90-quorvane.rules /etc/udev/rules.d/70-quorvane.rules")'
@@ -126,10 +120,8 @@ case_two_rules_that_conflict() {
     udevadm control --reload
     start_base main --transport uhid
     doctor
-    local status=$STATUS
     rm /etc/udev/rules.d/72-lock.rules
     udevadm control --reload
-    STATUS=$status
     expect_status 1
     expect_outcomes '+++x+..++'
     expect_check access '.finding | startswith("two rules conflict: ") and contains("72-lock.rules")'
@@ -186,9 +178,7 @@ case_a_home_that_may_not_be_written() {
     start_base main --transport uhid
     chmod 500 "$folder"
     doctor
-    local status=$STATUS
     chmod 700 "$folder"
-    STATUS=$status
     expect_status 1
     expect_outcomes '++++++++x'
 }
