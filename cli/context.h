@@ -6,6 +6,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "cli/interruption.h"
 #include "cli/user_presets.h"
@@ -16,6 +17,9 @@
 #include "support/clock.h"
 
 namespace quorvane {
+
+// The file name that means standard output.
+inline constexpr std::string_view standardOutput = "-";
 
 // What a program tells its caller.
 enum class ExitStatus : int { done = 0, failed = 1, wrongUsage = 2, interrupted = 130 };

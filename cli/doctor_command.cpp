@@ -9,8 +9,6 @@
 namespace quorvane {
 namespace {
 
-constexpr const char* standardOutput = "-";
-
 // An option in the place of a forgotten name would become a file that is hard to get rid of.
 void requireFileName(const std::string& report) {
   if (!report.starts_with('-') || report == standardOutput) return;

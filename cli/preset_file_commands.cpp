@@ -12,8 +12,6 @@
 namespace quorvane {
 namespace {
 
-constexpr const char* standardOutput = "-";
-
 // What came in from one file.
 struct Imported {
   std::string file;

@@ -24,10 +24,10 @@ else()
 endif()
 
 if(CMAKE_UNITY_BUILD)
-  # Files compiled together may well shadow each other's names, and GCC takes what is included for
-  # headers, in which an unnamed namespace would be a mistake. Builds file by file still warn.
+  # Files compiled together may well shadow each other's names, though not within a function; and GCC
+  # takes what is included for headers, in which an unnamed namespace would be a mistake.
   target_compile_options(quorvane_flags INTERFACE
-    -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endif()
 
 add_link_options(LINKER:--as-needed)
@@ -41,4 +41,10 @@ if(QUORVANE_SANITIZE)
     # The instrumentation of shifts inserts conversions of its own, which GCC then warns about.
     target_compile_options(quorvane_flags INTERFACE -Wno-sign-conversion)
   endif()
+endif()
+
+if(QUORVANE_COVERAGE)
+  add_compile_options(
+    -fprofile-instr-generate -fcoverage-mapping -fprofile-update=atomic)
+  add_link_options(-fprofile-instr-generate)
 endif()

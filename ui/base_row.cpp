@@ -20,8 +20,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int inset = 8;  // above and below
-
 // Short, and yet no other base's.
 std::string spokenName(const HIDDeviceInfo& base) {
   return fmt::format("{}, {}", nameOf(base),
@@ -69,7 +67,8 @@ BaseRow::BaseRow(HIDDeviceInfo base, QWidget* parent)
   });
 
   auto* const grid = new QGridLayout(this);
-  grid->setContentsMargins(Metrics::cardInset, inset, Metrics::cardInset, inset);
+  grid->setContentsMargins(Metrics::cardInset, Metrics::cardLinePadding, Metrics::cardInset,
+                           Metrics::cardLinePadding);
   grid->setHorizontalSpacing(Metrics::gap);
   grid->setVerticalSpacing(0);
   grid->setColumnStretch(0, 1);

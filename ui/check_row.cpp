@@ -15,15 +15,13 @@
 namespace quorvane {
 namespace {
 
-constexpr int inset = 8;  // above and below
-constexpr int dotSize = 8;
 constexpr int markSize = 14;
 constexpr int markGap = 6;
-constexpr int lineGap = 2;
+constexpr int textGap = 2;
 
 QVBoxLayout* column(QWidget* first, QWidget* second) {
   auto* const column = new QVBoxLayout;
-  column->setSpacing(lineGap);
+  column->setSpacing(textGap);
   column->addWidget(first);
   column->addWidget(second);
   column->addStretch();
@@ -61,7 +59,8 @@ class OutcomeMark final : public QLabel {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(outcome_ == CheckOutcome::passed ? t.ok : t.idle);
-    painter.drawEllipse((markSize - dotSize) / 2, (height() - dotSize) / 2, dotSize, dotSize);
+    painter.drawEllipse((markSize - Metrics::dotSize) / 2, (height() - Metrics::dotSize) / 2,
+                        Metrics::dotSize, Metrics::dotSize);
   }
 
  private:
@@ -80,7 +79,8 @@ CheckRow::CheckRow(QWidget* parent)
   title_->setWordWrap(true);
   title_->setFixedWidth(Metrics::labelColumn);
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(Metrics::cardInset, inset, Metrics::cardInset, inset);
+  row->setContentsMargins(Metrics::cardInset, Metrics::cardLinePadding, Metrics::cardInset,
+                          Metrics::cardLinePadding);
   row->setSpacing(Metrics::gap);
   row->addLayout(column(title_, outcome_));
   row->addLayout(column(finding_, nextStep_), 1);

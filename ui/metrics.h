@@ -24,6 +24,7 @@ inline constexpr int pageInset = 20;
 inline constexpr int narrowInset = 14;
 inline constexpr int cardInset = 14;
 inline constexpr int cardRowPadding = 10;  // above and below
+inline constexpr int cardLinePadding = 8;  // of rows with little in them
 inline constexpr int gap = 8;
 
 inline constexpr int cardRadius = 6;
@@ -44,6 +45,7 @@ inline constexpr int buttonHeight = 28;
 inline constexpr int rowControlHeight = 26;
 inline constexpr int pillHeight = 16;
 inline constexpr int symbolSize = 16;
+inline constexpr int dotSize = 8;  // that tells a state
 inline constexpr int stepButtonWidth = 23;
 
 inline constexpr int ringWidth = 2;

@@ -15,7 +15,6 @@ namespace quorvane {
 namespace {
 
 constexpr int sideInset = 12;
-constexpr int dotSize = 8;
 
 }  // namespace
 
@@ -36,7 +35,7 @@ StatusBar::StatusBar(AppModel& model, QWidget* parent)
   spinner_->setAccessibleName(QStringLiteral("Busy"));
   spinner_->hide();
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(sideInset + dotSize + Metrics::gap, 0, sideInset, 0);
+  row->setContentsMargins(sideInset + Metrics::dotSize + Metrics::gap, 0, sideInset, 0);
   row->setSpacing(Metrics::gap);
   row->addWidget(line_, 1);
   row->addWidget(progress_);
@@ -73,7 +72,8 @@ void StatusBar::paintEvent(QPaintEvent* /*event*/) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
   painter.setBrush(model().isConnected() ? t.ok : t.idle);
-  painter.drawEllipse(sideInset, (height() - dotSize) / 2, dotSize, dotSize);
+  painter.drawEllipse(sideInset, (height() - Metrics::dotSize) / 2, Metrics::dotSize,
+                      Metrics::dotSize);
 }
 
 }  // namespace quorvane

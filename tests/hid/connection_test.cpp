@@ -16,7 +16,7 @@
 #include "tests/hid/fake_port.h"
 #include "tests/hid_codes.h"
 
-namespace quorvane {
+namespace quorvane::connection_test {
 namespace {
 
 using Lines = std::vector<std::string>;
@@ -666,4 +666,4 @@ TEST_F(HIDConnectionTest, StandsManyThreadsWhileReportsStreamAndItOpensAndCloses
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::connection_test

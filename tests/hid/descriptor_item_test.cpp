@@ -10,7 +10,7 @@
 
 #include "tests/hid/descriptors.h"
 
-namespace quorvane {
+namespace quorvane::descriptor_item_test {
 namespace {
 
 using Type = DescriptorItem::Type;
@@ -157,4 +157,4 @@ TEST(MainTag, ThreeOfSixteenDeclareAReport) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::descriptor_item_test

@@ -12,7 +12,7 @@
 
 #include "tests/hid/descriptors.h"
 
-namespace quorvane {
+namespace quorvane::device_info_test {
 namespace {
 
 using Kind = HIDReportSummary::Kind;
@@ -411,4 +411,4 @@ TEST(HIDDeviceInfoDeathTest, ACommandReportIDAboveTwoHundredFiftyFiveStopsThePro
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::device_info_test

@@ -13,7 +13,7 @@
 #include "simulator/simulated_backend.h"
 #include "support/semaphore.h"
 
-namespace quorvane {
+namespace quorvane::device_watcher_test {
 namespace {
 
 using Lines = std::vector<std::string>;
@@ -444,4 +444,4 @@ TEST_F(DeviceWatcherTest, StandsStartsAndStopsWhileDevicesComeAndGo) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::device_watcher_test

@@ -10,7 +10,7 @@
 #include "tests/hid/fake_port.h"
 #include "tests/protocol_document.h"
 
-namespace quorvane {
+namespace quorvane::documented_transport_test {
 namespace {
 
 namespace Document = ProtocolDocument;
@@ -67,4 +67,4 @@ TEST(DocumentedTransport, HasTheDocumentedCodes) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::documented_transport_test

@@ -14,7 +14,7 @@
 
 #include "tests/hid/descriptors.h"
 
-namespace quorvane {
+namespace quorvane::element_reader_test {
 namespace {
 
 // Usage page, usage, value.
@@ -381,4 +381,4 @@ TEST(HIDElementReader, ReadsRandomReportsOfRandomDescriptors) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::element_reader_test

@@ -13,7 +13,7 @@
 
 #include "tests/hid/descriptors.h"
 
-namespace quorvane {
+namespace quorvane::elements_test {
 namespace {
 
 using Type = HIDElementType;
@@ -542,4 +542,4 @@ TEST(HIDElements, RandomBytesDeclareAtMostOneElementAByte) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::elements_test

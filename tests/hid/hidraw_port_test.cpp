@@ -17,7 +17,7 @@
 #include "support/thread.h"
 #include "tests/error_text.h"
 
-namespace quorvane {
+namespace quorvane::hidraw_port_test {
 namespace {
 
 constexpr HIDReturn badDescriptor = 0x0000C009;
@@ -329,4 +329,4 @@ TEST_F(HidrawConnectionTest, ADeviceThatLeftIsClosedWithTheConnection) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::hidraw_port_test

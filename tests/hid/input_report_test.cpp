@@ -4,7 +4,7 @@
 
 #include <chrono>
 
-namespace quorvane {
+namespace quorvane::input_report_test {
 namespace {
 
 TEST(HIDInputReport, DumpsItsBytes) {
@@ -26,4 +26,4 @@ TEST(HIDElementValue, IsEqualFieldByField) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::input_report_test

@@ -9,7 +9,7 @@
 #include "hid/port.h"
 #include "tests/hid/descriptors.h"
 
-namespace quorvane {
+namespace quorvane::properties_test {
 namespace {
 
 HIDProperties propertiesOf(const Bytes& descriptor) {
@@ -109,4 +109,4 @@ TEST(HIDPropertyKey, IsWhatThePlatformCallsTheProperty) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::properties_test

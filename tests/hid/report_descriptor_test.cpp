@@ -13,7 +13,7 @@
 
 #include "tests/hid/descriptors.h"
 
-namespace quorvane {
+namespace quorvane::report_descriptor_test {
 namespace {
 
 using Kind = HIDReportSummary::Kind;
@@ -263,4 +263,4 @@ TEST(HIDReportDescriptorDeathTest, AReportWhoseTotalOverflowsStopsTheProgram) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::report_descriptor_test

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace quorvane {
+namespace quorvane::report_summary_test {
 namespace {
 
 using Kind = HIDReportSummary::Kind;
@@ -113,4 +113,4 @@ TEST(HIDReportTallyDeathTest, ATotalThatCannotBeRoundedUpStopsTheProgram) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::report_summary_test

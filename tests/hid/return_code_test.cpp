@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace quorvane {
+namespace quorvane::return_code_test {
 namespace {
 
 TEST(HIDReturnCode, HasAnErrorOfItsOwnForWhatPeopleCanChange) {
@@ -52,4 +52,4 @@ TEST(HIDReturnCode, SaysWhatAFailedCallWas) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::return_code_test

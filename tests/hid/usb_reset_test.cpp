@@ -13,7 +13,7 @@
 
 #include "protocol/error.h"
 
-namespace quorvane {
+namespace quorvane::usb_reset_test {
 namespace {
 
 constexpr std::int64_t fanatec = 0x0EB7;
@@ -174,4 +174,4 @@ TEST(USBReset, PassesOnThatTheBusCannotBeWalked) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::usb_reset_test

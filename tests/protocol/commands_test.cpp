@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-namespace quorvane {
+namespace quorvane::commands_test {
 namespace {
 
 using P = TuningParameter;
@@ -268,4 +268,4 @@ TEST(FanatecCommands, ShortPacketsGoOnTheReportIDTheyAreGiven) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::commands_test

@@ -12,7 +12,7 @@
 #include "protocol/wheel_status.h"
 #include "tests/protocol_document.h"
 
-namespace quorvane {
+namespace quorvane::documented_catalogue_test {
 namespace {
 
 namespace Document = ProtocolDocument;
@@ -165,4 +165,4 @@ TEST(DocumentedCatalogue, ReadsWheelStatus) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::documented_catalogue_test

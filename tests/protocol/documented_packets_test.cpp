@@ -8,7 +8,7 @@
 #include "protocol/error.h"
 #include "tests/protocol_document.h"
 
-namespace quorvane {
+namespace quorvane::documented_packets_test {
 namespace {
 
 namespace Document = ProtocolDocument;
@@ -131,4 +131,4 @@ TEST(DocumentedPackets, FailAsDocumented) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::documented_packets_test

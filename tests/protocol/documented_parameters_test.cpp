@@ -13,7 +13,7 @@
 #include "protocol/tuning_parameter.h"
 #include "tests/protocol_document.h"
 
-namespace quorvane {
+namespace quorvane::documented_parameters_test {
 namespace {
 
 namespace Document = ProtocolDocument;
@@ -159,4 +159,4 @@ TEST(DocumentedParameters, ListEveryWord) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::documented_parameters_test

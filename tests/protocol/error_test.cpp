@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-namespace quorvane {
+namespace quorvane::error_test {
 namespace {
 
 using P = TuningParameter;
@@ -148,4 +148,4 @@ TEST(FanatecError, KeepsItsTextWhenItIsCopied) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::error_test

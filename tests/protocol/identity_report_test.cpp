@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-namespace quorvane {
+namespace quorvane::identity_report_test {
 namespace {
 
 constexpr WallClock::time_point received{std::chrono::seconds(1772357400)};
@@ -202,4 +202,4 @@ TEST(IdentityReport, IsEqualByBytesAndTime) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::identity_report_test

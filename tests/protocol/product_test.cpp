@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-namespace quorvane {
+namespace quorvane::product_test {
 namespace {
 
 struct Row {
@@ -165,4 +165,4 @@ TEST(ProductKind, ComesFromExactlyItsText) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::product_test

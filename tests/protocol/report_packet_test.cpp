@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace quorvane {
+namespace quorvane::report_packet_test {
 namespace {
 
 TEST(HIDReportPacket, PutsItsReportIDFirstUnlessItIsZero) {
@@ -46,4 +46,4 @@ TEST(HIDReportPacket, IsEqualFieldByField) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::report_packet_test

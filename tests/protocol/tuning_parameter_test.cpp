@@ -19,7 +19,7 @@
 #include "protocol/error.h"
 #include "protocol/product.h"
 
-namespace quorvane {
+namespace quorvane::tuning_parameter_test {
 namespace {
 
 using P = TuningParameter;
@@ -617,4 +617,4 @@ TEST(TuningParameter, IsAKeyOfHashedContainers) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::tuning_parameter_test

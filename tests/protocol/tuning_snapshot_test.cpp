@@ -12,7 +12,7 @@
 
 #include "protocol/product.h"
 
-namespace quorvane {
+namespace quorvane::tuning_snapshot_test {
 namespace {
 
 using P = TuningParameter;
@@ -170,4 +170,4 @@ TEST(TuningSnapshot, IsEqualByBytesAndTime) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::tuning_snapshot_test

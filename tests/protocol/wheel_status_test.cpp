@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace quorvane {
+namespace quorvane::wheel_status_test {
 namespace {
 
 Bytes report(std::uint8_t wheelLow, std::uint8_t wheelHigh, std::uint8_t firmwareLow,
@@ -60,4 +60,4 @@ TEST(WheelStatus, IsEqualFieldByField) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::wheel_status_test

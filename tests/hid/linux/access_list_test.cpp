@@ -4,7 +4,7 @@
 
 #include "tests/support/temporary_directory.h"
 
-namespace quorvane {
+namespace quorvane::access_list_test {
 namespace {
 
 Bytes concatenated(std::initializer_list<Bytes> parts) {
@@ -65,4 +65,4 @@ TEST(AccessList, AFileWithoutOneHasNone) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::access_list_test

@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-namespace quorvane {
+namespace quorvane::device_facts_test {
 namespace {
 
 TEST(HIDUevent, ReadsWhatTheKernelWrites) {
@@ -194,4 +194,4 @@ TEST(USBLocationID, WhateverThePathItStaysOnItsBus) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::device_facts_test

@@ -5,7 +5,7 @@
 #include "tests/hid/linux/system_tree.h"
 #include "tests/support/ordinary_user.h"
 
-namespace quorvane {
+namespace quorvane::node_holders_test {
 namespace {
 
 constexpr int self = 100;
@@ -74,4 +74,4 @@ TEST(NodeHolders, OfNoNodesLookAtNothing) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::node_holders_test

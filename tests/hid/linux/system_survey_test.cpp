@@ -6,7 +6,7 @@
 #include "tests/hid/linux/system_tree.h"
 #include "tests/support/ordinary_user.h"
 
-namespace quorvane {
+namespace quorvane::system_survey_test {
 namespace {
 
 MachineFacts factsOf(const SystemTree& tree) {
@@ -151,4 +151,4 @@ TEST(SystemSurvey, OfThisMachineComesBack) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::system_survey_test

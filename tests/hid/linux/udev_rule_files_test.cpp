@@ -4,7 +4,7 @@
 
 #include "tests/hid/linux/system_tree.h"
 
-namespace quorvane {
+namespace quorvane::udev_rule_files_test {
 namespace {
 
 std::vector<std::string> paths(const UdevRuleFiles& files) {
@@ -71,4 +71,4 @@ TEST(UdevRuleFiles, ADirectoryThatLinksToAnotherCountsOnce) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::udev_rule_files_test

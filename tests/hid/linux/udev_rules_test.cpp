@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace quorvane {
+namespace quorvane::udev_rules_test {
 namespace {
 
 RuleSubject onUSB() {
@@ -129,4 +129,4 @@ TEST(UdevRules, NameTheVendorInAConditionOfWhateverKind) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::udev_rules_test
