@@ -6,6 +6,7 @@
 #include "app/messages.h"
 #include "app/publish.h"
 #include "protocol/error.h"
+#include "session/menu_writer.h"
 
 namespace quorvane {
 namespace {
@@ -21,6 +22,7 @@ std::string fileName(std::string name) {
 // A save on its way through the work queue.
 struct AppModel::Save {
   StagedValues wanted;
+  std::optional<TuningSnapshot> menu;  // that the person saw
   StagedValues failed;
   std::vector<std::string> rejections;
 };
@@ -52,7 +54,7 @@ void AppModel::saveStaged() {
   if (!base_ || staged_.empty()) return;
   beginExchange();
   append(Messages::saving(staged_.size()));
-  work_.add([this, base = base_, save = Save{staged_, {}, {}}]() mutable {
+  work_.add([this, base = base_, save = Save{staged_, tuning_, {}, {}}]() mutable {
     write(*base, save);
     post([this, base, save] { saved(base, save); });
   });
@@ -61,10 +63,11 @@ void AppModel::saveStaged() {
 // On the work queue.
 void AppModel::write(WheelBase& base, Save& save) {
   Progress progress{{}, 0, save.wanted.size()};
+  MenuWriter writer(base, save.menu);
   for (const auto& [parameter, value] : save.wanted) {
     reportProgress(progress);
     try {
-      base.set(parameter, value, true);
+      writer.write(parameter, value);
     } catch (const FanatecError& error) {
       save.failed[parameter] = value;
       save.rejections.push_back(Messages::rejection(parameter, error.errorDescription()));

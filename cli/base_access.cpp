@@ -45,11 +45,11 @@ HIDDeviceInfo chosenBase(const CommandContext& context) {
   return std::move(bases.front());
 }
 
-OpenBase::OpenBase(const CommandContext& context, HIDDeviceInfo device)
+OpenBase::OpenBase(const CommandContext& context, HIDDeviceInfo device, Use use)
     : base_(WheelBase::create(std::move(device), context.world.clock)) {
   if (context.options.reportID) base_->commandReportID = context.options.reportID;
   if (context.options.layout) base_->writeLayout = *context.options.layout;
-  base_->connect();
+  base_->connect(use);
 }
 
 OpenBase::~OpenBase() { closeBase(*base_); }

@@ -21,9 +21,12 @@ HIDDeviceInfo chosenBase(const CommandContext& context);
 // A session that closes when it goes out of scope.
 class OpenBase {
  public:
+  using Use = WheelBase::Use;
+
   // Opens the chosen base with the options' settings. Throws as chosenBase and WheelBase::connect.
-  explicit OpenBase(const CommandContext& context) : OpenBase(context, chosenBase(context)) {}
-  OpenBase(const CommandContext& context, HIDDeviceInfo device);
+  explicit OpenBase(const CommandContext& context, Use use = Use::reading)
+      : OpenBase(context, chosenBase(context), use) {}
+  OpenBase(const CommandContext& context, HIDDeviceInfo device, Use use = Use::reading);
   ~OpenBase();
   OpenBase(const OpenBase&) = delete;
   OpenBase& operator=(const OpenBase&) = delete;

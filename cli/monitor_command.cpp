@@ -114,7 +114,7 @@ class Monitor {
           number, {changed.wheelID().value_or(0), changed.firmwareVersion().value_or(0)}});
     });
     try {
-      base->connect();
+      base->connect(WheelBase::Use::reading);
       base->sendRaw(FanatecCommands::requestTuningSnapshot());
       base_ = std::move(base);
     } catch (const FanatecError& error) {

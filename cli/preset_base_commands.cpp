@@ -65,7 +65,7 @@ void printRepeatedName(const World& world, const PresetLibrary& library,
 ExitStatus applyPresetCommand(const CommandContext& context, const std::string& which) {
   const TuningPreset preset = PresetLibrary(context.world).named(which);
   const Interruption interruption = context.world.interruption();
-  const OpenBase base(context);
+  const OpenBase base(context, OpenBase::Use::writing);
   const std::vector<ParameterValue> values = preset.applicable(base->product());
   if (values.empty()) return nothingApplicable(context, preset, base->info().displayName());
   if (const std::string codes = missingCodes(preset, base->product()); !codes.empty()) {

@@ -8,7 +8,7 @@ namespace quorvane {
 ExitStatus setCommand(const CommandContext& context, const std::vector<std::string>& words) {
   const std::vector<ParameterValue> values = parseAssignments(words);
   const Interruption interruption = context.world.interruption();
-  const OpenBase base(context);
+  const OpenBase base(context, OpenBase::Use::writing);
   return writeValues(context, interruption, *base, values);
 }
 

@@ -8,6 +8,7 @@
 #include "cli/json_output.h"
 #include "cli/value_words.h"
 #include "protocol/error.h"
+#include "session/menu_writer.h"
 
 namespace quorvane {
 namespace {
@@ -25,14 +26,15 @@ std::int64_t readBackOf(const TuningSnapshot& snapshot, TuningParameter paramete
   return parameter == TuningParameter::slot ? snapshot.slot() : snapshot.value(parameter, product);
 }
 
-Receipt write(WheelBase& base, const ParameterValue& wanted, Clock& clock) {
+Receipt write(MenuWriter& writer, const std::optional<FanatecProduct>& product,
+              const ParameterValue& wanted, Clock& clock) {
   Receipt receipt{wanted, std::nullopt, std::nullopt, 0};
   const auto begin = clock.now();
   try {
     // The session sends a set's number as it is.
     if (wanted.parameter == TuningParameter::slot) wanted.parameter.encode(wanted.value, {});
-    const auto snapshot = base.set(wanted.parameter, wanted.value, true);
-    receipt.readBack = readBackOf(*snapshot, wanted.parameter, base.product());
+    const TuningSnapshot readBack = writer.write(wanted.parameter, wanted.value);
+    receipt.readBack = readBackOf(readBack, wanted.parameter, product);
   } catch (const FanatecError& error) {
     receipt.error = error.errorDescription();
     if (const auto* const ignored = std::get_if<FanatecError::WriteIgnored>(&error.value())) {
@@ -82,10 +84,11 @@ void printInterruption(const World& world, const std::vector<ParameterValue>& wa
 // One for each value that was tried.
 std::vector<Receipt> writeEach(const CommandContext& context, const Interruption& interruption,
                                WheelBase& base, const std::vector<ParameterValue>& values) {
+  MenuWriter writer(base, base.fetchTuning(WheelBase::readTimeout));
   std::vector<Receipt> receipts;
   for (const ParameterValue& wanted : values) {
     if (interruption.requested()) break;
-    receipts.push_back(write(base, wanted, context.world.clock));
+    receipts.push_back(write(writer, base.product(), wanted, context.world.clock));
     if (!context.options.json) print(context.world, receipts.back(), base.product());
   }
   return receipts;
@@ -96,7 +99,6 @@ std::vector<Receipt> writeEach(const CommandContext& context, const Interruption
 ExitStatus writeValues(const CommandContext& context, const Interruption& interruption,
                        WheelBase& base, const std::vector<ParameterValue>& values) {
   const World& world = context.world;
-  base.fetchTuning(WheelBase::readTimeout);
   const std::vector<Receipt> receipts = writeEach(context, interruption, base, values);
   if (context.options.json) printJson(world, receipts);
 

@@ -64,7 +64,7 @@ class Interview {
 
   void run() {
     try {
-      base_->connect();
+      base_->connect(WheelBase::Use::reading);
     } catch (const std::exception& failure) {
       return note([&](BaseAnswers& answers) {
         answers.opening = openingOf(failure);

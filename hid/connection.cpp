@@ -71,6 +71,13 @@ class HIDConnection::State {
     return port_;
   }
 
+  // Throws notConnected.
+  std::shared_ptr<HIDPort> openPort() const {
+    std::shared_ptr<HIDPort> open = port();
+    if (!open) throw FanatecError::notConnected();
+    return open;
+  }
+
   void setPort(std::shared_ptr<HIDPort> port) {
     MutexLock held(lock_);
     port_ = std::move(port);
@@ -228,8 +235,7 @@ void HIDConnection::setOnGone(std::function<void()> handler) {
 void HIDConnection::removeHandler(HandlerID id) { state_->removeHandler(id); }
 
 void HIDConnection::send(const HIDReportPacket& packet) {
-  const auto port = state_->port();
-  if (!port) throw FanatecError::notConnected();
+  const auto port = state_->openPort();
   const HIDReturn code = port->write(packet.reportID, packet.wireBytes());
   if (code != HIDReturnCode::success) {
     throw FanatecError::ioFailed(
@@ -238,8 +244,7 @@ void HIDConnection::send(const HIDReportPacket& packet) {
 }
 
 Bytes HIDConnection::getReport(HIDReportKind kind, std::uint8_t reportID, std::size_t length) {
-  const auto port = state_->port();
-  if (!port) throw FanatecError::notConnected();
+  const auto port = state_->openPort();
   Bytes buffer(std::max<std::size_t>(length, 1) + 1);
   buffer[0] = reportID;
   std::size_t returned = buffer.size();
@@ -257,6 +262,16 @@ Bytes HIDConnection::getReport(HIDReportKind kind, std::uint8_t reportID, std::s
 Bytes HIDConnection::getFeature(std::uint8_t reportID, std::size_t length) {
   return getReport(HIDReportKind::feature, reportID, length);
 }
+
+bool HIDConnection::tryWriteTurn() { return state_->openPort()->tryWriteTurn(); }
+
+void HIDConnection::endWriteTurn() {
+  if (const auto port = state_->port()) port->endWriteTurn();
+}
+
+void HIDConnection::watchForOthers() { state_->openPort()->watchForOthers(); }
+
+bool HIDConnection::othersMayHaveWritten() { return state_->openPort()->othersMayHaveWritten(); }
 
 std::string HIDConnection::describe(HIDReturn code) { return describeHIDReturn(code); }
 

@@ -74,6 +74,13 @@ class HIDConnection {
   Bytes getReport(HIDReportKind kind, std::uint8_t reportID, std::size_t length);
   Bytes getFeature(std::uint8_t reportID, std::size_t length);
 
+  // Turns at writing among all who have the device open, as HIDPort has them; one thread at a time.
+  // None blocks. All but endWriteTurn throw notConnected; a close ends the turn as well.
+  bool tryWriteTurn();
+  void endWriteTurn();
+  void watchForOthers();
+  bool othersMayHaveWritten();
+
   // What a person reads for a return code.
   static std::string describe(HIDReturn code);
 

@@ -47,6 +47,25 @@ class HIDPort {
   // size on entry and the bytes returned on success. May block for seconds.
   virtual HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID,
                               std::span<std::uint8_t> buffer, std::size_t& length) = 0;
+
+  // Whoever has the device open, in this program or another, takes turns at writing to it, in the
+  // order of asking. These operations belong to one thread at a time; none of them blocks. As they
+  // are here, nobody else has the device.
+
+  // Asks for the turn: true when this port has it, and then until endWriteTurn. False keeps the
+  // port's place in the line, for it to ask again. True as well where the platform has no turns.
+  virtual bool tryWriteTurn() { return true; }
+
+  // Gives back the turn, or the place in the line. Closing the port does the same.
+  virtual void endWriteTurn() {}
+
+  // From now on notices others that open the device.
+  virtual void watchForOthers() {}
+
+  // Whether somebody else may have written since this was last asked, or since the watch began: had
+  // the device open, or has it now, or nobody can tell, as without a watch. To be asked in the
+  // turn.
+  virtual bool othersMayHaveWritten() { return false; }
 };
 
 struct HIDOpenResult {

@@ -1,9 +1,13 @@
 #include "session/wheel_base.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <utility>
 
 #include "protocol/error.h"
+#include "session/menu_writer.h"
+#include "session/write_turn.h"
 #include "support/invariant.h"
 
 namespace quorvane {
@@ -27,6 +31,17 @@ constexpr std::int64_t highestRotation = 2520;  // of products that the catalogu
 template <typename Handler>
 std::shared_ptr<const Handler> shared(Handler handler) {
   return handler ? std::make_shared<const Handler>(std::move(handler)) : nullptr;
+}
+
+std::string placeText(const TuningSnapshot& menu) {
+  return fmt::format("set {} of the {} menu", menu.slot(), menu.modeName());
+}
+
+void requireSameSet(const TuningSnapshot& menu, const TuningSnapshot& meantFor) {
+  if (menu.slot() == meantFor.slot() && menu.isAdvancedMode() == meantFor.isAdvancedMode()) return;
+  throw FanatecError::invalidReport(
+      fmt::format("the base is in {} now, not in {}; write it again if it belongs there",
+                  placeText(menu), placeText(meantFor)));
 }
 
 void signalAll(const std::vector<std::shared_ptr<Semaphore>>& waiters) {
@@ -58,11 +73,14 @@ void WheelBase::setOnStatusUpdate(StatusHandler handler) {
   onStatusUpdate_.swap(replaced);
 }
 
-void WheelBase::connect() {
+void WheelBase::connect(Use use) {
   connection_.open(false);
   try {
-    MutexLock held(lock_);
-    requireNotDisconnected();
+    {
+      MutexLock held(lock_);
+      requireNotDisconnected();
+    }
+    if (use == Use::writing) connection_.watchForOthers();
   } catch (const FanatecError&) {
     connection_.close();
     throw;
@@ -195,21 +213,50 @@ IdentityReport WheelBase::fetchIdentity(Seconds timeout) {
   throw FanatecError::timeout(identityReportText);
 }
 
+TuningSnapshot WheelBase::latestMenu() const {
+  auto menu = tuning();
+  if (!menu) throw FanatecError::noTuningSnapshot();
+  return *std::move(menu);
+}
+
 HIDReportPacket WheelBase::packet(TuningParameter parameter, std::int64_t value) const {
-  const auto snapshot = tuning();
-  if (!snapshot) throw FanatecError::noTuningSnapshot();
-  return FanatecCommands::writeTuning(*snapshot, parameter, parameter.encode(value, product_),
+  return packetFrom(latestMenu(), parameter, value);
+}
+
+HIDReportPacket WheelBase::packetFrom(const TuningSnapshot& menu, TuningParameter parameter,
+                                      std::int64_t value) const {
+  return FanatecCommands::writeTuning(menu, parameter, parameter.encode(value, product_),
                                       writeLayout, clearSetupFlagOnWrite);
 }
 
+// In the turn. What a failed reading owes is made up for before the next write.
+void WheelBase::readWhatOthersWrote() {
+  if (connection_.othersMayHaveWritten()) othersWrote_ = true;
+  if (!othersWrote_) return;
+  fetchTuning(readTimeout);
+  othersWrote_ = false;
+}
+
+void WheelBase::sendValue(TuningParameter parameter, std::int64_t value,
+                          const std::optional<TuningSnapshot>& meantFor) {
+  readWhatOthersWrote();
+  const TuningSnapshot menu = latestMenu();
+  if (meantFor) requireSameSet(menu, *meantFor);
+  connection_.send(packetFrom(menu, parameter, value));
+  if (sendAckBurstAfterWrite) sendAckBurst();
+}
+
 std::optional<TuningSnapshot> WheelBase::set(TuningParameter parameter, std::int64_t value,
-                                             bool verify) {
+                                             bool verify,
+                                             const std::optional<TuningSnapshot>& meantFor) {
   const bool isSlot = parameter == TuningParameter::slot;
+  // What cannot be written is refused before anything is waited for.
+  if (!isSlot) packet(parameter, value);
+  const WriteTurn turn(connection_, clock_, readTimeout);
   if (isSlot) {
     connection_.send(FanatecCommands::selectTuningSlot(value, TuningLayout::inPlace));
   } else {
-    connection_.send(packet(parameter, value));
-    if (sendAckBurstAfterWrite) sendAckBurst();
+    sendValue(parameter, value, meantFor);
   }
   if (!verify) return std::nullopt;
 
@@ -224,10 +271,11 @@ std::optional<TuningSnapshot> WheelBase::set(TuningParameter parameter, std::int
 std::vector<WheelBase::ApplyResult> WheelBase::apply(const TuningPreset& preset,
                                                      const ApplyHandler& onResult) {
   std::vector<ApplyResult> results;
+  MenuWriter writer(*this, tuning());
   for (const auto& [parameter, value] : preset.applicable(product_)) {
     ApplyResult result{parameter, value, std::nullopt};
     try {
-      set(parameter, value, true);
+      writer.write(parameter, value);
     } catch (const FanatecError& error) {
       result.error = error.errorDescription();
     }
@@ -246,6 +294,7 @@ void WheelBase::sendAckBurst() {
 }
 
 TuningSnapshot WheelBase::selectSlot(std::int64_t slot, TuningLayout layout) {
+  const WriteTurn turn(connection_, clock_, readTimeout);
   connection_.send(FanatecCommands::selectTuningSlot(slot, layout));
   clock_.sleepFor(selectPause);
   return fetchTuning(readTimeout);
@@ -254,12 +303,14 @@ TuningSnapshot WheelBase::selectSlot(std::int64_t slot, TuningLayout layout) {
 void WheelBase::toggleAdvancedMode() { connection_.send(FanatecCommands::toggleAdvancedMode()); }
 
 TuningSnapshot WheelBase::switchMenuMode() {
+  const WriteTurn turn(connection_, clock_, readTimeout);
   toggleAdvancedMode();
   clock_.sleepFor(menuPause);
   return fetchTuning(readTimeout);
 }
 
 TuningSnapshot WheelBase::factoryReset() {
+  const WriteTurn turn(connection_, clock_, readTimeout);
   connection_.send(FanatecCommands::resetTuningToFactoryDefaults());
   clock_.sleepFor(menuPause);
   return fetchTuning(readTimeout);

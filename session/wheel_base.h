@@ -23,7 +23,9 @@ namespace quorvane {
 // Always held by a shared pointer (WheelBase::create): reports that come in while the last owner
 // lets go keep it alive until they are handled. Operations block their caller for the pauses and
 // time-outs given; they must not be called on the connection's delivery thread. They make one
-// attempt and are not serialised against each other: one caller at a time issues writes. The kept
+// attempt and are not serialised against each other: one caller at a time issues writes. Against
+// other sessions and programs they are: what writes and reads back takes a turn (WriteTurn), waits
+// for it up to `readTimeout`, and throws timeout when it does not come. The kept
 // reports may be read from any thread and outlive disconnect(). A session is for one connection:
 // after disconnect(), or when its base has left, a new one is made.
 class WheelBase : public std::enable_shared_from_this<WheelBase> {
@@ -59,9 +61,13 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   void setOnTuningUpdate(TuningHandler handler);
   void setOnStatusUpdate(StatusHandler handler);
 
+  // What a session is for. One for reading closes sooner. It may give commands and write all the
+  // same, but reads the menu before every value.
+  enum class Use { reading, writing };
+
   // Opens the connection (shared) and subscribes to its reports; asks nothing of the base.
   // Throws FanatecError ioFailed, or notConnected when disconnect() came first or meanwhile.
-  void connect();
+  void connect(Use use = Use::writing);
 
   // Closes the connection for good. A read that waits ends at once, with notConnected. May be
   // called from any thread, whatever else is going on.
@@ -84,8 +90,12 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
 
   // Writes one value. With `verify`: waits 0.25 s, reads the menu back, throws writeIgnored when
   // the base kept another byte, and returns what was read; without: returns nothing. `slot`
-  // switches the set instead, unchecked. Throws what packet, the send and fetchTuning throw.
-  std::optional<TuningSnapshot> set(TuningParameter parameter, std::int64_t value, bool verify);
+  // switches the set instead, unchecked. When others may have written since the last report, reads
+  // the menu first. With `meantFor`, throws invalidReport instead of writing when the base is in
+  // another set or mode than that menu. Throws what packet, the turn, the send and fetchTuning
+  // throw.
+  std::optional<TuningSnapshot> set(TuningParameter parameter, std::int64_t value, bool verify,
+                                    const std::optional<TuningSnapshot>& meantFor = {});
 
   // Writes and verifies the preset's values one by one (TuningPreset::applicable); a failure does
   // not stop it. The results stand in the order of the writes; `onResult` gets each as it comes.
@@ -94,7 +104,8 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   // Makes a set active, waits 0.15 s and reads its menu.
   TuningSnapshot selectSlot(std::int64_t slot, TuningLayout layout);
 
-  // Switches between the standard and the advanced menu; neither waits nor reads.
+  // Switches between the standard and the advanced menu; neither waits, for a turn either, nor
+  // reads.
   void toggleAdvancedMode();
 
   // Toggles, waits 0.4 s and reads the menu, which tells the new mode.
@@ -129,12 +140,19 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
              Seconds timeout);
   void requireNotDisconnected() const QUORVANE_REQUIRES(lock_);
   std::vector<Waiter> takeAllWaiters() QUORVANE_REQUIRES(lock_);
+  TuningSnapshot latestMenu() const;
+  HIDReportPacket packetFrom(const TuningSnapshot& menu, TuningParameter parameter,
+                             std::int64_t value) const;
+  void readWhatOthersWrote();
+  void sendValue(TuningParameter parameter, std::int64_t value,
+                 const std::optional<TuningSnapshot>& meantFor);
   void sendAckBurst();
 
   const HIDDeviceInfo info_;
   const std::optional<FanatecProduct> product_;
   Clock& clock_;
   HIDConnection connection_;
+  bool othersWrote_ = false;  // perhaps, and the menu was not read since; the writing caller's own
 
   mutable Mutex lock_;
   bool disconnected_ QUORVANE_GUARDED_BY(lock_) = false;

@@ -18,6 +18,11 @@ std::string pauseText(Seconds duration) {
   return fmt::format("pause {:g} ms", duration.count() * 1000);
 }
 
+bool isMenuWrite(ByteView data) {
+  return data.size() > 2 && data[0] == FanatecCommands::tuningReportID &&
+         data[1] == FanatecCommands::tuningGroup && data[2] == FanatecCommands::writeCommand;
+}
+
 }  // namespace
 
 // One opening of the device. `read` runs on its reader's thread. The device's lock guards the rest.
@@ -30,6 +35,7 @@ class SimulatedDevice::Port final : public HIDPort {
     {
       MutexLock held(device_->lock_);
       std::erase(device_->ports_, this);
+      std::erase(device_->line_, this);
       device_->changed_.notifyAll();
     }
     device_->transcript_.add("close");
@@ -70,6 +76,9 @@ class SimulatedDevice::Port final : public HIDPort {
       if (reportID != 0 && (data.empty() || data[0] != reportID)) {
         device_->violations_.emplace_back("a packet that does not begin with its report ID");
       }
+      if (isMenuWrite(data) && isAnothersTurn()) {
+        device_->violations_.emplace_back("a menu write in another's turn");
+      }
       before = device_->base_.isPlugged();
       code = isGone(device_->base_) ? HIDReturnCode::noDevice
                                     : device_->base_.receive(data, device_->now());
@@ -93,6 +102,28 @@ class SimulatedDevice::Port final : public HIDPort {
     return HIDReturnCode::success;
   }
 
+  bool tryWriteTurn() override {
+    MutexLock held(device_->lock_);
+    return !device_->hasTurns_ || isGone(device_->base_) || device_->isFirstInLine(this);
+  }
+
+  void endWriteTurn() override {
+    MutexLock held(device_->lock_);
+    std::erase(device_->line_, this);
+  }
+
+  void watchForOthers() override {
+    MutexLock held(device_->lock_);
+    if (!seenOpenings_) seenOpenings_ = device_->openings_;
+  }
+
+  bool othersMayHaveWritten() override {
+    MutexLock held(device_->lock_);
+    const bool nobodyCame = seenOpenings_ == device_->openings_;
+    if (seenOpenings_) seenOpenings_ = device_->openings_;
+    return !nobodyCame || !device_->isAlone(this) || !device_->hasTurns_;
+  }
+
   bool isExclusive() const { return exclusive_; }
 
   // The base has left since the opening, whether it is back or not.
@@ -107,6 +138,10 @@ class SimulatedDevice::Port final : public HIDPort {
   }
 
  private:
+  bool isAnothersTurn() const QUORVANE_REQUIRES(device_->lock_) {
+    return !isGone(device_->base_) && !device_->line_.empty() && device_->line_.front() != this;
+  }
+
   ReadResult end(HIDReturn code) {
     ended_ = true;
     device_->changed_.notifyAll();
@@ -136,7 +171,8 @@ class SimulatedDevice::Port final : public HIDPort {
   const int plugCount_;  // of the base that was opened
   std::deque<Bytes> queue_;
   std::optional<std::thread::id> interrupter_;
-  bool handling_ = false;  // the reader is at work on a report
+  std::optional<int> seenOpenings_;  // of the device, while others are watched for
+  bool handling_ = false;            // the reader is at work on a report
   bool ended_ = false;
 };
 
@@ -232,6 +268,11 @@ void SimulatedDevice::failOpenWith(HIDReturn code) {
   openFailure_ = code;
 }
 
+void SimulatedDevice::setHasTurns(bool hasTurns) {
+  MutexLock held(lock_);
+  hasTurns_ = hasTurns;
+}
+
 void SimulatedDevice::setOnPlugChange(std::function<void()> handler) {
   MutexLock held(lock_);
   onPlugChange_ = std::move(handler);
@@ -281,6 +322,7 @@ HIDOpenResult SimulatedDevice::open(bool exclusive) {
   }
   pump();  // what was due before is not for this port
   auto port = std::make_unique<Port>(shared_from_this(), exclusive, base_.plugCount());
+  ++openings_;
   ports_.push_back(port.get());
   transcript_.add(exclusive ? "open exclusive" : "open");
   return {HIDReturnCode::success, std::move(port)};
@@ -306,6 +348,20 @@ bool SimulatedDevice::isQuiet() {
   pump();
   return std::none_of(ports_.begin(), ports_.end(),
                       [](const Port* port) { return port->isBusy(); });
+}
+
+// Asking is what makes a port stand in line.
+bool SimulatedDevice::isFirstInLine(const Port* port) {
+  while (!line_.empty() && line_.front()->isGone(base_)) line_.erase(line_.begin());
+  if (std::find(line_.begin(), line_.end(), port) == line_.end()) line_.push_back(port);
+  return line_.front() == port;
+}
+
+bool SimulatedDevice::isAlone(const Port* port) const {
+  for (const Port* const other : ports_) {
+    if (other != port && !other->isGone(base_)) return false;
+  }
+  return true;
 }
 
 void SimulatedDevice::reportPlugChange(bool before) {

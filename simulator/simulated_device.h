@@ -47,6 +47,9 @@ class SimulatedDevice final : public HIDDeviceHandle,
   // Every later opening fails with the code; success lets them through again.
   void failOpenWith(HIDReturn code);
 
+  // Whether ports take turns at writing; without, as on a system that has no locks.
+  void setHasTurns(bool hasTurns);
+
   // Called after the device was plugged or unplugged, on the thread that caused it.
   void setOnPlugChange(std::function<void()> handler);
 
@@ -74,6 +77,8 @@ class SimulatedDevice final : public HIDDeviceHandle,
   Monotonic::time_point now() const QUORVANE_REQUIRES(lock_);
   void pump() QUORVANE_REQUIRES(lock_);
   bool isQuiet() QUORVANE_REQUIRES(lock_);
+  bool isFirstInLine(const Port* port) QUORVANE_REQUIRES(lock_);
+  bool isAlone(const Port* port) const QUORVANE_REQUIRES(lock_);
   void reportPlugChange(bool before);
 
   Transcript transcript_;
@@ -84,6 +89,9 @@ class SimulatedDevice final : public HIDDeviceHandle,
   SimulatedBase base_ QUORVANE_GUARDED_BY(lock_);
   HIDProperties properties_ QUORVANE_GUARDED_BY(lock_);
   std::vector<Port*> ports_ QUORVANE_GUARDED_BY(lock_);
+  std::vector<const Port*> line_ QUORVANE_GUARDED_BY(lock_);  // for the turn; the first has it
+  int openings_ QUORVANE_GUARDED_BY(lock_) = 0;
+  bool hasTurns_ QUORVANE_GUARDED_BY(lock_) = true;
   std::vector<std::string> violations_ QUORVANE_GUARDED_BY(lock_);
   HIDReturn openFailure_ QUORVANE_GUARDED_BY(lock_) = HIDReturnCode::success;
   std::function<void()> onPlugChange_ QUORVANE_GUARDED_BY(lock_);

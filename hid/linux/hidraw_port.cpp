@@ -51,4 +51,13 @@ HIDReturn HidrawPort::getReport(HIDReportKind kind, std::uint8_t reportID,
   return HIDReturnCode::success;
 }
 
+void HidrawPort::watchForOthers() {
+  if (!visits_) visits_.emplace(node_.get());
+}
+
+bool HidrawPort::othersMayHaveWritten() {
+  const bool hasComeOrGone = !visits_ || visits_->anySinceLastAsked();
+  return line_.areOthersThere() || hasComeOrGone;
+}
+
 }  // namespace quorvane

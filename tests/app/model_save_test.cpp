@@ -323,5 +323,75 @@ TEST_F(ModelSave, AfterADisconnectNothingOfItRemainsButTheLogLine) {
   EXPECT_EQ(staged(), "");
 }
 
+// Another program that has the base open.
+class ModelSaveBesideAnother : public ModelSave {
+ protected:
+  void SetUp() override {
+    start();
+    other_ = WheelBase::create(info(0), base().clock());
+    other_->connect();
+    other_->fetchTuning(WheelBase::readTimeout);
+    settle();
+    takeTranscript();
+  }
+
+  void TearDown() override {
+    other_->disconnect();
+    other_->connection().join();
+    ModelSave::TearDown();
+  }
+
+  std::shared_ptr<WheelBase> other_;
+};
+
+TEST_F(ModelSaveBesideAnother, KeepsWhatTheOtherWrote) {
+  simulate([](SimulatedBase& simulated) { simulated.menu().put(P::naturalInertia, 9); });
+  model().stage(P::forceFeedback, 80);
+  model().stage(P::sensitivity, 800);
+  save();
+  EXPECT_EQ(takeLog().back(), "[log] Saved 2 changes to set C (Custom)");
+  EXPECT_EQ(takeTranscript(),
+            (Lines{menuRequest, writeOf("d1", "41", "09"), commitPause, menuRequest,  //
+                   menuRequest, writeOf("d1", "50", "09"), commitPause, menuRequest}));
+}
+
+TEST_F(ModelSaveBesideAnother, ATurnThatDoesNotComeLeavesEverythingStaged) {
+  ASSERT_TRUE(other_->connection().tryWriteTurn());
+  model().stage(P::forceFeedback, 80);
+  save();
+  EXPECT_EQ(takeLog().back(),
+            "[error] Saved 0 of 1; the base rejected FF: Timed out waiting for another program "
+            "that is writing to the base; try again when it has finished");
+  EXPECT_EQ(staged(), "FF=80");
+  model().factoryReset();
+  settle();
+  EXPECT_EQ(takeLog().back(),
+            "[error] Factory reset failed: Timed out waiting for another program that is writing "
+            "to the base; try again when it has finished");
+}
+
+TEST_F(ModelSaveBesideAnother, WhatIsLeftWhenTheSetChangesStaysStagedForThePersonToDecide) {
+  stageThree();
+  // After the reading that proves the first value.
+  clock_.at(Moment::answer, 1,
+            [this] { simulate([](SimulatedBase& simulated) { simulated.menu().select(4); }); });
+  save();
+  const std::string refusal =
+      "Invalid report: the base is in set 4 of the standard menu now, not in set 2 of the standard "
+      "menu; write it again if it belongs there";
+  EXPECT_EQ(takeLog(),
+            (Lines{"[log] Saving 3 changes\u2026", "[error] Saved 1 of 3; the base rejected FF: " +
+                                                       refusal + "; NIN: " + refusal}));
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("d1", "41", "05"), commitPause,
+                                     menuRequest, menuRequest, menuRequest}));
+  EXPECT_EQ(staged(), "FF=80 NIN=9");
+  EXPECT_EQ(model().tuning()->slot(), 4);
+
+  save();
+  EXPECT_EQ(takeLog().back(), "[log] Saved 2 changes to set C (Custom)");
+  EXPECT_EQ(valueOnBase(P::forceFeedback), 80);
+  EXPECT_EQ(valueOnBase(P::naturalInertia), 9);
+}
+
 }  // namespace
 }  // namespace quorvane

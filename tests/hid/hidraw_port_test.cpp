@@ -16,6 +16,7 @@
 #include "support/semaphore.h"
 #include "support/thread.h"
 #include "tests/error_text.h"
+#include "tests/support/temporary_directory.h"
 
 namespace quorvane::hidraw_port_test {
 namespace {
@@ -221,6 +222,55 @@ TEST_F(HidrawPortTest, WritesAndReadsGoOnAtOnce) {
     ++counts.at(result.reportID);
   }
   EXPECT_EQ(counts, (std::array<int, 3>{0, packets, packets}));
+}
+
+// What a port tells of turns and of others, step by step.
+TEST_F(HidrawPortTest, PortsOfOneNodeTakeTurnsAndNoticeEachOther) {
+  const TemporaryDirectory directory;
+  const std::string node = directory / "node";
+  const auto open = [&] {
+    return std::make_unique<HidrawPort>(
+        UniqueFd(::open(node.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)), true);
+  };
+  const auto first = open();
+  first->watchForOthers();
+  EXPECT_TRUE(first->tryWriteTurn());
+  EXPECT_FALSE(first->othersMayHaveWritten());
+
+  auto second = open();
+  second->watchForOthers();
+  EXPECT_FALSE(second->tryWriteTurn());
+  EXPECT_TRUE(first->othersMayHaveWritten());
+  EXPECT_TRUE(first->othersMayHaveWritten());
+  first->endWriteTurn();
+  EXPECT_TRUE(second->tryWriteTurn());
+  EXPECT_FALSE(first->tryWriteTurn());
+
+  // It was there since the last question, and after that nobody was.
+  second.reset();
+  EXPECT_TRUE(first->tryWriteTurn());
+  EXPECT_TRUE(first->othersMayHaveWritten());
+  EXPECT_FALSE(first->othersMayHaveWritten());
+}
+
+TEST_F(HidrawPortTest, WhoWasThereBeforeTheWatchBeganIsNoticedAllTheSame) {
+  const TemporaryDirectory directory;
+  const std::string node = directory / "node";
+  const auto open = [&] {
+    return UniqueFd(::open(node.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+  };
+  const HidrawPort before(open(), true);
+  HidrawPort port(open(), true);
+  port.watchForOthers();
+  EXPECT_TRUE(port.othersMayHaveWritten());
+}
+
+TEST_F(HidrawPortTest, WithoutAWatchOthersMayAlwaysHaveWritten) {
+  EXPECT_TRUE(port_->othersMayHaveWritten());
+  port_->watchForOthers();
+  EXPECT_FALSE(port_->othersMayHaveWritten());
+  port_->watchForOthers();
+  EXPECT_FALSE(port_->othersMayHaveWritten());
 }
 
 // A device whose every opening is one end of a socket; the test holds the other.

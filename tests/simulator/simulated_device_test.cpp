@@ -449,5 +449,84 @@ TEST(SimulatedDevicePolice, ReportsUseAfterTheClose) {
   EXPECT_EQ(device->violations(), (Lines{"a write after close", "a read after the end"}));
 }
 
+TEST_F(SimulatedDeviceTest, PortsTakeTurnsInTheOrderOfAsking) {
+  const auto first = device_->open(false).port;
+  const auto second = device_->open(false).port;
+  auto third = device_->open(false).port;
+  const auto fourth = device_->open(false).port;
+  EXPECT_TRUE(first->tryWriteTurn());
+  EXPECT_TRUE(first->tryWriteTurn());
+  EXPECT_FALSE(second->tryWriteTurn());
+  EXPECT_FALSE(third->tryWriteTurn());
+  EXPECT_FALSE(fourth->tryWriteTurn());
+  first->endWriteTurn();
+  EXPECT_FALSE(first->tryWriteTurn());
+  EXPECT_FALSE(third->tryWriteTurn());
+  EXPECT_TRUE(second->tryWriteTurn());
+  second->endWriteTurn();
+  // Who closes, or gives up, waits no more.
+  third.reset();
+  EXPECT_TRUE(fourth->tryWriteTurn());
+  first->endWriteTurn();
+  fourth->endWriteTurn();
+  EXPECT_TRUE(second->tryWriteTurn());
+}
+
+TEST_F(SimulatedDeviceTest, TheTurnOfABaseThatLeftIsNobodys) {
+  const auto before = device_->open(false).port;
+  EXPECT_TRUE(before->tryWriteTurn());
+  device_->unplug();
+  device_->plug();
+  const auto after = device_->open(false).port;
+  const auto another = device_->open(false).port;
+  EXPECT_TRUE(after->tryWriteTurn());
+  EXPECT_TRUE(before->tryWriteTurn());
+  EXPECT_FALSE(another->tryWriteTurn());
+}
+
+TEST_F(SimulatedDeviceTest, PortsNoticeWhoElseHasTheDeviceOrHadIt) {
+  const auto first = device_->open(false).port;
+  EXPECT_TRUE(first->othersMayHaveWritten());
+  first->watchForOthers();
+  EXPECT_FALSE(first->othersMayHaveWritten());
+  auto second = device_->open(false).port;
+  EXPECT_TRUE(first->othersMayHaveWritten());
+  EXPECT_TRUE(first->othersMayHaveWritten());
+  second->watchForOthers();
+  EXPECT_TRUE(second->othersMayHaveWritten());
+  second.reset();
+  EXPECT_FALSE(first->othersMayHaveWritten());
+  device_->open(false);
+  EXPECT_TRUE(first->othersMayHaveWritten());
+  EXPECT_FALSE(first->othersMayHaveWritten());
+}
+
+TEST_F(SimulatedDeviceTest, WithoutTurnsItIsEverybodysTurnAndNobodyKnowsOfOthers) {
+  device_->setHasTurns(false);
+  const auto first = device_->open(false).port;
+  const auto second = device_->open(false).port;
+  for (const auto& port : {first.get(), second.get()}) {
+    port->watchForOthers();
+    EXPECT_TRUE(port->tryWriteTurn());
+    EXPECT_TRUE(port->othersMayHaveWritten());
+  }
+}
+
+TEST_F(SimulatedDeviceTest, NotesAMenuWriteInTheTurnOfAnother) {
+  const auto device = create(SimulatedDevice::Time::simulated);
+  const auto first = device->open(false).port;
+  const auto second = device->open(false).port;
+  const auto menu = TuningSnapshot::fromReport(menuReport(), {});
+  const auto write = FanatecCommands::writeTuning(*menu, TuningParameter::forceFeedback, 70,
+                                                  TuningLayout::deviceID, true);
+  send(*second, write);
+  EXPECT_TRUE(first->tryWriteTurn());
+  send(*first, write);
+  ask(*second);
+  EXPECT_EQ(device->violations(), Lines{});
+  send(*second, write);
+  EXPECT_EQ(device->violations(), (Lines{"a menu write in another's turn"}));
+}
+
 }  // namespace
 }  // namespace quorvane

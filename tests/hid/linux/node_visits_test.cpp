@@ -1,0 +1,92 @@
+#include "hid/linux/node_visits.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tests/support/temporary_directory.h"
+
+namespace quorvane {
+namespace {
+
+class NodeVisitsTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_EQ(::mkfifo(node_.c_str(), 0600), 0); }
+
+  UniqueFd open(int flags = O_RDWR) const {
+    return UniqueFd(::open(node_.c_str(), flags | O_NONBLOCK | O_CLOEXEC));
+  }
+
+  const TemporaryDirectory directory_;
+  const std::filesystem::path node_ = directory_ / "node";
+};
+
+TEST_F(NodeVisitsTest, OnesOwnOpeningIsNone) {
+  const UniqueFd own = open();
+  NodeVisits visits(own.get());
+  EXPECT_FALSE(visits.anySinceLastAsked());
+  ASSERT_EQ(::write(own.get(), "x", 1), 1);
+  EXPECT_FALSE(visits.anySinceLastAsked());
+}
+
+TEST_F(NodeVisitsTest, WhoCameAndWentIsToldOfOnce) {
+  const UniqueFd own = open();
+  NodeVisits visits(own.get());
+  for (const int flags : {O_RDWR, O_RDONLY, O_WRONLY}) {
+    open(flags);
+    EXPECT_TRUE(visits.anySinceLastAsked()) << flags;
+    EXPECT_FALSE(visits.anySinceLastAsked()) << flags;
+  }
+}
+
+TEST_F(NodeVisitsTest, WhoIsStillThereIsToldOfEachTime) {
+  const UniqueFd own = open();
+  NodeVisits visits(own.get());
+  UniqueFd other = open();
+  EXPECT_TRUE(visits.anySinceLastAsked());
+  EXPECT_TRUE(visits.anySinceLastAsked());
+  other.reset();
+  EXPECT_TRUE(visits.anySinceLastAsked());
+  EXPECT_FALSE(visits.anySinceLastAsked());
+}
+
+TEST_F(NodeVisitsTest, WhoWasThereBeforeIsToldOfWhenItLeaves) {
+  UniqueFd before = open();
+  const UniqueFd own = open();
+  NodeVisits visits(own.get());
+  EXPECT_FALSE(visits.anySinceLastAsked());
+  before.reset();
+  EXPECT_TRUE(visits.anySinceLastAsked());
+  EXPECT_FALSE(visits.anySinceLastAsked());
+  const UniqueFd other = open();
+  EXPECT_TRUE(visits.anySinceLastAsked());
+  EXPECT_TRUE(visits.anySinceLastAsked());
+}
+
+TEST_F(NodeVisitsTest, FollowTheNodeThatIsOpenAndNotItsPath) {
+  const UniqueFd own = open();
+  std::filesystem::remove(node_);
+  ASSERT_EQ(::mkfifo(node_.c_str(), 0600), 0);
+  NodeVisits visits(own.get());
+  const UniqueFd other = open();
+  EXPECT_FALSE(visits.anySinceLastAsked());
+}
+
+TEST_F(NodeVisitsTest, AreNotKnownAnyMoreWhenTheyWereTooMany) {
+  int longest = 0;
+  std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> longest;
+  ASSERT_GT(longest, 0);
+  const UniqueFd own = open();
+  NodeVisits visits(own.get());
+  for (int i = 0; i <= longest / 2; ++i) open();
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.anySinceLastAsked());
+}
+
+TEST_F(NodeVisitsTest, AreNotKnownWhereNothingCanBeWatched) {
+  NodeVisits visits(-1);
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.anySinceLastAsked());
+}
+
+}  // namespace
+}  // namespace quorvane

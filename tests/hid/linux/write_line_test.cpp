@@ -1,0 +1,170 @@
+#include "hid/linux/write_line.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/unique_fd.h"
+#include "tests/support/child_process.h"
+#include "tests/support/temporary_directory.h"
+
+namespace quorvane {
+namespace {
+
+// A file in a node's place; each opening has a line of its own, as another program has.
+class WriteLineTest : public testing::Test {
+ protected:
+  struct Opening {
+    explicit Opening(const std::filesystem::path& node, int flags = O_RDWR)
+        : fd(::open(node.c_str(), flags | O_CREAT | O_CLOEXEC, 0600)), line(fd.get()) {}
+
+    UniqueFd fd;
+    WriteLine line;
+  };
+
+  std::unique_ptr<Opening> open(int flags = O_RDWR) const {
+    return std::make_unique<Opening>(node_, flags);
+  }
+
+  const TemporaryDirectory directory_;
+  const std::filesystem::path node_ = directory_ / "node";
+};
+
+TEST_F(WriteLineTest, WhoIsAloneHasTheTurnAtOnceAndAgain) {
+  const auto only = open();
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_TRUE(only->line.tryTurn());
+    EXPECT_TRUE(only->line.tryTurn());
+    only->line.leave();
+  }
+  only->line.leave();
+  EXPECT_FALSE(only->line.areOthersThere());
+}
+
+TEST_F(WriteLineTest, OneHasTheTurnUntilItLeaves) {
+  const auto first = open();
+  const auto second = open();
+  EXPECT_TRUE(first->line.tryTurn());
+  EXPECT_FALSE(second->line.tryTurn());
+  EXPECT_TRUE(first->line.tryTurn());
+  EXPECT_FALSE(second->line.tryTurn());
+  first->line.leave();
+  EXPECT_TRUE(second->line.tryTurn());
+  EXPECT_FALSE(first->line.tryTurn());
+}
+
+TEST_F(WriteLineTest, NobodyOvertakesHoweverOftenItAsks) {
+  std::vector<std::unique_ptr<Opening>> programs;
+  for (int i = 0; i < 5; ++i) programs.push_back(open());
+  for (const auto& program : programs) program->line.tryTurn();
+  // Who had its turn wants the next one at once, and asks before everybody else.
+  for (std::size_t round = 0; round < 40; ++round) {
+    const std::size_t turn = round % programs.size();
+    for (std::size_t i = 0; i < programs.size(); ++i) {
+      EXPECT_EQ(programs[i]->line.tryTurn(), i == turn) << round << " " << i;
+    }
+    programs[turn]->line.leave();
+    for (int times = 0; times < 3; ++times) EXPECT_FALSE(programs[turn]->line.tryTurn());
+  }
+}
+
+TEST_F(WriteLineTest, MoreThanTheLineHoldsAllGetTheirTurn) {
+  std::vector<std::unique_ptr<Opening>> programs;
+  for (int i = 0; i < 20; ++i) programs.push_back(open());
+  for (const auto& program : programs) program->line.tryTurn();
+  for (std::size_t served = 0; served < 20; ++served) {
+    std::size_t have = 0;
+    std::size_t last = 0;
+    for (int moves = 0; moves < 10; ++moves) {
+      have = 0;
+      for (std::size_t i = 0; i < programs.size(); ++i) {
+        if (!programs[i]->line.tryTurn()) continue;
+        ++have;
+        last = i;
+      }
+    }
+    ASSERT_EQ(have, 1U);
+    programs.erase(programs.begin() + static_cast<std::ptrdiff_t>(last));
+  }
+}
+
+TEST_F(WriteLineTest, WhoGivesUpWaitingIsInNobodysWay) {
+  const auto first = open();
+  const auto second = open();
+  const auto third = open();
+  EXPECT_TRUE(first->line.tryTurn());
+  EXPECT_FALSE(second->line.tryTurn());
+  EXPECT_FALSE(third->line.tryTurn());
+  second->line.leave();
+  first->line.leave();
+  EXPECT_TRUE(third->line.tryTurn());
+}
+
+TEST_F(WriteLineTest, ClosingEndsTheTurnAndTheWaiting) {
+  auto first = open();
+  auto second = open();
+  const auto third = open();
+  EXPECT_TRUE(first->line.tryTurn());
+  EXPECT_FALSE(second->line.tryTurn());
+  EXPECT_FALSE(third->line.tryTurn());
+  second.reset();
+  EXPECT_FALSE(third->line.tryTurn());
+  first.reset();
+  EXPECT_TRUE(third->line.tryTurn());
+  EXPECT_FALSE(third->line.areOthersThere());
+}
+
+TEST_F(WriteLineTest, AKilledProgramLeavesNothing) {
+  const Pipe ready;
+  ChildProcess program([&]() -> std::string {
+    const auto opening = open();
+    if (!opening->line.tryTurn()) return "no turn";
+    if (::write(ready.writing.get(), "", 1) != 1) return "no word";
+    ::pause();
+    return "woken";
+  });
+  char byte = 1;
+  ASSERT_EQ(::read(ready.reading.get(), &byte, 1), 1);
+  const auto own = open();
+  EXPECT_TRUE(own->line.areOthersThere());
+  EXPECT_FALSE(own->line.tryTurn());
+  program.kill();
+  EXPECT_EQ(program.end(), "signal 9");
+  EXPECT_TRUE(own->line.tryTurn());
+  EXPECT_FALSE(own->line.areOthersThere());
+}
+
+TEST_F(WriteLineTest, OthersAreThereWhileTheyHaveTheNodeOpen) {
+  const auto first = open();
+  EXPECT_FALSE(first->line.areOthersThere());
+  auto second = open();
+  EXPECT_TRUE(first->line.areOthersThere());
+  EXPECT_TRUE(second->line.areOthersThere());
+  EXPECT_TRUE(second->line.tryTurn());
+  EXPECT_TRUE(first->line.areOthersThere());
+  second.reset();
+  EXPECT_FALSE(first->line.areOthersThere());
+}
+
+TEST_F(WriteLineTest, WhereLocksCannotBeHadItIsEverybodysTurnAndOthersMayBeThere) {
+  const auto first = open();
+  EXPECT_TRUE(first->line.tryTurn());
+  // The system refuses an exclusive lock on what is not open for writing.
+  const auto second = open(O_RDONLY);
+  EXPECT_TRUE(second->line.tryTurn());
+  first->line.leave();
+  EXPECT_TRUE(second->line.tryTurn());
+  second->line.leave();
+  EXPECT_TRUE(second->line.areOthersThere());
+
+  WriteLine none(-1);
+  EXPECT_TRUE(none.tryTurn());
+  EXPECT_TRUE(none.areOthersThere());
+  none.leave();
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,460 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "session/menu_writer.h"
+#include "support/thread.h"
+#include "tests/error_text.h"
+#include "tests/hid_codes.h"
+#include "tests/session/shared_time.h"
+#include "tests/session/simulated_session.h"
+
+namespace quorvane {
+namespace {
+
+using enum TuningParameter::Case;
+
+constexpr const char* noTurn =
+    "Timed out waiting for another program that is writing to the base; try again when it has "
+    "finished";
+constexpr const char* turnPause = "pause 10 ms";
+constexpr const char* writePause = "pause 250 ms";
+
+// A base's clock during whose pauses things happen, on the thread that pauses.
+class PausesOf final : public Clock {
+ public:
+  explicit PausesOf(Clock& clock) : clock_(clock) {}
+
+  // Calls `event` at the end of the pause with this number, counted from 0 and from now.
+  void at(int pause, std::function<void()> event) { events_[pauses_ + pause] = std::move(event); }
+
+  Monotonic::time_point now() override { return clock_.now(); }
+  void sleepFor(Seconds duration) override {
+    clock_.sleepFor(duration);
+    const auto event = events_.extract(pauses_++);
+    if (!event.empty()) event.mapped()();
+  }
+  bool wait(Semaphore& semaphore, Seconds timeout) override {
+    return clock_.wait(semaphore, timeout);
+  }
+
+ private:
+  Clock& clock_;
+  std::map<int, std::function<void()>> events_;
+  int pauses_ = 0;
+};
+
+std::string writeOf(const char* forceFeedback, const char* naturalInertia,
+                    const char* status = "02") {
+  return std::string("> ff 03 00 ") + status + " db " + forceFeedback +
+         " 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b " + naturalInertia + " +41";
+}
+
+// Two programs with one base: the fixture's session, and another one.
+class WheelBaseTurns : public SimulatedSessionTest {
+ protected:
+  void SetUp() override { connectAndRead(); }
+
+  void TearDown() override {
+    leave();
+    SimulatedSessionTest::TearDown();
+  }
+
+  // The other program opens the base and reads it.
+  void come() {
+    other_ = WheelBase::create(HIDEnumerator::info(device), clock_);
+    other_->connect();
+    other_->fetchTuning(WheelBase::readTimeout);
+    device->transcript().clear();
+  }
+
+  // It closes the base.
+  void leave() {
+    if (!other_) return;
+    other_->disconnect();
+    other_->connection().join();
+    other_.reset();
+    device->transcript().clear();
+  }
+
+  // Calls `event` while the other program is in the middle of a write.
+  void whileTheOtherWrites(const std::function<void()>& event) {
+    clock_.at(0, event);
+    other_->set(forceFeedback, 70, true);
+  }
+
+  std::int64_t onBase(TuningParameter parameter) {
+    std::int64_t value = 0;
+    device->withBase([&](SimulatedBase& simulated) {
+      const auto menu = TuningSnapshot::fromReport(simulated.menu().report(), {});
+      value = menu->value(parameter, simulated.product());
+    });
+    return value;
+  }
+
+  PausesOf clock_{device->clock()};
+  std::shared_ptr<WheelBase> other_;
+};
+
+TEST_F(WheelBaseTurns, AloneNothingIsReadBeforeAWrite) {
+  base->set(forceFeedback, 70, true);
+  base->set(naturalInertia, 9, true);
+  EXPECT_EQ(takeTranscript(), (Lines{writeOf("46", "05"), writePause, menuRequest,
+                                     writeOf("46", "09"), writePause, menuRequest}));
+}
+
+TEST_F(WheelBaseTurns, BesideAnotherProgramTheMenuIsReadBeforeEachWrite) {
+  come();
+  base->set(forceFeedback, 70, true);
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "05"), writePause, menuRequest}));
+  EXPECT_FALSE(base->set(naturalInertia, 9, false));
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "09")}));
+}
+
+TEST_F(WheelBaseTurns, WhatTheOtherWroteSinceOursIsKept) {
+  come();
+  // Its report of that is lost to us.
+  device->withBase([](SimulatedBase& simulated) { simulated.menu().put(forceFeedback, 70); });
+  base->set(naturalInertia, 9, true);
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "09"), writePause, menuRequest}));
+  EXPECT_EQ(onBase(forceFeedback), 70);
+  EXPECT_EQ(onBase(naturalInertia), 9);
+}
+
+TEST_F(WheelBaseTurns, AProgramThatCameAndWentMayHaveWrittenOnce) {
+  come();
+  leave();
+  device->withBase([](SimulatedBase& simulated) { simulated.menu().put(forceFeedback, 70); });
+  base->set(naturalInertia, 9, true);
+  base->set(naturalInertia, 10, true);
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "09"), writePause, menuRequest,
+                                     writeOf("46", "0a"), writePause, menuRequest}));
+}
+
+TEST_F(WheelBaseTurns, AReadingThatFailsIsMadeUpForBeforeTheNextWrite) {
+  come();
+  leave();
+  behave([](SimulatedBehaviour& b) { b.silent = true; });
+  EXPECT_EQ(errorText([&] { base->set(naturalInertia, 9, true); }), menuTimeout);
+  behave([](SimulatedBehaviour& b) { b.silent = false; });
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest}));
+  base->set(naturalInertia, 9, true);
+  base->set(naturalInertia, 10, true);
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("41", "09"), writePause, menuRequest,
+                                     writeOf("41", "0a"), writePause, menuRequest}));
+}
+
+TEST_F(WheelBaseTurns, WhatCannotBeWrittenAsksAndWaitsForNothing) {
+  come();
+  whileTheOtherWrites([&] {
+    takeTranscript();
+    EXPECT_EQ(errorText([&] { base->set(forceFeedback, 101, true); }),
+              "FF value 101 is outside 0...100");
+    EXPECT_EQ(errorText([&] { base->set(driftMode, 1, true); }),
+              "DRI is not available on CSL DD / GT DD Pro / ClubSport DD");
+    EXPECT_EQ(takeTranscript(), Lines{});
+  });
+  const auto fresh = WheelBase::create(HIDEnumerator::info(device), device->clock());
+  fresh->connect();
+  takeTranscript();
+  EXPECT_EQ(errorText([&] { fresh->set(forceFeedback, 70, true); }),
+            "No tuning data received from the base yet; refusing to write blind");
+  EXPECT_EQ(takeTranscript(), Lines{});
+}
+
+// What takes a turn, and what it sends in it.
+struct Exchange {
+  std::string name;
+  std::function<void(WheelBase&)> run;
+  Lines transcript;
+};
+
+const std::vector<Exchange>& exchanges() {
+  static const std::vector<Exchange> all{
+      {"verified set",
+       [](WheelBase& base) { base.set(naturalInertia, 9, true); },
+       {menuRequest, writeOf("46", "09"), writePause, menuRequest}},
+      {"unverified set",
+       [](WheelBase& base) { base.set(naturalInertia, 9, false); },
+       {menuRequest, writeOf("46", "09")}},
+      {"switch of the set",
+       [](WheelBase& base) { base.set(slot, 3, true); },
+       {"> ff 03 01 03 +60", writePause, menuRequest}},
+      {"selectSlot",
+       [](WheelBase& base) { base.selectSlot(3, TuningLayout::inPlace); },
+       {"> ff 03 01 03 +60", "pause 150 ms", menuRequest}},
+      {"switchMenuMode",
+       [](WheelBase& base) { base.switchMenuMode(); },
+       {"> ff 03 06 +61", "pause 400 ms", menuRequest}},
+      {"factoryReset",
+       [](WheelBase& base) { base.factoryReset(); },
+       {"> ff 03 04 +61", "pause 400 ms", menuRequest}},
+  };
+  return all;
+}
+
+TEST_F(WheelBaseTurns, EveryExchangeWaitsUntilTheOtherIsDone) {
+  for (const Exchange& exchange : exchanges()) {
+    SCOPED_TRACE(exchange.name);
+    SimulatedSession session;
+    session.connectAndRead();
+    PausesOf clock(session.device->clock());
+    const auto other = WheelBase::create(HIDEnumerator::info(session.device), clock);
+    const auto waiting = WheelBase::create(HIDEnumerator::info(session.device), clock);
+    for (const auto& program : {other, waiting}) {
+      program->connect();
+      program->fetchTuning(WheelBase::readTimeout);
+    }
+    // The other has its turn when this one asks, and is done with it after three questions.
+    ASSERT_TRUE(other->connection().tryWriteTurn());
+    clock.at(2, [&] {
+      other->connection().send(other->packet(forceFeedback, 70));
+      other->connection().endWriteTurn();
+      session.takeTranscript();
+    });
+    session.takeTranscript();
+    exchange.run(*waiting);
+    EXPECT_EQ(session.takeTranscript(), exchange.transcript);
+    // It left the turn to whoever comes next.
+    EXPECT_TRUE(other->connection().tryWriteTurn());
+    for (const auto& program : {other, waiting}) program->disconnect();
+  }
+}
+
+TEST_F(WheelBaseTurns, ATurnThatDoesNotComeIsAnErrorAfterTwoSeconds) {
+  come();
+  for (const Exchange& exchange : exchanges()) {
+    SCOPED_TRACE(exchange.name);
+    ASSERT_TRUE(other_->connection().tryWriteTurn());
+    const auto begin = device->clock().now();
+    EXPECT_EQ(errorText([&] { exchange.run(*base); }), noTurn);
+    EXPECT_NEAR(Seconds(device->clock().now() - begin).count(), 2.0, 0.0101);
+    const Lines lines = takeTranscript();
+    EXPECT_EQ(lines, Lines(lines.size(), turnPause));
+    // It has left the line as well.
+    other_->connection().endWriteTurn();
+    EXPECT_TRUE(other_->connection().tryWriteTurn());
+  }
+}
+
+TEST_F(WheelBaseTurns, NobodyComesBetweenAWriteAndItsReadBack) {
+  come();
+  whileTheOtherWrites([&] {
+    takeTranscript();
+    EXPECT_EQ(errorText([&] { base->set(naturalInertia, 9, true); }), noTurn);
+    EXPECT_EQ(takeTranscript().front(), turnPause);
+  });
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest}));
+  EXPECT_EQ(onBase(naturalInertia), 5);
+}
+
+TEST_F(WheelBaseTurns, ADisconnectEndsTheWaiting) {
+  come();
+  // The one that waits is the other program, since its clock's pauses can be used.
+  ASSERT_TRUE(base->connection().tryWriteTurn());
+  clock_.at(4, [&] { other_->disconnect(); });
+  EXPECT_EQ(errorText([&] { other_->set(naturalInertia, 9, true); }), "Device is not open");
+  other_->connection().join();
+  EXPECT_EQ(takeTranscript(),
+            (Lines{turnPause, turnPause, turnPause, turnPause, turnPause, "close"}));
+  base->connection().endWriteTurn();
+  base->set(naturalInertia, 9, true);
+}
+
+TEST_F(WheelBaseTurns, ABaseThatLeavesEndsTheWaiting) {
+  come();
+  ASSERT_TRUE(base->connection().tryWriteTurn());
+  clock_.at(4, [&] { device->unplug(); });
+  EXPECT_EQ(errorText([&] { other_->set(naturalInertia, 9, true); }),
+            "HID I/O failed: SetReport id 0xFF -> device not found");
+}
+
+TEST_F(WheelBaseTurns, AProgramThatEndsInItsTurnLeavesIt) {
+  come();
+  ASSERT_TRUE(other_->connection().tryWriteTurn());
+  leave();
+  base->set(naturalInertia, 9, true);
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("41", "09"), writePause, menuRequest}));
+}
+
+TEST_F(WheelBaseTurns, AFailureEndsTheTurn) {
+  come();
+  behave([](SimulatedBehaviour& b) { b.failSendsWith = otherCode; });
+  for (const Exchange& exchange : exchanges()) {
+    EXPECT_NE(errorText([&] { exchange.run(*base); }), "no error") << exchange.name;
+    EXPECT_TRUE(other_->connection().tryWriteTurn()) << exchange.name;
+    other_->connection().endWriteTurn();
+  }
+}
+
+TEST_F(WheelBaseTurns, WithoutTurnsEveryWriteReadsFirst) {
+  device->setHasTurns(false);
+  base->set(forceFeedback, 70, true);
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "05"), writePause, menuRequest}));
+  come();
+  whileTheOtherWrites([&] { base->set(naturalInertia, 9, true); });
+  EXPECT_EQ(onBase(naturalInertia), 9);
+}
+
+TEST_F(WheelBaseTurns, ASessionForReadingReadsBeforeItWrites) {
+  end();
+  const auto reader = WheelBase::create(HIDEnumerator::info(device), device->clock());
+  reader->connect(WheelBase::Use::reading);
+  reader->fetchTuning(WheelBase::readTimeout);
+  takeTranscript();
+  for (int i = 0; i < 2; ++i) {
+    reader->set(forceFeedback, 70, true);
+    EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "05"), writePause, menuRequest}));
+  }
+  reader->disconnect();
+}
+
+TEST_F(WheelBaseTurns, TheSessionItselfWaitsForNoTurnToSendAsItIs) {
+  come();
+  ASSERT_TRUE(other_->connection().tryWriteTurn());
+  base->toggleAdvancedMode();
+  base->sendRaw(FanatecCommands::requestTuningSnapshot());
+  base->setRotation(900);
+  base->fetchTuning(WheelBase::readTimeout);
+  EXPECT_EQ(takeTranscript().size(), 6U);
+}
+
+TEST_F(WheelBaseTurns, ValuesForOneSetAreNotWrittenToAnother) {
+  struct Change {
+    std::string name;
+    std::function<void(SimulatedMenu&)> make;
+    std::string place;
+  };
+  const std::vector<Change> changes{
+      {"set", [](SimulatedMenu& menu) { menu.select(4); }, "set 4 of the standard menu"},
+      {"mode", [](SimulatedMenu& menu) { menu.toggleMode(); }, "set 2 of the advanced menu"},
+  };
+  for (const Change& change : changes) {
+    SCOPED_TRACE(change.name);
+    SimulatedSession session;
+    session.connectAndRead();
+    MenuWriter writer(*session.base, session.base->tuning());
+    writer.write(forceFeedback, 70);
+    session.takeTranscript();
+    // Another program or a hand on the wheel: the base tells it unasked.
+    session.device->withBase([&](SimulatedBase& simulated) { change.make(simulated.menu()); });
+    session.report(session.menuReport());
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_EQ(errorText([&] { writer.write(naturalInertia, 9); }),
+                "Invalid report: the base is in " + change.place +
+                    " now, not in set 2 of the standard menu; write it again if it belongs there");
+    }
+    EXPECT_EQ(session.takeTranscript(), Lines{});
+  }
+}
+
+TEST_F(WheelBaseTurns, ThatTheSetIsAnotherIsSeenInTheTurn) {
+  come();
+  MenuWriter writer(*base, base->tuning());
+  device->withBase([](SimulatedBase& simulated) { simulated.menu().select(4); });
+  EXPECT_NE(errorText([&] { writer.write(naturalInertia, 9); }), "no error");
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest}));
+}
+
+TEST_F(WheelBaseTurns, AWriterGoesOnToTheSetThatItSwitchesTo) {
+  MenuWriter writer(*base, base->tuning());
+  EXPECT_EQ(writer.write(slot, 4).slot(), 4);
+  writer.write(naturalInertia, 9);
+  EXPECT_EQ(onBase(naturalInertia), 9);
+}
+
+TEST_F(WheelBaseTurns, AWriterWithoutAMenuTakesAnySet) {
+  MenuWriter writer(*base, std::nullopt);
+  base->selectSlot(4, TuningLayout::inPlace);
+  writer.write(naturalInertia, 9);
+  base->selectSlot(2, TuningLayout::inPlace);
+  writer.write(naturalInertia, 10);
+  EXPECT_EQ(onBase(naturalInertia), 10);
+}
+
+TEST_F(WheelBaseTurns, APresetIsNotWrittenToAnotherSet) {
+  come();
+  TuningPreset preset;
+  preset.values = {{"FF", 70}, {"NIN", 9}};
+  const auto results = other_->apply(preset, [&](const WheelBase::ApplyResult& result) {
+    if (result.parameter == forceFeedback) base->selectSlot(4, TuningLayout::inPlace);
+  });
+  ASSERT_EQ(results.size(), 2U);
+  EXPECT_FALSE(results[0].error);
+  EXPECT_EQ(results[1].error,
+            "Invalid report: the base is in set 4 of the standard menu now, not in set 2 of the "
+            "standard menu; write it again if it belongs there");
+}
+
+// Programs that write values of their own to one base at the same time.
+class Programs {
+ public:
+  explicit Programs(std::size_t count) : time_(*device_, count) {}
+
+  // One program, on a thread of its own: writes each of its values `rounds` times, and looks after
+  // every write whether all of them are as it wrote them last.
+  void run(const std::vector<TuningParameter>& own, int rounds) {
+    EXPECT_EQ(errorText([&] { writeAll(own, rounds); }), "no error");
+    time_.leave();
+  }
+
+  // When all have ended.
+  void expectOnBase(const std::vector<TuningParameter>& own, std::int64_t value) {
+    device_->withBase([&](SimulatedBase& base) {
+      const auto menu = TuningSnapshot::fromReport(base.menu().report(), {});
+      for (const TuningParameter parameter : own) {
+        EXPECT_EQ(menu->value(parameter, base.product()), value) << parameter.code();
+      }
+    });
+    EXPECT_EQ(device_->violations(), Lines{});
+  }
+
+  static std::int64_t valueOf(int round) { return round % 10 * 10; }
+
+ private:
+  void writeAll(const std::vector<TuningParameter>& own, int rounds) {
+    const auto base = WheelBase::create(HIDEnumerator::info(device_), time_);
+    base->connect();
+    base->fetchTuning(WheelBase::readTimeout);
+    std::map<TuningParameter, std::int64_t> written;
+    for (int round = 0; round < rounds; ++round) {
+      for (const TuningParameter parameter : own) {
+        written[parameter] = valueOf(round);
+        const TuningSnapshot menu = base->set(parameter, valueOf(round), true).value();
+        for (const auto& [mine, value] : written) {
+          EXPECT_EQ(menu.value(mine, base->product()), value) << mine.code() << " " << round;
+        }
+      }
+    }
+    base->disconnect();
+    base->connection().join();
+  }
+
+  const std::shared_ptr<SimulatedDevice> device_ = SimulatedDevice::create(
+      *FanatecProduct::lookup(defaultSimulatedProduct), SimulatedDevice::Time::real);
+  SharedTime time_;
+};
+
+TEST(WheelBasePrograms, WritingAtOnceDoNotUndoEachOther) {
+  constexpr int rounds = 200;
+  const std::vector<std::vector<TuningParameter>> values{{forceFeedback},
+                                                         {naturalDamper, naturalFriction},
+                                                         {naturalInertia},
+                                                         {fullForce, springEffect, vibration}};
+  Programs programs(values.size());
+  {
+    std::vector<Thread> threads;
+    for (const auto& own : values) {
+      threads.emplace_back("program", [&] { programs.run(own, rounds); });
+    }
+  }
+  for (const auto& own : values) programs.expectOnBase(own, Programs::valueOf(rounds - 1));
+}
+
+}  // namespace
+}  // namespace quorvane
