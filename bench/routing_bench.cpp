@@ -1,5 +1,5 @@
-// What the session adds to the delivery of a wheel-status report that changes nothing: the base
-// sends a thousand of them a second.
+// What the delivery of a wheel-status report that changes nothing costs: the base sends a thousand
+// of them a second.
 
 #include <benchmark/benchmark.h>
 
@@ -95,8 +95,8 @@ class SourceDevice final : public SimulatedDescription {
   Source& source_;
 };
 
-// Batches delivered to a session, and to a handler that does nothing: the difference is the
-// session's part. The reading and the copy into the report are in both.
+// Batches delivered to a session, which finds nothing of interest in them, and to a handler of
+// every report that does nothing. The reading is in both, a copy of the report in the latter.
 void routeUnchangedStatus(benchmark::State& state) {
   Source toSession;
   Source toNothing;
@@ -115,11 +115,8 @@ void routeUnchangedStatus(benchmark::State& state) {
   }
   base->disconnect();
   plain.close();
-  const double session = ofSession.quantile(0.5) / batch;
-  const double nothing = ofNothing.quantile(0.5) / batch;
-  state.counters["route_ns"] = session;
-  state.counters["copy_ns"] = nothing;
-  state.counters["beyond_copy_ns"] = session - nothing;
+  state.counters["route_ns"] = ofSession.quantile(0.5) / batch;
+  state.counters["copy_ns"] = ofNothing.quantile(0.5) / batch;
   state.counters["routed_reports"] = static_cast<double>(batch) * batches;
 }
 BENCHMARK(routeUnchangedStatus)->Iterations(batches);

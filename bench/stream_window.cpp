@@ -1,5 +1,6 @@
 // The window on a base that sends a status report every millisecond, to be looked at from outside.
-// With the argument "bare", nothing but a loop that reads the reports: the floor.
+// With the argument "bare", nothing but a loop that reads each report as it arrives; with
+// "gathering", one that reads what has gathered in a pause: the floors of both ways to read.
 //
 // The base runs in a process of its own and ends with this one. The wire between them keeps the
 // borders of packets, as a device node does, and the window reads it through the port that real
@@ -24,6 +25,7 @@
 #include <utility>
 
 #include "bench/wired_device.h"
+#include "hid/reading_pace.h"
 #include "simulator/simulated_base.h"
 #include "support/semaphore.h"
 #include "support/unique_fd.h"
@@ -35,6 +37,7 @@ namespace {
 
 constexpr const char* baseRole = "base";
 constexpr const char* bareRole = "bare";
+constexpr const char* gatheringRole = "gathering";
 
 std::system_error failure(const char* what) { return {errno, std::generic_category(), what}; }
 
@@ -120,6 +123,19 @@ int runBare(char* program) {
   return 0;
 }
 
+int runGathering(char* program) {
+  const UniqueFd wire = startBase(program);
+  std::array<std::uint8_t, 256> report{};
+  for (;;) {
+    ssize_t length = 0;
+    do {
+      length = ::read(wire.get(), report.data(), report.size());
+    } while (length > 0);
+    if (length == 0 || errno != EAGAIN) return 0;
+    ::poll(nullptr, 0, static_cast<int>(ReadingPace::gatherPause.count()));
+  }
+}
+
 // Waits for a packet until the base has something to say. False when the other end is closed.
 bool serve(int wire, SimulatedBase& base) {
   const auto now = Monotonic::now();
@@ -157,5 +173,6 @@ int main(int argc, char** argv) {
   const std::string_view role = argc > 1 ? argv[1] : "";
   if (role == baseRole && argc > 2) return runBase(argv[2]);
   if (role == bareRole) return runBare(argv[0]);
+  if (role == gatheringRole) return runGathering(argv[0]);
   return runWindow(argc, argv);
 }

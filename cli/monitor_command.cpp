@@ -103,6 +103,7 @@ class Monitor {
   }
 
   // Opens the base and asks for its menu; the first answer is what later ones are compared with.
+  // Every change is printed as it comes.
   void follow(const HIDDeviceInfo& device) {
     auto base = WheelBase::create(device, context_.world.clock);
     ++number_;
@@ -114,9 +115,11 @@ class Monitor {
           number, {changed.wheelID().value_or(0), changed.firmwareVersion().value_or(0)}});
     });
     try {
+      auto attention = base->connection().attend();
       base->connect(WheelBase::Use::reading);
       base->sendRaw(FanatecCommands::requestTuningSnapshot());
       base_ = std::move(base);
+      attention_ = std::move(attention);
     } catch (const FanatecError& error) {
       closeBase(*base);
       fmt::print(context_.world.err, "{}\n", error.errorDescription());
@@ -127,6 +130,7 @@ class Monitor {
   void drop() {
     if (base_) closeBase(*base_);
     base_.reset();
+    attention_.reset();
     before_.reset();
   }
 
@@ -143,7 +147,8 @@ class Monitor {
   EventQueue<Event>& events_;
   std::vector<HIDDeviceInfo> present_;
   std::shared_ptr<WheelBase> base_;
-  int number_ = 0;  // of the base followed last
+  std::optional<HIDConnection::Attention> attention_;  // of its connection
+  int number_ = 0;                                     // of the base followed last
   std::optional<TuningSnapshot> before_;
 };
 

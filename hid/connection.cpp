@@ -3,12 +3,14 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "hid/element_reader.h"
+#include "hid/reading_pace.h"
 #include "protocol/error.h"
 #include "support/mutex.h"
 #include "support/semaphore.h"
@@ -18,11 +20,20 @@ namespace {
 
 constexpr std::int64_t smallestInputReport = 64;
 
+// A handler, and what it wants: every report without an interest.
+struct ReportSubscriber {
+  HIDConnection::Interest interest;
+  HIDConnection::ReportHandler handler;
+
+  bool wants(ByteView report) const { return !interest || interest(report); }
+};
+
 // Handlers by registration. Readers take a snapshot, which stays whole while handlers come and go.
 template <typename Handler>
 class Registry {
  public:
-  using Snapshot = std::shared_ptr<const std::map<HIDConnection::HandlerID, Handler>>;
+  using Handlers = std::map<HIDConnection::HandlerID, Handler>;
+  using Snapshot = std::shared_ptr<const Handlers>;
 
   Snapshot snapshot() const { return handlers_; }
 
@@ -41,12 +52,13 @@ class Registry {
   }
 
  private:
-  auto copy() const {
-    return std::make_shared<std::map<HIDConnection::HandlerID, Handler>>(*handlers_);
-  }
+  auto copy() const { return std::make_shared<Handlers>(*handlers_); }
 
-  Snapshot handlers_ = std::make_shared<std::map<HIDConnection::HandlerID, Handler>>();
+  Snapshot handlers_ = std::make_shared<Handlers>();
 };
+
+using ReportRegistry = Registry<ReportSubscriber>;
+using ValueRegistry = Registry<HIDConnection::ValueHandler>;
 
 // The hand-over between open and the reader thread.
 struct OpenStatus {
@@ -88,29 +100,42 @@ class HIDConnection::State {
     return std::move(port_);
   }
 
-  HandlerID addReportHandler(ReportHandler handler) {
-    Registry<ReportHandler>::Snapshot old;
+  HandlerID addReportHandler(ReportSubscriber subscriber) {
+    if (!subscriber.interest) attend();
+    ReportRegistry::Snapshot old;
     MutexLock held(lock_);
-    const auto id = HandlerID{++lastHandler_};
-    old = reportHandlers_.add(id, std::move(handler));
+    const auto id = nextHandler();
+    old = reportHandlers_.add(id, std::move(subscriber));
     return id;
   }
 
   HandlerID addValueHandler(ValueHandler handler) {
-    Registry<ValueHandler>::Snapshot old;
+    attend();
+    ValueRegistry::Snapshot old;
     MutexLock held(lock_);
-    const auto id = HandlerID{++lastHandler_};
+    const auto id = nextHandler();
     old = valueHandlers_.add(id, std::move(handler));
     return id;
   }
 
   void removeHandler(HandlerID id) {
-    Registry<ReportHandler>::Snapshot oldReports;
-    Registry<ValueHandler>::Snapshot oldValues;
+    ReportRegistry::Snapshot oldReports;
+    ValueRegistry::Snapshot oldValues;
     MutexLock held(lock_);
     oldReports = reportHandlers_.remove(id);
     oldValues = valueHandlers_.remove(id);
+    if (!oldReports && !oldValues) return;
+    ++registrations_;
+    if (oldValues || !oldReports->at(id).interest) unattend();
   }
+
+  // Until `unattend`, reports are delivered as they arrive.
+  void attend() {
+    if (!pace_.hold()) return;
+    if (const auto open = port()) open->hurry();
+  }
+
+  void unattend() { pace_.release(); }
 
   void setOnGone(std::function<void()> handler) {
     auto replaced =
@@ -121,17 +146,30 @@ class HIDConnection::State {
 
   // Reads until the port is interrupted or the device is gone. The reader thread's body.
   void deliverFrom(HIDPort& port) {
-    if (deliverAll(port) == HIDReturnCode::aborted) return;
+    const HIDReturn end = deliverAll(port);
+    reader_ = {};
+    if (end == HIDReturnCode::aborted) return;
     if (const auto handler = goneHandler()) (*handler)();
   }
 
  private:
+  // What the reader has of its own, but for the buffer.
+  struct Reader {
+    std::uint64_t registrations = 0;  // up to which the handlers are known
+    ReportRegistry::Snapshot reportHandlers;
+    ValueRegistry::Snapshot valueHandlers;
+    std::optional<HIDElementReader> elements;
+  };
+
   // Returns what ended it.
   HIDReturn deliverAll(HIDPort& port) {
+    pace_.restart();
     for (;;) {
-      const HIDPort::ReadResult result = port.read(buffer_);
+      const HIDPort::ReadResult result =
+          pace_.mayGather() ? port.readRelaxed(buffer_) : port.read(buffer_);
       if (result.code != HIDReturnCode::success) return result.code;
-      if (result.length > 0) deliver(result.reportID, ByteView(buffer_.data(), result.length));
+      pace_.took(result.length > 0 &&
+                 deliver(result.reportID, ByteView(buffer_.data(), result.length)));
     }
   }
 
@@ -140,48 +178,71 @@ class HIDConnection::State {
     return onGone_;
   }
 
-  void deliver(std::uint8_t reportID, ByteView bytes) {
-    HIDInputReport report;
-    report.reportID = reportID;
-    const bool addID = reportID != 0 && bytes[0] != reportID;
-    report.bytes.reserve(bytes.size() + (addID ? 1 : 0));
-    if (addID) report.bytes.push_back(reportID);
-    report.bytes.insert(report.bytes.end(), bytes.begin(), bytes.end());
-    report.receivedAt = WallClock::now();
-
-    const auto [reportHandlers, valueHandlers] = handlers();
-    for (const auto& [id, handler] : *reportHandlers) handler(report);
-    deliverValues(report, *valueHandlers);
-  }
-
-  std::pair<Registry<ReportHandler>::Snapshot, Registry<ValueHandler>::Snapshot> handlers() const {
-    MutexLock held(lock_);
-    return {reportHandlers_.snapshot(), valueHandlers_.snapshot()};
-  }
-
-  void deliverValues(const HIDInputReport& report,
-                     const std::map<HandlerID, ValueHandler>& valueHandlers) {
-    if (valueHandlers.empty()) {
-      reader_.reset();
-      return;
+  // Whether the report was of interest to anybody. Most are to nobody: nothing is made of these.
+  bool deliver(std::uint8_t reportID, ByteView bytes) {
+    lookForRegistrations();
+    Bytes withID;
+    if (reportID != 0 && bytes[0] != reportID) {
+      withID.reserve(bytes.size() + 1);
+      withID.push_back(reportID);
+      withID.insert(withID.end(), bytes.begin(), bytes.end());
+      bytes = withID;
     }
-    if (!reader_) reader_.emplace(HIDElements::parse(descriptor_.bytes()));
-    for (const HIDElementValue& value : reader_->changes(report)) {
-      for (const auto& [id, handler] : valueHandlers) handler(value);
+    std::optional<HIDInputReport> report;
+    for (const auto& [id, subscriber] : *reader_.reportHandlers) {
+      if (!subscriber.wants(bytes)) continue;
+      if (!report) report = received(reportID, bytes);
+      subscriber.handler(*report);
+    }
+    if (!reader_.valueHandlers->empty() && !report) report = received(reportID, bytes);
+    if (report) deliverValues(*report);
+    return report.has_value();
+  }
+
+  static HIDInputReport received(std::uint8_t reportID, ByteView bytes) {
+    return {reportID, Bytes(bytes.begin(), bytes.end()), WallClock::now()};
+  }
+
+  // Takes the handlers anew where they have changed. They stay as they are during a delivery.
+  void lookForRegistrations() {
+    if (reader_.registrations == registrations_.load() && reader_.reportHandlers) return;
+    ReportRegistry::Snapshot reports;
+    ValueRegistry::Snapshot values;
+    {
+      MutexLock held(lock_);
+      reader_.registrations = registrations_.load();
+      reports = reportHandlers_.snapshot();
+      values = valueHandlers_.snapshot();
+    }
+    reader_.reportHandlers.swap(reports);
+    reader_.valueHandlers.swap(values);
+    if (reader_.valueHandlers->empty()) reader_.elements.reset();
+  }
+
+  void deliverValues(const HIDInputReport& report) {
+    if (reader_.valueHandlers->empty()) return;
+    if (!reader_.elements) reader_.elements.emplace(HIDElements::parse(descriptor_.bytes()));
+    for (const HIDElementValue& value : reader_.elements->changes(report)) {
+      for (const auto& [id, handler] : *reader_.valueHandlers) handler(value);
     }
   }
+
+  HandlerID nextHandler() QUORVANE_REQUIRES(lock_) { return HandlerID{++registrations_}; }
 
   mutable Mutex lock_;
   std::shared_ptr<HIDPort> port_ QUORVANE_GUARDED_BY(lock_);  // present exactly while open
-  Registry<ReportHandler> reportHandlers_ QUORVANE_GUARDED_BY(lock_);
-  Registry<ValueHandler> valueHandlers_ QUORVANE_GUARDED_BY(lock_);
-  std::uint64_t lastHandler_ QUORVANE_GUARDED_BY(lock_) = 0;
+  ReportRegistry reportHandlers_ QUORVANE_GUARDED_BY(lock_);
+  ValueRegistry valueHandlers_ QUORVANE_GUARDED_BY(lock_);
+  // Counts additions and removals under the lock; seen by the reader without it.
+  std::atomic<std::uint64_t> registrations_{0};
   std::shared_ptr<const std::function<void()>> onGone_ QUORVANE_GUARDED_BY(lock_);
+
+  ReadingPace pace_;
 
   // The reader thread's own.
   Bytes buffer_;
   HIDReportDescriptor descriptor_;
-  std::optional<HIDElementReader> reader_;
+  Reader reader_;
 };
 
 HIDConnection::HIDConnection(HIDDeviceInfo info)
@@ -221,7 +282,11 @@ void HIDConnection::close() {
 void HIDConnection::join() { thread_.join(); }
 
 HIDConnection::HandlerID HIDConnection::onReport(ReportHandler handler) {
-  return state_->addReportHandler(std::move(handler));
+  return state_->addReportHandler({{}, std::move(handler)});
+}
+
+HIDConnection::HandlerID HIDConnection::onReport(Interest interest, ReportHandler handler) {
+  return state_->addReportHandler({std::move(interest), std::move(handler)});
 }
 
 HIDConnection::HandlerID HIDConnection::onValue(ValueHandler handler) {
@@ -234,8 +299,24 @@ void HIDConnection::setOnGone(std::function<void()> handler) {
 
 void HIDConnection::removeHandler(HandlerID id) { state_->removeHandler(id); }
 
+HIDConnection::Attention HIDConnection::attend() { return Attention(state_); }
+
+HIDConnection::Attention::Attention(std::shared_ptr<State> state) : state_(std::move(state)) {
+  state_->attend();
+}
+
+HIDConnection::Attention& HIDConnection::Attention::operator=(Attention&& other) noexcept {
+  std::swap(state_, other.state_);
+  return *this;
+}
+
+HIDConnection::Attention::~Attention() {
+  if (state_) state_->unattend();
+}
+
 void HIDConnection::send(const HIDReportPacket& packet) {
   const auto port = state_->openPort();
+  const Attention attention = attend();
   const HIDReturn code = port->write(packet.reportID, packet.wireBytes());
   if (code != HIDReturnCode::success) {
     throw FanatecError::ioFailed(
@@ -245,6 +326,7 @@ void HIDConnection::send(const HIDReportPacket& packet) {
 
 Bytes HIDConnection::getReport(HIDReportKind kind, std::uint8_t reportID, std::size_t length) {
   const auto port = state_->openPort();
+  const Attention attention = attend();
   Bytes buffer(std::max<std::size_t>(length, 1) + 1);
   buffer[0] = reportID;
   std::size_t returned = buffer.size();

@@ -15,6 +15,11 @@ namespace quorvane {
 // One HID device that can be opened: a reader thread delivers its input reports and element values
 // to registered handlers, and packets and report requests go out on demand.
 //
+// Reports are delivered as they arrive while somebody wants them so: a handler of every report or
+// of values is registered, an Attention is held, something is being sent or asked for; and for a
+// while after that and after a report of interest (ReadingPace). At other times they may be
+// gathered for up to ReadingPace::gatherPause, but for the first after silence.
+//
 // Any thread may call any operation, except that open, close and destruction belong to one owner.
 // Handlers run on the reader thread, outside every lock, so they may register, remove and close;
 // a handler removed during a delivery may still get that one report. Nothing here orders concurrent
@@ -22,6 +27,8 @@ namespace quorvane {
 class HIDConnection {
  public:
   using ReportHandler = std::function<void(const HIDInputReport&)>;
+  // Whether a report is worth handling. The bytes begin with the report ID unless that is 0.
+  using Interest = std::function<bool(ByteView report)>;
   using ValueHandler = std::function<void(const HIDElementValue&)>;
 
   // Names a registration; unique within the connection.
@@ -53,7 +60,12 @@ class HIDConnection {
   // Belongs to the owner; on the reader thread itself it returns at once.
   void join();
 
+  // Every report, as it arrives.
   HandlerID onReport(ReportHandler handler);
+
+  // The reports of interest; the others never become one. The interest is asked on the reader
+  // thread, once about each report, whatever other handlers say.
+  HandlerID onReport(Interest interest, ReportHandler handler);
 
   // Values that changed, decoded by the device's descriptor. Costs nothing while nobody is
   // registered.
@@ -63,8 +75,14 @@ class HIDConnection {
   // after close. An empty function calls nothing. May be set at any time.
   void setOnGone(std::function<void()> handler);
 
-  // Removes a handler of either sort; an unknown ID is ignored.
+  // Removes a handler of either sort; an unknown ID is ignored. The reader lets go of what was
+  // removed when the next report comes, or when it ends.
   void removeHandler(HandlerID id);
+
+  // Keeps delivery prompt while it lives. Any thread may hold any number of them, also while the
+  // connection is closed or gone. Whoever waits for a report takes one before asking for it.
+  class Attention;
+  [[nodiscard]] Attention attend();
 
   // Sends one output report; may block. Throws notConnected or ioFailed.
   void send(const HIDReportPacket& packet);
@@ -90,6 +108,21 @@ class HIDConnection {
   const HIDDeviceInfo info_;
   const std::shared_ptr<State> state_;  // shared with the reader thread, which may end later
   Thread thread_;
+};
+
+class HIDConnection::Attention {
+ public:
+  Attention(Attention&&) noexcept = default;
+  Attention& operator=(Attention&& other) noexcept;
+  Attention(const Attention&) = delete;
+  Attention& operator=(const Attention&) = delete;
+  ~Attention();
+
+ private:
+  friend class HIDConnection;
+  explicit Attention(std::shared_ptr<State> state);
+
+  std::shared_ptr<State> state_;  // none once moved from
 };
 
 }  // namespace quorvane

@@ -12,7 +12,7 @@ namespace quorvane {
 struct HIDInputReport {
   std::uint8_t reportID = 0;
   Bytes bytes;
-  WallClock::time_point receivedAt;
+  WallClock::time_point receivedAt;  // when it was read, which may be a while after it came
 
   std::string hexDump() const { return quorvane::hexDump(bytes); }
 };

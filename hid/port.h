@@ -40,6 +40,13 @@ class HIDPort {
   virtual ReadResult read(std::span<std::uint8_t> buffer) = 0;
   virtual void interrupt() = 0;
 
+  // As `read`, for a reader in no hurry: a report that does not come after silence may be kept for
+  // up to ReadingPace::gatherPause, to be returned together with those behind it. That the device
+  // is gone may be seen as late, an interruption is not. `hurry`, from any thread, ends the keeping
+  // of this read, or of the next one that keeps. A port that has no wake-ups to save reads as ever.
+  virtual ReadResult readRelaxed(std::span<std::uint8_t> buffer) { return read(buffer); }
+  virtual void hurry() {}
+
   // Sends one output report: `data` begins with the report ID unless that is 0. May block.
   virtual HIDReturn write(std::uint8_t reportID, ByteView data) = 0;
 

@@ -23,8 +23,10 @@ class IdentityReport {
   static constexpr std::size_t wheelOffset = 24;
   static constexpr std::size_t moduleOffset = 31;
 
-  // No value unless the bytes are an identity report: 64 of them, beginning with report ID and
-  // sub-ID.
+  // Whether the bytes are an identity report: 64 of them, beginning with report ID and sub-ID.
+  static bool matches(ByteView report);
+
+  // No value unless the bytes match.
   static std::optional<IdentityReport> fromReport(ByteView report,
                                                   WallClock::time_point receivedAt);
 

@@ -19,7 +19,10 @@ class TuningSnapshot {
   static constexpr std::size_t length = 64;
   static constexpr std::size_t statusOffset = 2;
 
-  // No value unless the bytes are a tuning report: 64 of them, beginning with report ID and sub-ID.
+  // Whether the bytes are a tuning report: 64 of them, beginning with report ID and sub-ID.
+  static bool matches(ByteView report);
+
+  // No value unless the bytes match.
   static std::optional<TuningSnapshot> fromReport(ByteView report,
                                                   WallClock::time_point receivedAt);
 

@@ -7,6 +7,7 @@
 
 #include "protocol/error.h"
 #include "session/menu_writer.h"
+#include "session/report_news.h"
 #include "session/write_turn.h"
 #include "support/invariant.h"
 
@@ -85,9 +86,11 @@ void WheelBase::connect(Use use) {
     connection_.close();
     throw;
   }
-  connection_.onReport([weak = weak_from_this()](const HIDInputReport& report) {
-    if (const auto base = weak.lock()) base->handle(report);
-  });
+  connection_.onReport(
+      [news = std::make_shared<ReportNews>()](ByteView report) { return news->isNews(report); },
+      [weak = weak_from_this()](const HIDInputReport& report) {
+        if (const auto base = weak.lock()) base->handle(report);
+      });
 }
 
 void WheelBase::disconnect() {
@@ -179,9 +182,11 @@ void WheelBase::keep(WheelStatus status) {
 }
 
 // Registers a waiter, sends the requests, and waits until a report that came after that has taken
-// the waiter off the list. A send that fails leaves its waiter there; the next report drops it.
+// the waiter off the list; all the while, delivery is prompt. A send that fails leaves its waiter
+// there; the next report drops it.
 bool WheelBase::await(std::vector<Waiter> WheelBase::*waiters,
                       const std::vector<HIDReportPacket>& requests, Seconds timeout) {
+  const HIDConnection::Attention attention = connection_.attend();
   const auto waiter = std::make_shared<Semaphore>();
   {
     MutexLock held(lock_);

@@ -20,6 +20,10 @@ namespace quorvane {
 // The session with one wheel base: it routes the base's reports, keeps the latest of each kind and
 // carries out reads, writes and menu commands.
 //
+// It leaves the connection free to gather reports: what the base says unasked, for instance when
+// its own menu is turned, may be known up to 50 ms late. Whoever wants it sooner holds an Attention
+// of the connection. Answers are never late.
+//
 // Always held by a shared pointer (WheelBase::create): reports that come in while the last owner
 // lets go keep it alive until they are handled. Operations block their caller for the pauses and
 // time-outs given; they must not be called on the connection's delivery thread. They make one

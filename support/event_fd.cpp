@@ -40,4 +40,11 @@ bool waitReadable(int fd, int stop) {
   }
 }
 
+bool waitReadable(int fd, std::chrono::milliseconds limit) {
+  pollfd watched{fd, POLLIN, 0};
+  const int ready = ::poll(&watched, 1, static_cast<int>(limit.count()));
+  invariant(ready >= 0 || errno == EINTR, "poll refused its descriptor");
+  return ready > 0;
+}
+
 }  // namespace quorvane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 #include "support/unique_fd.h"
 
 namespace quorvane {
@@ -22,5 +24,9 @@ class EventFd {
 // Blocks until one of two descriptors is readable or in error: true when it is the first, false
 // when it is (also) the second.
 bool waitReadable(int fd, int stop);
+
+// Blocks until a descriptor is readable or in error (true), for at most `limit` (false). A signal
+// that the process handles may end the wait early.
+bool waitReadable(int fd, std::chrono::milliseconds limit);
 
 }  // namespace quorvane

@@ -4,6 +4,9 @@
 #include <sys/ioctl.h>
 
 #include <cerrno>
+#include <utility>
+
+#include "hid/reading_pace.h"
 
 namespace quorvane {
 namespace {
@@ -12,17 +15,66 @@ HIDReturn lastError() { return hidReturnFromErrno(errno); }
 
 }  // namespace
 
+HidrawPort::HidrawPort(UniqueFd node, bool numbered, Pause pause)
+    : node_(std::move(node)), numbered_(numbered), pause_(std::move(pause)), line_(node_.get()) {}
+
+bool HidrawPort::gatherPause(int signal) { return waitReadable(signal, ReadingPace::gatherPause); }
+
+void HidrawPort::interrupt() {
+  interrupted_ = true;
+  signal_.set();
+}
+
 HIDPort::ReadResult HidrawPort::read(std::span<std::uint8_t> buffer) {
-  while (waitReadable(node_.get(), stop_.fd())) {
-    const ssize_t length = ::read(node_.get(), buffer.data(), buffer.size());
-    if (length < 0 && (errno == EAGAIN || errno == EINTR)) continue;
-    if (length < 0) return {lastError(), 0, 0};
-    // A node never ends; whatever ends is gone.
-    if (length == 0) return {HIDReturnCode::noDevice, 0, 0};
-    return {HIDReturnCode::success, numbered_ ? buffer[0] : std::uint8_t{0},
-            static_cast<std::size_t>(length)};
+  while (waitForReport()) {
+    if (const auto result = take(buffer)) return *result;
   }
   return {HIDReturnCode::aborted, 0, 0};
+}
+
+// Takes report by report until the queue is empty, without a look at whether there is one. Waits on
+// the node itself only when a pause has gathered nothing: that is how silence costs no wake-ups,
+// and how the first report after it is taken at once.
+HIDPort::ReadResult HidrawPort::readRelaxed(std::span<std::uint8_t> buffer) {
+  while (!interrupted_) {
+    if (const auto result = take(buffer)) {
+      tookAny_ = true;
+      return *result;
+    }
+    if (std::exchange(tookAny_, false)) {
+      letGather();
+    } else if (!waitForReport()) {
+      break;
+    }
+  }
+  return {HIDReturnCode::aborted, 0, 0};
+}
+
+// False when the port was interrupted.
+bool HidrawPort::waitForReport() {
+  while (!interrupted_) {
+    if (waitReadable(node_.get(), signal_.fd())) return true;
+    signal_.clear();
+  }
+  return false;
+}
+
+void HidrawPort::letGather() {
+  if (pause_(signal_.fd())) signal_.clear();
+}
+
+// Nothing when no report is there.
+std::optional<HIDPort::ReadResult> HidrawPort::take(std::span<std::uint8_t> buffer) {
+  ssize_t length = 0;
+  do {
+    length = ::read(node_.get(), buffer.data(), buffer.size());
+  } while (length < 0 && errno == EINTR);
+  if (length < 0 && errno == EAGAIN) return std::nullopt;
+  if (length < 0) return ReadResult{lastError(), 0, 0};
+  // A node never ends; whatever ends is gone.
+  if (length == 0) return ReadResult{HIDReturnCode::noDevice, 0, 0};
+  return ReadResult{HIDReturnCode::success, numbered_ ? buffer[0] : std::uint8_t{0},
+                    static_cast<std::size_t>(length)};
 }
 
 HIDReturn HidrawPort::write(std::uint8_t reportID, ByteView data) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <functional>
 #include <optional>
 
 #include "hid/linux/node_visits.h"
@@ -13,12 +15,17 @@ namespace quorvane {
 // An open hidraw node, or anything that behaves like one (non-blocking, one report a read).
 class HidrawPort final : public HIDPort {
  public:
-  // `numbered`: the device's reports begin with their ID.
-  HidrawPort(UniqueFd node, bool numbered)
-      : node_(std::move(node)), numbered_(numbered), line_(node_.get()) {}
+  // Lets reports gather: blocks for a while, or until the descriptor is readable (true).
+  using Pause = std::function<bool(int signal)>;
+
+  // `numbered`: the device's reports begin with their ID. The pause lasts
+  // ReadingPace::gatherPause unless another one is given.
+  HidrawPort(UniqueFd node, bool numbered, Pause pause = gatherPause);
 
   ReadResult read(std::span<std::uint8_t> buffer) override;
-  void interrupt() override { stop_.set(); }
+  ReadResult readRelaxed(std::span<std::uint8_t> buffer) override;
+  void interrupt() override;
+  void hurry() override { signal_.set(); }
   HIDReturn write(std::uint8_t reportID, ByteView data) override;
   HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID, std::span<std::uint8_t> buffer,
                       std::size_t& length) override;
@@ -28,9 +35,18 @@ class HidrawPort final : public HIDPort {
   bool othersMayHaveWritten() override;
 
  private:
+  static bool gatherPause(int signal);
+
+  bool waitForReport();
+  void letGather();
+  std::optional<ReadResult> take(std::span<std::uint8_t> buffer);
+
   UniqueFd node_;
   bool numbered_;
-  EventFd stop_;
+  Pause pause_;
+  EventFd signal_;  // to look whether the port was interrupted, or has to hurry
+  std::atomic<bool> interrupted_{false};
+  bool tookAny_ = false;  // the relaxed reader's own: since it let reports gather
   WriteLine line_;
   std::optional<NodeVisits> visits_;
 };

@@ -88,6 +88,18 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     while (openPorts_ > 0) changed_.wait(lock_);
   }
 
+  // Whether the read that the reader waits in is a relaxed one; to be asked after a delivery.
+  bool relaxed() const {
+    MutexLock held(lock_);
+    return relaxed_;
+  }
+
+  // How often the port was told to hurry.
+  int hurries() const {
+    MutexLock held(lock_);
+    return hurries_;
+  }
+
   // The size of the buffer that the reader reads into.
   std::size_t readBufferSize() {
     MutexLock held(lock_);
@@ -129,8 +141,12 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     Port& operator=(const Port&) = delete;
 
     ReadResult read(std::span<std::uint8_t> buffer) override {
-      return device_->read(buffer, interrupted_);
+      return device_->read(buffer, interrupted_, false);
     }
+    ReadResult readRelaxed(std::span<std::uint8_t> buffer) override {
+      return device_->read(buffer, interrupted_, true);
+    }
+    void hurry() override { device_->hurry(); }
     void interrupt() override { device_->interrupt(interrupted_); }
     HIDReturn write(std::uint8_t reportID, ByteView data) override {
       return device_->write(reportID, data);
@@ -145,8 +161,9 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     bool interrupted_ = false;  // under the device's lock
   };
 
-  HIDPort::ReadResult read(std::span<std::uint8_t> buffer, const bool& interrupted) {
+  HIDPort::ReadResult read(std::span<std::uint8_t> buffer, const bool& interrupted, bool relaxed) {
     MutexLock held(lock_);
+    relaxed_ = relaxed;
     readBufferSize_ = buffer.size();
     idle_ = true;
     changed_.notifyAll();
@@ -177,6 +194,11 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     MutexLock held(lock_);
     interrupted = true;
     changed_.notifyAll();
+  }
+
+  void hurry() {
+    MutexLock held(lock_);
+    ++hurries_;
   }
 
   HIDReturn write(std::uint8_t reportID, ByteView data) {
@@ -224,7 +246,9 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
   int writing_ QUORVANE_GUARDED_BY(lock_) = 0;  // writes begun
   int gathered_ QUORVANE_GUARDED_BY(lock_) = 0;
   bool reading_ QUORVANE_GUARDED_BY(lock_) = false;  // a reader has not ended
-  bool idle_ QUORVANE_GUARDED_BY(lock_) = false;     // the reader waits in a read
+  bool relaxed_ QUORVANE_GUARDED_BY(lock_) = false;  // of the latest read
+  int hurries_ QUORVANE_GUARDED_BY(lock_) = 0;
+  bool idle_ QUORVANE_GUARDED_BY(lock_) = false;  // the reader waits in a read
   bool gone_ QUORVANE_GUARDED_BY(lock_) = false;
 };
 

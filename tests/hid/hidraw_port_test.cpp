@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -271,6 +272,178 @@ TEST_F(HidrawPortTest, WithoutAWatchOthersMayAlwaysHaveWritten) {
   EXPECT_FALSE(port_->othersMayHaveWritten());
   port_->watchForOthers();
   EXPECT_FALSE(port_->othersMayHaveWritten());
+}
+
+// Relaxed reads with a pause that is over at once. It lets the device send what the test put down
+// for the pause, and counts how often it was taken.
+class RelaxedHidrawPortTest : public testing::Test {
+ protected:
+  RelaxedHidrawPortTest() : RelaxedHidrawPortTest(connectedEnds()) {}
+
+  HIDReturn readAll(std::size_t reports) {
+    for (std::size_t i = 0; i < reports; ++i) {
+      const auto result = port_.readRelaxed(buffer_);
+      if (result.code != HIDReturnCode::success) return result.code;
+      received_.emplace_back(buffer_.begin(),
+                             buffer_.begin() + static_cast<std::ptrdiff_t>(result.length));
+    }
+    return HIDReturnCode::success;
+  }
+
+  UniqueFd device_;
+  std::vector<std::vector<Bytes>> sentInPauses_;  // the next one last
+  int pauses_ = 0;
+  HidrawPort port_;
+  Bytes buffer_ = Bytes(16);
+  std::vector<Bytes> received_;
+
+ private:
+  explicit RelaxedHidrawPortTest(std::pair<UniqueFd, UniqueFd> ends)
+      : device_(std::move(ends.second)),
+        port_(std::move(ends.first), true, [this](int signal) { return pause(signal); }) {}
+
+  bool pause(int signal) {
+    ++pauses_;
+    if (!sentInPauses_.empty()) {
+      for (const Bytes& report : sentInPauses_.back()) sendTo(device_, report);
+      sentInPauses_.pop_back();
+    }
+    return waitReadable(signal, std::chrono::milliseconds(0));
+  }
+};
+
+TEST_F(RelaxedHidrawPortTest, TheFirstReportComesWithoutAPause) {
+  sendTo(device_, {1, 1});
+  EXPECT_EQ(readAll(1), HIDReturnCode::success);
+  EXPECT_EQ(received_, (std::vector<Bytes>{{1, 1}}));
+  EXPECT_EQ(pauses_, 0);
+}
+
+TEST_F(RelaxedHidrawPortTest, OnePauseGathersAllThatArrivesInIt) {
+  sendTo(device_, {1, 1});
+  sentInPauses_ = {{{1, 4}}, {{1, 2}, {0xFF, 3}}};
+  EXPECT_EQ(readAll(3), HIDReturnCode::success);
+  EXPECT_EQ(received_, (std::vector<Bytes>{{1, 1}, {1, 2}, {0xFF, 3}}));
+  EXPECT_EQ(pauses_, 1);
+  EXPECT_EQ(readAll(1), HIDReturnCode::success);
+  EXPECT_EQ(received_.back(), (Bytes{1, 4}));
+  EXPECT_EQ(pauses_, 2);
+}
+
+TEST_F(RelaxedHidrawPortTest, AfterAPauseWithoutReportsTheNextOneComesAtOnce) {
+  sendTo(device_, {1, 1});
+  EXPECT_EQ(readAll(1), HIDReturnCode::success);
+  Semaphore started;
+  const Thread sender("sender", [&] {
+    started.wait();
+    sendTo(device_, {1, 2});
+  });
+  sentInPauses_ = {{}};
+  started.signal();
+  EXPECT_EQ(readAll(1), HIDReturnCode::success);
+  EXPECT_EQ(received_.back(), (Bytes{1, 2}));
+  EXPECT_LE(pauses_, 1);
+}
+
+TEST_F(RelaxedHidrawPortTest, AHurryBeforeAPauseOrAWaitIsUsedUpByIt) {
+  port_.hurry();
+  sendTo(device_, {1, 1});
+  EXPECT_EQ(readAll(1), HIDReturnCode::success);
+  sentInPauses_ = {{{1, 3}}, {{1, 2}}};
+  EXPECT_EQ(readAll(2), HIDReturnCode::success);
+  EXPECT_EQ(pauses_, 2);
+  EXPECT_EQ(received_, (std::vector<Bytes>{{1, 1}, {1, 2}, {1, 3}}));
+  // A prompt read takes no notice of it.
+  port_.hurry();
+  sendTo(device_, {1, 4});
+  EXPECT_EQ(port_.read(buffer_).code, HIDReturnCode::success);
+}
+
+TEST_F(RelaxedHidrawPortTest, AnInterruptEndsReadingForEver) {
+  sendTo(device_, {1, 1});
+  port_.interrupt();
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(readAll(1), HIDReturnCode::aborted);
+    EXPECT_EQ(port_.read(buffer_).code, HIDReturnCode::aborted);
+  }
+}
+
+TEST_F(RelaxedHidrawPortTest, ADeviceThatLeftFailsTheReadBehindItsLastReport) {
+  sendTo(device_, {1, 1});
+  EXPECT_EQ(readAll(1), HIDReturnCode::success);
+  sendTo(device_, {1, 2});
+  device_.reset();
+  EXPECT_EQ(readAll(2), HIDReturnCode::noDevice);
+  EXPECT_EQ(received_, (std::vector<Bytes>{{1, 1}, {1, 2}}));
+  EXPECT_EQ(readAll(1), HIDReturnCode::noDevice);
+}
+
+// A pause that no test sees the end of, and tells when it begins.
+class EndlessPauses {
+ public:
+  HidrawPort::Pause pause() {
+    return [this](int signal) {
+      begun.signal();
+      return waitReadable(signal, std::chrono::hours(24));
+    };
+  }
+
+  Semaphore begun;
+};
+
+TEST(RelaxedHidrawPort, AHurryOrAnInterruptEndsAPause) {
+  for (const bool interrupts : {false, true}) {
+    auto [node, device] = connectedEnds();
+    EndlessPauses pauses;
+    HidrawPort port(std::move(node), true, pauses.pause());
+    HIDPort::ReadResult result;
+    Thread reader("reader", [&] {
+      Bytes buffer(16);
+      port.readRelaxed(buffer);
+      result = port.readRelaxed(buffer);
+    });
+    sendTo(device, {1, 1});
+    pauses.begun.wait();
+    sendTo(device, {0xFF, 2});
+    if (interrupts) {
+      port.interrupt();
+    } else {
+      port.hurry();
+    }
+    reader.join();
+    EXPECT_EQ(result.code, interrupts ? HIDReturnCode::aborted : HIDReturnCode::success);
+    EXPECT_EQ(result.reportID, interrupts ? 0 : 0xFF);
+  }
+}
+
+TEST(RelaxedHidrawPort, AnInterruptWakesARelaxedReadThatWaitsForTheFirstReport) {
+  auto [node, device] = connectedEnds();
+  HidrawPort port(std::move(node), true);
+  Semaphore started;
+  HIDReturn code = HIDReturnCode::success;
+  Thread reader("reader", [&] {
+    Bytes buffer(16);
+    started.signal();
+    code = port.readRelaxed(buffer).code;
+  });
+  started.wait();
+  port.hurry();
+  port.interrupt();
+  reader.join();
+  EXPECT_EQ(code, HIDReturnCode::aborted);
+}
+
+TEST(RelaxedHidrawPort, ThePauseOfItsOwnEnds) {
+  auto [node, device] = connectedEnds();
+  HidrawPort port(std::move(node), true);
+  Bytes buffer(16);
+  sendTo(device, {1, 1});
+  EXPECT_EQ(port.readRelaxed(buffer).code, HIDReturnCode::success);
+  const Thread sender("sender", [&, end = device.get()] {
+    const Bytes report{0xFF, 2};
+    EXPECT_EQ(::write(end, report.data(), report.size()), 2);
+  });
+  EXPECT_EQ(port.readRelaxed(buffer).reportID, 0xFF);
 }
 
 // A device whose every opening is one end of a socket; the test holds the other.

@@ -5,6 +5,7 @@
 #include <poll.h>
 
 #include <array>
+#include <chrono>
 
 #include "support/semaphore.h"
 #include "support/thread.h"
@@ -71,6 +72,19 @@ TEST(WaitReadable, ADescriptorInErrorIsNews) {
   const EventFd stop;
   pipe.writing.reset();
   EXPECT_TRUE(waitReadable(pipe.reading.get(), stop.fd()));
+}
+
+TEST(WaitReadable, WaitsForOneDescriptorWithinItsLimit) {
+  using std::chrono::milliseconds;
+  EventFd event;
+  EXPECT_FALSE(waitReadable(event.fd(), milliseconds(0)));
+  EXPECT_FALSE(waitReadable(event.fd(), milliseconds(1)));
+  event.set();
+  EXPECT_TRUE(waitReadable(event.fd(), milliseconds(0)));
+  EXPECT_TRUE(waitReadable(event.fd(), std::chrono::hours(1)));
+  Pipe pipe;
+  pipe.writing.reset();
+  EXPECT_TRUE(waitReadable(pipe.reading.get(), std::chrono::hours(1)));
 }
 
 TEST(WaitReadable, WakesWhenAnotherThreadSetsEitherDescriptor) {

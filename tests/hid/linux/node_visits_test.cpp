@@ -7,7 +7,7 @@
 
 #include "tests/support/temporary_directory.h"
 
-namespace quorvane {
+namespace quorvane::node_visits_test {
 namespace {
 
 class NodeVisitsTest : public testing::Test {
@@ -89,4 +89,4 @@ TEST_F(NodeVisitsTest, AreNotKnownWhereNothingCanBeWatched) {
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::node_visits_test

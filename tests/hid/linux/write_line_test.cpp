@@ -11,7 +11,7 @@
 #include "tests/support/child_process.h"
 #include "tests/support/temporary_directory.h"
 
-namespace quorvane {
+namespace quorvane::write_line_test {
 namespace {
 
 // A file in a node's place; each opening has a line of its own, as another program has.
@@ -167,4 +167,4 @@ TEST_F(WriteLineTest, WhereLocksCannotBeHadItIsEverybodysTurnAndOthersMayBeThere
 }
 
 }  // namespace
-}  // namespace quorvane
+}  // namespace quorvane::write_line_test

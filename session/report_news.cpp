@@ -1,0 +1,17 @@
+#include "session/report_news.h"
+
+#include <utility>
+
+#include "protocol/identity_report.h"
+#include "protocol/tuning_snapshot.h"
+
+namespace quorvane {
+
+bool ReportNews::isNews(ByteView report) {
+  if (const auto status = WheelStatus::fromReport(report)) {
+    return std::exchange(status_, status) != status;
+  }
+  return IdentityReport::matches(report) || TuningSnapshot::matches(report);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,74 @@
+#include "session/report_news.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "protocol/identity_report.h"
+#include "protocol/tuning_snapshot.h"
+
+namespace quorvane {
+namespace {
+
+Bytes reportOf(std::size_t length, std::uint8_t reportID, std::uint8_t subID) {
+  Bytes report(length);
+  report[0] = reportID;
+  report[1] = subID;
+  return report;
+}
+
+Bytes statusOf(std::uint8_t wheel, std::uint8_t firmware, std::uint8_t axis = 0) {
+  Bytes report(WheelStatus::length);
+  report[0] = WheelStatus::reportID;
+  report[5] = axis;
+  report[WheelStatus::wheelOffset] = wheel;
+  report[WheelStatus::firmwareOffset] = firmware;
+  return report;
+}
+
+TEST(ReportNews, AnswersAreNewsEachTime) {
+  ReportNews news;
+  for (const auto subID : {IdentityReport::subID, TuningSnapshot::subID}) {
+    const Bytes report = reportOf(64, 0xFF, subID);
+    EXPECT_TRUE(news.isNews(report));
+    EXPECT_TRUE(news.isNews(report));
+  }
+}
+
+TEST(ReportNews, OtherReportsAreNone) {
+  ReportNews news;
+  const std::vector<Bytes> cases{
+      {},
+      {0x01},
+      {0xFF},
+      reportOf(64, 0xFF, 0x01),
+      reportOf(64, 0x01, 0x03),
+      reportOf(63, 0xFF, 0x03),
+      reportOf(65, 0xFF, 0x08),
+      reportOf(33, 0x01, 0),
+      reportOf(35, 0x01, 0),
+      reportOf(34, 0x02, 0),
+  };
+  for (const Bytes& report : cases) EXPECT_FALSE(news.isNews(report)) << hexDump(report);
+}
+
+TEST(ReportNews, AStatusIsNewsWhenItsWheelOrFirmwareDiffersFromTheLast) {
+  struct Case {
+    Bytes status;
+    bool isNews;
+  };
+  const std::vector<Case> cases{
+      {statusOf(1, 1), true},  {statusOf(1, 1), false}, {statusOf(1, 1, 9), false},
+      {statusOf(1, 2), true},  {statusOf(2, 2), true},  {statusOf(WheelStatus::noWheel, 3), false},
+      {statusOf(2, 2), false}, {statusOf(1, 1), true},
+  };
+  ReportNews news;
+  for (const auto& [status, isNews] : cases) {
+    EXPECT_EQ(news.isNews(status), isNews) << hexDump(status);
+    EXPECT_FALSE(news.isNews(reportOf(64, 0xFF, 0x01)));
+  }
+}
+
+}  // namespace
+}  // namespace quorvane
