@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 
 #include "cli/base_access.h"
@@ -229,7 +230,7 @@ std::optional<std::string> missingCommand(const CLI::App& app, const CLI::ParseE
   std::string text;
   if (!unknown.empty()) {
     text = fmt::format("There is no command or option \"{}{}\"\n", group.empty() ? "" : group + " ",
-                       unknown.front());
+                       asTyped(unknown.front()));
   }
   if (!group.empty() && isMissing) {
     text += fmt::format("{} takes one of: {}\n", group, namesOf(commands));
@@ -247,35 +248,60 @@ ExitStatus explain(const CLI::App& app, const CLI::ParseError& error, const Worl
   std::ostringstream out;
   std::ostringstream err;
   const int status = app.exit(error, out, err);
-  fmt::print(world.out, "{}", out.str());
-  fmt::print(world.err, "{}", err.str());
+  fmt::print(world.out, "{}", asTyped(out.str()));
+  fmt::print(world.err, "{}", asTyped(err.str()));
   return status == 0 ? ExitStatus::done : ExitStatus::wrongUsage;
 }
+
+// One command line: its parser, and what the parser found in the words.
+class CommandLine {
+ public:
+  CommandLine() {
+    app_.footer(footer);
+    app_.require_subcommand(1);
+    app_.fallthrough();
+    app_.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    addGlobalOptions(app_, parsed_);
+    commands_ = addCommands(app_, parsed_);
+  }
+
+  // None when there is a command to run.
+  std::optional<ExitStatus> read(const std::vector<std::string>& words, const World& world) {
+    if (!words.empty() && words.front() == completionWord) {
+      return printCompletions(app_, {words.begin() + 1, words.end()}, world);
+    }
+    try {
+      parseWords(app_, withSimulatedProduct(words));
+    } catch (const CLI::ParseError& error) {
+      return explain(app_, error, world);
+    }
+    return std::nullopt;
+  }
+
+  ExitStatus run(const World& world) {
+    const auto chosen =
+        std::find_if(commands_.begin(), commands_.end(),
+                     [](const ParsedCommand& command) { return command.parser->parsed(); });
+    return runReporting(*chosen, parsed_, world);
+  }
+
+ private:
+  CLI::App app_{description, "quorvanectl"};
+  Words parsed_;
+  ParsedCommands commands_;
+};
 
 }  // namespace
 
 ExitStatus runCommandLine(const std::vector<std::string>& words, const World& world) {
-  CLI::App app(description, "quorvanectl");
-  app.footer(footer);
-  app.require_subcommand(1);
-  app.fallthrough();
-  app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-  Words parsed;
-  addGlobalOptions(app, parsed);
-  const ParsedCommands commands = addCommands(app, parsed);
-  if (!words.empty() && words.front() == completionWord) {
-    return printCompletions(app, {words.begin() + 1, words.end()}, world);
-  }
+  CommandLine line;
+  const auto status = line.read(words, world);
+  return status ? *status : line.run(world);
+}
 
-  try {
-    parseWords(app, withSimulatedProduct(words));
-  } catch (const CLI::ParseError& error) {
-    return explain(app, error, world);
-  }
-  const auto chosen =
-      std::find_if(commands.begin(), commands.end(),
-                   [](const ParsedCommand& command) { return command.parser->parsed(); });
-  return runReporting(*chosen, parsed, world);
+std::optional<ExitStatus> readCommandLine(const std::vector<std::string>& words,
+                                          const World& world) {
+  return CommandLine().read(words, world);
 }
 
 }  // namespace quorvane

@@ -35,4 +35,9 @@ void parseWords(CLI::App& app, std::vector<std::string> words) {
   app.parse(std::move(words));
 }
 
+std::string asTyped(std::string text) {
+  std::erase(text, mark);
+  return text;
+}
+
 }  // namespace quorvane

@@ -13,4 +13,7 @@ namespace quorvane {
 // "[a,b]" for several words. Throws CLI::ParseError.
 void parseWords(CLI::App& app, std::vector<std::string> words);
 
+// What the parser, or its error, says about the words, with each as it was typed.
+std::string asTyped(std::string text);
+
 }  // namespace quorvane

@@ -48,3 +48,12 @@ if(QUORVANE_COVERAGE)
     -fprofile-instr-generate -fcoverage-mapping -fprofile-update=atomic)
   add_link_options(-fprofile-instr-generate)
 endif()
+
+if(QUORVANE_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "QUORVANE_FUZZ needs clang: cmake --preset fuzz")
+  endif()
+  # Everything counts what runs through it; the fuzzers' own main() comes with their link option.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_link_options(-fsanitize=fuzzer-no-link)
+endif()

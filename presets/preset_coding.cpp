@@ -169,4 +169,16 @@ SettingsShareFile decodeShareFile(const JSONValue& json) {
           decodePreset(member(json, "preset"))};
 }
 
+std::vector<TuningPreset> decodeSettings(const JSONValue& json) {
+  try {
+    return {decodeShareFile(json).preset};
+  } catch (const DecodingError&) {
+  }
+  try {
+    return decodePresets(json);
+  } catch (const DecodingError&) {
+  }
+  return {decodePreset(json)};
+}
+
 }  // namespace quorvane

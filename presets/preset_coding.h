@@ -26,4 +26,7 @@ std::vector<TuningPreset> decodePresets(const JSONValue& json);
 // Accepts any text as the format. A base that is null counts as absent.
 SettingsShareFile decodeShareFile(const JSONValue& json);
 
+// The presets of a share file, a list or a single preset: the first of these forms that it has.
+std::vector<TuningPreset> decodeSettings(const JSONValue& json);
+
 }  // namespace quorvane

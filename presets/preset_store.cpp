@@ -32,19 +32,6 @@ auto decoded(const path& file, const std::string& content, Decode decode) {
   }
 }
 
-// The first of the accepted forms that the document has.
-std::vector<TuningPreset> decodeAnyForm(const JSONValue& json) {
-  try {
-    return {decodeShareFile(json).preset};
-  } catch (const DecodingError&) {
-  }
-  try {
-    return decodePresets(json);
-  } catch (const DecodingError&) {
-  }
-  return {decodePreset(json)};
-}
-
 // The content; none when there is no file.
 std::optional<std::string> contentOf(const path& file) {
   try {
@@ -125,7 +112,7 @@ void PresetStore::exportShare(const TuningPreset& preset, std::optional<std::str
 }
 
 std::vector<TuningPreset> PresetStore::importPresets(const path& file) {
-  auto presets = decoded(file, readFile(file, longestImport), decodeAnyForm);
+  auto presets = decoded(file, readFile(file, longestImport), decodeSettings);
   for (TuningPreset& preset : presets) {
     preset.isBuiltIn = false;
     preset.id = UUID::random();

@@ -29,16 +29,22 @@ constexpr int nibble = 4;
 }  // namespace
 
 HIDUevent parseHIDUevent(std::string_view text) {
-  HIDUevent uevent;
+  std::optional<std::string_view> id;
+  std::optional<std::string_view> name;
+  std::optional<std::string_view> uniq;
   for (const std::string_view line : split(text, '\n')) {
     const std::size_t equals = line.find('=');
     if (equals == std::string_view::npos) continue;
     const std::string_view key = line.substr(0, equals);
     const std::string_view value = line.substr(equals + 1);
-    if (key == "HID_ID" && uevent.bus == 0) parseHIDID(value, uevent);
-    if (key == "HID_NAME" && uevent.name.empty()) uevent.name = value;
-    if (key == "HID_UNIQ" && uevent.uniq.empty()) uevent.uniq = value;
+    if (key == "HID_ID" && !id) id = value;
+    if (key == "HID_NAME" && !name) name = value;
+    if (key == "HID_UNIQ" && !uniq) uniq = value;
   }
+  HIDUevent uevent;
+  parseHIDID(id.value_or(""), uevent);
+  uevent.name = name.value_or("");
+  uevent.uniq = uniq.value_or("");
   return uevent;
 }
 

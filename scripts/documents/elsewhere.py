@@ -37,5 +37,6 @@ ROWS = [
      "QUORVANE_LOG_STDERR=1 start quorvane --simulate"),
     # Tests and measurements that need more than a build.
     (r"tests/kernel/run build/dev --case \w+", ".ci/run", "tests/kernel/run build/dev"),
+    (r"scripts/fuzz --seconds \d+ --jobs \d+( \w+)+", ".ci/run", "scripts/fuzz"),
     (r"scripts/screenshots( --readme)?", ".ci/run", "scripts/screenshots"),
 ]

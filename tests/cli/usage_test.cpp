@@ -82,6 +82,7 @@ TEST_F(Usage, WrongWordsTouchNoBase) {
       {"presets share - --preset nobody", "There is no preset \"nobody\""},
       {"presets apply --preset x", "--preset"},
       {"apply x", "There is no command or option \"apply\""},
+      {"[apply] x", "There is no command or option \"[apply]\""},
 
       {"--layout windows set FF=80", "windows"},
       {"--layout SDK set FF=80", "SDK"},

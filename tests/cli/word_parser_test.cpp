@@ -56,5 +56,15 @@ TEST(ParseWords, ThrowsWhatTheParserSays) {
   EXPECT_THROW(parse({"do", "a", "--else"}), CLI::ExtrasError);
 }
 
+TEST(ParseWords, LeavesNoMarksInWhatTheParserSays) {
+  try {
+    parse({"do", "[a]", "--else", "[b]"});
+    FAIL();
+  } catch (const CLI::ParseError& error) {
+    EXPECT_EQ(asTyped(error.what()).find('\0'), std::string::npos);
+  }
+  EXPECT_EQ(asTyped("[b]" + std::string(1, '\0') + " and c"), "[b] and c");
+}
+
 }  // namespace
 }  // namespace quorvane

@@ -237,6 +237,16 @@ TEST(TuningParameter, ListsItsCasesInMenuOrder) {
   }
 }
 
+TEST(TuningParameter, IsHeldToEveryProductOfTheCatalogue) {
+  std::vector<std::int64_t> held;
+  held.reserve(devices.size());
+  for (const Device& device : devices) held.push_back(device.productID);
+  std::vector<std::int64_t> known;
+  known.reserve(devices.size());
+  for (const FanatecProduct& product : FanatecProduct::all()) known.push_back(product.productID);
+  EXPECT_EQ(held, known);
+}
+
 TEST(TuningParameter, HasItsTextsStepAndOffset) {
   for (const Row& row : menu) {
     SCOPED_TRACE(row.code);

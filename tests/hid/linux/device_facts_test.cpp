@@ -72,6 +72,13 @@ TEST(HIDUevent, TheFirstOfRepeatedLinesCounts) {
             (HIDUevent{3, 0x0EB7, 0x0020, "A base", "1"}));
 }
 
+TEST(HIDUevent, TheFirstLineCountsWhateverItHolds) {
+  EXPECT_EQ(parseHIDUevent("HID_ID=0000:00000001:00000002\nHID_NAME=\nHID_UNIQ=\n"
+                           "HID_ID=0003:00000EB7:00000020\nHID_NAME=B\nHID_UNIQ=2\n"),
+            (HIDUevent{0, 1, 2, "", ""}));
+  EXPECT_EQ(parseHIDUevent("HID_ID=garbage\nHID_ID=0003:00000EB7:00000020\n"), HIDUevent{});
+}
+
 TEST(HIDUevent, TextsAreTakenAsTheyAre) {
   const std::vector<std::string> texts{"a=b",
                                        "=",
