@@ -1,5 +1,8 @@
 #include "doctor/doctor.h"
 
+#include <system_error>
+
+#include "doctor/errand.h"
 #include "doctor/judgement.h"
 #include "doctor/preset_check.h"
 #include "session/candidates.h"
@@ -10,6 +13,27 @@ namespace {
 // Both of the session's time-outs, and some more; what remains of the 5 s is for everything else.
 constexpr Seconds askLimit{4.3};
 
+// Reading the user's presets, which may be on a network.
+class PresetReading {
+ public:
+  explicit PresetReading(const std::optional<std::filesystem::path>& file) : file_(file) {
+    try {
+      errand_.emplace([file] { return examinePresets(file); });
+    } catch (const std::system_error&) {  // no thread is to be had
+    }
+  }
+
+  PresetFacts await(Monotonic::time_point deadline) {
+    if (!errand_) return examinePresets(file_);
+    auto found = errand_->await(deadline);
+    return found ? *std::move(found) : presetsOutOfTime(file_);
+  }
+
+ private:
+  const std::optional<std::filesystem::path> file_;
+  std::optional<Errand<PresetFacts>> errand_;
+};
+
 std::optional<HIDDeviceInfo> firstCandidate(const std::vector<HIDDeviceInfo>& devices) {
   const auto candidates = wheelBaseCandidates(devices);
   if (candidates.empty()) return std::nullopt;
@@ -19,6 +43,9 @@ std::optional<HIDDeviceInfo> firstCandidate(const std::vector<HIDDeviceInfo>& de
 }  // namespace
 
 Diagnosis examine(const DoctorWorld& world) {
+  const auto deadline =
+      Monotonic::now() + std::chrono::duration_cast<Monotonic::duration>(askLimit);
+  PresetReading presets(world.presetFile);
   DoctorFacts facts;
   facts.machine = world.survey.take(Fanatec::vendorID);
   facts.devices = HIDEnumerator::devices(Fanatec::vendorID, world.backend);
@@ -26,7 +53,7 @@ Diagnosis examine(const DoctorWorld& world) {
   if (facts.base && facts.base->device->accessible()) {
     facts.answers = askBase(*facts.base, world.clock, askLimit);
   }
-  facts.presets = examinePresets(world.presetFile);
+  facts.presets = presets.await(deadline);
   std::vector<DoctorCheck> checks = judge(facts);
   return {std::move(checks), std::move(facts)};
 }

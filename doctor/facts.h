@@ -20,6 +20,7 @@ struct PresetFacts {
   std::string openFailure;     // why it cannot be read
   std::string contentFailure;  // why what was read cannot be used
   std::string replaceFailure;  // why it cannot be written
+  bool outOfTime = false;      // the file system it is on does not answer
 };
 
 // All that the checks are made from.

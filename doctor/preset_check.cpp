@@ -28,10 +28,23 @@ PresetFacts examinePresets(const std::optional<std::filesystem::path>& file) {
   return facts;
 }
 
+PresetFacts presetsOutOfTime(const std::optional<std::filesystem::path>& file) {
+  PresetFacts facts;
+  facts.file = file;
+  facts.outOfTime = true;
+  return facts;
+}
+
 Verdict judgePresets(const PresetFacts& presets) {
   if (!presets.file) {
     return Verdict::fail("you have no home directory to keep presets in",
                          "Set HOME, or XDG_DATA_HOME, to a directory of yours.");
+  }
+  if (presets.outOfTime) {
+    return Verdict::fail(
+        fmt::format("{}: the file system it is on does not answer", presets.file->string()),
+        "See that the drive or network share it is on can be reached (findmnt shows which), or set "
+        "XDG_DATA_HOME to a directory on this machine.");
   }
   if (!presets.openFailure.empty()) {
     return Verdict::fail(

@@ -32,6 +32,13 @@ TEST(PresetCheck, AUserWithoutAHomeIsToldSo) {
   EXPECT_EQ(verdict.nextStep, "Set HOME, or XDG_DATA_HOME, to a directory of yours.");
 }
 
+TEST(PresetCheck, AFileSystemThatDoesNotAnswerIsNamed) {
+  const Verdict verdict = judgePresets(presetsOutOfTime("/net/presets.json"));
+  EXPECT_EQ(verdict.outcome, CheckOutcome::failed);
+  EXPECT_EQ(verdict.finding, "/net/presets.json: the file system it is on does not answer");
+  EXPECT_FALSE(verdict.nextStep.empty());
+}
+
 TEST(PresetCheck, WhatIsWrongNamesTheFile) {
   const TemporaryDirectory directory;
   const auto file = directory / "presets.json";

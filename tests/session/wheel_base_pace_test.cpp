@@ -100,7 +100,7 @@ class SocketBase final : public HIDDeviceHandle {
 
 class WheelBasePace : public testing::Test {
  protected:
-  const HIDReportPacket request = FanatecCommands::requestTuningSnapshot();
+  const HIDReportPacket request_ = FanatecCommands::requestTuningSnapshot();
 
   void SetUp() override { base_->connect(); }
   void TearDown() override {
@@ -125,7 +125,7 @@ TEST_F(WheelBasePace, ARelaxedReaderHurriesForEveryRead) {
 TEST_F(WheelBasePace, ARelaxedReaderHurriesForASendWhoseAnswerNobodyAwaits) {
   base_->setOnTuningUpdate([&](const TuningSnapshot&) { updated_.signal(); });
   device_->sayNothingNew();
-  base_->sendRaw(request);
+  base_->sendRaw(request_);
   updated_.wait();
   EXPECT_TRUE(base_->tuning());
 }
@@ -153,6 +153,7 @@ TEST_F(WheelBasePace, StandsReadsSendsAttentionsAndADisconnectionThatAllFindItRe
     session->connect();
     device->sayNothingNew();
     std::vector<Thread> threads;
+    threads.reserve(4);
     for (int n = 0; n < 2; ++n) {
       threads.emplace_back("reads", [&] {
         // Until the session ends, or the base has no room for one more request.
@@ -163,7 +164,7 @@ TEST_F(WheelBasePace, StandsReadsSendsAttentionsAndADisconnectionThatAllFindItRe
     threads.emplace_back("sends", [&] {
       for (int n = 0; n < 50; ++n) {
         const HIDConnection::Attention attention = session->connection().attend();
-        errorText([&] { session->sendRaw(request); });
+        errorText([&] { session->sendRaw(request_); });
       }
     });
     threads.emplace_back("reports", [&] {

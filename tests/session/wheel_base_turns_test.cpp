@@ -414,7 +414,7 @@ class Programs {
     EXPECT_EQ(device_->violations(), Lines{});
   }
 
-  static std::int64_t valueOf(int round) { return round % 10 * 10; }
+  static std::int64_t valueOf(std::int64_t round) { return round % 10 * 10; }
 
  private:
   void writeAll(const std::vector<TuningParameter>& own, int rounds) {
@@ -449,6 +449,7 @@ TEST(WheelBasePrograms, WritingAtOnceDoNotUndoEachOther) {
   Programs programs(values.size());
   {
     std::vector<Thread> threads;
+    threads.reserve(values.size());
     for (const auto& own : values) {
       threads.emplace_back("program", [&] { programs.run(own, rounds); });
     }

@@ -57,8 +57,8 @@ TEST_F(WriteLineTest, OneHasTheTurnUntilItLeaves) {
 }
 
 TEST_F(WriteLineTest, NobodyOvertakesHoweverOftenItAsks) {
-  std::vector<std::unique_ptr<Opening>> programs;
-  for (int i = 0; i < 5; ++i) programs.push_back(open());
+  std::vector<std::unique_ptr<Opening>> programs(5);
+  for (auto& program : programs) program = open();
   for (const auto& program : programs) program->line.tryTurn();
   // Who had its turn wants the next one at once, and asks before everybody else.
   for (std::size_t round = 0; round < 40; ++round) {
@@ -72,8 +72,8 @@ TEST_F(WriteLineTest, NobodyOvertakesHoweverOftenItAsks) {
 }
 
 TEST_F(WriteLineTest, MoreThanTheLineHoldsAllGetTheirTurn) {
-  std::vector<std::unique_ptr<Opening>> programs;
-  for (int i = 0; i < 20; ++i) programs.push_back(open());
+  std::vector<std::unique_ptr<Opening>> programs(20);
+  for (auto& program : programs) program = open();
   for (const auto& program : programs) program->line.tryTurn();
   for (std::size_t served = 0; served < 20; ++served) {
     std::size_t have = 0;

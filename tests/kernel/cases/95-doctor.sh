@@ -183,6 +183,22 @@ case_a_home_that_may_not_be_written() {
     expect_outcomes '++++++++x'
 }
 
+# A file system whose server never says a word, as a network share does whose machine is off.
+case_a_home_that_does_not_answer() {
+    local folder=/run/quorvane/home-1000/.local/share/Quorvane
+    install -d -o 1000 -g 1000 /run/quorvane/home-1000/{.local,.local/share} "$folder"
+    start_base main --transport uhid
+    exec 9<>/dev/fuse
+    mount -i -t fuse -o fd=9,rootmode=40000,user_id=1000,group_id=1000 silent "$folder"
+    ctl_as 1000 --json doctor 9>&-
+    exec 9>&-
+    umount -l "$folder"
+    expect_faster 5
+    expect_status 1
+    expect_outcomes '++++++++x'
+    expect_check presets '.finding | contains("the file system it is on does not answer")'
+}
+
 case_the_report_masks_the_serial_number() {
     start_base main --transport usb --serial QV-4711
     ctl doctor --report -
