@@ -102,8 +102,10 @@ case_what_a_program_of_another_maker_wrote_is_kept() {
     menu=$(menu_report)
     start_model model QUORVANE_DEMO_STAGE=INT=6
     expect_log model '[log] Connected to CSL DD Wheel Base'
+    # One write for the whole packet: the shell's own ends at every byte that is a line's end to it.
     # shellcheck disable=SC2059,SC2046
-    printf "$(printf '\\x%s' $(sdk_write "$menu" 4 25))" >"$(node_of main)"
+    printf "$(printf '\\x%s' $(sdk_write "$menu" 4 25))" |
+        dd bs=64 count=1 iflag=fullblock of="$(node_of main)" conv=notrunc status=none
     tell model save
     expect_log model '[log] Saved 1 change to set C (Custom)'
     expect_on_base FF=37 INT=6
