@@ -44,10 +44,10 @@ AppModel::AppModel(const World& world, std::string which)
     : world_(world),
       which_(std::move(which)),
       statusLine_(Messages::looking),
-      userPresets_(world_.store.load()),
       work_("quorvane.hid"),
       watcher_(std::make_unique<HIDDeviceWatcher>(Fanatec::vendorID, world_.backend)) {
   latestModel() = this;
+  readPresets();
   watcher_->setOnChange([this](const std::vector<HIDDeviceInfo>& attached) {
     post([this, attached] { devicesChanged(attached); });
   });

@@ -206,6 +206,7 @@ class AppModel final : public QObject {
 
   void append(std::string text, bool isError = false);
   void setStatus(std::string text);
+  void readPresets();
   void persistPresets();
   void share(const TuningPreset& preset, const std::string& base,
              const std::filesystem::path& file);
@@ -224,6 +225,7 @@ class AppModel final : public QObject {
   std::string statusLine_;
   std::vector<LogEntry> log_;
   std::vector<TuningPreset> userPresets_;
+  bool presetsUnread_ = false;  // their file is there and could not be read
   StagedValues staged_;
   std::optional<std::string> requestedSection_;
   bool menuUnanswered_ = false;  // by the connected base, the last time

@@ -147,9 +147,23 @@ void AppModel::saveCurrentAsPreset(const std::string& name) {
   append(Messages::presetSaved(name));
 }
 
+// In front of the presets that are there already.
+void AppModel::readPresets() {
+  try {
+    const std::vector<TuningPreset> kept = world_.store.read();
+    userPresets_.insert(userPresets_.begin(), kept.begin(), kept.end());
+    presetsUnread_ = false;
+  } catch (const std::exception&) {
+    presetsUnread_ = true;
+  }
+}
+
+// A file that could not be read at the start and can be now would otherwise be lost.
 void AppModel::persistPresets() {
   try {
+    if (presetsUnread_) readPresets();
     world_.store.save(userPresets_);
+    presetsUnread_ = false;
   } catch (const std::runtime_error& error) {
     append(Messages::couldNotSavePresets(error.what()), true);
   }

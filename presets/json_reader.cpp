@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quorvane {
 namespace {
@@ -45,6 +47,71 @@ std::string reason(std::string_view what) {
   return std::string(what.substr(0, what.find("; last read")));
 }
 
+// Builds a document as the library reads it. The library's own builder destroys what it has when
+// the text is bad, and its destructor must not do that (see dismantle).
+class Builder final : public nlohmann::json_sax<JSONValue> {
+ public:
+  Builder(JSONValue& root, std::string_view text) : root_(root), text_(text) {}
+
+  bool null() override { return add(nullptr); }
+  bool boolean(bool value) override { return add(value); }
+  bool number_integer(number_integer_t value) override { return add(value); }
+  bool number_unsigned(number_unsigned_t value) override { return add(value); }
+  bool number_float(number_float_t value, const string_t& /*text*/) override { return add(value); }
+  bool string(string_t& value) override { return add(std::move(value)); }
+  bool binary(binary_t& /*value*/) override { return false; }  // JSON has none
+
+  bool start_object(std::size_t /*size*/) override { return open(JSONValue::object()); }
+  bool start_array(std::size_t /*size*/) override { return open(JSONValue::array()); }
+  bool end_object() override { return close(); }
+  bool end_array() override { return close(); }
+
+  bool key(string_t& key) override {
+    member_ = &(*open_.back())[key];
+    dismantle(*member_);  // of a key that stands twice
+    return true;
+  }
+
+  // Positions count bytes from 1.
+  bool parse_error(std::size_t position, const std::string& /*lastToken*/,
+                   const nlohmann::detail::exception& error) override {
+    if (dynamic_cast<const JSONValue::out_of_range*>(&error) != nullptr) {
+      throw DecodingError("Not valid JSON: a number is too large");
+    }
+    throw DecodingError(
+        fmt::format("Not valid JSON at {}: {}", place(text_, position - 1), reason(error.what())));
+  }
+
+ private:
+  bool add(JSONValue value) {
+    put(std::move(value));
+    return true;
+  }
+
+  bool open(JSONValue empty) {
+    JSONValue& placed = put(std::move(empty));
+    open_.push_back(&placed);
+    return true;
+  }
+
+  bool close() {
+    open_.pop_back();
+    return true;
+  }
+
+  JSONValue& put(JSONValue value) {
+    if (open_.empty()) return root_ = std::move(value);
+    if (open_.back()->is_object()) return *member_ = std::move(value);
+    open_.back()->push_back(std::move(value));
+    return open_.back()->back();
+  }
+
+  JSONValue& root_;
+  const std::string_view text_;
+  std::vector<JSONValue*> open_;  // from the outermost to the innermost; elements do not move then
+  JSONValue* member_ = nullptr;   // of the innermost object, for the value that comes next
+};
+
 }  // namespace
 
 JSONValue parseJSON(std::string_view text) {
@@ -55,14 +122,21 @@ JSONValue parseJSON(std::string_view text) {
   if (const std::size_t index = text.find('\0'); index != std::string_view::npos) {
     throw DecodingError(fmt::format("Not valid JSON at {}: zero byte", place(text, index)));
   }
+  JSONValue root;
   try {
-    return JSONValue::parse(text);
-  } catch (const JSONValue::parse_error& error) {  // which counts bytes from 1
-    throw DecodingError(
-        fmt::format("Not valid JSON at {}: {}", place(text, error.byte - 1), reason(error.what())));
-  } catch (const JSONValue::out_of_range&) {
-    throw DecodingError("Not valid JSON: a number is too large");
+    Builder builder(root, text);
+    JSONValue::sax_parse(text.begin(), text.end(), &builder);
+  } catch (...) {
+    dismantle(root);
+    throw;
   }
+  return root;
+}
+
+void dismantle(JSONValue& json) {
+  if (!json.is_structured()) return;
+  for (JSONValue& element : json) dismantle(element);
+  json.clear();
 }
 
 }  // namespace quorvane

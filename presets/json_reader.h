@@ -16,4 +16,8 @@ inline constexpr int deepestJSON = 64;
 // twice in an object the last value counts. Throws DecodingError.
 JSONValue parseJSON(std::string_view text);
 
+// Empties a document of parseJSON. The library's own destructor takes memory for what is not empty,
+// and ends the program when there is none.
+void dismantle(JSONValue& json);
+
 }  // namespace quorvane

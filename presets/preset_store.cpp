@@ -3,7 +3,9 @@
 #include <fmt/chrono.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
+#include <new>
 #include <utility>
 
 #include "presets/json_reader.h"
@@ -22,13 +24,29 @@ path defaultLocation() {
   return *data / "Quorvane" / "presets.json";
 }
 
+// A parsed document, for as long as it is looked at.
+class Document {
+ public:
+  explicit Document(const std::string& content) : json_(parseJSON(content)) {}
+  ~Document() { dismantle(json_); }
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+
+  const JSONValue& json() const { return json_; }
+
+ private:
+  JSONValue json_;
+};
+
 // Decodes the content of a file and names the file in what goes wrong.
 template <typename Decode>
 auto decoded(const path& file, const std::string& content, Decode decode) {
   try {
-    return decode(parseJSON(content));
+    return decode(Document(content).json());
   } catch (const DecodingError& error) {
     throw DecodingError(fmt::format("{}: {}", file.string(), error.what()));
+  } catch (const std::bad_alloc&) {
+    throw FileError(file, ENOMEM);
   }
 }
 

@@ -17,6 +17,7 @@ constexpr std::size_t tuningWireLength = FanatecCommands::tuningPayloadLength + 
 constexpr std::size_t shortWireLength = FanatecCommands::shortPayloadLength + 1;
 
 constexpr Monotonic::duration streamPeriod = std::chrono::milliseconds(1);
+constexpr Monotonic::duration staleLead = std::chrono::milliseconds(10);
 
 constexpr std::uint8_t formulaWheel = 28;
 constexpr std::uint8_t enduranceModule = 1;
@@ -102,8 +103,9 @@ HIDReturn SimulatedBase::receive(ByteView wire, Monotonic::time_point now) {
 
 HIDReturn SimulatedBase::refusal() {
   if (!plugged_) return HIDReturnCode::noDevice;
-  if (received_ >= behaviour_.failSendsFrom) return behaviour_.failSendsWith;
-  return HIDReturnCode::success;
+  const int number = received_ - behaviour_.failSendsFrom;
+  const bool fails = number >= 0 && number < behaviour_.failSendsCount;
+  return fails ? behaviour_.failSendsWith : HIDReturnCode::success;
 }
 
 void SimulatedBase::police(ByteView wire) {
@@ -132,6 +134,16 @@ void SimulatedBase::obey(ByteView wire, Monotonic::time_point now) {
 }
 
 void SimulatedBase::obeyTuning(ByteView payload, Monotonic::time_point now) {
+  if (payload[1] == FanatecCommands::requestCommand) {
+    answerMenu(now);
+    return;
+  }
+  Bytes before = menu_.report();
+  carryOut(payload);
+  if (menu_.report() != before) menuBefore_ = std::move(before);
+}
+
+void SimulatedBase::carryOut(ByteView payload) {
   const std::uint8_t argument = payload.size() > 2 ? payload[2] : std::uint8_t{0};
   switch (payload[1]) {
     case FanatecCommands::writeCommand:
@@ -140,9 +152,6 @@ void SimulatedBase::obeyTuning(ByteView payload, Monotonic::time_point now) {
     case FanatecCommands::selectCommand:
       // A set number of 0 does not exist: it is the device-ID byte of the other layout.
       menu_.select(argument == 0 && payload.size() > 3 ? payload[3] : argument);
-      break;
-    case FanatecCommands::requestCommand:
-      if (!behaviour_.tuningSilent) answer(menu_.report(), now);
       break;
     case FanatecCommands::saveCommand:
       menu_.saveInto(argument);
@@ -171,14 +180,36 @@ void SimulatedBase::write(ByteView payload) {
   const std::size_t start = behaviour_.layout == TuningLayout::inPlace ? 2 : 3;
   if (payload.size() <= start) return;
   Bytes menu(payload.begin() + static_cast<std::ptrdiff_t>(start), payload.end());
+  disobey(menu);
+  menu_.write(menu);
+}
+
+// Changes the bytes of a write to what the base makes of them.
+void SimulatedBase::disobey(Bytes& menu) const {
+  const auto byteOf = [&](TuningParameter parameter) -> std::uint8_t* {
+    const std::size_t index = parameter.offset() - TuningSnapshot::statusOffset - 1;
+    return parameter != TuningParameter::slot && index < menu.size() ? &menu[index] : nullptr;
+  };
   const Bytes current = menu_.report();
   for (const TuningParameter parameter : behaviour_.ignored) {
-    const std::size_t index = parameter.offset() - TuningSnapshot::statusOffset - 1;
-    if (parameter != TuningParameter::slot && index < menu.size()) {
-      menu[index] = current[parameter.offset()];
+    if (auto* const byte = byteOf(parameter)) *byte = current[parameter.offset()];
+  }
+  for (const auto& [parameter, most] : behaviour_.most) {
+    auto* const byte = byteOf(parameter);
+    if (byte != nullptr && parameter.decode(*byte, product_) > most) {
+      *byte = parameter.encode(most, product_);
     }
   }
-  menu_.write(menu);
+}
+
+void SimulatedBase::answerMenu(Monotonic::time_point now) {
+  if (behaviour_.tuningSilent) return;
+  if (!behaviour_.staleAnswers) {
+    answer(menu_.report(), now);
+    return;
+  }
+  answer(menuBefore_.empty() ? menu_.report() : menuBefore_, now);
+  answer(menu_.report(), now + staleLead);
 }
 
 void SimulatedBase::answer(Bytes report, Monotonic::time_point now) {
@@ -271,6 +302,13 @@ void SimulatedBase::plug() {
   if (!plugged_) ++plugCount_;
   plugged_ = true;
   received_ = 0;
+}
+
+void SimulatedBase::plug(const FanatecProduct& product) {
+  SimulatedBase other(product);
+  other.plugCount_ = plugCount_ + 1;
+  other.violations_ = std::move(violations_);
+  *this = std::move(other);
 }
 
 }  // namespace quorvane

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -27,13 +29,16 @@ inline constexpr std::int64_t defaultSimulatedProduct = 0x0020;
 struct SimulatedBehaviour {
   TuningLayout layout = TuningLayout::deviceID;  // the write layout that its firmware expects
   std::set<TuningParameter> ignored;             // writes of these change nothing
+  std::map<TuningParameter, std::int64_t> most;  // what is written above these becomes these
   Seconds answerDelay{0};
   bool silent = false;             // answers no request at all
   bool tuningSilent = false;       // answers identity requests only
   bool foreignReports = false;     // sends reports of other kinds before each answer
+  bool staleAnswers = false;       // sends the menu as it was before, just before each answer
   bool streamWheelStatus = false;  // a wheel-status report every millisecond
   HIDReturn failSendsWith = HIDReturnCode::success;
-  int failSendsFrom = 0;           // with a code above: the first packet to fail, counted from 0
+  int failSendsFrom = 0;  // with a code above: the first packet to fail, counted from 0
+  int failSendsCount = std::numeric_limits<int>::max();  // and how many fail
   std::optional<int> unplugAfter;  // leaves when it has received this many packets
 };
 
@@ -89,6 +94,9 @@ class SimulatedBase {
   void unplug();
   void plug();
 
+  // Another base is plugged in at the same place, with a menu of its own.
+  void plug(const FanatecProduct& product);
+
   // Rules that the caller broke: packets of a wrong length or on an unknown report.
   const std::vector<std::string>& violations() const { return violations_; }
 
@@ -102,8 +110,11 @@ class SimulatedBase {
   void police(ByteView wire);
   void obey(ByteView wire, Monotonic::time_point now);
   void obeyTuning(ByteView payload, Monotonic::time_point now);
+  void carryOut(ByteView payload);
   void obeyIdentity(ByteView payload, Monotonic::time_point now);
   void write(ByteView payload);
+  void disobey(Bytes& menu) const;
+  void answerMenu(Monotonic::time_point now);
   void answer(Bytes report, Monotonic::time_point now);
   void queue(Bytes report, Monotonic::time_point due);
   void streamUntil(Monotonic::time_point now);
@@ -111,6 +122,7 @@ class SimulatedBase {
   FanatecProduct product_;
   SimulatedMenu menu_;
   SimulatedBehaviour behaviour_;
+  Bytes menuBefore_;  // its report before the last command that changed it
   Bytes identity_;
   bool identityEnabled_ = false;
   WheelStatus wheelStatus_;

@@ -187,9 +187,12 @@ class SimulatedDevice::VirtualClock final : public Clock {
 
   void sleepFor(Seconds duration) override {
     device_.transcript_.add(pauseText(duration));
-    MutexLock held(device_.lock_);
-    device_.virtualNow_ += std::chrono::duration_cast<Monotonic::duration>(duration);
-    device_.changed_.notifyAll();
+    {
+      MutexLock held(device_.lock_);
+      device_.virtualNow_ += std::chrono::duration_cast<Monotonic::duration>(duration);
+      device_.changed_.notifyAll();
+    }
+    device_.waitUntilQuiet();  // what comes in a pause is there when it ends
   }
 
   bool wait(Semaphore& semaphore, Seconds timeout) override {
@@ -256,6 +259,18 @@ void SimulatedDevice::unplug() {
 
 void SimulatedDevice::plug() {
   withBase([](SimulatedBase& base) { base.plug(); });
+}
+
+void SimulatedDevice::plugAs(const FanatecProduct& product) {
+  bool before = false;
+  {
+    MutexLock held(lock_);
+    before = base_.isPlugged();
+    base_.plug(product);
+    for (const auto& [key, value] : base_.properties()) properties_.insert_or_assign(key, value);
+    changed_.notifyAll();
+  }
+  reportPlugChange(before);
 }
 
 void SimulatedDevice::setProperty(std::string_view key, HIDProperty value) {

@@ -41,6 +41,9 @@ class SimulatedDevice final : public HIDDeviceHandle,
   void unplug();
   void plug();
 
+  // Another base takes the place of one that was unplugged.
+  void plugAs(const FanatecProduct& product);
+
   // Replaces one property of the description, or the element list.
   void setProperty(std::string_view key, HIDProperty value);
 

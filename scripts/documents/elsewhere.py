@@ -38,5 +38,8 @@ ROWS = [
     # Tests and measurements that need more than a build.
     (r"tests/kernel/run build/dev --case \w+", ".ci/run", "tests/kernel/run build/dev"),
     (r"scripts/fuzz --seconds \d+ --jobs \d+( \w+)+", ".ci/run", "scripts/fuzz"),
+    (r"tests/kernel/run --soak build/dev", "tests/kernel/run", "if [[ ${1-} == --soak ]]; then"),
+    (r"scripts/fault-table", ".ci/run", "scripts/fault-table --check build/dev"),
+    (r"scripts/soak", ".ci/run", "scripts/soak --quick build/dev"),
     (r"scripts/screenshots( --readme)?", ".ci/run", "scripts/screenshots"),
 ]

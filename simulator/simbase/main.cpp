@@ -28,12 +28,14 @@ struct Options {
   std::string mode = "standard";
   int set = 2;
   std::vector<std::string> ignored;
+  std::vector<std::string> most;
   double answerDelayMilliseconds = 0;
   bool silent = false;
   bool noTuning = false;
   int unplugAfter = 0;
   bool stream = false;
   bool foreign = false;
+  bool stale = false;
   std::string transcript;
 };
 
@@ -49,6 +51,8 @@ void addOptions(CLI::App& app, Options& options) {
   app.add_option("--set", options.set, "Active set to start with")->check(CLI::Range(1, 5));
   app.add_option("--ignore", options.ignored, "Ignore writes of this setting; may be repeated")
       ->type_name("CODE");
+  app.add_option("--most", options.most, "Keep no more than this; may be repeated")
+      ->type_name("CODE=VALUE");
   app.add_option("--answer-delay", options.answerDelayMilliseconds, "Answer late")->type_name("MS");
   app.add_flag("--silent", options.silent, "Answer nothing");
   app.add_flag("--no-tuning", options.noTuning, "Answer identity requests only");
@@ -56,6 +60,7 @@ void addOptions(CLI::App& app, Options& options) {
       ->type_name("N");
   app.add_flag("--stream", options.stream, "Send a wheel-status report every millisecond");
   app.add_flag("--foreign", options.foreign, "Mix reports of other kinds into the answers");
+  app.add_flag("--stale", options.stale, "Send the menu as it was before each answer");
   app.add_option("--transcript", options.transcript, "Write what the kernel does to this file");
   app.footer(
       "Reads commands from standard input, one a line: unplug, plug, turn CODE VALUE, quit.\n"
@@ -66,6 +71,13 @@ TuningParameter parameterNamed(const std::string& code) {
   const auto parameter = TuningParameter::named(code);
   if (!parameter) throw std::runtime_error(fmt::format("there is no setting \"{}\"", code));
   return *parameter;
+}
+
+std::pair<TuningParameter, std::int64_t> parameterAndValue(const std::string& text) {
+  const std::size_t end = text.find('=');
+  const auto value = end == std::string::npos ? std::nullopt : parseInteger(text.substr(end + 1));
+  if (!value) throw std::runtime_error(fmt::format("\"{}\" is not CODE=VALUE", text));
+  return {parameterNamed(text.substr(0, end)), *value};
 }
 
 SimulatedBase makeBase(const Options& options) {
@@ -81,6 +93,7 @@ SimulatedBase makeBase(const Options& options) {
   SimulatedBehaviour& behaviour = base.behaviour();
   behaviour.layout = *tuningLayout(options.layout);
   for (const std::string& code : options.ignored) behaviour.ignored.insert(parameterNamed(code));
+  for (const std::string& limit : options.most) behaviour.most.insert(parameterAndValue(limit));
   behaviour.answerDelay =
       std::chrono::duration<double, std::milli>(options.answerDelayMilliseconds);
   behaviour.silent = options.silent;
@@ -88,6 +101,7 @@ SimulatedBase makeBase(const Options& options) {
   if (options.unplugAfter > 0) behaviour.unplugAfter = options.unplugAfter;
   behaviour.streamWheelStatus = options.stream;
   behaviour.foreignReports = options.foreign;
+  behaviour.staleAnswers = options.stale;
   return base;
 }
 

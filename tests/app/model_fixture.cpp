@@ -35,34 +35,6 @@ std::string writeOf(std::string_view sensitivity, std::string_view forceFeedback
                      sensitivity, forceFeedback, naturalInertia);
 }
 
-void EventfulClock::at(Moment moment, int number, std::function<void()> event) {
-  MutexLock held(lock_);
-  events_.push_back({moment, number, std::move(event)});
-}
-
-void EventfulClock::sleepFor(Seconds duration) {
-  if (clock_) clock_->sleepFor(duration);
-  reach(Moment::pause);
-}
-
-bool EventfulClock::wait(Semaphore& semaphore, Seconds timeout) {
-  reach(Moment::request);
-  const bool woken = (clock_ ? *clock_ : system()).wait(semaphore, timeout);
-  reach(Moment::answer);
-  return woken;
-}
-
-void EventfulClock::reach(Moment moment) {
-  std::vector<std::function<void()>> due;
-  {
-    MutexLock held(lock_);
-    for (Event& event : events_) {
-      if (event.moment == moment && event.ahead-- == 0) due.push_back(event.what);
-    }
-  }
-  for (const auto& what : due) what();
-}
-
 std::uint64_t WatchedBackend::Events::add(Monitor* monitor) {
   MutexLock held(lock);
   monitors.push_back(monitor);
@@ -70,9 +42,14 @@ std::uint64_t WatchedBackend::Events::add(Monitor* monitor) {
 }
 
 void WatchedBackend::Events::report() {
-  MutexLock held(lock);
-  ++count;
-  changed.notifyAll();
+  std::function<void()> event;
+  {
+    MutexLock held(lock);
+    ++count;
+    changed.notifyAll();
+    event.swap(atChange);
+  }
+  if (event) event();
 }
 
 class WatchedBackend::Monitor final : public HIDMonitor {
@@ -139,6 +116,11 @@ void WatchedBackend::setOnMonitor(std::function<void(std::optional<std::int64_t>
 
 void WatchedBackend::setOnList(std::function<void(std::optional<std::int64_t>)> handler) {
   onList_ = std::move(handler);
+}
+
+void WatchedBackend::atPlugChange(std::function<void()> event) {
+  MutexLock held(events_->lock);
+  events_->atChange = std::move(event);
 }
 
 void WatchedBackend::hold(bool held) {

@@ -17,7 +17,7 @@
 #include "simulator/simulated_backend.h"
 #include "simulator/simulated_device.h"
 #include "simulator/simulated_usb_bus.h"
-#include "support/semaphore.h"
+#include "tests/support/eventful_clock.h"
 #include "tests/support/scoped_variable.h"
 #include "tests/support/temporary_directory.h"
 
@@ -51,54 +51,6 @@ inline constexpr const char* commitPause = "pause 250 ms";
 std::string writeOf(std::string_view sensitivity, std::string_view forceFeedback,
                     std::string_view naturalInertia);
 
-// Where one thread stops until another lets it go on.
-class Gate {
- public:
-  void pass() {
-    arrived_.signal();
-    open_.wait();
-  }
-  void awaitArrival() { arrived_.wait(); }
-  void open() { open_.signal(); }
-
- private:
-  Semaphore arrived_;
-  Semaphore open_;
-};
-
-// A clock that follows another: a simulated base's or, without one, the machine's own with pauses
-// that take no time. Things may happen while somebody waits, on the thread that waits.
-class EventfulClock final : public Clock {
- public:
-  enum class Moment {
-    pause,    // at the end of a pause
-    request,  // a read has asked, and begins to wait
-    answer,   // a read has its answer, or none in time
-  };
-
-  void follow(Clock* clock) { clock_ = clock; }
-
-  // Calls `event` at the moment with this number, counted from 0 and from now.
-  void at(Moment moment, int number, std::function<void()> event);
-
-  Monotonic::time_point now() override { return clock_ ? clock_->now() : system().now(); }
-  void sleepFor(Seconds duration) override;
-  bool wait(Semaphore& semaphore, Seconds timeout) override;
-
- private:
-  struct Event {
-    Moment moment;
-    int ahead;  // moments of its kind that come before
-    std::function<void()> what;
-  };
-
-  void reach(Moment moment);
-
-  Clock* clock_ = nullptr;
-  Mutex lock_;
-  std::vector<Event> events_ QUORVANE_GUARDED_BY(lock_);
-};
-
 // Simulated bases whose watchers can be held back and waited for.
 class WatchedBackend final : public HIDBackend {
  public:
@@ -113,6 +65,9 @@ class WatchedBackend final : public HIDBackend {
   // Called before a monitor is made, and before devices are listed on the thread of the test.
   void setOnMonitor(std::function<void(std::optional<std::int64_t> vendorID)> handler);
   void setOnList(std::function<void(std::optional<std::int64_t> vendorID)> handler);
+
+  // Called once, when the next base has been plugged or unplugged, on the thread that caused it.
+  void atPlugChange(std::function<void()> event);
 
   // While held, plugging and unplugging goes unnoticed; after that it is told.
   void hold(bool held);
@@ -130,6 +85,7 @@ class WatchedBackend final : public HIDBackend {
     std::uint64_t count = 0;
     bool onHold = false;
     std::vector<Monitor*> monitors;
+    std::function<void()> atChange;
 
     // Returns the count as the monitor finds it.
     std::uint64_t add(Monitor* monitor);

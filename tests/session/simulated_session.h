@@ -10,6 +10,7 @@
 
 #include "session/wheel_base.h"
 #include "simulator/simulated_device.h"
+#include "tests/support/eventful_clock.h"
 
 namespace quorvane {
 
@@ -34,7 +35,9 @@ struct SimulatedSession {
   explicit SimulatedSession(std::int64_t productID = defaultSimulatedProduct,
                             Time time = Time::simulated)
       : device(SimulatedDevice::create(*FanatecProduct::lookup(productID), time)),
-        base(WheelBase::create(HIDEnumerator::info(device), device->clock())) {}
+        base(WheelBase::create(HIDEnumerator::info(device), clock)) {
+    clock.follow(&device->clock());
+  }
 
   ~SimulatedSession() { end(); }
 
@@ -54,7 +57,7 @@ struct SimulatedSession {
   void describeAs(const std::function<void(HIDDeviceInfo&)>& change) {
     HIDDeviceInfo info = HIDEnumerator::info(device);
     change(info);
-    base = WheelBase::create(info, device->clock());
+    base = WheelBase::create(info, clock);
   }
 
   void connect() {
@@ -113,6 +116,7 @@ struct SimulatedSession {
   }
 
   const std::shared_ptr<SimulatedDevice> device;
+  EventfulClock clock;  // the device's
   std::shared_ptr<WheelBase> base;
 };
 

@@ -145,6 +145,60 @@ TEST_F(SimulatedBaseTest, IgnoresWritesOfTheParametersThatItWasToldTo) {
   }
 }
 
+TEST_F(SimulatedBaseTest, KeepsNoMoreOfAValueThanItWasToldTo) {
+  for (const TuningLayout layout : {TuningLayout::inPlace, TuningLayout::deviceID}) {
+    base_.behaviour().layout = layout;
+    base_.behaviour().most = {{forceFeedback, 70}, {slot, 1}};
+    write(forceFeedback, 80, layout);
+    EXPECT_EQ(value(forceFeedback), 70);
+    write(forceFeedback, 69, layout);
+    EXPECT_EQ(value(forceFeedback), 69);
+    EXPECT_EQ(base_.menu().activeSet(), 2);
+  }
+}
+
+TEST_F(SimulatedBaseTest, SendsTheMenuAsItWasJustBeforeTheAnswerWhenToldTo) {
+  base_.behaviour().staleAnswers = true;
+  const Bytes first = base_.menu().report();
+  EXPECT_EQ(ask(), (std::vector<Bytes>{first})) << "there was no other menu yet";
+  now_ += milliseconds(10);
+  EXPECT_EQ(takeDue(), (std::vector<Bytes>{first}));
+  write(forceFeedback, 42, TuningLayout::deviceID);
+  write(forceFeedback, 42, TuningLayout::deviceID);
+  EXPECT_EQ(ask(), (std::vector<Bytes>{first}));
+  now_ += milliseconds(9);
+  EXPECT_EQ(takeDue(), std::vector<Bytes>{});
+  now_ += milliseconds(1);
+  EXPECT_EQ(takeDue(), (std::vector<Bytes>{base_.menu().report()}));
+  EXPECT_EQ(askForIdentity(), (std::vector<Bytes>{base_.identityReport()}));
+}
+
+TEST_F(SimulatedBaseTest, FailsAsManySendsAsItWasToldTo) {
+  base_.behaviour().failSendsWith = 0x0000C005;
+  base_.behaviour().failSendsFrom = 1;
+  base_.behaviour().failSendsCount = 2;
+  Bytes packet{0xFF, 0x03, 0x7E};
+  packet.resize(64);
+  for (const HIDReturn code : {0U, 0x0000C005U, 0x0000C005U, 0U}) {
+    EXPECT_EQ(base_.receive(packet, now_), code);
+  }
+}
+
+TEST_F(SimulatedBaseTest, AnotherBaseTakesItsPlace) {
+  SimulatedBase base(known(defaultSimulatedProduct));
+  base.behaviour().silent = true;
+  base.receive(Bytes{}, now_);
+  base.unplug();
+  base.plug(known(0x0006));
+  EXPECT_TRUE(base.isPlugged());
+  EXPECT_EQ(base.plugCount(), 2);
+  EXPECT_EQ(base.product().productID, 0x0006);
+  EXPECT_EQ(IdentityReport::fromReport(base.identityReport(), {})->baseName(),
+            "Podium Wheel Base DD1");
+  EXPECT_FALSE(base.behaviour().silent);
+  EXPECT_EQ(base.violations().size(), 1U) << "what callers did wrong is not forgotten";
+}
+
 TEST_F(SimulatedBaseTest, ObeysTheMenuCommands) {
   for (const TuningLayout layout : {TuningLayout::inPlace, TuningLayout::deviceID}) {
     for (int set = 1; set <= SimulatedMenu::setCount; ++set) {

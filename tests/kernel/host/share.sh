@@ -13,7 +13,8 @@ find_program() {
 }
 
 write_settings() {
-    printf 'MODULES=%q\nUDEVD=%q\nPATTERN=%q\n' "$kernel_dir/lib/modules" "$(udevd_path)" "$1"
+    printf 'MODULES=%q\nUDEVD=%q\nPATTERN=%q\nCASE_SECONDS=%q\n' \
+        "$kernel_dir/lib/modules" "$(udevd_path)" "$1" "$case_seconds"
 }
 
 # installed FILE: a file of the installed package.
@@ -38,7 +39,8 @@ prepare_share() {
         cp "$(installed /usr/bin/quorvanectl)" "$share/bin/"
         rule=$(installed /usr/lib/udev/rules.d/70-quorvane.rules)
     fi
-    cp -r "$tests/guest" "$tests/cases" "$share/"
+    cp -r "$tests/guest" "$share/"
+    cp -r "$case_directory" "$share/cases"
     cp "$rule" "$share/"
     write_settings "$3" >"$share/settings"
     : >"$share/report"

@@ -1,0 +1,145 @@
+#include "tests/faults/dialogue.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+constexpr Seconds answerLimit{2.0};
+
+using Matches = bool (*)(const Step&);
+
+bool isPacket(const Step& step) { return step.isPacket(); }
+bool isPause(const Step& step) { return step.kind == Step::Kind::pause; }
+bool isAnswer(const Step& step) { return step.isAnswer(); }
+
+std::size_t countOf(const Dialogue& dialogue, Matches matches) {
+  std::size_t count = 0;
+  for (const Part& part : dialogue) {
+    count += static_cast<std::size_t>(std::count_if(part.steps.begin(), part.steps.end(), matches));
+  }
+  return count;
+}
+
+std::size_t stepOf(const Dialogue& dialogue, Matches matches, std::size_t number) {
+  std::size_t step = 0;
+  for (const Part& part : dialogue) {
+    for (const Step& each : part.steps) {
+      if (matches(each) && --number == 0) return step;
+      ++step;
+    }
+  }
+  throw std::out_of_range("the dialogue has no such step");
+}
+
+// Goes through a dialogue the way the base and its faults let it go.
+class Walk {
+ public:
+  explicit Walk(const Disturbance& disturbance) : disturbance_(disturbance) {}
+
+  Prediction through(const Dialogue& dialogue) {
+    for (const Part& part : dialogue) {
+      const auto error = through(part);
+      prediction_.errors.push_back(error);
+      if (error && part.endsAll) break;
+    }
+    return prediction_;
+  }
+
+ private:
+  std::optional<std::string> through(const Part& part) {
+    std::size_t step = step_;
+    step_ += part.steps.size();
+    for (const Step& each : part.steps) {
+      if (auto error = take(each, step++)) return error;
+    }
+    return verdict(part);
+  }
+
+  std::optional<std::string> take(const Step& step, std::size_t number) {
+    const bool isGone = number >= disturbance_.goneFrom;
+    if (step.isPacket()) return send(step, isGone);
+    if (step.isAnswer()) return await(step, isGone);
+    prediction_.time += step.duration;
+    return std::nullopt;
+  }
+
+  std::optional<std::string> send(const Step& step, bool isGone) {
+    if (isGone) return disturbance_.whenGone(step);
+    ++packets_;
+    const bool isRefused = packets_ >= disturbance_.refusedFrom &&
+                           packets_ - disturbance_.refusedFrom < disturbance_.refusedCount;
+    if (!isRefused) return std::nullopt;
+    return refusalText(step, "IOReturn 0x0000C005");
+  }
+
+  std::optional<std::string> await(const Step& step, bool isGone) {
+    if (isGone) {
+      prediction_.time += disturbance_.goneWait;
+      return disturbance_.whenGone(step);
+    }
+    if (disturbance_.answerAfter && *disturbance_.answerAfter <= answerLimit) {
+      prediction_.time += *disturbance_.answerAfter;
+      return std::nullopt;
+    }
+    prediction_.time += answerLimit;
+    return timeoutText(step);
+  }
+
+  std::optional<std::string> verdict(const Part& part) const {
+    const bool isVerified = !part.code.empty() && part.steps.back().isAnswer();
+    if (!isVerified) return std::nullopt;
+    const bool isBad = part.code == disturbance_.badCode;
+    if (!isBad && !disturbance_.tellsOldMenus) return std::nullopt;
+    return fmt::format("The base ignored the {} write; it still reports {}", part.code,
+                       isBad ? disturbance_.badKept : part.kept);
+  }
+
+  const Disturbance& disturbance_;
+  Prediction prediction_;
+  std::size_t step_ = 0;
+  std::size_t packets_ = 0;
+};
+
+}  // namespace
+
+Part verifiedWrite(std::string code, std::string kept) {
+  return {{menuPacket, pauseOf(0.25), menuPacket, menuAnswer}, std::move(kept), std::move(code)};
+}
+
+std::size_t packetsIn(const Dialogue& dialogue) { return countOf(dialogue, isPacket); }
+std::size_t pausesIn(const Dialogue& dialogue) { return countOf(dialogue, isPause); }
+std::size_t answersIn(const Dialogue& dialogue) { return countOf(dialogue, isAnswer); }
+
+std::size_t stepOfPacket(const Dialogue& dialogue, std::size_t number) {
+  return stepOf(dialogue, isPacket, number);
+}
+std::size_t stepOfPause(const Dialogue& dialogue, std::size_t number) {
+  return stepOf(dialogue, isPause, number);
+}
+std::size_t stepOfAnswer(const Dialogue& dialogue, std::size_t number) {
+  return stepOf(dialogue, isAnswer, number);
+}
+
+Prediction predict(const Dialogue& dialogue, const Disturbance& disturbance) {
+  return Walk(disturbance).through(dialogue);
+}
+
+std::string refusalText(const Step& packet, const std::string& reason) {
+  const char* const report = packet.kind == Step::Kind::menuPacket ? "0xFF" : "0x1";
+  return fmt::format("HID I/O failed: SetReport id {} -> {}", report, reason);
+}
+
+std::string timeoutText(const Step& answer) {
+  if (answer.kind == Step::Kind::identityAnswer) {
+    return "Timed out waiting for system report (FF 08)";
+  }
+  return "Timed out waiting for tuning menu report (is the base in PC mode and on a supported "
+         "firmware?)";
+}
+
+}  // namespace quorvane

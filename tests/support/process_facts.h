@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <iterator>
+
+namespace quorvane {
+
+inline std::size_t entriesOf(const char* directory) {
+  const std::filesystem::directory_iterator entries(directory);
+  return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+
+// Of this process, now. A thread that has been joined may still count for a moment.
+inline std::size_t threadCount() { return entriesOf("/proc/self/task"); }
+inline std::size_t descriptorCount() { return entriesOf("/proc/self/fd"); }
+
+}  // namespace quorvane
