@@ -61,15 +61,23 @@ nlohmann::ordered_json checks(const QWidget& window) {
   return json;
 }
 
+// The names of the buttons that can be clicked now.
+nlohmann::ordered_json buttons(const QWidget& window) {
+  nlohmann::ordered_json json = nlohmann::ordered_json::array();
+  for (const QAbstractButton* const button : window.findChildren<QAbstractButton*>()) {
+    if (button->isVisible() && button->isEnabled()) json.push_back(text(button->objectName()));
+  }
+  return json;
+}
+
 void show(const QWidget& window) {
-  const auto* const save = window.findChild<QAbstractButton*>(QStringLiteral("saveButton"));
   const auto* const spinner = window.findChild<QWidget*>(QStringLiteral("busySpinner"));
   const nlohmann::ordered_json json{
       {"status", shownText(window, "statusLine")},
       {"busy", spinner->isVisible()},
       {"message", shownText(window, "tuningMessage")},
       {"count", shownText(window, "unsavedCount")},
-      {"canSave", save != nullptr && save->isVisible() && save->isEnabled()},
+      {"buttons", buttons(window)},
       {"rows", rows(window)},
       {"question", shownText(window, "dialogMessage")},
       {"bases", bases(window)},

@@ -67,7 +67,7 @@ case_choosing_between_two_bases() {
     ctl --json devices
     expect_json '[.devices[].serialNumber] == ["QV-A", "QV-B"]'
     local id
-    id=$(jq -r '.devices[1].id' "$OUT")
+    id=$(json -r '.devices[1].id' "$OUT")
     ctl --json read
     expect_json '.tuning.set == 2'
     ctl --json --device QV-B read
@@ -85,7 +85,7 @@ case_the_same_port_keeps_the_id_over_a_replug() {
     start_base main --transport usb
     ctl --json devices
     local id
-    id=$(jq -r '.devices[0].id' "$OUT")
+    id=$(json -r '.devices[0].id' "$OUT")
     unplug main
     plug main
     ctl --json devices

@@ -44,7 +44,7 @@ case_it_asks_for_identity_and_menu_and_nothing_else() {
     expect_received main "$(tuning_packet 08 01 ff)"
     expect_received main "$(tuning_packet 08 02)"
     expect_received main "$(tuning_packet 03 02)"
-    expect_equal "packets received" "$(received main | wc -l)" 3
+    expect_packets main 3
 }
 
 case_a_base_that_answers_after_a_second_and_a_half() {
@@ -77,7 +77,7 @@ case_a_base_that_answers_identity_only() {
 
 # request_times NAME: when each menu request reached the base, in milliseconds.
 request_times() {
-    transcript "$1" | sed -n 's/^\([0-9]*\)\.\([0-9]*\) received ff 03 02 .*/\1\2/p'
+    sed -n 's/^\([0-9]*\)\.\([0-9]*\) received ff 03 02 .*/\1\2/p' "$work/$1.transcript"
 }
 
 # Each of the two sees the other's answers as well as its own.
@@ -104,7 +104,7 @@ expect_ten_reads() {
         expect_success
         expect_json '.tuning.values.FF == 65 and .identity != null'
     done
-    expect_equal "the number of menu requests" "$(request_times main | wc -l)" "$round"
+    expect_received main "$menu_requests" "$round"
 }
 
 case_ten_reads_beside_a_stream_of_wheel_reports() {

@@ -74,7 +74,7 @@ case_a_write_that_the_base_ignores() {
     start_base main --transport uhid --ignore FF
     ctl --json read
     local old
-    old=$(jq .tuning.values.FF "$OUT")
+    old=$(json .tuning.values.FF "$OUT")
     ((old != 37)) || fail "the base starts with the value to be written"
     ctl set FF=37
     expect_status 1
@@ -85,7 +85,7 @@ case_it_goes_on_after_an_ignored_write() {
     start_base main --transport uhid --ignore FF
     ctl --json read
     local old
-    old=$(jq .tuning.values.FF "$OUT")
+    old=$(json .tuning.values.FF "$OUT")
     ctl --json set FF=37 SHO=40
     expect_status 1
     expect_json '.results | length == 2'
@@ -120,12 +120,12 @@ case_a_base_that_answers_late() {
 case_an_interrupt_finishes_the_value_in_flight() {
     start_base main --transport uhid
     start_ctl save --json set SEN=540 FF=37 SHO=40 INT=6 FEI=50 FFS=LIN
-    wait_until 20 "the second write" write_count_is_at_least main 2
+    wait_until 20 "the second write" packets_reached main "$menu_writes" 2
     interrupt save
     join save
     expect_status 130
     expect_faster 2
     expect_json '[.results[] | select(.error == null)] | length >= 2 and length < 6'
     expect_json '.results | all(.error == null and .value == .readBack)'
-    expect_writes main "$(jq '.results | length' "$OUT")"
+    expect_writes main "$(json '.results | length' "$OUT")"
 }

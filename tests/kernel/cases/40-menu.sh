@@ -15,7 +15,7 @@ case_select_refuses_a_set_that_does_not_exist() {
     ctl select 6
     expect_status 1
     expect_error_text 'SLOT value 6 is outside 1...5'
-    expect_equal "packets received" "$(received main | wc -l)" 0
+    expect_packets main 0
     ctl --json read
     expect_json '.tuning.set == 1'
 }
@@ -58,7 +58,7 @@ case_factory_reset_with_yes() {
     start_base main --transport uhid
     ctl --json read
     local before
-    before=$(jq -c .tuning.values "$OUT")
+    before=$(json -c .tuning.values "$OUT")
     ctl set FF=37
     expect_success
     ctl factory-reset --yes

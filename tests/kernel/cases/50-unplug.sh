@@ -1,6 +1,6 @@
 # lines_of NAME FILTER COUNT: whether at least COUNT of the program's JSON lines pass FILTER.
 lines_of() {
-    (($(jq -c "select($2)" "$work/$1.out" 2>/dev/null | wc -l) >= $3))
+    (($(json -c "select($2)" "$work/$1.out" 2>/dev/null | wc -l) >= $3))
 }
 
 expect_event() {
@@ -10,7 +10,7 @@ expect_event() {
 case_in_the_middle_of_a_save() {
     start_base main --transport uhid
     start_ctl save --json set SEN=540 FF=37 SHO=40 INT=6 FEI=50 FFS=LIN
-    wait_until 20 "the third write" write_count_is_at_least main 3
+    wait_until 20 "the third write" packets_reached main "$menu_writes" 3
     mark
     base_command main unplug
     join save
@@ -24,7 +24,7 @@ case_in_the_middle_of_a_save() {
 case_in_the_middle_of_a_save_over_usb() {
     start_base main --transport usb
     start_ctl save set SEN=540 FF=37 SHO=40 INT=6 FEI=50 FFS=LIN
-    wait_until 20 "the third write" write_count_is_at_least main 3
+    wait_until 20 "the third write" packets_reached main "$menu_writes" 3
     mark
     base_command main unplug
     join save
@@ -49,17 +49,13 @@ case_before_the_read_back_of_a_value() {
 case_while_a_read_waits() {
     start_base main --transport uhid --answer-delay 1500
     start_ctl waiting read
-    wait_until 10 "the request" has_received main
+    wait_until 10 "the request" packets_reached main '*' 1
     mark
     base_command main unplug
     join waiting
     expect_faster 3
     expect_status 1
     [[ -s $ERR ]] || fail "no message"
-}
-
-has_received() {
-    [[ -n $(received "$1") ]]
 }
 
 case_a_base_works_again_after_a_replug() {
@@ -89,7 +85,7 @@ case_monitor_shows_arrival_removal_and_arrival() {
         join monitor
         stop_base "$transport"
         wait_until 10 "the node to go" node_count_is 0
-        expect_equal "the events" "$(jq -r .event "$OUT" | grep -v value | paste -sd ' ')" 'arrival removal arrival'
+        expect_equal "the events" "$(json -r .event "$OUT" | grep -v value | paste -sd ' ')" 'arrival removal arrival'
     done
 }
 
@@ -98,11 +94,6 @@ case_monitor_shows_a_base_plugged_in_later() {
     start_base main --transport usb
     wait_until 10 "the line of the arrival" grep -qF "arrival CSL DD / GT DD Pro / ClubSport DD $(node_of main)" \
         "$work/monitor.out"
-}
-
-# follows NAME COUNT: whether the monitor has asked the base NAME for its menu COUNT times, once after each arrival.
-follows() {
-    (($(received "$1" | grep -cxF "$(tuning_packet 03 02)" || true) == $2))
 }
 
 # expect_turn CODE VALUE: turned at the wheel, shown by the monitor.
@@ -115,18 +106,18 @@ expect_turn() {
 case_monitor_shows_values_turned_at_the_wheel() {
     start_base main --transport uhid --stream
     start_ctl monitor --json monitor
-    wait_until 10 "the first read" follows main 1
-    sleep 0.5
+    wait_until 10 "the first read" packets_reached main "$menu_requests" 1
+    pause 0.5
     expect_turn FF 41
     expect_turn SHO 30
     unplug main
     plug main
-    wait_until 10 "the read after the replug" follows main 2
-    sleep 0.5
+    wait_until 10 "the read after the replug" packets_reached main "$menu_requests" 2
+    pause 0.5
     expect_turn FF 52
     interrupt monitor
     join monitor
     expect_success
-    expect_equal "the events" "$(jq -r .event "$OUT" | grep -v wheel | paste -sd ' ')" \
+    expect_equal "the events" "$(json -r .event "$OUT" | grep -v wheel | paste -sd ' ')" \
         'arrival value value removal arrival value'
 }

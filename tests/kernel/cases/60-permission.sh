@@ -12,7 +12,7 @@ case_a_user_who_does_not_sit_at_the_machine() {
     expect_no_output
     ctl_as 1001 set FF=37
     expect_the_rule_to_be_named
-    expect_equal "packets received" "$(received main | wc -l)" 0
+    expect_packets main 0
 }
 
 case_devices_says_that_a_base_is_not_accessible() {

@@ -69,7 +69,7 @@ case_it_quits_in_the_middle_of_a_save() {
     start_model model QUORVANE_DEMO_STAGE=SEN=540,FF=37,SHO=40,INT=6,FEI=50
     expect_log model "$connected"
     tell model save
-    wait_until 20 "the first write" write_count_is_at_least main 1
+    wait_until 20 "the first write" packets_reached main "$menu_writes" 1
     quit_model model
 }
 

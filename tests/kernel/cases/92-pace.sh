@@ -14,7 +14,7 @@ processor_us() {
 measure() {
     local slept time
     slept=$(wakeups "$2") time=$(processor_us "$2")
-    sleep "$1"
+    pause "$1"
     WAKEUPS=$((($(wakeups "$2") - slept) / $1))
     PROCESSOR_US=$((($(processor_us "$2") - time) / $1))
 }
@@ -52,21 +52,21 @@ case_a_window_rests_beside_a_base_that_streams() {
     mark
     base_command main turn FF 41
     await_state window '.rows.FF == "Force feedback strength, 41 %"'
-    ELAPSED=$(($(milliseconds) - marked))
+    take_elapsed
     expect_faster 5
     wait_until 30 "the window to rest again" rests "$pid"
     mark
     base_command main unplug
     await_state window '.rows == {}'
-    ELAPSED=$(($(milliseconds) - marked))
+    take_elapsed
     expect_faster 5
     quit_model window
 }
 
 # answered NAME COUNT: whether the model has asked the base NAME for its menu COUNT times and is done.
 answered() {
-    (($(received "$1" | grep -cxF "$(tuning_packet 03 02)" || true) == $2)) || return 1
-    holds model '(.busy | not)'
+    count_packets "$1" "$menu_requests"
+    ((COUNT == $2)) && holds model '(.busy | not)'
 }
 
 # One read of the start, most of the others in a row, the last ones each to a program that rests.
@@ -75,10 +75,10 @@ case_every_read_beside_a_base_that_streams_is_answered() {
     start_base main --transport uhid --stream
     start_model model
     expect_log model "$connected"
-    for ((reads = 1; reads <= 180; ++reads)); do
+    for ((reads = 1; reads <= 192; ++reads)); do
         tell model refresh
     done
-    wait_until 60 "the answers" answered main 181
+    wait_until 60 "the answers" answered main 193
     for ((; reads <= 200; ++reads)); do
         wait_until 20 "the model to rest" rests "${background[model]}"
         tell model refresh

@@ -3,7 +3,7 @@ our_rule=/etc/udev/rules.d/70-quorvane.rules
 # expect_outcomes MARKS: one for each of usb, driver, node, access, reports, identity, tuning, holders and presets: +
 # passed, x failed, a dot is not checked.
 expect_outcomes() {
-    expect_equal "the outcomes" "$(jq -r '[.checks[] | {"pass": "+", "fail": "x"}[.outcome] // "."] | join("")' "$OUT")" "$1"
+    expect_equal "the outcomes" "$(json -r '[.checks[] | {"pass": "+", "fail": "x"}[.outcome] // "."] | join("")' "$OUT")" "$1"
 }
 
 # expect_check ID FILTER: FILTER holds of the check, with $node for the base's node.

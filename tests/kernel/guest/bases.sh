@@ -1,8 +1,7 @@
 # Simulated bases behind the kernel's own device nodes. Each has a name within its case.
 
-declare -A base_pid=() base_input=()
+declare -A base_pid=() base_input=() base_node=()
 
-# is_a_base SYSFS_DIRECTORY: no process is started here, since this is asked often and starting one is slow in the guest.
 is_a_base() {
     local line
     [[ -e $1/device/uevent ]] || return 1
@@ -12,32 +11,37 @@ is_a_base() {
     return 1
 }
 
-# list_nodes: the /dev/hidraw paths of all bases that the kernel knows now.
-list_nodes() {
+# find_nodes: leaves in the array nodes the /dev/hidraw paths of all bases that the kernel knows now.
+find_nodes() {
     local directory
+    nodes=()
     for directory in /sys/class/hidraw/*; do
         if is_a_base "$directory" 2>/dev/null; then
-            echo "/dev/${directory##*/}"
+            nodes+=("/dev/${directory##*/}")
         fi
     done
 }
 
 node_count_is() {
-    local -a nodes
-    mapfile -t nodes < <(list_nodes)
+    find_nodes
     ((${#nodes[@]} == $1))
 }
 
-# new_node BEFORE: the first node that the list BEFORE does not hold.
-new_node() {
-    local node
-    while read -r node; do
-        [[ $'\n'$1$'\n' == *$'\n'$node$'\n'* ]] || { echo "$node" && return; }
-    done < <(list_nodes)
+# has_new_node BEFORE: whether there is a node that the array BEFORE does not hold; leaves it in new_node.
+has_new_node() {
+    local -n before=$1
+    find_nodes
+    for new_node in "${nodes[@]}"; do
+        [[ " ${before[*]} " == *" $new_node "* ]] || return 0
+    done
+    return 1
 }
 
-has_new_node() {
-    [[ -n $(new_node "$1") ]]
+# wait_for_node NAME KNOWN: the base NAME has a node that the array KNOWN does not hold, and udev has dealt with it.
+wait_for_node() {
+    wait_until 15 "the node of '$1'" has_new_node "$2"
+    base_node[$1]=$new_node
+    udev_settles
 }
 
 udev_settles() {
@@ -46,14 +50,17 @@ udev_settles() {
 
 # said NAME WORD COUNT: whether the base NAME has printed the line WORD at least COUNT times.
 said() {
-    (($(grep -cx "$2" "$work/$1.stdout" || true) >= $3))
+    count_lines "$work/$1.stdout" "$2"
+    ((COUNT >= $3))
 }
 
 # start_base NAME OPTION...: plugs a base in and waits until udev has dealt with its node, as a person would.
 start_base() {
-    local name=$1 before input
+    local name=$1 input
+    local -a known
     shift
-    before=$(list_nodes)
+    find_nodes
+    known=("${nodes[@]}")
     mkfifo "$work/$name.stdin"
     exec {input}<>"$work/$name.stdin"
     base_input[$name]=$input
@@ -62,9 +69,7 @@ start_base() {
     base_pid[$name]=$!
     wait_until 15 "the base '$name' to be plugged in" plugged_or_dead "$name"
     is_running "${base_pid[$name]}" || fail "the base '$name' ended at once: $(<"$work/$name.stderr")"
-    wait_until 10 "the node of '$name'" has_new_node "$before"
-    udev_settles
-    new_node "$before" >"$work/$name.node"
+    wait_for_node "$name" known
 }
 
 plugged_or_dead() {
@@ -72,7 +77,7 @@ plugged_or_dead() {
 }
 
 node_of() {
-    cat "$work/$1.node"
+    echo "${base_node[$1]}"
 }
 
 # base_command NAME WORD...
@@ -84,20 +89,18 @@ base_command() {
 
 # unplug NAME; plug NAME: return when the node has gone, or has come back and udev has dealt with it.
 unplug() {
-    local count
-    count=$(list_nodes | wc -l)
+    find_nodes
     base_command "$1" unplug
-    wait_until 10 "the node of '$1' to go" node_count_is $((count - 1))
+    wait_until 10 "the node of '$1' to go" node_count_is $((${#nodes[@]} - 1))
     udev_settles
 }
 
 plug() {
-    local before
-    before=$(list_nodes)
+    local -a known
+    find_nodes
+    known=("${nodes[@]}")
     base_command "$1" plug
-    wait_until 15 "the node of '$1' to come back" has_new_node "$before"
-    udev_settles
-    new_node "$before" >"$work/$1.node"
+    wait_for_node "$1" known
 }
 
 # stop_base NAME: fails when it has to be killed.
@@ -123,17 +126,9 @@ stop_bases() {
     return "$status"
 }
 
-# transcript NAME; received NAME: what reached the base, one packet a line in hex.
-transcript() {
-    cat "$work/$1.transcript"
-}
-
-received() {
-    sed -n 's/^[0-9.]* received //p' "$work/$1.transcript"
-}
-
 show_base() {
-    echo "base '$1' said: $(paste -sd ' ' "$work/$1.stdout")"
-    sed 's/^/    stderr: /' "$work/$1.stderr"
-    tail -n 30 "$work/$1.transcript" | cut -c 1-140 | sed 's/^/    /'
+    echo "base '$1' said:"
+    show_lines "$work/$1.stdout" 0 100 '    stdout: %s'
+    show_lines "$work/$1.stderr" 0 100 '    stderr: %s'
+    show_lines "$work/$1.transcript" -30 30 '    %.140s'
 }

@@ -11,54 +11,62 @@ expect_success() {
 }
 
 expect_line() {
-    grep -qxF -- "$1" "$OUT" || fail "no line '$1' on standard output"
+    count_lines "$OUT" "$1"
+    ((COUNT > 0)) || fail "no line '$1' on standard output"
 }
 
 expect_text() {
-    grep -qF -- "$1" "$OUT" || fail "no '$1' on standard output"
+    [[ $(<"$OUT") == *"$1"* ]] || fail "no '$1' on standard output"
 }
 
 expect_error_text() {
-    grep -qF -- "$1" "$ERR" || fail "no '$1' on standard error"
+    [[ $(<"$ERR") == *"$1"* ]] || fail "no '$1' on standard error"
 }
 
 expect_no_output() {
     [[ ! -s $OUT ]] || fail "something on standard output"
 }
 
+# json [OPTION...] FILTER [FILE]: the language of jq, from a program that starts ten times as fast.
+json() {
+    gojq "$@"
+}
+
 # expect_json FILTER [JQ_OPTION...]: standard output is one JSON document of which FILTER holds.
 expect_json() {
     local filter=$1
     shift
-    [[ $(jq -s length "$OUT") == 1 ]] || fail "standard output is not one JSON document"
-    jq -e "$@" "$filter" "$OUT" >/dev/null || fail "does not hold: $filter ($*)"
+    json -e -s "$@" "length == 1 and (.[] | $filter)" "$OUT" >/dev/null ||
+        fail "standard output is not one JSON document of which this holds: $filter ($*)"
 }
 
 expect_equal() {
     [[ $2 == "$3" ]] || fail "$1"$'\n'"  is        $2"$'\n'"  should be $3"
 }
 
-# start_up_time: how long a start of the program takes in this guest now, in milliseconds.
-start_up_time() {
-    local begin
-    begin=$(milliseconds)
-    as_user quorvanectl --version >/dev/null
-    echo $(($(milliseconds) - begin))
-}
-
-# expect_faster SECONDS: what ran last took less, apart from what a busy host costs.
+# expect_faster SECONDS: what ran last took less, apart from what a busy host costs: four starts of a program.
 expect_faster() {
-    local limit=$(($1 * 1000 + 4 * $(start_up_time)))
-    ((ELAPSED < limit)) || fail "took $ELAPSED ms, more than $limit ms"
+    local took=$ELAPSED
+    ((took >= $1 * 1000)) || return 0
+    mark
+    as_user quorvanectl --version >/dev/null
+    take_elapsed
+    ((took < $1 * 1000 + 4 * ELAPSED)) || fail "took $took ms, more than $1 s and four starts of $ELAPSED ms"
 }
 
 # expect_received NAME PACKET [COUNT]: the base NAME received PACKET exactly COUNT times (once).
 expect_received() {
-    local count
-    count=$(received "$1" | grep -cxF -- "$2" || true)
-    ((count == ${3-1})) || fail "'$1' received $count times instead of ${3-1}: $2"
+    count_packets "$1" "$2"
+    ((COUNT == ${3-1})) || fail "'$1' received $COUNT times instead of ${3-1}: $2"
 }
 
 expect_writes() {
-    expect_equal "the number of menu writes that reached '$1'" "$(write_count "$1")" "$2"
+    count_packets "$1" "$menu_writes"
+    expect_equal "the number of menu writes that reached '$1'" "$COUNT" "$2"
+}
+
+# expect_packets NAME COUNT: that many reached the base, of whatever kind.
+expect_packets() {
+    count_packets "$1" '*'
+    expect_equal "the number of packets that reached '$1'" "$COUNT" "$2"
 }

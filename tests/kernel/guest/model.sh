@@ -1,18 +1,23 @@
 # The application model without its window, following the kernel's devices. Sourced after processes.sh.
 
-declare -A model_input=()
+declare -A model_input=() model_output=()
 
 # start_model NAME [VARIABLE=VALUE...]: in the background as user ${MODEL_UID-1000}, for the base ${MODEL_DEVICE-} where
 # that is set (a window only); its log is $work/NAME.err.
 start_model() {
-    local name=$1 input program=${MODEL_PROGRAM-quorvane-windowless}
+    local name=$1 input output program=${MODEL_PROGRAM-quorvane-windowless}
     shift
     mkfifo "$work/$name.stdin"
     exec {input}<>"$work/$name.stdin"
     model_input[$name]=$input
     echo "\$ $* $program &"
-    become "${MODEL_UID-1000}" env QUORVANE_LOG_STDERR=1 "$@" "$program" ${MODEL_DEVICE+"$MODEL_DEVICE"} \
-        <"$work/$name.stdin" >"$work/$name.out" 2>"$work/$name.err" {input}>&- &
+    : >"$work/$name.out"
+    exec {output}<"$work/$name.out"
+    model_output[$name]=$output
+    (
+        export QUORVANE_LOG_STDERR=1 "$@"
+        become "${MODEL_UID-1000}" "$program" ${MODEL_DEVICE+"$MODEL_DEVICE"}
+    ) <"$work/$name.stdin" >"$work/$name.out" 2>"$work/$name.err" {input}>&- {output}<&- &
     background[$name]=$!
     mark
 }
@@ -32,7 +37,8 @@ tell() {
 }
 
 logged() {
-    (($(grep -cxF -- "$2" "$work/$1.err" || true) >= $3))
+    count_lines "$work/$1.err" "$2"
+    ((COUNT >= $3))
 }
 
 # expect_log NAME LINE [COUNT]: the log holds LINE, or comes to hold it, at least COUNT times (once).
@@ -40,17 +46,24 @@ expect_log() {
     wait_until 20 "the log line '$2' of '$1'" logged "$1" "$2" "${3-1}"
 }
 
+# shown NAME: whether there is another whole line of the model; leaves in STATE what there is of it.
 shown() {
-    (($(wc -l <"$work/$1.out") > $2))
+    local more status=0
+    IFS= read -r -u "${model_output[$1]}" more || status=$?
+    STATE+=$more
+    return "$status"
+}
+
+# show_state NAME: leaves in STATE what the model shows now, as JSON.
+show_state() {
+    STATE=
+    tell "$1" show
+    wait_until 20 "the state of '$1'" shown "$1"
 }
 
 # expect_state NAME FILTER: FILTER holds of the state that the model shows now.
 expect_state() {
-    local count
-    count=$(wc -l <"$work/$1.out")
-    tell "$1" show
-    wait_until 10 "the state of '$1'" shown "$1" "$count"
-    tail -n 1 "$work/$1.out" | jq -e "$2" >/dev/null || fail "does not hold: $2 of $(tail -n 1 "$work/$1.out")"
+    holds "$1" "$2" || fail "does not hold: $2 of $STATE"
 }
 
 # await_state NAME FILTER: FILTER comes to hold.
@@ -59,7 +72,14 @@ await_state() {
 }
 
 holds() {
-    (expect_state "$1" "$2") >/dev/null
+    show_state "$1"
+    json -e "$2" <<<"$STATE" >/dev/null
+}
+
+# click NAME BUTTON: as soon as it can be clicked.
+click() {
+    await_state "$1" "any(.buttons[]; . == \"$2\")"
+    tell "$1" click "$2"
 }
 
 # quit_model NAME: it ends at once and well.

@@ -17,7 +17,7 @@ tuning_packet() {
 
 # menu_report: the raw report of the `read --json` that ran last, as words.
 menu_report() {
-    jq -r .tuning.raw "$OUT"
+    json -r .tuning.raw "$OUT"
 }
 
 # sdk_write REPORT OFFSET BYTE: the write that changes one byte of REPORT, with a device byte before the block.
@@ -39,15 +39,31 @@ linux_write() {
     echo "${bytes[*]}"
 }
 
-# writes: the packets of standard input that write the menu.
-writes() {
-    grep '^ff 03 00 ' || true
+# received NAME: what reached the base, one packet a line.
+received() {
+    local line
+    while read -r line; do
+        [[ $line != *" received "* ]] || echo "${line#* received }"
+    done <"$work/$1.transcript"
 }
 
-write_count() {
-    received "$1" | writes | wc -l
+# count_packets NAME PATTERN: leaves in COUNT how many packets that match PATTERN reached the base.
+count_packets() {
+    local line
+    local -a lines
+    mapfile -t lines <"$work/$1.transcript"
+    COUNT=0
+    for line in "${lines[@]}"; do
+        # shellcheck disable=SC2053
+        [[ $line != *" received "* || ${line#* received } != $2 ]] || ((++COUNT))
+    done
 }
 
-write_count_is_at_least() {
-    (($(write_count "$1") >= $2))
+menu_writes='ff 03 00 *'
+menu_requests='ff 03 02 *'
+
+# packets_reached NAME PATTERN COUNT: whether at least COUNT packets that match PATTERN reached the base.
+packets_reached() {
+    count_packets "$1" "$2"
+    ((COUNT >= $3))
 }

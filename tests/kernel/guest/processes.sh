@@ -1,25 +1,56 @@
-# Waiting, failing, and processes in the background.
+# Waiting, failing, and processes in the background. Starting a process is slow in the guest: what is done often is
+# done by the shell itself.
 
 declare -A background=()
+exec {silence}<>/run/quorvane/silence  # a pipe that nobody writes to
 
 fail() {
     echo "FAILED: $*"
     exit 1
 }
 
+# milliseconds NAME: sets the variable NAME to the time now.
 milliseconds() {
-    local now=${EPOCHREALTIME/./}
-    echo "${now%???}"
+    local microseconds=${EPOCHREALTIME/./}
+    printf -v "$1" %s "${microseconds%???}"
+}
+
+pause() {
+    read -rt "$1" -u "$silence" || true
 }
 
 # wait_until SECONDS WHAT COMMAND...: polls until COMMAND succeeds; fails naming WHAT when it does not in time.
 wait_until() {
-    local what=$2 deadline=$(($(milliseconds) + $1 * 1000))
+    local what=$2 deadline now
+    milliseconds deadline
+    ((deadline += $1 * 1000))
     shift 2
     until "$@"; do
-        (($(milliseconds) < deadline)) || fail "waited in vain for $what"
-        sleep 0.05
+        milliseconds now
+        ((now < deadline)) || fail "waited in vain for $what"
+        pause 0.05
     done
+}
+
+# count_lines FILE LINE: leaves in COUNT how often FILE has LINE.
+count_lines() {
+    local line
+    local -a lines
+    mapfile -t lines <"$1"
+    COUNT=0
+    for line in "${lines[@]}"; do
+        [[ $line != "$2" ]] || ((++COUNT))
+    done
+}
+
+# show_lines FILE FIRST COUNT FORMAT: COUNT lines of FILE from the line FIRST on; FIRST below zero counts from the end.
+show_lines() {
+    local -a lines
+    mapfile -t lines <"$1"
+    if ((${#lines[@]} == 0)); then return; fi
+    if (($2 < 0 && ${#lines[@]} < -$2)); then set -- "$1" 0 "$3" "$4"; fi
+    # shellcheck disable=SC2059
+    printf "$4\n" "${lines[@]:$2:$3}"
 }
 
 is_running() {
@@ -43,7 +74,13 @@ start_ctl() {
 
 # mark: from here on the time is taken that join leaves in ELAPSED.
 mark() {
-    marked=$(milliseconds)
+    milliseconds marked
+}
+
+# take_elapsed: leaves in ELAPSED the milliseconds since the mark.
+take_elapsed() {
+    milliseconds ELAPSED
+    ((ELAPSED -= marked)) || true
 }
 
 # interrupt NAME: as Ctrl-C does.
@@ -57,7 +94,7 @@ join() {
     local name=$1 pid=${background[$1]}
     OUT="$work/$name.out" ERR="$work/$name.err" STATUS=0
     wait_until 60 "the end of '$name'" has_ended "$pid"
-    ELAPSED=$(($(milliseconds) - marked))
+    take_elapsed
     wait "$pid" || STATUS=$?
     unset "background[$name]"
     show_outcome

@@ -18,18 +18,17 @@ as_user() {
 
 show_outcome() {
     echo "  exit status $STATUS after $ELAPSED ms"
-    head -c 4000 "$OUT" | sed 's/^/  stdout: /'
-    head -c 2000 "$ERR" | sed 's/^/  stderr: /'
+    show_lines "$OUT" 0 100 '  stdout: %.4000s'
+    show_lines "$ERR" 0 50 '  stderr: %.2000s'
 }
 
 # run COMMAND...: leaves its exit status in STATUS, its milliseconds in ELAPSED, its output in the files OUT and ERR.
 run() {
-    local begin
     OUT="$work/stdout" ERR="$work/stderr" STATUS=0
     echo "\$ $*"
-    begin=$(milliseconds)
+    mark
     "$@" >"$OUT" 2>"$ERR" || STATUS=$?
-    ELAPSED=$(($(milliseconds) - begin))
+    take_elapsed
     show_outcome
 }
 

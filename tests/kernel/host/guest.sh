@@ -7,7 +7,7 @@ cryptomgr.notests 8250.nr_uarts=1 net.ifnames=0"
 # run_qemu KERNEL SHARE: replaces the shell it is called in.
 run_qemu() {
     exec timeout --kill-after=10 "$guest_seconds" qemu-system-x86_64 \
-        -accel tcg,thread=multi -nodefaults -no-reboot -display none -cpu max -smp 2 -m 1024 \
+        -accel tcg,thread=multi -nodefaults -no-reboot -display none -cpu Nehalem -smp 2 -m 1024 \
         -kernel "$1" -initrd "$2/initramfs" -append "$kernel_command_line" -serial "file:$2/console" \
         -fsdev local,id=host,path=/,security_model=passthrough,multidevs=remap,readonly=on \
         -device virtio-9p-pci,fsdev=host,mount_tag=host \

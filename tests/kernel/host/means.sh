@@ -29,7 +29,7 @@ depmod kmod
 modprobe kmod
 udevadm udev
 cpio cpio
-jq jq
+gojq gojq
 setpriv util-linux
 apt-get apt
 dpkg-deb dpkg

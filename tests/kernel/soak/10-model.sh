@@ -67,10 +67,6 @@ case_200_rounds_of_unplugging_and_plugging() {
     quit_model model
 }
 
-requests_are() {
-    (($(received "$1" | grep -cxF "$(tuning_packet 03 02)") == $2))
-}
-
 # Reads of the model and of a second program while the base sends a report every millisecond: each of them has its
 # answer, and a value turned at the wheel shows in between.
 case_ten_minutes_of_input_at_1_kHz() {
@@ -79,10 +75,9 @@ case_ten_minutes_of_input_at_1_kHz() {
     start_model model
     expect_log model "$connected"
     idle_and_connected model
-    end=$(($(milliseconds) + 600000))
-    while (($(milliseconds) < end)); do
+    for ((end = SECONDS + 600; SECONDS < end; )); do
         tell model refresh
-        wait_until 10 "the request of read $reads" requests_are main $((++reads))
+        wait_until 10 "the request of read $reads" packets_reached main "$menu_requests" $((++reads))
         idle_and_connected model
         value=$(((value + 1) % 100))
         base_command main turn FF "$value"
@@ -94,7 +89,7 @@ case_ten_minutes_of_input_at_1_kHz() {
             ((++reads))
         fi
         ((reads != 20)) || take_figures model
-        sleep 0.5
+        pause 0.5
     done
     echo "$reads reads"
     ((reads > 40)) || fail "only $reads reads in ten minutes"
