@@ -41,6 +41,7 @@ function(quorvane_test folder)
   quorvane_program(${folder}_test
     SOURCES ${sources}
     DEPENDS quorvane_${folder} ${arg_DEPENDS} ${main})
+  add_dependencies(suites ${folder}_test)
   gtest_discover_tests(${folder}_test
     TEST_PREFIX "${folder}/"
     DISCOVERY_TIMEOUT 60

@@ -7,6 +7,7 @@
 #include <optional>
 #include <thread>
 #include <utility>
+#include <variant>
 
 namespace quorvane {
 namespace {
@@ -319,7 +320,9 @@ std::optional<HIDProperty> SimulatedDevice::property(std::string_view key) const
   MutexLock held(lock_);
   const auto found = properties_.find(key);
   if (found == properties_.end()) return std::nullopt;
-  return found->second;
+  // Copied before it becomes a variant: where memory runs out within the copy of a variant itself,
+  // GCC's library destroys what was never there.
+  return std::visit([](auto value) { return HIDProperty(std::move(value)); }, found->second);
 }
 
 std::vector<HIDElement> SimulatedDevice::elements() const {

@@ -16,7 +16,7 @@ ROWS = [
     (r"cmake --preset dev", "scripts/test", "cmake --preset dev"),
     (r"cmake --build --preset dev( --target \w+)?", "scripts/test", "cmake --build --preset dev"),
     (r"ctest --preset dev", "scripts/test", "ctest --preset dev"),
-    (r"(cmake|cmake --build|ctest) --preset (noqt|tsan)", ".ci/run", 'ctest --preset "$1"'),
+    (r"scripts/suites tsan", ".ci/run", "scripts/suites tsan"),
     (r"scripts/coverage", ".ci/run", "scripts/coverage"),
     (r"build/dev/bin/\w+_test( --gtest_filter=.*)?", "cmake/QuorvaneTargets.cmake",
      "gtest_discover_tests"),

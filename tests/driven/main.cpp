@@ -72,16 +72,15 @@ nlohmann::ordered_json buttons(const QWidget& window) {
 
 void show(const QWidget& window) {
   const auto* const spinner = window.findChild<QWidget*>(QStringLiteral("busySpinner"));
-  const nlohmann::ordered_json json{
-      {"status", shownText(window, "statusLine")},
-      {"busy", spinner->isVisible()},
-      {"message", shownText(window, "tuningMessage")},
-      {"count", shownText(window, "unsavedCount")},
-      {"buttons", buttons(window)},
-      {"rows", rows(window)},
-      {"question", shownText(window, "dialogMessage")},
-      {"bases", bases(window)},
-      {"checks", checks(window)}};
+  const nlohmann::ordered_json json{{"status", shownText(window, "statusLine")},
+                                    {"busy", spinner->isVisible()},
+                                    {"message", shownText(window, "tuningMessage")},
+                                    {"count", shownText(window, "unsavedCount")},
+                                    {"buttons", buttons(window)},
+                                    {"rows", rows(window)},
+                                    {"question", shownText(window, "dialogMessage")},
+                                    {"bases", bases(window)},
+                                    {"checks", checks(window)}};
   std::printf("%s\n", json.dump().c_str());
   std::fflush(stdout);
 }
