@@ -2,76 +2,21 @@
 // floor that the threads and the kernel set.
 
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
 #include <sys/socket.h>
-#include <sys/timerfd.h>
 #include <unistd.h>
 
 #include <array>
-#include <atomic>
-#include <cerrno>
-#include <cstdlib>
-#include <memory>
-#include <system_error>
 #include <utility>
 
 #include "bench/samples.h"
-#include "bench/wired_device.h"
-#include "session/wheel_base.h"
-#include "simulator/simulated_base.h"
+#include "bench/session_exchange.h"
+#include "bench/wires.h"
 #include "support/mutex.h"
 #include "support/thread.h"
 #include "support/unique_fd.h"
 
 namespace quorvane {
 namespace {
-
-// A pair of connected sockets that keep the borders of packets, as a node does.
-std::pair<UniqueFd, UniqueFd> wire() {
-  std::array<int, 2> ends{-1, -1};
-  if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-    throw std::system_error(errno, std::generic_category(), "socketpair");
-  }
-  return {UniqueFd(ends[0]), UniqueFd(ends[1])};
-}
-
-// The near end does not block, as an open node.
-std::pair<UniqueFd, UniqueFd> nodeLikeWire() {
-  auto ends = wire();
-  if (::fcntl(ends.first.get(), F_SETFL, O_NONBLOCK) != 0) {
-    throw std::system_error(errno, std::generic_category(), "fcntl");
-  }
-  return ends;
-}
-
-void put(int fd, ByteView bytes) {
-  if (::write(fd, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) std::abort();
-}
-
-// The far end of a wire: a thread that answers each request for the menu with the same report.
-class Responder {
- public:
-  explicit Responder(UniqueFd fd)
-      : fd_(std::move(fd)), thread_("responder", [this] { answer(); }) {}
-
-  int fd() const { return fd_.get(); }
-
-  // The thread ends when the near end is closed; call after that.
-  void join() { thread_.join(); }
-
- private:
-  void answer() {
-    const Bytes report = SimulatedBase(*FanatecProduct::lookup(0x0020)).menu().report();
-    const Bytes request = FanatecCommands::requestTuningSnapshot().wireBytes();
-    Bytes packet(request.size());
-    while (::read(fd_.get(), packet.data(), packet.size()) > 0) {
-      if (packet == request && ::write(fd_.get(), report.data(), report.size()) < 0) return;
-    }
-  }
-
-  UniqueFd fd_;
-  Thread thread_;
-};
 
 // The least that can be done: the caller writes the request, the responder answers, and one reader
 // thread, blocked in a plain read, takes the answer and wakes the caller through a mutex and a
@@ -120,65 +65,6 @@ class BareExchange {
   bool answered_ QUORVANE_GUARDED_BY(lock_) = false;
   Responder responder_;
   Thread reader_;
-};
-
-// The same exchange as a session does it, over the port that real nodes get.
-class SessionExchange {
- public:
-  SessionExchange() : SessionExchange(nodeLikeWire()) {}
-
-  ~SessionExchange() {
-    base_->disconnect();
-    base_.reset();
-    responder_.join();
-  }
-  SessionExchange(const SessionExchange&) = delete;
-  SessionExchange& operator=(const SessionExchange&) = delete;
-
-  void exchange() { benchmark::DoNotOptimize(base_->fetchTuning(WheelBase::readTimeout)); }
-
-  int farEnd() const { return responder_.fd(); }
-
- private:
-  explicit SessionExchange(std::pair<UniqueFd, UniqueFd> ends)
-      : base_(WheelBase::create(
-            HIDEnumerator::info(std::make_shared<WiredDevice>(std::move(ends.first))))),
-        responder_(std::move(ends.second)) {
-    base_->connect();
-  }
-
-  std::shared_ptr<WheelBase> base_;
-  Responder responder_;
-};
-
-// Sends a wheel-status report every millisecond.
-class StatusStream {
- public:
-  explicit StatusStream(int fd) : fd_(fd), thread_("stream", [this] { stream(); }) {}
-
-  ~StatusStream() {
-    stopped_ = true;
-    thread_.join();
-  }
-  StatusStream(const StatusStream&) = delete;
-  StatusStream& operator=(const StatusStream&) = delete;
-
- private:
-  void stream() {
-    const Bytes report = SimulatedBase(*FanatecProduct::lookup(0x0020)).wheelStatusReport();
-    const UniqueFd timer(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC));
-    constexpr timespec millisecond{0, 1'000'000};
-    const itimerspec period{millisecond, millisecond};
-    ::timerfd_settime(timer.get(), 0, &period, nullptr);
-    std::uint64_t ticks = 0;
-    while (!stopped_ && ::read(timer.get(), &ticks, sizeof ticks) > 0) {
-      for (; ticks > 0; --ticks) put(fd_, report);
-    }
-  }
-
-  int fd_;
-  std::atomic<bool> stopped_ = false;
-  Thread thread_;
 };
 
 constexpr int warmUp = 1000;

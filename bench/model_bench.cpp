@@ -1,6 +1,6 @@
 // What it costs to start the application model with a simulated base: the processor time of the
 // whole process from the model's construction until it is connected. The base answers at once, so
-// none of it is waiting.
+// none of it is waiting. And what a base is sent when others come and go beside it.
 
 #include <benchmark/benchmark.h>
 
@@ -15,20 +15,62 @@
 namespace quorvane {
 namespace {
 
+constexpr int lists = 100;
+
+// What a model needs beside its machine.
+struct Surroundings {
+  NoPanels panels;
+  PresetStore store{std::filesystem::temp_directory_path() / "quorvane-bench-presets.json"};
+
+  AppModel::World with(SimulatedMachine& machine) {
+    return {panels, machine.backend(), machine.usb(), machine.device().clock(), store};
+  }
+};
+
+// Returns once the condition holds.
+template <typename Condition>
+void runUntil(AppModel& model, Condition isMet) {
+  QEventLoop loop;
+  const auto quitWhenMet = [&] {
+    if (isMet()) loop.quit();
+  };
+  QObject::connect(&model, &AppModel::changed, &loop, quitWhenMet);
+  if (!isMet()) loop.exec();
+}
+
+void runUntilConnected(AppModel& model) {
+  runUntil(model, [&] { return model.isConnected() && model.tuning(); });
+}
+
 void startModelUntilConnected(benchmark::State& state) {
   SimulatedMachine machine(FanatecProduct::lookup(defaultSimulatedProduct).value());
-  NoPanels panels;
-  const PresetStore store(std::filesystem::temp_directory_path() / "quorvane-bench-presets.json");
+  Surroundings surroundings;
   for (auto _ : state) {
-    AppModel model({panels, machine.backend(), machine.usb(), machine.device().clock(), store});
-    QEventLoop loop;
-    QObject::connect(&model, &AppModel::changed, &loop, [&] {
-      if (model.isConnected() && model.tuning()) loop.quit();
-    });
-    loop.exec();
+    AppModel model(surroundings.with(machine));
+    runUntilConnected(model);
   }
 }
 BENCHMARK(startModelUntilConnected)->MeasureProcessCPUTime()->Unit(benchmark::kMillisecond);
+
+void listWhileConnected(benchmark::State& state) {
+  const FanatecProduct product = FanatecProduct::lookup(defaultSimulatedProduct).value();
+  SimulatedMachine machine({product, product});
+  SimulatedDevice& other = machine.device(1);
+  Surroundings surroundings;
+  AppModel model(surroundings.with(machine));
+  runUntilConnected(model);
+  runUntil(model, [&] { return !model.busy() && model.devices().size() == 2; });
+  const std::size_t before = machine.device().transcript().lines().size();
+  for (auto _ : state) {
+    other.unplug();
+    runUntil(model, [&] { return model.devices().size() == 1; });
+    other.plug();
+    runUntil(model, [&] { return model.devices().size() == 2; });
+  }
+  const std::size_t sent = machine.device().transcript().lines().size() - before;
+  state.counters["sent"] = static_cast<double>(sent);
+}
+BENCHMARK(listWhileConnected)->Iterations(lists);
 
 }  // namespace
 }  // namespace quorvane

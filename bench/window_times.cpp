@@ -1,19 +1,25 @@
-// window_times ROUNDS -- PROGRAM [ARGUMENT...] [-- PROGRAM [ARGUMENT...]]...
+// window_times ROUNDS -- [NAME=VALUE...] PROGRAM [ARGUMENT...] [-- ...]...
 //
-// Runs the programs in turn, ROUNDS times each, with their output thrown away, and watches from a
-// connection of its own what they do to the X server. Prints a line for every run: the number of
-// the program, then in microseconds from its start until its window was mapped, until the window
-// showed more than one colour, and until the last thing was drawn before a pause.
+// Runs the programs in turn, ROUNDS times each, with these additions to their environment and their
+// output thrown away, and watches from a connection of its own what they do to the X server. Prints
+// a line for every run: the number of the program, then in microseconds from its start until its
+// window was mapped, until the window showed more than one colour, and until the last thing was
+// drawn before a pause. A window counts that is large enough and says that it is of that process.
+//
+// A program that shows none gets one line with its number and "ended" or "windowless", and is not
+// run again.
 
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <xcb/damage.h>
 #include <xcb/xcb.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
@@ -26,6 +32,7 @@
 #include <vector>
 
 #include "bench/program_words.h"
+#include "support/unique_fd.h"
 
 namespace {
 
@@ -49,28 +56,81 @@ using Owned = std::unique_ptr<What, Free>;
 
 using Program = quorvane::ProgramWords;
 
+// This process's environment with what stands before the program's name.
+class Environment {
+ public:
+  explicit Environment(const Program& program) : additions_(program.begin(), nameOf(program)) {
+    const auto isReplaced = [&](const char* entry) {
+      const std::size_t length = std::strcspn(entry, "=") + 1;
+      return std::any_of(additions_.begin(), additions_.end(), [&](const char* addition) {
+        return std::strncmp(entry, addition, length) == 0;
+      });
+    };
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+      if (!isReplaced(*entry)) entries_.push_back(*entry);
+    }
+    entries_.insert(entries_.end(), additions_.begin(), additions_.end());
+    entries_.push_back(nullptr);
+  }
+
+  char* const* data() const { return entries_.data(); }
+
+  // Where the program's name stands: there is one, or its null pointer.
+  static Program::const_iterator nameOf(const Program& program) {
+    return std::find_if(program.begin(), program.end(), [](const char* word) {
+      return word == nullptr || std::strchr(word, '=') == nullptr;
+    });
+  }
+
+ private:
+  std::vector<char*> additions_;
+  std::vector<char*> entries_;
+};
+
 // A program between its start and its end.
 class Process {
  public:
   explicit Process(const Program& program) {
+    char* const* const words = &*Environment::nameOf(program);
+    if (*words == nullptr) fail("a program has no name");
+    const Environment environment(program);
     posix_spawn_file_actions_t silence;
     ::posix_spawn_file_actions_init(&silence);
     ::posix_spawn_file_actions_addopen(&silence, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     ::posix_spawn_file_actions_addopen(&silence, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    const int error = ::posix_spawnp(&id_, program[0], &silence, nullptr, program.data(), environ);
+    const int error = ::posix_spawnp(&id_, words[0], &silence, nullptr, words, environment.data());
     ::posix_spawn_file_actions_destroy(&silence);
     if (error != 0) fail("a program does not start");
+    end_ = quorvane::UniqueFd(static_cast<int>(::syscall(SYS_pidfd_open, id_, 0)));
+    if (!end_) fail("a program cannot be watched");
   }
 
-  ~Process() {
-    ::kill(id_, SIGTERM);
-    ::waitpid(id_, nullptr, 0);
-  }
+  ~Process() { stop(); }
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
+  pid_t id() const { return id_; }
+
+  // Readable once the process has ended.
+  int end() const { return end_.get(); }
+
+  // Returns when it is gone.
+  void stop() {
+    if (id_ < 0) return;
+    ::kill(id_, SIGTERM);
+    if (!hasEndedWithin(patience)) ::kill(id_, SIGKILL);
+    ::waitpid(id_, nullptr, 0);
+    id_ = -1;
+  }
+
+  bool hasEndedWithin(milliseconds time) const {
+    pollfd end{end_.get(), POLLIN, 0};
+    return ::poll(&end, 1, static_cast<int>(time.count())) > 0;
+  }
+
  private:
   pid_t id_ = -1;
+  quorvane::UniqueFd end_;
 };
 
 class Display {
@@ -85,6 +145,11 @@ class Display {
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
     const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_, root, XCB_CW_EVENT_MASK, &events);
+    const Owned<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        connection_, xcb_intern_atom(connection_, 0, std::strlen(processAtom), processAtom),
+        nullptr));
+    if (!atom) fail("the display has no names");
+    processProperty_ = atom->atom;
     sync();
   }
 
@@ -92,16 +157,19 @@ class Display {
   Display(const Display&) = delete;
   Display& operator=(const Display&) = delete;
 
-  // The next event by the deadline.
-  Owned<xcb_generic_event_t> next(Steady::time_point deadline) {
+  // The next event by the deadline; none, too, once `process` has ended and all its events were
+  // taken.
+  Owned<xcb_generic_event_t> next(Steady::time_point deadline, const Process* process = nullptr) {
     for (;;) {
       Owned<xcb_generic_event_t> event(xcb_poll_for_event(connection_));
       if (event) return event;
       if (xcb_connection_has_error(connection_) != 0) fail("the display is gone");
       const auto left = std::chrono::ceil<milliseconds>(deadline - Steady::now()).count();
       if (left <= 0) return nullptr;
-      pollfd wire{xcb_get_file_descriptor(connection_), POLLIN, 0};
-      ::poll(&wire, 1, static_cast<int>(left));
+      std::array<pollfd, 2> sources{{{xcb_get_file_descriptor(connection_), POLLIN, 0},
+                                     {process != nullptr ? process->end() : -1, POLLIN, 0}}};
+      ::poll(sources.data(), sources.size(), static_cast<int>(left));
+      if (sources[0].revents == 0 && sources[1].revents != 0) return nullptr;
     }
   }
 
@@ -113,6 +181,21 @@ class Display {
     xcb_damage_create(connection_, xcb_generate_id(connection_), window,
                       XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
     xcb_flush(connection_);
+  }
+
+  // Whether the window says that it is the process's, and is large enough to be more than a helper.
+  bool isOf(const Process& process, xcb_window_t window) {
+    const Owned<xcb_get_property_reply_t> owner(xcb_get_property_reply(
+        connection_,
+        xcb_get_property(connection_, 0, window, processProperty_, XCB_ATOM_CARDINAL, 0, 1),
+        nullptr));
+    if (!owner || xcb_get_property_value_length(owner.get()) != sizeof(std::uint32_t)) return false;
+    std::uint32_t id = 0;
+    std::memcpy(&id, xcb_get_property_value(owner.get()), sizeof id);
+    const Owned<xcb_get_geometry_reply_t> size(
+        xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
+    return id == static_cast<std::uint32_t>(process.id()) && size && size->width >= leastSide &&
+           size->height >= leastSide;
   }
 
   bool showsColours(xcb_window_t window) {
@@ -140,31 +223,40 @@ class Display {
   }
 
  private:
+  static constexpr const char* processAtom = "_NET_WM_PID";
+
   xcb_connection_t* connection_;
   int damageNotify_ = 0;
+  xcb_atom_t processProperty_ = XCB_ATOM_NONE;
 };
 
 struct Times {
-  std::optional<Steady::time_point> mapped;
+  Steady::time_point mapped;
   std::optional<Steady::time_point> painted;
   Steady::time_point drawn;
 };
 
+// What a process does to the display.
 class Watch {
  public:
-  explicit Watch(Display& display) : display_(display) {}
+  Watch(Display& display, const Process& process) : display_(display), process_(process) {}
 
-  // Follows the program's window until it stays as it is.
-  Times follow(Steady::time_point begin) {
+  // Follows the process's window until it stays as it is. None when no window is painted.
+  std::optional<Times> follow(Steady::time_point begin) {
     for (;;) {
       const auto deadline = times_.painted ? times_.drawn + pause : begin + patience;
-      const auto event = display_.next(deadline);
-      if (!event && times_.painted) return times_;
-      if (!event) fail("a program shows no window");
-      take(*event);
+      const auto event = display_.next(deadline, &process_);
+      if (event) {
+        take(*event);
+      } else if (times_.painted) {
+        return times_;
+      } else {
+        return std::nullopt;
+      }
     }
   }
 
+  // Blocks until the window that was followed is gone.
   void waitUntilGone() {
     while (!isGone_) {
       const auto event = display_.next(Steady::now() + patience);
@@ -183,21 +275,31 @@ class Watch {
     switch (event.response_type & 0x7F) {
       case XCB_CREATE_NOTIFY: {
         const auto& made = reinterpret_cast<const xcb_create_notify_event_t&>(event);
-        if (made.width >= leastSide && made.height >= leastSide) display_.reportDamage(made.window);
+        if (made.width >= leastSide && made.height >= leastSide) watchDamage(made.window);
         break;
       }
       case XCB_MAP_NOTIFY:
-        if (window_ == XCB_WINDOW_NONE) {
-          window_ = reinterpret_cast<const xcb_map_notify_event_t&>(event).window;
-          times_.mapped = now;
-        }
+        mapped(reinterpret_cast<const xcb_map_notify_event_t&>(event).window, now);
         break;
       case XCB_DESTROY_NOTIFY:
-        isGone_ = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == window_;
+        isGone_ |= reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == window_;
         break;
       default:
         break;
     }
+  }
+
+  void watchDamage(xcb_window_t window) {
+    display_.reportDamage(window);
+    watched_.push_back(window);
+  }
+
+  void mapped(xcb_window_t window, Steady::time_point now) {
+    if (window_ != XCB_WINDOW_NONE || !display_.isOf(process_, window)) return;
+    window_ = window;
+    times_.mapped = now;
+    // One that was small at first: what it shows by now is reported at once.
+    if (std::find(watched_.begin(), watched_.end(), window) == watched_.end()) watchDamage(window);
   }
 
   void damaged(xcb_drawable_t drawable, Steady::time_point now) {
@@ -207,35 +309,41 @@ class Watch {
   }
 
   Display& display_;
+  const Process& process_;
+  std::vector<xcb_window_t> watched_;
   xcb_window_t window_ = XCB_WINDOW_NONE;
   bool isGone_ = false;
   Times times_;
 };
 
-void measure(Display& display, const Program& program, std::size_t number, bool counts) {
+// Prints what there is to say. False when the program shows no window.
+bool measure(Display& display, const Program& program, std::size_t number, bool counts) {
   display.sync();
-  Watch watch(display);
-  Times times;
   const auto begin = Steady::now();
-  {
-    const Process process(program);
-    times = watch.follow(begin);
+  Process process(program);
+  Watch watch(display, process);
+  const std::optional<Times> times = watch.follow(begin);
+  if (!times) {
+    const bool ended = process.hasEndedWithin(milliseconds(0));
+    std::printf("%zu %s\n", number, ended ? "ended" : "windowless");
+  } else if (counts) {
+    const auto microseconds = [&](Steady::time_point moment) {
+      return std::chrono::duration<double, std::micro>(moment - begin).count();
+    };
+    std::printf("%zu %.0f %.0f %.0f\n", number, microseconds(times->mapped),
+                microseconds(*times->painted), microseconds(times->drawn));
   }
-  watch.waitUntilGone();
-  if (!counts) return;
-  const auto microseconds = [&](Steady::time_point moment) {
-    return std::chrono::duration<double, std::micro>(moment - begin).count();
-  };
-  std::printf("%zu %.0f %.0f %.0f\n", number, microseconds(*times.mapped),
-              microseconds(*times.painted), microseconds(times.drawn));
   std::fflush(stdout);
+  process.stop();
+  if (times) watch.waitUntilGone();
+  return times.has_value();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   const int rounds = argc > 2 ? std::atoi(argv[1]) : 0;
-  if (rounds < 1) fail("usage: window_times ROUNDS -- PROGRAM [ARGUMENT...]...");
+  if (rounds < 1) fail("usage: window_times ROUNDS -- [NAME=VALUE...] PROGRAM [ARGUMENT...]...");
   std::vector<Program> programs;
   try {
     programs = quorvane::programsOf(argv + 2);
@@ -243,10 +351,11 @@ int main(int argc, char** argv) {
     fail(error.what());
   }
   Display display;
+  std::vector<bool> shows(programs.size(), true);
   // The first run of each fills the caches and does not count.
   for (int round = 0; round <= rounds; ++round) {
     for (std::size_t i = 0; i < programs.size(); ++i) {
-      measure(display, programs[i], i + 1, round > 0);
+      shows[i] = shows[i] && measure(display, programs[i], i + 1, round > 0);
     }
   }
   return 0;

@@ -33,12 +33,14 @@ ROWS = [
      "tests/kernel/cases/60-permission.sh", "udevadm control --reload"),
     # The window.
     (r"quorvane --simulate(=DD1)?", "tests/window/smoke", '"$bin/quorvane" --simulate'),
-    (r"QUORVANE_LOG_STDERR=1 quorvane --simulate", "bench/window",
-     "QUORVANE_LOG_STDERR=1 start quorvane --simulate"),
+    (r"QUORVANE_LOG_STDERR=1 quorvane --simulate", "bench/parts/drawing.sh",
+     'start QUORVANE_LOG_STDERR=1 "$bin/quorvane" --simulate'),
     # Tests and measurements that need more than a build.
     (r"tests/kernel/run build/dev --case \w+", ".ci/run", "tests/kernel/run build/dev"),
     (r"scripts/fuzz --seconds \d+ --jobs \d+( \w+)+", ".ci/run", "scripts/fuzz"),
     (r"tests/kernel/run --soak build/dev", "tests/kernel/run", "if [[ ${1-} == --soak ]]; then"),
+    (r"bench/run( --quick| --document)?", ".ci/run", "bench/run --quick --document="),
+    (r"bench/run --only [a-z-]+", "bench/run", 'source "bench/parts/$part.sh"'),
     (r"scripts/fault-table", ".ci/run", "scripts/fault-table --check build/dev"),
     (r"scripts/soak", ".ci/run", "scripts/soak --quick build/dev"),
     (r"scripts/screenshots( --readme)?", ".ci/run", "scripts/screenshots"),
