@@ -101,6 +101,10 @@ inline constexpr std::string_view maxFeatureReportSize = "MaxFeatureReportSize";
 inline constexpr std::string_view reportDescriptor = "ReportDescriptor";
 }  // namespace HIDPropertyKey
 
+// A copy of a property, if there is one. Safe when memory runs out, which the copying of a
+// HIDProperty as such is not: libstdc++ 12 then destroys a value that was never made.
+std::optional<HIDProperty> propertyIn(const HIDProperties& properties, std::string_view key);
+
 // Adds what a device's properties take from its descriptor: the descriptor itself, the primary
 // usage (of the first top-level collection) and the largest report sizes, report ID byte counted.
 // An empty descriptor adds nothing.

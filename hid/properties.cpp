@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "hid/port.h"
 #include "hid/report_descriptor.h"
@@ -16,6 +17,13 @@ std::int64_t largestReport(const std::vector<HIDReportSummary>& reports,
 }
 
 }  // namespace
+
+std::optional<HIDProperty> propertyIn(const HIDProperties& properties, std::string_view key) {
+  const auto found = properties.find(key);
+  if (found == properties.end()) return std::nullopt;
+  return std::visit([](auto value) { return std::optional<HIDProperty>(std::move(value)); },
+                    found->second);
+}
 
 void addDescriptorProperties(HIDProperties& properties, const Bytes& descriptor) {
   if (descriptor.empty()) return;

@@ -7,7 +7,6 @@
 #include <optional>
 #include <thread>
 #include <utility>
-#include <variant>
 
 namespace quorvane {
 namespace {
@@ -37,6 +36,7 @@ class SimulatedDevice::Port final : public HIDPort {
       MutexLock held(device_->lock_);
       std::erase(device_->ports_, this);
       std::erase(device_->line_, this);
+      ++device_->visits_;
       device_->changed_.notifyAll();
     }
     device_->transcript_.add("close");
@@ -115,14 +115,14 @@ class SimulatedDevice::Port final : public HIDPort {
 
   void watchForOthers() override {
     MutexLock held(device_->lock_);
-    if (!seenOpenings_) seenOpenings_ = device_->openings_;
+    if (!seenVisits_) seenVisits_ = device_->visits_;
   }
 
   bool othersMayHaveWritten() override {
     MutexLock held(device_->lock_);
-    const bool nobodyCame = seenOpenings_ == device_->openings_;
-    if (seenOpenings_) seenOpenings_ = device_->openings_;
-    return !nobodyCame || !device_->isAlone(this) || !device_->hasTurns_;
+    const bool hasComeOrGone = seenVisits_ != device_->visits_ || !device_->tellsOpenings_;
+    if (seenVisits_) seenVisits_ = device_->visits_;
+    return hasComeOrGone || !device_->isAlone(this) || !device_->hasTurns_;
   }
 
   bool isExclusive() const { return exclusive_; }
@@ -172,8 +172,8 @@ class SimulatedDevice::Port final : public HIDPort {
   const int plugCount_;  // of the base that was opened
   std::deque<Bytes> queue_;
   std::optional<std::thread::id> interrupter_;
-  std::optional<int> seenOpenings_;  // of the device, while others are watched for
-  bool handling_ = false;            // the reader is at work on a report
+  std::optional<int> seenVisits_;  // of the device, while others are watched for
+  bool handling_ = false;          // the reader is at work on a report
   bool ended_ = false;
 };
 
@@ -289,6 +289,11 @@ void SimulatedDevice::setHasTurns(bool hasTurns) {
   hasTurns_ = hasTurns;
 }
 
+void SimulatedDevice::setTellsOpenings(bool tellsOpenings) {
+  MutexLock held(lock_);
+  tellsOpenings_ = tellsOpenings;
+}
+
 void SimulatedDevice::setOnPlugChange(std::function<void()> handler) {
   MutexLock held(lock_);
   onPlugChange_ = std::move(handler);
@@ -318,11 +323,7 @@ std::vector<std::string> SimulatedDevice::violations() const {
 
 std::optional<HIDProperty> SimulatedDevice::property(std::string_view key) const {
   MutexLock held(lock_);
-  const auto found = properties_.find(key);
-  if (found == properties_.end()) return std::nullopt;
-  // Copied before it becomes a variant: where memory runs out within the copy of a variant itself,
-  // GCC's library destroys what was never there.
-  return std::visit([](auto value) { return HIDProperty(std::move(value)); }, found->second);
+  return propertyIn(properties_, key);
 }
 
 std::vector<HIDElement> SimulatedDevice::elements() const {
@@ -340,7 +341,7 @@ HIDOpenResult SimulatedDevice::open(bool exclusive) {
   }
   pump();  // what was due before is not for this port
   auto port = std::make_unique<Port>(shared_from_this(), exclusive, base_.plugCount());
-  ++openings_;
+  ++visits_;
   ports_.push_back(port.get());
   transcript_.add(exclusive ? "open exclusive" : "open");
   return {HIDReturnCode::success, std::move(port)};

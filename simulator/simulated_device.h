@@ -53,6 +53,10 @@ class SimulatedDevice final : public HIDDeviceHandle,
   // Whether ports take turns at writing; without, as on a system that has no locks.
   void setHasTurns(bool hasTurns);
 
+  // Whether ports notice who opens the device and closes it; without, as where the system watches
+  // no more files for its user.
+  void setTellsOpenings(bool tellsOpenings);
+
   // Called after the device was plugged or unplugged, on the thread that caused it.
   void setOnPlugChange(std::function<void()> handler);
 
@@ -93,7 +97,8 @@ class SimulatedDevice final : public HIDDeviceHandle,
   HIDProperties properties_ QUORVANE_GUARDED_BY(lock_);
   std::vector<Port*> ports_ QUORVANE_GUARDED_BY(lock_);
   std::vector<const Port*> line_ QUORVANE_GUARDED_BY(lock_);  // for the turn; the first has it
-  int openings_ QUORVANE_GUARDED_BY(lock_) = 0;
+  int visits_ QUORVANE_GUARDED_BY(lock_) = 0;                 // openings and closings
+  bool tellsOpenings_ QUORVANE_GUARDED_BY(lock_) = true;
   bool hasTurns_ QUORVANE_GUARDED_BY(lock_) = true;
   std::vector<std::string> violations_ QUORVANE_GUARDED_BY(lock_);
   HIDReturn openFailure_ QUORVANE_GUARDED_BY(lock_) = HIDReturnCode::success;

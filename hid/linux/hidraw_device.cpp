@@ -18,9 +18,7 @@ HIDOpenResult failed(int error) { return {hidReturnFromErrno(error), nullptr}; }
 }  // namespace
 
 std::optional<HIDProperty> HidrawDevice::property(std::string_view key) const {
-  const auto found = properties_.find(key);
-  if (found == properties_.end()) return std::nullopt;
-  return found->second;
+  return propertyIn(properties_, key);
 }
 
 bool HidrawDevice::accessible() const {

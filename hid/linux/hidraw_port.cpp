@@ -1,6 +1,7 @@
 #include "hid/linux/hidraw_port.h"
 
 #include <linux/hidraw.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 
 #include <cerrno>
@@ -101,6 +102,14 @@ HIDReturn HidrawPort::getReport(HIDReportKind kind, std::uint8_t reportID,
   if (returned < 0) return lastError();
   length = static_cast<std::size_t>(returned);
   return HIDReturnCode::success;
+}
+
+// Whoever has its turn at a device that has left keeps nobody from being told so.
+bool HidrawPort::tryWriteTurn() { return line_.tryTurn() || hasLeft(); }
+
+bool HidrawPort::hasLeft() const {
+  pollfd node{node_.get(), 0, 0};
+  return ::poll(&node, 1, 0) > 0;
 }
 
 void HidrawPort::watchForOthers() {

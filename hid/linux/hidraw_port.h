@@ -29,7 +29,7 @@ class HidrawPort final : public HIDPort {
   HIDReturn write(std::uint8_t reportID, ByteView data) override;
   HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID, std::span<std::uint8_t> buffer,
                       std::size_t& length) override;
-  bool tryWriteTurn() override { return line_.tryTurn(); }
+  bool tryWriteTurn() override;
   void endWriteTurn() override { line_.leave(); }
   void watchForOthers() override;
   bool othersMayHaveWritten() override;
@@ -37,6 +37,7 @@ class HidrawPort final : public HIDPort {
  private:
   static bool gatherPause(int signal);
 
+  bool hasLeft() const;
   bool waitForReport();
   void letGather();
   std::optional<ReadResult> take(std::span<std::uint8_t> buffer);

@@ -27,10 +27,19 @@ struct flock lockOn(int byte, int type) {
   return lock;
 }
 
+// A signal that comes in between is no answer.
+int ask(int node, int command, struct flock& lock) {
+  int answer = 0;
+  do {
+    answer = ::fcntl(node, command, &lock);
+  } while (answer < 0 && errno == EINTR);
+  return answer;
+}
+
 // None when the lock cannot be had at all.
 std::optional<bool> tryLock(int node, int byte, int type) {
   struct flock lock = lockOn(byte, type);
-  if (::fcntl(node, F_OFD_SETLK, &lock) == 0) return true;
+  if (ask(node, F_OFD_SETLK, lock) == 0) return true;
   if (errno == EAGAIN || errno == EACCES) return false;
   return std::nullopt;
 }
@@ -60,7 +69,7 @@ void WriteLine::leave() {
 
 bool WriteLine::areOthersThere() const {
   struct flock other = lockOn(presence, F_WRLCK);
-  return !canLock_ || ::fcntl(node_, F_OFD_GETLK, &other) != 0 || other.l_type != F_UNLCK;
+  return !canLock_ || ask(node_, F_OFD_GETLK, other) != 0 || other.l_type != F_UNLCK;
 }
 
 }  // namespace quorvane

@@ -10,12 +10,14 @@ namespace quorvane {
 namespace {
 
 constexpr Seconds answerLimit{2.0};
+constexpr Seconds turnLimit{2.0};
 
 using Matches = bool (*)(const Step&);
 
 bool isPacket(const Step& step) { return step.isPacket(); }
 bool isPause(const Step& step) { return step.kind == Step::Kind::pause; }
 bool isAnswer(const Step& step) { return step.isAnswer(); }
+bool isTurn(const Step& step) { return step.isTurn(); }
 
 std::size_t countOf(const Dialogue& dialogue, Matches matches) {
   std::size_t count = 0;
@@ -64,6 +66,7 @@ class Walk {
     const bool isGone = number >= disturbance_.goneFrom;
     if (step.isPacket()) return send(step, isGone);
     if (step.isAnswer()) return await(step, isGone);
+    if (step.isTurn()) return isGone ? std::nullopt : waitForTurn();
     prediction_.time += step.duration;
     return std::nullopt;
   }
@@ -73,8 +76,9 @@ class Walk {
     ++packets_;
     const bool isRefused = packets_ >= disturbance_.refusedFrom &&
                            packets_ - disturbance_.refusedFrom < disturbance_.refusedCount;
-    if (!isRefused) return std::nullopt;
-    return refusalText(step, "IOReturn 0x0000C005");
+    if (isRefused) return refusalText(step, "IOReturn 0x0000C005");
+    ++prediction_.packets;
+    return std::nullopt;
   }
 
   std::optional<std::string> await(const Step& step, bool isGone) {
@@ -90,7 +94,15 @@ class Walk {
     return timeoutText(step);
   }
 
+  std::optional<std::string> waitForTurn() {
+    const bool isTaken = ++turns_ == disturbance_.turnTaken || !disturbance_.turnAfter;
+    if (isTaken) prediction_.time += disturbance_.turnAfter.value_or(turnLimit);
+    if (disturbance_.turnAfter) return std::nullopt;
+    return noTurnText();
+  }
+
   std::optional<std::string> verdict(const Part& part) const {
+    if (!part.refusal.empty()) return part.refusal;
     const bool isVerified = !part.code.empty() && part.steps.back().isAnswer();
     if (!isVerified) return std::nullopt;
     const bool isBad = part.code == disturbance_.badCode;
@@ -103,17 +115,49 @@ class Walk {
   Prediction prediction_;
   std::size_t step_ = 0;
   std::size_t packets_ = 0;
+  std::size_t turns_ = 0;
 };
 
 }  // namespace
 
 Part verifiedWrite(std::string code, std::string kept) {
-  return {{menuPacket, pauseOf(0.25), menuPacket, menuAnswer}, std::move(kept), std::move(code)};
+  return {{ownTurn, menuPacket, pauseOf(0.25), menuPacket, menuAnswer},
+          std::move(kept),
+          std::move(code)};
+}
+
+Part meantWrite(std::string code, std::string kept) {
+  Part part = verifiedWrite(std::move(code), std::move(kept));
+  part.isMeant = true;
+  return part;
+}
+
+Part readFirst(Part part) {
+  const bool reads = part.steps.size() > 2 && part.steps[2].isAnswer();
+  if (!reads) part.steps.insert(part.steps.begin() + 1, {menuPacket, menuAnswer});
+  return part;
+}
+
+Part refused(Part part, std::string refusal) {
+  part.steps = {ownTurn};
+  part.refusal = std::move(refusal);
+  return part;
+}
+
+bool Prediction::failsWholly() const {
+  return !errors.empty() && std::all_of(errors.begin(), errors.end(),
+                                        [](const auto& error) { return error.has_value(); });
 }
 
 std::size_t packetsIn(const Dialogue& dialogue) { return countOf(dialogue, isPacket); }
 std::size_t pausesIn(const Dialogue& dialogue) { return countOf(dialogue, isPause); }
 std::size_t answersIn(const Dialogue& dialogue) { return countOf(dialogue, isAnswer); }
+std::size_t turnsIn(const Dialogue& dialogue) { return countOf(dialogue, isTurn); }
+
+std::size_t valuesIn(const Dialogue& dialogue) {
+  return static_cast<std::size_t>(std::count_if(
+      dialogue.begin(), dialogue.end(), [](const Part& part) { return !part.code.empty(); }));
+}
 
 std::size_t stepOfPacket(const Dialogue& dialogue, std::size_t number) {
   return stepOf(dialogue, isPacket, number);
@@ -123,6 +167,9 @@ std::size_t stepOfPause(const Dialogue& dialogue, std::size_t number) {
 }
 std::size_t stepOfAnswer(const Dialogue& dialogue, std::size_t number) {
   return stepOf(dialogue, isAnswer, number);
+}
+std::size_t stepOfTurn(const Dialogue& dialogue, std::size_t number) {
+  return stepOf(dialogue, isTurn, number);
 }
 
 Prediction predict(const Dialogue& dialogue, const Disturbance& disturbance) {
@@ -140,6 +187,11 @@ std::string timeoutText(const Step& answer) {
   }
   return "Timed out waiting for tuning menu report (is the base in PC mode and on a supported "
          "firmware?)";
+}
+
+std::string noTurnText() {
+  return "Timed out waiting for another program that is writing to the base; try again when it has "
+         "finished";
 }
 
 }  // namespace quorvane

@@ -18,11 +18,6 @@ std::size_t menuAnswersIn(const Dialogue& dialogue) {
   return count;
 }
 
-std::size_t valuesIn(const Dialogue& dialogue) {
-  return static_cast<std::size_t>(std::count_if(
-      dialogue.begin(), dialogue.end(), [](const Part& part) { return !part.code.empty(); }));
-}
-
 Misbehaviour refusedPackets(std::string name, int count) {
   return {std::move(name),
           Need::packet,
@@ -64,6 +59,10 @@ std::string reasonWithout(Need need) {
       return "waits for no menu";
     case Need::value:
       return "writes no value";
+    case Need::values:
+      return "writes no second value";
+    case Need::turn:
+      return "takes no turn at writing";
     case Need::node:
       return "opens no node";
     case Need::file:
@@ -86,6 +85,10 @@ std::size_t countOf(Need need, const Dialogue& dialogue) {
       return menuAnswersIn(dialogue);
     case Need::value:
       return valuesIn(dialogue);
+    case Need::values:
+      return std::max<std::size_t>(valuesIn(dialogue), 1) - 1;
+    case Need::turn:
+      return std::min<std::size_t>(turnsIn(dialogue), 1);
     case Need::node:
     case Need::file:
       return 0;
@@ -133,9 +136,15 @@ const std::vector<Misbehaviour>& misbehaviours() {
   return all;
 }
 
-std::size_t Departure::goneFrom(const Dialogue& dialogue, std::size_t n) const {
+// From which step on it is missed depends on when others see that it has left.
+void Departure::disturb(Disturbance& disturbance, const Dialogue& dialogue, std::size_t n) const {
   const std::size_t step = stepOf(dialogue, n);
-  return need == Need::answer ? step : step + 1;
+  disturbance.goneFrom = need == Need::answer ? step : step + 1;
+  disturbance.answerAfter = answerDelay();
+  if (need == Need::turn) {
+    disturbance.turnTaken = n;
+    disturbance.turnAfter = Seconds(0.01);
+  }
 }
 
 Seconds Departure::answerDelay() const { return Seconds(need == Need::answer ? 0.001 : 0); }
@@ -145,6 +154,7 @@ const std::vector<Departure>& departures() {
       {"the base leaves on packet #", Need::packet, stepOfPacket},
       {"the base leaves in pause #", Need::pause, stepOfPause},
       {"the base leaves while answer # is awaited", Need::answer, stepOfAnswer},
+      {"the base leaves while another program has its turn", Need::turn, stepOfTurn},
   };
   return all;
 }

@@ -11,7 +11,7 @@
 namespace quorvane {
 
 // What an operation must have for a fault to meet it.
-enum class Need { nothing, packet, pause, answer, menu, value, node, file };
+enum class Need { nothing, packet, pause, answer, menu, value, values, turn, node, file };
 
 // Why a fault cannot meet an operation that has none of it.
 std::string reasonWithout(Need need);
@@ -42,8 +42,7 @@ struct Departure {
   Need need = Need::nothing;
   std::size_t (*stepOf)(const Dialogue&, std::size_t n) = nullptr;
 
-  // From which step on it is missed.
-  std::size_t goneFrom(const Dialogue& dialogue, std::size_t n) const;
+  void disturb(Disturbance& disturbance, const Dialogue& dialogue, std::size_t n) const;
 
   // How long its answers take until then: not so short that one comes before it leaves.
   Seconds answerDelay() const;

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -264,6 +265,24 @@ TEST_F(HidrawPortTest, WhoWasThereBeforeTheWatchBeganIsNoticedAllTheSame) {
   HidrawPort port(open(), true);
   port.watchForOthers();
   EXPECT_TRUE(port.othersMayHaveWritten());
+}
+
+// A terminal leaves as a device does.
+TEST_F(HidrawPortTest, TheTurnAtADeviceThatLeftIsEverybodys) {
+  UniqueFd device(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+  ASSERT_EQ(::grantpt(device.get()), 0);
+  ASSERT_EQ(::unlockpt(device.get()), 0);
+  const std::string node = ::ptsname(device.get());
+  const auto open = [&] {
+    return UniqueFd(::open(node.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  };
+  HidrawPort first(open(), true);
+  HidrawPort second(open(), true);
+  EXPECT_TRUE(first.tryWriteTurn());
+  EXPECT_FALSE(second.tryWriteTurn());
+  device.reset();
+  EXPECT_TRUE(second.tryWriteTurn());
+  EXPECT_NE(second.write(1, Bytes{1}), HIDReturnCode::success);
 }
 
 TEST_F(HidrawPortTest, WithoutAWatchOthersMayAlwaysHaveWritten) {

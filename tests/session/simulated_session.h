@@ -60,13 +60,13 @@ struct SimulatedSession {
     base = WheelBase::create(info, clock);
   }
 
-  void connect() {
-    base->connect();
+  void connect(WheelBase::Use use = WheelBase::Use::writing) {
+    base->connect(use);
     device->transcript().clear();
   }
 
-  void connectAndRead() {
-    connect();
+  void connectAndRead(WheelBase::Use use = WheelBase::Use::writing) {
+    connect(use);
     base->fetchTuning(WheelBase::readTimeout);
     device->transcript().clear();
   }

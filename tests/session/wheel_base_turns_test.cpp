@@ -136,6 +136,15 @@ TEST_F(WheelBaseTurns, AProgramThatCameAndWentMayHaveWrittenOnce) {
                                      writeOf("46", "0a"), writePause, menuRequest}));
 }
 
+TEST_F(WheelBaseTurns, WhatAProgramWroteBeforeItLeftIsKept) {
+  come();
+  base->set(naturalInertia, 9, true);
+  device->withBase([](SimulatedBase& simulated) { simulated.menu().put(forceFeedback, 70); });
+  leave();
+  base->set(naturalInertia, 10, true);
+  EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "0a"), writePause, menuRequest}));
+}
+
 TEST_F(WheelBaseTurns, AReadingThatFailsIsMadeUpForBeforeTheNextWrite) {
   come();
   leave();

@@ -495,6 +495,7 @@ TEST_F(SimulatedDeviceTest, PortsNoticeWhoElseHasTheDeviceOrHadIt) {
   second->watchForOthers();
   EXPECT_TRUE(second->othersMayHaveWritten());
   second.reset();
+  EXPECT_TRUE(first->othersMayHaveWritten());
   EXPECT_FALSE(first->othersMayHaveWritten());
   device_->open(false);
   EXPECT_TRUE(first->othersMayHaveWritten());
@@ -510,6 +511,25 @@ TEST_F(SimulatedDeviceTest, WithoutTurnsItIsEverybodysTurnAndNobodyKnowsOfOthers
     EXPECT_TRUE(port->tryWriteTurn());
     EXPECT_TRUE(port->othersMayHaveWritten());
   }
+}
+
+TEST_F(SimulatedDeviceTest, PortsNoticeWhoLeavesThatWasThereBefore) {
+  auto before = std::make_unique<Reader>(*device_);
+  Reader reader(*device_);
+  reader.port().watchForOthers();
+  EXPECT_TRUE(reader.port().othersMayHaveWritten());
+  before.reset();
+  EXPECT_TRUE(reader.port().othersMayHaveWritten());
+  EXPECT_FALSE(reader.port().othersMayHaveWritten());
+}
+
+TEST_F(SimulatedDeviceTest, WhereNobodyTellsOfOpeningsOthersMayAlwaysHaveWritten) {
+  Reader reader(*device_);
+  reader.port().watchForOthers();
+  device_->setTellsOpenings(false);
+  for (int i = 0; i < 2; ++i) EXPECT_TRUE(reader.port().othersMayHaveWritten());
+  device_->setTellsOpenings(true);
+  EXPECT_FALSE(reader.port().othersMayHaveWritten());
 }
 
 TEST_F(SimulatedDeviceTest, NotesAMenuWriteInTheTurnOfAnother) {

@@ -1,6 +1,7 @@
 #include "tests/support/file_calls.h"
 
 #include <fcntl.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <climits>
 #include <csignal>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <utility>
 
@@ -92,9 +94,12 @@ extern "C" {
 
 int __real_access(const char* path, int mode);
 int __real_fchmod(int fd, mode_t mode);
+int __real_fcntl(int fd, int command, ...);
 int __real_fchown(int fd, uid_t user, gid_t group);
 int __real_fstat(int fd, struct stat* status);
 int __real_fsync(int fd);
+int __real_inotify_add_watch(int fd, const char* path, std::uint32_t events);
+int __real_inotify_init1(int flags);
 int __real_link(const char* path, const char* newPath);
 int __real_mkdir(const char* path, mode_t mode);
 int __real_open(const char* path, int flags, ...);
@@ -113,6 +118,15 @@ int __wrap_fchmod(int fd, mode_t mode) {
   return quorvane::watched("fchmod", fd, [&] { return __real_fchmod(fd, mode); });
 }
 
+// Takes what all commands take that come with a pointer.
+int __wrap_fcntl(int fd, int command, ...) {
+  va_list arguments;
+  va_start(arguments, command);
+  void* const argument = va_arg(arguments, void*);
+  va_end(arguments);
+  return quorvane::watched("fcntl", fd, [&] { return __real_fcntl(fd, command, argument); });
+}
+
 int __wrap_fchown(int fd, uid_t user, gid_t group) {
   return quorvane::watched("fchown", fd, [&] { return __real_fchown(fd, user, group); });
 }
@@ -123,6 +137,15 @@ int __wrap_fstat(int fd, struct stat* status) {
 
 int __wrap_fsync(int fd) {
   return quorvane::watched("fsync", fd, [&] { return __real_fsync(fd); });
+}
+
+int __wrap_inotify_add_watch(int fd, const char* path, std::uint32_t events) {
+  return quorvane::watched("inotify_add_watch", path,
+                           [&] { return __real_inotify_add_watch(fd, path, events); });
+}
+
+int __wrap_inotify_init1(int flags) {
+  return quorvane::watched("inotify_init1", "", [&] { return __real_inotify_init1(flags); });
 }
 
 int __wrap_link(const char* path, const char* newPath) {

@@ -22,11 +22,11 @@ Part identityRead() { return {{menuPacket, menuPacket, identityAnswer}, {}, {}};
 Part menuRead() { return {{menuPacket, menuAnswer}, {}, {}, true}; }
 
 Dialogue threeWrites() {
-  return {verifiedWrite("SEN", "900"), verifiedWrite("FF", "65"), verifiedWrite("NIN", "5")};
+  return {meantWrite("SEN", "900"), meantWrite("FF", "65"), meantWrite("NIN", "5")};
 }
 
 Dialogue menuCommand(double seconds) {
-  return {{{menuPacket, pauseOf(seconds), menuPacket, menuAnswer}, {}, {}, true}};
+  return {{{ownTurn, menuPacket, pauseOf(seconds), menuPacket, menuAnswer}, {}, {}, true}};
 }
 
 // "FF: the reason", of each value that failed.

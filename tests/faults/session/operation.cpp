@@ -13,7 +13,7 @@ using P = TuningParameter;
 Part whole(std::vector<Step> steps) { return {std::move(steps), {}, {}, true}; }
 
 Part burstWrite() {
-  Part part{{menuPacket}, "65", "FF"};
+  Part part{{ownTurn, menuPacket}, "65", "FF"};
   for (int packet = 0; packet < 8; ++packet) {
     part.steps.push_back(commandPacket);
     part.steps.push_back(pauseOf(0.002));
@@ -66,6 +66,12 @@ std::string modeOf(const TuningSnapshot& menu) { return fmt::format("{} menu", m
 std::vector<Operation> reads() {
   return {
       {"connect", {}, silently([](WheelBase& base) { base.connect(); }), "done", {}, true},
+      {"connect, for reading",
+       {},
+       silently([](WheelBase& base) { base.connect(WheelBase::Use::reading); }),
+       "done",
+       {},
+       true},
       {"disconnect", {}, silently([](WheelBase& base) { base.disconnect(); }), "done", {}},
       {"fetchTuning",
        {whole({menuPacket, menuAnswer})},
@@ -93,8 +99,20 @@ std::vector<Operation> writes() {
        silently([](WheelBase& base) { base.set(P::forceFeedback, 80, true); }),
        "done",
        {}},
+      {"set, verified, meant for its set",
+       {meantWrite("FF", "65")},
+       silently([](WheelBase& base) { base.set(P::forceFeedback, 80, true, base.tuning()); }),
+       "done",
+       {}},
+      {"set, verified, in a session for reading",
+       {readFirst(verifiedWrite("FF", "65"))},
+       silently([](WheelBase& base) { base.set(P::forceFeedback, 80, true); }),
+       "done",
+       {},
+       false,
+       WheelBase::Use::reading},
       {"set, unverified",
-       {{{menuPacket}, "65", "FF"}},
+       {{{ownTurn, menuPacket}, "65", "FF"}},
        silently([](WheelBase& base) { base.set(P::forceFeedback, 80, false); }),
        "done",
        {}},
@@ -107,17 +125,17 @@ std::vector<Operation> writes() {
        "done",
        {}},
       {"set of the slot, verified",
-       {whole({menuPacket, pauseOf(0.25), menuPacket, menuAnswer})},
+       {whole({ownTurn, menuPacket, pauseOf(0.25), menuPacket, menuAnswer})},
        telling([](WheelBase& base) { return setOf(base.set(P::slot, 3, true).value()); }),
        "set 3",
        "set 2"},
       {"set of the slot, unverified",
-       {whole({menuPacket})},
+       {whole({ownTurn, menuPacket})},
        silently([](WheelBase& base) { base.set(P::slot, 3, false); }),
        "done",
        {}},
       {"apply",
-       {verifiedWrite("SEN", "900"), verifiedWrite("FF", "65"), verifiedWrite("NIN", "5")},
+       {meantWrite("SEN", "900"), meantWrite("FF", "65"), meantWrite("NIN", "5")},
        telling([](WheelBase& base) { return textOf(base.apply(threeValues())); }),
        "SEN: done; FF: done; NIN: done",
        {}},
@@ -126,7 +144,7 @@ std::vector<Operation> writes() {
 
 std::vector<Operation> commands() {
   const auto menuCommand = [](double seconds) {
-    return Dialogue{whole({menuPacket, pauseOf(seconds), menuPacket, menuAnswer})};
+    return Dialogue{whole({ownTurn, menuPacket, pauseOf(seconds), menuPacket, menuAnswer})};
   };
   return {
       {"selectSlot", menuCommand(0.15),

@@ -20,6 +20,10 @@ struct Operation {
   std::string success;  // the words without a fault
   std::string oldMenu;  // when an old menu is taken for the answer; empty: as the writes say
   bool opensNode = false;
+  WheelBase::Use use = WheelBase::Use::writing;  // of the session that does it, if it is open
+
+  // The session's function that does it.
+  std::string member() const { return name.substr(0, name.find_first_of(", ")); }
 
   // The words for failures of the parts.
   std::string words(const Prediction::Errors& errors) const;

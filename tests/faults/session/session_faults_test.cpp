@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
+#include "tests/faults/company.h"
 #include "tests/faults/fault.h"
 #include "tests/faults/fault_table.h"
 #include "tests/faults/leftovers.h"
+#include "tests/faults/packets.h"
+#include "tests/faults/public_members.h"
 #include "tests/faults/session/operation.h"
 #include "tests/support/file_calls.h"
 
@@ -22,21 +26,25 @@ constexpr int receivedBefore = 1;
 class Cell {
  public:
   explicit Cell(const Operation& operation) : operation_(operation) {
-    if (!operation.opensNode) session_.connectAndRead();
+    if (!operation.opensNode) session_.connectAndRead(operation.use);
   }
 
   SimulatedSession& session() { return session_; }
+  Scene scene() { return {*session_.device, session_.clock, session_.base->tuning().value()}; }
 
   // Carries the operation out and compares what came of it with what has to.
   void expect(const std::string& fault, std::size_t n, const Prediction& prediction,
-              const std::string& words) {
+              const std::string& words, std::size_t packetsOfOther = 0) {
     SCOPED_TRACE(operation_.name + ", " + fault + ", " + std::to_string(n));
+    session_.takeTranscript();
     const auto begin = session_.clock.now();
     const std::string said = operation_.run(*session_.base);
     const Seconds time = session_.clock.now() - begin;
     EXPECT_EQ(said, words);
     EXPECT_NEAR(time.count(), prediction.time.count(), 1e-6);
-    FaultTable::add({tableName, operation_.name, fault, n, {said}, time, {}});
+    const std::size_t packets = packetsTaken(session_.takeTranscript()) - packetsOfOther;
+    EXPECT_EQ(packets, prediction.packets);
+    FaultTable::add({tableName, operation_.name, fault, n, {said}, time, std::to_string(packets)});
   }
 
   // The fault has passed and what was late has come: the session knows the base's menu and reads it
@@ -84,18 +92,33 @@ void replace(SimulatedDevice& device, Return back) {
   });
 }
 
-void leave(SimulatedSession& session, const Departure& departure, std::size_t n) {
+// Has the base leave at the departure's n-th step. The scene's other program has its turn then if
+// the step is one of waiting for it.
+void leave(Cell& cell, Scene& scene, const Departure& departure, std::size_t n) {
+  SimulatedSession& session = cell.session();
   const int number = static_cast<int>(n) - 1;
   const auto unplug = [&session] { session.device->unplug(); };
   session.behave([&](SimulatedBehaviour& base) { base.answerDelay = departure.answerDelay(); });
+  if (departure.need == Need::turn) {
+    EXPECT_TRUE(scene.come().askForTurn());
+  }
   if (departure.need == Need::packet) {
     session.behave(
         [&](SimulatedBehaviour& base) { base.unplugAfter = receivedBefore + number + 1; });
-  } else if (departure.need == Need::pause) {
+  } else if (departure.need == Need::pause || departure.need == Need::turn) {
     session.clock.at(EventfulClock::Moment::pause, number, unplug);
   } else {
     session.clock.at(EventfulClock::Moment::request, number, unplug);
   }
+}
+
+TEST(SessionFaults, EverythingThatASessionCanBeAskedHasItsRow) {
+  // These ask nothing of a base.
+  std::set<std::string> covered{"create", "connection", "setOnTuningUpdate", "setOnStatusUpdate"};
+  for (const Operation& operation : operations()) covered.insert(operation.member());
+  std::set<std::string> members = changingMembers("session/wheel_base.h", "WheelBase");
+  members.insert("packet");  // changes nothing, but refuses
+  EXPECT_EQ(covered, members);
 }
 
 TEST(SessionFaults, WithoutAFaultEveryOperationSucceedsInItsOwnTime) {
@@ -141,11 +164,11 @@ TEST(SessionFaults, EveryOperationMeetsABaseThatLeavesAtEachStep) {
         }
         for (std::size_t n = 1; n <= cells; ++n) {
           Disturbance disturbance = sessionDisturbance();
-          disturbance.goneFrom = departure.goneFrom(operation.dialogue, n);
-          disturbance.answerAfter = departure.answerDelay();
+          departure.disturb(disturbance, operation.dialogue, n);
           Cell cell(operation);
+          Scene scene = cell.scene();
           replace(*cell.session().device, back);
-          leave(cell.session(), departure, n);
+          leave(cell, scene, departure, n);
           cell.expect(name, n, predict(operation.dialogue, disturbance),
                       wordsFor(operation, disturbance));
           EXPECT_EQ(cell.session().device->isPlugged(), back != Return::none);
@@ -164,6 +187,42 @@ TEST(SessionFaults, EveryOperationMeetsABaseThatHasLeftBefore) {
     Cell cell(operation);
     cell.session().device->unplug();
     cell.expect(leftBefore, 0, predict(operation.dialogue, disturbance), words);
+  }
+}
+
+// One operation beside other programs. Where nothing of it succeeds, it has written nothing.
+void meet(const Operation& operation, const Company& company) {
+  Operation beside = operation;
+  beside.dialogue = company.change(operation.dialogue);
+  Disturbance disturbance = sessionDisturbance();
+  company.disturb(disturbance);
+  const Prediction prediction = predict(beside.dialogue, disturbance);
+  Cell cell(beside);
+  Scene scene = cell.scene();
+  company.make(scene);
+  const Bytes before = scene.menuOnBase();
+  cell.expect(company.name, 0, prediction, beside.words(prediction.errors), company.packetsOfOther);
+  if (prediction.failsWholly()) {
+    EXPECT_EQ(scene.menuOnBase(), before);
+  }
+  if (company.writes && valuesIn(operation.dialogue) > 0) {
+    EXPECT_EQ(scene.valueOnBase(othersValue.parameter), othersValue.value);
+  }
+  scene.end();
+  cell.expectRecovery();
+}
+
+TEST(SessionFaults, EveryOperationMeetsOthersAtTheSameBase) {
+  for (const Operation& operation : operations()) {
+    for (const Company& company : companies()) {
+      SCOPED_TRACE(operation.name + ", " + company.name);
+      if (countOf(company.need, operation.dialogue) > 0) {
+        meet(operation, company);
+      } else {
+        FaultTable::addNotApplicable(tableName, operation.name, company.name,
+                                     reasonWithout(company.need));
+      }
+    }
   }
 }
 
@@ -190,7 +249,7 @@ TEST(SessionFaults, NoOperationTouchesADisk) {
   for (const Operation& operation : operations()) {
     SCOPED_TRACE(operation.name);
     SimulatedSession session;
-    if (!operation.opensNode) session.connectAndRead();
+    if (!operation.opensNode) session.connectAndRead(operation.use);
     const FileCalls calls;
     EXPECT_EQ(operation.run(*session.base), operation.success);
     EXPECT_TRUE(calls.made().empty()) << calls.made().front().name;

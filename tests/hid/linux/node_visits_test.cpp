@@ -5,6 +5,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
+#include "tests/support/file_calls.h"
 #include "tests/support/temporary_directory.h"
 
 namespace quorvane::node_visits_test {
@@ -86,6 +89,16 @@ TEST_F(NodeVisitsTest, AreNotKnownAnyMoreWhenTheyWereTooMany) {
 TEST_F(NodeVisitsTest, AreNotKnownWhereNothingCanBeWatched) {
   NodeVisits visits(-1);
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.anySinceLastAsked());
+}
+
+TEST_F(NodeVisitsTest, AreNotKnownToAUserWhoWatchesTooMuchAlready) {
+  const UniqueFd own = open();
+  for (const char* const call : {"inotify_init1", "inotify_add_watch"}) {
+    const FileCalls calls(FileCalls::failEach(call, ENOSPC));
+    NodeVisits visits(own.get());
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.anySinceLastAsked()) << call;
+    EXPECT_EQ(calls.count(call), 1U);
+  }
 }
 
 }  // namespace

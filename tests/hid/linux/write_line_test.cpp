@@ -3,12 +3,15 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/unique_fd.h"
 #include "tests/support/child_process.h"
+#include "tests/support/file_calls.h"
 #include "tests/support/temporary_directory.h"
 
 namespace quorvane::write_line_test {
@@ -164,6 +167,45 @@ TEST_F(WriteLineTest, WhereLocksCannotBeHadItIsEverybodysTurnAndOthersMayBeThere
   EXPECT_TRUE(none.tryTurn());
   EXPECT_TRUE(none.areOthersThere());
   none.leave();
+}
+
+TEST_F(WriteLineTest, WhileTheSystemIsOutOfLocksItIsEverybodysTurnAndOthersMayBeThere) {
+  const auto first = open();
+  const auto second = open();
+  EXPECT_TRUE(first->line.tryTurn());
+  {
+    const FileCalls calls(FileCalls::failEach("fcntl", ENOLCK));
+    EXPECT_TRUE(second->line.tryTurn());
+    EXPECT_TRUE(second->line.areOthersThere());
+  }
+  EXPECT_FALSE(second->line.tryTurn());
+  first->line.leave();
+  EXPECT_TRUE(second->line.tryTurn());
+}
+
+FileCalls::Verdict interruptFirstLock() {
+  return [isFirst = true](const FileCall& call, std::size_t) mutable {
+    return call.name == "fcntl" && std::exchange(isFirst, false) ? EINTR : 0;
+  };
+}
+
+TEST_F(WriteLineTest, ASignalInBetweenIsNoAnswer) {
+  const auto first = open();
+  EXPECT_TRUE(first->line.tryTurn());
+  {
+    const FileCalls calls(interruptFirstLock());
+    const auto second = open();
+    EXPECT_TRUE(first->line.areOthersThere());
+  }
+  const auto second = open();
+  {
+    const FileCalls calls(interruptFirstLock());
+    EXPECT_FALSE(second->line.tryTurn());
+  }
+  first->line.leave();
+  first->fd.reset();
+  const FileCalls calls(interruptFirstLock());
+  EXPECT_FALSE(second->line.areOthersThere());
 }
 
 }  // namespace

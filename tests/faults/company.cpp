@@ -1,0 +1,178 @@
+#include "tests/faults/company.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+#include "tests/faults/packets.h"
+
+namespace quorvane {
+namespace {
+
+using Moment = EventfulClock::Moment;
+
+constexpr std::int64_t otherSet = 4;
+constexpr const char* otherSetText =
+    "Invalid report: the base is in set 4 of the standard menu now, not in set 2 of the standard "
+    "menu; write it again if it belongs there";
+
+Dialogue asEver(const Dialogue& dialogue) { return dialogue; }
+void undisturbed(Disturbance& /*disturbance*/) {}
+
+// The menu is read before each value: others are there, or nobody can tell.
+Dialogue readingBeforeEach(Dialogue dialogue) {
+  for (Part& part : dialogue) {
+    if (!part.code.empty()) part = readFirst(std::move(part));
+  }
+  return dialogue;
+}
+
+// The menu is read before the first value: others were there.
+Dialogue readingOnce(Dialogue dialogue) {
+  for (Part& part : dialogue) {
+    if (part.code.empty()) continue;
+    part = readFirst(std::move(part));
+    break;
+  }
+  return dialogue;
+}
+
+// From the part with this index on, values are not written that are meant for another set.
+Dialogue refusedFrom(std::size_t first, Dialogue dialogue) {
+  for (std::size_t part = first; part < dialogue.size(); ++part) {
+    if (dialogue[part].isMeant) dialogue[part] = refused(std::move(dialogue[part]), otherSetText);
+  }
+  return dialogue;
+}
+
+std::vector<Company> turns() {
+  return {
+      {"another program keeps its turn", Need::turn,
+       [](Scene& scene) { EXPECT_TRUE(scene.come().askForTurn()); }, asEver,
+       [](Disturbance& disturbance) { disturbance.turnAfter.reset(); }},
+      {"another program ends its turn after 0.5 s", Need::turn,
+       [](Scene& scene) {
+         EXPECT_TRUE(scene.come().askForTurn());
+         scene.inPause(49, [](OtherProgram& other) { other.endTurn(); });
+       },
+       readingBeforeEach,
+       [](Disturbance& disturbance) {
+         disturbance.turnTaken = 1;
+         disturbance.turnAfter = Seconds(0.5);
+       }},
+      {"another program writes and dies in its turn", Need::turn,
+       [](Scene& scene) {
+         EXPECT_TRUE(scene.come().askForTurn());
+         scene.inPause(2, [menu = scene.menu()](OtherProgram& other) {
+           other.write(menu, othersValue);
+           other.leave();
+         });
+       },
+       readingOnce,
+       [](Disturbance& disturbance) {
+         disturbance.turnTaken = 1;
+         disturbance.turnAfter = Seconds(0.03);
+       },
+       true, 1},
+      {"the system has no locks", Need::turn, [](Scene& scene) { scene.base().setHasTurns(false); },
+       readingBeforeEach, undisturbed},
+  };
+}
+
+std::vector<Company> writings() {
+  const auto hasWritten = [](Scene& scene) {
+    OtherProgram& other = scene.come();
+    other.write(scene.menu(), othersValue);
+    other.leave();
+  };
+  return {
+      {"another program has written since the last report", Need::value, hasWritten, readingOnce,
+       undisturbed, true},
+      {"another program has written since the last report, no answer", Need::value,
+       [hasWritten](Scene& scene) {
+         hasWritten(scene);
+         scene.base().withBase([](SimulatedBase& base) { base.behaviour().silent = true; });
+       },
+       readingBeforeEach, [](Disturbance& disturbance) { disturbance.answerAfter.reset(); }, true},
+      {"another program has the base open, and has written", Need::value,
+       [](Scene& scene) { scene.come().write(scene.menu(), othersValue); }, readingBeforeEach,
+       undisturbed, true},
+      {"the system does not tell who opens the node", Need::value,
+       [](Scene& scene) { scene.base().setTellsOpenings(false); }, readingBeforeEach, undisturbed},
+  };
+}
+
+std::vector<Company> switches() {
+  return {
+      {"another program has made set 4 active since the last report", Need::value,
+       [](Scene& scene) {
+         OtherProgram& other = scene.come();
+         other.selectSet(otherSet);
+         other.leave();
+       },
+       [](const Dialogue& dialogue) { return readingOnce(refusedFrom(0, dialogue)); }, undisturbed},
+      {"another program makes set 4 active after the first value", Need::values,
+       [](Scene& scene) {
+         scene.come();
+         scene.inPause(0, [](OtherProgram& other) { EXPECT_FALSE(other.askForTurn()); });
+         scene.inPause(1, [](OtherProgram& other) {
+           EXPECT_TRUE(other.askForTurn());
+           other.selectSet(otherSet);
+           other.endTurn();
+         });
+       },
+       [](const Dialogue& dialogue) { return readingBeforeEach(refusedFrom(1, dialogue)); },
+       [](Disturbance& disturbance) {
+         disturbance.turnTaken = 2;
+         disturbance.turnAfter = Seconds(0.01);
+       },
+       false, 1},
+  };
+}
+
+}  // namespace
+
+Scene::Scene(SimulatedDevice& base, EventfulClock& clock, TuningSnapshot menu)
+    : base_(base), clock_(clock), menu_(std::move(menu)) {}
+
+void Scene::inPause(int number, std::function<void(OtherProgram&)> event) {
+  clock_.at(Moment::pause, number, [this, event = std::move(event)] { event(other_.value()); });
+}
+
+Bytes Scene::menuOnBase() {
+  Bytes report;
+  base_.withBase([&](SimulatedBase& base) { report = base.menu().report(); });
+  return report;
+}
+
+std::int64_t Scene::valueOnBase(TuningParameter parameter) {
+  const auto product = FanatecProduct::lookup(defaultSimulatedProduct);
+  return TuningSnapshot::fromReport(menuOnBase(), {}).value().value(parameter, product);
+}
+
+std::size_t Scene::takePackets() {
+  const std::size_t taken = packetsTaken(base_.transcript().lines());
+  base_.transcript().clear();
+  return taken;
+}
+
+void Scene::end() {
+  other_.reset();
+  base_.setHasTurns(true);
+  base_.setTellsOpenings(true);
+  EXPECT_TRUE(come().askForTurn());
+  other_.reset();
+}
+
+const std::vector<Company>& companies() {
+  static const std::vector<Company> all = [] {
+    std::vector<Company> list = turns();
+    for (const auto& more : {writings(), switches()}) {
+      list.insert(list.end(), more.begin(), more.end());
+    }
+    return list;
+  }();
+  return all;
+}
+
+}  // namespace quorvane
