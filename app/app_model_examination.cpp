@@ -41,11 +41,7 @@ void AppModel::menuAnswered(bool answered) {
 
 std::optional<HIDDeviceInfo> AppModel::baseToExamine() const {
   if (base_) return base_->info();
-  const bool isStillThere =
-      tried_ && std::any_of(devices_.begin(), devices_.end(), [this](const HIDDeviceInfo& device) {
-        return isSameDevice(device, *tried_);
-      });
-  if (isStillThere) return tried_;
+  if (tried_ && findDevice(devices_, *tried_)) return tried_;
   const std::vector<HIDDeviceInfo> candidates = wheelBaseCandidates(devices_, which_);
   return candidates.empty() ? std::nullopt : std::optional(candidates.front());
 }

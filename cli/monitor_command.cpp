@@ -1,6 +1,5 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <variant>
 
 #include "cli/base_access.h"
@@ -39,7 +38,7 @@ class Monitor {
   void operator()(const std::vector<HIDDeviceInfo>& devices) {
     std::vector<HIDDeviceInfo> bases = wheelBaseCandidates(devices, context_.options.device);
     for (const HIDDeviceInfo& base : missingFrom(bases, present_)) announce("removal", base);
-    if (base_ && !contains(bases, base_->info())) drop();
+    if (base_ && !findDevice(bases, base_->info())) drop();
     for (const HIDDeviceInfo& base : missingFrom(present_, bases)) announce("arrival", base);
     present_ = std::move(bases);
     if (!base_ && !present_.empty()) follow(present_.front());
@@ -72,14 +71,10 @@ class Monitor {
   }
 
  private:
-  static bool contains(const std::vector<HIDDeviceInfo>& list, const HIDDeviceInfo& device) {
-    return std::any_of(list.begin(), list.end(),
-                       [&](const HIDDeviceInfo& entry) { return isSameDevice(entry, device); });
-  }
-
   static std::vector<HIDDeviceInfo> missingFrom(const std::vector<HIDDeviceInfo>& list,
                                                 std::vector<HIDDeviceInfo> devices) {
-    std::erase_if(devices, [&](const HIDDeviceInfo& device) { return contains(list, device); });
+    std::erase_if(
+        devices, [&](const HIDDeviceInfo& device) { return findDevice(list, device).has_value(); });
     return devices;
   }
 

@@ -34,6 +34,14 @@ bool isSameDevice(const HIDDeviceInfo& a, const HIDDeviceInfo& b) {
   return a.id == b.id && a.device->node() == b.device->node();
 }
 
+std::optional<HIDDeviceInfo> findDevice(const std::vector<HIDDeviceInfo>& devices,
+                                        const HIDDeviceInfo& device) {
+  const auto found = std::find_if(devices.begin(), devices.end(), [&](const HIDDeviceInfo& entry) {
+    return isSameDevice(entry, device);
+  });
+  return found == devices.end() ? std::nullopt : std::optional(*found);
+}
+
 std::vector<std::string> namesOf(const HIDDeviceInfo& device) {
   std::vector<std::string> names{device.serialNumber, device.device->node()};
   std::erase(names, std::string());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,10 @@ std::vector<HIDDeviceInfo> wheelBaseCandidates(const std::vector<HIDDeviceInfo>&
 // Whether both describe the same device in the same place of the system: bases that share an id are
 // told apart by their nodes.
 bool isSameDevice(const HIDDeviceInfo& a, const HIDDeviceInfo& b);
+
+// The same device as it is described among `devices`, if it is there.
+std::optional<HIDDeviceInfo> findDevice(const std::vector<HIDDeviceInfo>& devices,
+                                        const HIDDeviceInfo& device);
 
 // What names the device to people and to isNamed, the most lasting first: serial number and node,
 // where it has them, else its id. Never empty.

@@ -6,7 +6,6 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "session/candidates.h"
 #include "ui/availability.h"
@@ -27,13 +26,6 @@ QString deviceNames(const std::vector<HIDDeviceInfo>& devices) {
   QStringList names;
   for (const HIDDeviceInfo& device : devices) names += text(device.displayName());
   return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
-}
-
-std::optional<HIDDeviceInfo> findAttached(const AppModel& model, const HIDDeviceInfo& base) {
-  const auto& attached = model.devices();
-  const auto found = std::find_if(attached.begin(), attached.end(),
-                                  [&](const auto& device) { return isSameDevice(device, base); });
-  return found == attached.end() ? std::nullopt : std::optional(*found);
 }
 
 FormRow* row(Card* card, const char* label, const char* objectName) {
@@ -179,7 +171,8 @@ void BasePage::ask(const HIDDeviceInfo& base) {
 // ask any more.
 void BasePage::renderQuestion() {
   if (!question_) return;
-  if (findAttached(model(), *asked_) && model().isConnected() && !model().staged().empty()) {
+  if (findDevice(model().devices(), *asked_) && model().isConnected() &&
+      !model().staged().empty()) {
     question_->setMessage(
         text(switchCost(model().staged().size(), model().connectedName().value_or(std::string()))));
   } else {
@@ -189,7 +182,7 @@ void BasePage::renderQuestion() {
 
 // As it is described now: it may have been plugged in again since it was shown.
 void BasePage::connectTo(const HIDDeviceInfo& base) {
-  if (const auto attached = findAttached(model(), base)) model().connect(*attached);
+  if (const auto attached = findDevice(model().devices(), base)) model().connect(*attached);
 }
 
 void BasePage::copyReport() {

@@ -160,6 +160,16 @@ TEST(Candidates, AreTheSameWithTheSameIdAndNode) {
   EXPECT_FALSE(isSameDevice(base, placed(0x0006, {"B2", "/dev/hidraw4", 1})));
 }
 
+// Under the same id and node it may have come back with another description.
+TEST(Candidates, AreFoundAsTheyAreDescribedInTheList) {
+  const std::vector<HIDDeviceInfo> bases = fourBases();
+  HIDDeviceInfo earlier = bases[2];
+  earlier.serialNumber = "earlier";
+  EXPECT_EQ(findDevice(bases, earlier).value().serialNumber, bases[2].serialNumber);
+  EXPECT_FALSE(findDevice(bases, placed(0x0020, {"A1", "/dev/hidraw99", 1})));
+  EXPECT_FALSE(findDevice({}, earlier));
+}
+
 TEST(Candidates, TellTheirNames) {
   using Names = std::vector<std::string>;
   const std::vector<HIDDeviceInfo> bases = fourBases();
