@@ -1,7 +1,7 @@
 # Several programs with one base at once: each writes values of its own, and none undoes what another wrote.
 
 case_two_that_write_at_once_do_not_undo_each_other() {
-    two_write_at_once 4
+    two_write_at_once 10
 }
 
 case_a_window_that_saves_and_a_command_do_not_undo_each_other() {

@@ -108,12 +108,14 @@ case_monitor_shows_values_turned_at_the_wheel() {
     start_ctl monitor --json monitor
     wait_until 10 "the first read" packets_reached main "$menu_requests" 1
     pause 0.5
+    expect_received main "$menu_requests" 1
     expect_turn FF 41
     expect_turn SHO 30
     unplug main
     plug main
     wait_until 10 "the read after the replug" packets_reached main "$menu_requests" 2
     pause 0.5
+    expect_received main "$menu_requests" 2
     expect_turn FF 52
     interrupt monitor
     join monitor

@@ -75,10 +75,10 @@ case_every_read_beside_a_base_that_streams_is_answered() {
     start_base main --transport uhid --stream
     start_model model
     expect_log model "$connected"
-    for ((reads = 1; reads <= 192; ++reads)); do
+    for ((reads = 1; reads <= 180; ++reads)); do
         tell model refresh
     done
-    wait_until 60 "the answers" answered main 193
+    wait_until 60 "the answers" answered main 181
     for ((; reads <= 200; ++reads)); do
         wait_until 20 "the model to rest" rests "${background[model]}"
         tell model refresh
