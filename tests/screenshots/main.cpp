@@ -76,7 +76,7 @@ class Stage {
 
   // Handles events until the condition holds.
   static void until(const std::function<bool()>& holds) {
-    while (!holds()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    while (!holds()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
   void untilIdle() {
     until([this] { return !model_->busy(); });
