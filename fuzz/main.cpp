@@ -1,16 +1,39 @@
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "fuzz/properties.h"
 
-// NOLINTBEGIN(readability-identifier-naming): the name that libFuzzer calls with every input.
+namespace {
 
+using quorvane::Fuzz::Property;
+
+std::optional<Property> property;
+
+// Every fuzzer is this program under a name that says which property it is for: fuzz_PROPERTY.
+Property propertyOf(const char* program) {
+  constexpr std::string_view prefix = "fuzz_";
+  const std::string name = std::filesystem::path(program).filename();
+  return quorvane::Fuzz::propertyNamed(std::string_view(name).substr(prefix.size()));
+}
+
+}  // namespace
+
+// NOLINTBEGIN(readability-identifier-naming): the names that libFuzzer calls.
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-// The build says which property this fuzzer is for.
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** argv) {
+  property = propertyOf((*argv)[0]);
+  return 0;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const quorvane::Fuzz::Property property = quorvane::Fuzz::propertyNamed(QUORVANE_PROPERTY);
-  property.check({data, size});
+  property.value().check({data, size});
   return 0;
 }
 
