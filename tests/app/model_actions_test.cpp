@@ -284,17 +284,9 @@ TEST_F(ModelActions, ApplyAPresetThatHasNothingForTheBase) {
 }
 
 TEST_F(ModelUSBReset, TheBaseLeavesAndIsConnectedAgain) {
-  Gate gate;
   start();
   model().stage(P::forceFeedback, 80);
-  backend_.hold(true);
-  usb_.afterReset([&] { gate.pass(); });
-  model().usbReset();
-  gate.awaitArrival();
-  waitUntil([this] { return model().statusLine() == connectingStatus; });
-  gate.open();
-  waitUntil([this] { return model().isConnected(); });
-  backend_.hold(false);
+  resetUSBAndReconnect();
   settle();
   EXPECT_EQ(takeLog(), (Lines{disconnectedLine,
                               "[log] USB reset issued; the base will reconnect in a few seconds",

@@ -305,6 +305,19 @@ void ModelTest::settle() {
   }
 }
 
+void ModelTest::resetUSBAndReconnect() {
+  Gate gate;
+  backend_.hold(true);
+  usb_.afterReset([&] { gate.pass(); });
+  model_->usbReset();
+  gate.awaitArrival();
+  waitUntil([this] { return model_->statusLine() == connectingStatus; });
+  gate.open();
+  waitUntil([this] { return model_->isConnected(); });
+  usb_.afterReset({});
+  backend_.hold(false);
+}
+
 Lines ModelTest::takeLog() {
   const auto& log = model_->log();
   Lines lines;

@@ -200,6 +200,9 @@ class ModelTest : public testing::Test {
   // everything, the model has heard it, and no exchange is left.
   void settle();
 
+  // Resets the base's USB device and waits until the base has left and is connected again.
+  void resetUSBAndReconnect();
+
   // What was logged and what the first base saw since it was last asked. Log lines are written as
   // on standard error.
   Lines takeLog();

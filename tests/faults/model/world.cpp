@@ -51,16 +51,7 @@ void World::resetUSB() {
     waitUntil([&] { return model().log().size() > before; });
     return;
   }
-  Gate gate;
-  backend_.hold(true);
-  usb_.afterReset([&] { gate.pass(); });
-  model().usbReset();
-  gate.awaitArrival();
-  waitUntil([this] { return model().statusLine() == connectingStatus; });
-  gate.open();
-  waitUntil([this] { return model().isConnected(); });
-  usb_.afterReset({});
-  backend_.hold(false);
+  resetUSBAndReconnect();
 }
 
 void World::refuseUSBWith(int error) {

@@ -14,7 +14,7 @@ expect_on_base() {
 # Values for one round of each program, as words of `quorvanectl set`.
 percent_values() {
     local few=$(($1 % 20)) some=$(($1 % 40))
-    echo "SEN=$((500 + 10 * $1)) FF=$((20 + some)) NDP=$((30 + some)) NFR=$((40 + some)) INT=$few NIN=$((50 + some)) FUL=$((60 + some))"
+    echo "SEN=$((500 + 10 * ($1 % 50))) FF=$((20 + some)) NDP=$((30 + some)) NFR=$((40 + some)) INT=$few NIN=$((50 + some)) FUL=$((60 + some))"
 }
 
 tens_values() {

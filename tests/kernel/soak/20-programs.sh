@@ -1,5 +1,5 @@
 # Several programs with one base for long.
 
-case_two_that_save_200_times_do_not_undo_each_other() {
-    two_write_at_once 100
+case_two_that_save_200_times_each_do_not_undo_each_other() {
+    two_write_at_once 200
 }
