@@ -1,4 +1,7 @@
 #include <fmt/format.h>
+#include <unistd.h>
+
+#include <cstdio>
 
 #include "cli/base_access.h"
 #include "cli/commands.h"
@@ -24,8 +27,16 @@ std::optional<std::filesystem::path> presetFile(const World& world) {
   }
 }
 
+// A base that does not answer takes seconds.
+void sayWhatTakesTime(std::FILE* terminal) {
+  if (::isatty(::fileno(terminal)) == 0) return;
+  fmt::print(terminal, "Examining the base; this takes 5 s at most\n");
+  std::fflush(terminal);
+}
+
 Diagnosis diagnose(const CommandContext& context) {
   const World& world = context.world;
+  sayWhatTakesTime(world.err);
   DoctorWorld doctor{world.backend, world.survey, world.clock, presetFile(world), std::nullopt};
   if (!context.options.device.empty()) doctor.base = chosenBase(context);
   return examine(doctor);

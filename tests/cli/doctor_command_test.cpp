@@ -1,6 +1,13 @@
 #include <gtest/gtest.h>
+#include <pty.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <string_view>
 
 #include "cli/command_line.h"
+#include "support/unique_fd.h"
 #include "tests/cli/attached_nodes.h"
 #include "tests/cli/command_line_fixture.h"
 
@@ -111,6 +118,25 @@ TEST_F(DoctorCommand, AReportOnStandardOutputStandsAlone) {
     EXPECT_EQ(outcome.out.substr(0, outcome.out.find('.')), "Report of the Quorvane doctor");
     EXPECT_EQ(outcome.err, "");
   }
+}
+
+// Whoever looks at a terminal does not take it for a program that hangs.
+TEST_F(DoctorCommand, SaysOnATerminalThatItIsAtWork) {
+  base();
+  int master = -1;
+  int slave = -1;
+  ASSERT_EQ(::openpty(&master, &slave, nullptr, nullptr, nullptr), 0);
+  const UniqueFd terminal(master);
+  std::FILE* const err = ::fdopen(slave, "w");
+  CapturedStream out;
+  EXPECT_EQ(runCommandLine({"doctor"}, world(out.file(), err)), ExitStatus::done);
+  EXPECT_EQ(out.text(), wellText());
+  std::array<char, 100> shown{};
+  const ssize_t length = ::read(terminal.get(), shown.data(), shown.size());
+  std::fclose(err);
+  ASSERT_GT(length, 0);
+  EXPECT_EQ(std::string_view(shown.data(), static_cast<std::size_t>(length)),
+            "Examining the base; this takes 5 s at most\r\n");
 }
 
 TEST_F(DoctorCommand, AReportThatCannotBeWrittenIsAFailure) {
