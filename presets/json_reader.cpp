@@ -10,27 +10,6 @@
 namespace quorvane {
 namespace {
 
-// How deep the brackets of a document go, whether it is well-formed or not.
-int nestingDepth(std::string_view text) {
-  int depth = 0;
-  int deepest = 0;
-  bool inString = false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
-    if (inString) {
-      if (c == '\\') ++i;
-      if (c == '"') inString = false;
-    } else if (c == '"') {
-      inString = true;
-    } else if (c == '[' || c == '{') {
-      deepest = std::max(deepest, ++depth);
-    } else if (c == ']' || c == '}') {
-      --depth;
-    }
-  }
-  return deepest;
-}
-
 // Of the byte at an index, which may be the end of the text.
 std::string place(std::string_view text, std::size_t index) {
   const std::string_view before = text.substr(0, index);
@@ -89,6 +68,9 @@ class Builder final : public nlohmann::json_sax<JSONValue> {
   }
 
   bool open(JSONValue empty) {
+    if (open_.size() == deepestJSON) {
+      throw DecodingError(fmt::format("Not a settings file: nested deeper than {}", deepestJSON));
+    }
     JSONValue& placed = put(std::move(empty));
     open_.push_back(&placed);
     return true;
@@ -115,9 +97,6 @@ class Builder final : public nlohmann::json_sax<JSONValue> {
 }  // namespace
 
 JSONValue parseJSON(std::string_view text) {
-  if (nestingDepth(text) > deepestJSON) {
-    throw DecodingError(fmt::format("Not a settings file: nested deeper than {}", deepestJSON));
-  }
   // Between values the library takes one for the end of the text.
   if (const std::size_t index = text.find('\0'); index != std::string_view::npos) {
     throw DecodingError(fmt::format("Not valid JSON at {}: zero byte", place(text, index)));
