@@ -3,12 +3,44 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace quorvane {
 namespace {
+
+// How deep the brackets of a document go, whether it is well-formed or not.
+int nestingDepth(std::string_view text) {
+  int depth = 0;
+  int deepest = 0;
+  bool inString = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (inString) {
+      if (c == '\\') ++i;
+      if (c == '"') inString = false;
+    } else if (c == '"') {
+      inString = true;
+    } else if (c == '[' || c == '{') {
+      deepest = std::max(deepest, ++depth);
+    } else if (c == ']' || c == '}') {
+      --depth;
+    }
+  }
+  return deepest;
+}
+
+[[noreturn]] void refuseDepth() {
+  throw DecodingError(fmt::format("Not a settings file: nested deeper than {}", deepestJSON));
+}
+
+// Of what is too deep as well as malformed, only the former is said.
+[[noreturn]] void refuse(std::string_view text, const std::string& why) {
+  if (nestingDepth(text) > deepestJSON) refuseDepth();
+  throw DecodingError(why);
+}
 
 // Of the byte at an index, which may be the end of the text.
 std::string place(std::string_view text, std::size_t index) {
@@ -55,10 +87,10 @@ class Builder final : public nlohmann::json_sax<JSONValue> {
   bool parse_error(std::size_t position, const std::string& /*lastToken*/,
                    const nlohmann::detail::exception& error) override {
     if (dynamic_cast<const JSONValue::out_of_range*>(&error) != nullptr) {
-      throw DecodingError("Not valid JSON: a number is too large");
+      refuse(text_, "Not valid JSON: a number is too large");
     }
-    throw DecodingError(
-        fmt::format("Not valid JSON at {}: {}", place(text_, position - 1), reason(error.what())));
+    refuse(text_, fmt::format("Not valid JSON at {}: {}", place(text_, position - 1),
+                              reason(error.what())));
   }
 
  private:
@@ -68,9 +100,7 @@ class Builder final : public nlohmann::json_sax<JSONValue> {
   }
 
   bool open(JSONValue empty) {
-    if (open_.size() == deepestJSON) {
-      throw DecodingError(fmt::format("Not a settings file: nested deeper than {}", deepestJSON));
-    }
+    if (std::ssize(open_) == deepestJSON) refuseDepth();
     JSONValue& placed = put(std::move(empty));
     open_.push_back(&placed);
     return true;
@@ -99,7 +129,7 @@ class Builder final : public nlohmann::json_sax<JSONValue> {
 JSONValue parseJSON(std::string_view text) {
   // Between values the library takes one for the end of the text.
   if (const std::size_t index = text.find('\0'); index != std::string_view::npos) {
-    throw DecodingError(fmt::format("Not valid JSON at {}: zero byte", place(text, index)));
+    refuse(text, fmt::format("Not valid JSON at {}: zero byte", place(text, index)));
   }
   JSONValue root;
   try {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <string_view>
 
@@ -11,7 +10,7 @@ namespace quorvane {
 using JSONValue = nlohmann::json;
 
 // Deeper documents are refused: our own have four levels.
-inline constexpr std::size_t deepestJSON = 64;
+inline constexpr int deepestJSON = 64;
 
 // Reads one JSON document (RFC 8259; a leading byte order mark is skipped). Of a key that stands
 // twice in an object the last value counts. Throws DecodingError.

@@ -406,12 +406,10 @@ TEST(ParseJSON, ClosingBracketsInAdvanceEarnNoLevels) {
 
 TEST(ParseJSON, RefusesALongRowOfBrackets) {
   constexpr std::size_t length = std::size_t{8} * 1024 * 1024;
-  for (const std::string_view opening : {"[", "{\"a\":", "[\n", "[0,", "[[],"}) {
+  for (const std::string_view opening : {"[", "{", "{\"a\":", "[\n", "[0,", "[[],"}) {
     EXPECT_EQ(errorOf(repeated(opening, length / opening.size())),
               "Not a settings file: nested deeper than 64");
   }
-  EXPECT_EQ(errorOf(repeated("{", length)),
-            "Not valid JSON at line 1, column 2: unexpected '{'; expected string literal");
 }
 
 TEST(ParseJSON, SaysWhereTheErrorIs) {
