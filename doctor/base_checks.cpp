@@ -1,6 +1,7 @@
 #include "doctor/base_checks.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 

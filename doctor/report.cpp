@@ -1,6 +1,7 @@
 #include "doctor/report.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <array>
 

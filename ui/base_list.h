@@ -2,13 +2,13 @@
 
 #include <vector>
 
+#include "hid/device_info.h"
 #include "ui/form.h"
 
 namespace quorvane {
 
 class AppModel;
 class BaseRow;
-struct HIDDeviceInfo;
 
 // The attached bases, to choose another one by hand. It shows while there is a choice: another base
 // than the connected one.

@@ -45,7 +45,7 @@ class ControlTest : public testing::Test {
     control.resize(318, 36);
     static_cast<QWidget&>(control).show();
     control.activateWindow();
-    QApplication::setActiveWindow(&control);
+    QCoreApplication::processEvents();
   }
 
   std::vector<int> chosen_;

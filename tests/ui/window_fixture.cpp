@@ -87,7 +87,6 @@ void WindowTest::show() {
   window_ = std::make_unique<MainWindow>(model());
   window_->show();
   window_->activateWindow();
-  QApplication::setActiveWindow(window_.get());
   handleEvents();
 }
 
@@ -193,7 +192,10 @@ void WindowTest::click(QWidget& widget) {
 
 void WindowTest::press(int key, Qt::KeyboardModifiers modifiers) {
   // As a desktop does when a dialog has closed.
-  if (QApplication::activeWindow() == nullptr) QApplication::setActiveWindow(&window());
+  if (QApplication::activeWindow() == nullptr) {
+    window().activateWindow();
+    handleEvents();
+  }
   QWidget* target = QApplication::focusWidget();
   if (target == nullptr) target = &window();
   QTest::keyClick(target, static_cast<Qt::Key>(key), modifiers);
