@@ -47,6 +47,7 @@ BasePage::BasePage(AppModel& model, QWidget* parent)
       identity_(new Card(QStringLiteral("Identity"))),
       menu_(new Card(QStringLiteral("Tuning menu"))) {
   setObjectName(QStringLiteral("basePage"));
+  setAccessibleName(QStringLiteral("Base"));
   auto* const outer = new QVBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   outer->addWidget(page_);

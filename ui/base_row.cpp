@@ -16,6 +16,7 @@
 #include "ui/form.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/view.h"
 
 namespace quorvane {
 namespace {
@@ -87,7 +88,7 @@ void BaseRow::show(AppModel::Link link, const QString& whyNot) {
   detail_->setAccessibleName(
       QStringLiteral("%1, %2, %3").arg(text(nameOf(base_)), detail_->text(), state));
   // The button that was pressed is no more: the focus stays in its row.
-  if (isAskedFor_ && link == AppModel::Link::open && QApplication::focusWidget() == nullptr) {
+  if (isAskedFor_ && link == AppModel::Link::open && View::isFocusFree()) {
     focusDetail();
   }
   if (link == AppModel::Link::open || whyNot.isEmpty()) isAskedFor_ = false;

@@ -137,4 +137,12 @@ void IconButton::paintEvent(QPaintEvent* /*event*/) {
   painter.drawPixmap(inset, inset, symbol(symbol_, Metrics::symbolSize, ink, devicePixelRatioF()));
 }
 
+bool isDestructive(const QWidget& widget) {
+  if (const auto* const icon = qobject_cast<const IconButton*>(&widget)) {
+    return icon->isDestructive();
+  }
+  const auto* const button = qobject_cast<const Button*>(&widget);
+  return button != nullptr && button->kind() == Button::Kind::destructive;
+}
+
 }  // namespace quorvane

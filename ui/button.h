@@ -42,6 +42,7 @@ class IconButton final : public QAbstractButton {
   // With `destructive` it takes the colour of errors under the pointer.
   explicit IconButton(QString symbol, bool destructive = false, QWidget* parent = nullptr);
 
+  bool isDestructive() const { return destructive_; }
   void setProminent(bool prominent);  // in the brand's colour
 
   QSize sizeHint() const override;
@@ -55,5 +56,8 @@ class IconButton final : public QAbstractButton {
   const bool destructive_;
   bool prominent_ = false;
 };
+
+// Whether the widget is a button that destroys something.
+bool isDestructive(const QWidget& widget);
 
 }  // namespace quorvane

@@ -12,6 +12,7 @@
 #include "ui/painting.h"
 #include "ui/toggle.h"
 #include "ui/value_slider.h"
+#include "ui/view.h"
 
 namespace quorvane {
 namespace {
@@ -108,7 +109,8 @@ void FocusRing::follow(QWidget* widget) {
 void FocusRing::place() {
   const bool shows = ringed_ && usesKeyboard && ringed_->isVisible() &&
                      qobject_cast<QAbstractScrollArea*>(ringed_.data()) == nullptr &&
-                     qobject_cast<QMenuBar*>(ringed_.data()) == nullptr;
+                     qobject_cast<QMenuBar*>(ringed_.data()) == nullptr &&
+                     qobject_cast<View*>(ringed_.data()) == nullptr;
   if (!shows) {
     hide();
     return;

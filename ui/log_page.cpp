@@ -23,6 +23,7 @@ constexpr int topInset = 8;
 LogPage::LogPage(AppModel& model, QWidget* parent)
     : View(model, parent), lines_(new LogModel(this)), list_(new QListView) {
   setObjectName(QStringLiteral("logPage"));
+  setAccessibleName(QStringLiteral("Log"));
   list_->setObjectName(QStringLiteral("logList"));
   list_->setAccessibleName(QStringLiteral("Log"));
   list_->setModel(lines_);

@@ -72,11 +72,18 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
 void MainWindow::setSection(Section section) {
   section_ = section;
   sidebar_->setSection(section);
-  pages_->setCurrentWidget(page(section));
+  View* const next = page(section);
+  if (next == pages_->currentWidget()) return;
+  // The toolkit would give the focus to any control of the page.
+  const QWidget* const focused = focusWidget();
+  const bool movesFocus = focused != nullptr && pages_->isAncestorOf(focused);
+  if (movesFocus) pages_->setFocus(Qt::OtherFocusReason);
+  pages_->setCurrentWidget(next);
+  if (movesFocus) next->takeFocus();
 }
 
-QWidget* MainWindow::page(Section section) {
-  QWidget*& page = built_[static_cast<std::size_t>(section)];
+View* MainWindow::page(Section section) {
+  View*& page = built_[static_cast<std::size_t>(section)];
   if (page == nullptr) {
     page = buildPage(section);
     pages_->addWidget(page);
@@ -84,7 +91,7 @@ QWidget* MainWindow::page(Section section) {
   return page;
 }
 
-QWidget* MainWindow::buildPage(Section section) {
+View* MainWindow::buildPage(Section section) {
   switch (section) {
     case Section::tuning:
       return new TuningPage(model_);

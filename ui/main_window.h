@@ -13,6 +13,7 @@ namespace quorvane {
 
 class Sidebar;
 class StatusBar;
+class View;
 
 // The one window: sidebar, the chosen section, status bar and menus. Sections are built on their
 // first visit.
@@ -42,8 +43,8 @@ class MainWindow final : public QMainWindow {
   void buildEditMenu(QMenu* menu);
   void buildViewMenu(QMenu* menu);
   void buildHelpMenu(QMenu* menu);
-  QWidget* page(Section section);
-  QWidget* buildPage(Section section);
+  View* page(Section section);
+  View* buildPage(Section section);
   void modelChanged();
   void followRequest();
   void onTuning(void (AppModel::*action)());
@@ -52,7 +53,7 @@ class MainWindow final : public QMainWindow {
   Section section_;
   Sidebar* sidebar_;
   QStackedWidget* pages_;
-  std::array<QWidget*, allSections.size()> built_{};
+  std::array<View*, allSections.size()> built_{};
 
   QAction* save_ = nullptr;
   QAction* discard_ = nullptr;

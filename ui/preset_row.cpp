@@ -57,18 +57,24 @@ PresetRow::PresetRow(const TuningPreset& preset, const std::optional<FanatecProd
   if (preset.isBuiltIn) return;
   trash_ = new IconButton(QStringLiteral("trash"), true);
   trash_->setObjectName(QStringLiteral("trashButton"));
-  trash_->setToolTip(QStringLiteral("Delete this preset"));
   trash_->setAccessibleName(QStringLiteral("Delete preset, %1").arg(text(name)));
   connect(trash_, &IconButton::clicked, this, &PresetRow::deleted);
   grid->addWidget(trash_, 0, 2, 2, 1, Qt::AlignCenter);
 }
 
-void PresetRow::show(const QString& whyNot, const QString& progress) {
-  setAvailable(*apply_, whyNot);
+void PresetRow::show(const QString& whyNotApply, const QString& whyNotDelete,
+                     const QString& progress) {
+  setAvailable(*apply_, whyNotApply);
   const QString word = progress.isEmpty() ? QStringLiteral("Apply now") : progress;
   if (apply_->text() != word) apply_->setText(word);
+  if (trash_ != nullptr) {
+    setAvailable(*trash_, whyNotDelete, QStringLiteral("Delete this preset"));
+  }
 }
 
-void PresetRow::focusTrash() { trash_->setFocus(Qt::OtherFocusReason); }
+QWidget* PresetRow::lastControl() const {
+  if (trash_ != nullptr) return trash_;
+  return apply_;
+}
 
 }  // namespace quorvane

@@ -21,12 +21,12 @@ class PresetRow final : public QWidget {
 
   const TuningPreset& preset() const { return preset_; }
 
-  // Why it cannot be applied, or nothing; and how far that is while it is, or nothing.
-  void show(const QString& whyNot, const QString& progress);
+  // Why it cannot be applied, why it cannot be deleted, and how far applying is; each may be empty.
+  void show(const QString& whyNotApply, const QString& whyNotDelete, const QString& progress);
   using QWidget::show;
 
-  // Gives the focus to the button that deletes it.
-  void focusTrash();
+  // In the Tab order.
+  QWidget* lastControl() const;
 
  signals:
   void applied();

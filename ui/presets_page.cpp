@@ -46,6 +46,7 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
                        QStringLiteral("noPresetsHint"))),
       saveBar_(new SavePresetBar(model)) {
   setObjectName(QStringLiteral("presetsPage"));
+  setAccessibleName(QStringLiteral("Presets"));
   builtIn_->setObjectName(QStringLiteral("builtInPresets"));
   mine_->setObjectName(QStringLiteral("minePresets"));
   mine_->add(hint_);
@@ -74,7 +75,9 @@ void PresetsPage::renderRows() {
   buildMine();
   const QString whyNot = whyNotApply(model());
   for (const auto* const rows : {&builtInRows_, &ownRows_}) {
-    for (PresetRow* const row : *rows) row->show(whyNot, progressText(model(), row->preset()));
+    for (PresetRow* const row : *rows) {
+      row->show(whyNot, whyWait(model()), progressText(model(), row->preset()));
+    }
   }
 }
 
@@ -110,16 +113,14 @@ void PresetsPage::buildMine() {
   const bool leavesFocus = focused != before.end();
   for (PresetRow* const row : before) delete row;
   orderControls();
-  if (leavesFocus) focusFrom(leftFrom);
+  if (leavesFocus) keepFocus(controlBefore(leftFrom));
 }
 
-// The row that came to stand where one has gone, or what stands below all of them.
-void PresetsPage::focusFrom(std::size_t number) {
-  if (ownRows_.empty()) {
-    saveBar_->focusName();
-  } else {
-    ownRows_[std::min(number, ownRows_.size() - 1)]->focusTrash();
-  }
+// The last control before the user's row with that number, so that Tab goes on at the row.
+QWidget* PresetsPage::controlBefore(std::size_t number) const {
+  const auto& above = number == 0 ? builtInRows_ : ownRows_;
+  const std::size_t last = (number == 0 ? builtInRows_.size() : number) - 1;
+  return last < above.size() ? above[last]->lastControl() : nullptr;
 }
 
 void PresetsPage::orderControls() {

@@ -31,7 +31,7 @@ class PresetsPage final : public View {
   void buildBuiltIn();
   void buildMine();
   void orderControls();
-  void focusFrom(std::size_t number);
+  QWidget* controlBefore(std::size_t number) const;
   PresetRow* newRow(const TuningPreset& preset);
   void ask(const TuningPreset& preset);
 

@@ -27,6 +27,7 @@ SaveBar::SaveBar(AppModel& model, QWidget* parent)
       discard_(new Button(QStringLiteral("Discard"), Button::Kind::plain, this)),
       save_(new Button({}, Button::Kind::prominent, this)) {
   setObjectName(QStringLiteral("saveBar"));
+  setAccessibleName(QStringLiteral("Unsaved changes"));
   count_->setObjectName(QStringLiteral("unsavedCount"));
   count_->setFont(Metrics::font(Metrics::Type::value));
   discard_->setObjectName(QStringLiteral("discardButton"));

@@ -37,6 +37,7 @@ SavePresetBar::SavePresetBar(AppModel& model, QWidget* parent)
       import_(button(QStringLiteral("Import…"), "importButton")),
       export_(button(QStringLiteral("Export mine…"), "exportButton")) {
   setObjectName(QStringLiteral("savePresetBar"));
+  setAccessibleName(QStringLiteral("Save the current menu as a preset"));
   caption_->setObjectName(QStringLiteral("savePresetCaption"));
   caption_->setFont(Metrics::font(Metrics::Type::caption));
   caption_->setForegroundRole(QPalette::Dark);
@@ -63,8 +64,6 @@ SavePresetBar::SavePresetBar(AppModel& model, QWidget* parent)
   column_->addLayout(row_);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
-
-void SavePresetBar::focusName() { name_->setFocus(Qt::OtherFocusReason); }
 
 // Trimmed, as it is saved.
 std::string SavePresetBar::newName() const { return text(name_->text().trimmed()); }

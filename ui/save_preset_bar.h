@@ -18,8 +18,6 @@ class SavePresetBar final : public View {
  public:
   explicit SavePresetBar(AppModel& model, QWidget* parent = nullptr);
 
-  void focusName();
-
  protected:
   void render() override;
   void paintEvent(QPaintEvent* event) override;

@@ -1,6 +1,24 @@
 #include "ui/tab_order.h"
 
+#include <QLineEdit>
+
+#include "ui/button.h"
+
 namespace quorvane {
+namespace {
+
+using Step = QWidget* (QWidget::*)() const;
+
+QWidget* controlFrom(const QWidget& from, Step step, const Fits& fits) {
+  for (QWidget* widget = (from.*step)(); widget != &from; widget = (widget->*step)()) {
+    if (takesTab(*widget) && widget->window() == from.window() && (!fits || fits(*widget))) {
+      return widget;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
 
 void chainTabOrder(const std::vector<QWidget*>& widgets) {
   QWidget* before = nullptr;
@@ -14,6 +32,24 @@ void chainTabOrder(const std::vector<QWidget*>& widgets) {
       before = control;
     }
   }
+}
+
+bool takesTab(const QWidget& widget) {
+  const bool isControl = (widget.focusPolicy() & Qt::TabFocus) == Qt::TabFocus &&
+                         widget.focusProxy() == nullptr && !widget.isWindow();
+  return isControl && widget.isVisible() && widget.isEnabled();
+}
+
+bool isSafeToFocus(const QWidget& widget) {
+  return !isDestructive(widget) && qobject_cast<const QLineEdit*>(&widget) == nullptr;
+}
+
+QWidget* nextControl(const QWidget& from, const Fits& fits) {
+  return controlFrom(from, &QWidget::nextInFocusChain, fits);
+}
+
+QWidget* previousControl(const QWidget& from, const Fits& fits) {
+  return controlFrom(from, &QWidget::previousInFocusChain, fits);
 }
 
 }  // namespace quorvane

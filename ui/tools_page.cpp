@@ -20,6 +20,7 @@ ToolsPage::ToolsPage(AppModel& model, QWidget* parent)
       tuning_(new HexRow(QStringLiteral("Tuning"), QStringLiteral("tuningDump"))),
       identity_(new HexRow(QStringLiteral("Identity"), QStringLiteral("identityDump"))) {
   setObjectName(QStringLiteral("toolsPage"));
+  setAccessibleName(QStringLiteral("Tools"));
   reread_->setObjectName(QStringLiteral("rereadButton"));
   usbReset_->setObjectName(QStringLiteral("usbResetButton"));
   switchMode_->setObjectName(QStringLiteral("toggleModeButton"));

@@ -54,6 +54,7 @@ TuningHeader::TuningHeader(AppModel& model, QWidget* parent)
       sources_(new Button(QStringLiteral("Load or share"), Button::Kind::plain, this)),
       readAgain_(new Button(QStringLiteral("Read again"), Button::Kind::plain, this)) {
   setObjectName(QStringLiteral("tuningHeader"));
+  setAccessibleName(QStringLiteral("Tuning menu"));
   title_->setObjectName(QStringLiteral("tuningTitle"));
   set_->setObjectName(QStringLiteral("setPicker"));
   set_->setAccessibleName(QStringLiteral("Set"));

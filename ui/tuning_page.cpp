@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -44,6 +43,7 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
       list_(new QScrollArea),
       saveBar_(new SaveBar(model)) {
   setObjectName(QStringLiteral("tuningPage"));
+  setAccessibleName(QStringLiteral("Tuning menu"));
   message_->setObjectName(QStringLiteral("tuningMessage"));
   message_->setAlignment(Qt::AlignCenter);
   message_->setFont([] {
@@ -82,8 +82,7 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   outer->addWidget(content_, 1);
   connect(&model, &AppModel::menuChangedAtBase, this, &TuningPage::noteChanges);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*before*/, QWidget* now) {
-    // While rows are disabled one by one, the toolkit hands the focus from one to the next.
-    if (!isRendering_ && now != nullptr && list_->isAncestorOf(now)) lastEdited_ = now;
+    if (now != nullptr && list_->isAncestorOf(now)) lastEdited_ = now;
   });
   saveBar_->hide();
   warningFrame_->hide();
@@ -97,7 +96,6 @@ bool TuningPage::focusDiscard() {
 }
 
 void TuningPage::render() {
-  const QScopedValueRollback rendering(isRendering_, true);
   const auto& menu = model().tuning();
   const bool hasMenu = model().isConnected() && menu;
   message_->setText(model().isConnected()
@@ -135,9 +133,8 @@ std::optional<std::int64_t> TuningPage::unsaved(TuningParameter parameter) const
 
 // A bar that goes while it has the focus gives it back to what was edited.
 void TuningPage::showSaveBar(bool shows) {
-  const QWidget* const focused = QApplication::focusWidget();
-  const bool leavesFocus =
-      saveBar_->isVisible() && !shows && (focused == nullptr || saveBar_->isAncestorOf(focused));
+  const bool leavesFocus = saveBar_->isVisible() && !shows &&
+                           (isFocusFree() || saveBar_->isAncestorOf(QApplication::focusWidget()));
   saveBar_->setVisible(shows);
   if (leavesFocus && lastEdited_ && lastEdited_->isVisible()) {
     lastEdited_->setFocus(Qt::OtherFocusReason);

@@ -48,7 +48,6 @@ class TuningPage final : public View {
   std::vector<ParameterRow*> rows_;
   std::optional<FanatecProduct> product_;  // that the rows were built for
   QPointer<QWidget> lastEdited_;           // the control of the list that had the focus last
-  bool isRendering_ = false;
   bool isNarrow_ = false;
 };
 
