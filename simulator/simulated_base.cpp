@@ -96,6 +96,7 @@ HIDReturn SimulatedBase::receive(ByteView wire, Monotonic::time_point now) {
   ++received_;
   if (refused != HIDReturnCode::success) return refused;
   police(wire);
+  finishSwitch(now);
   obey(wire, now);
   if (behaviour_.unplugAfter && received_ >= *behaviour_.unplugAfter) unplug();
   return HIDReturnCode::success;
@@ -139,11 +140,11 @@ void SimulatedBase::obeyTuning(ByteView payload, Monotonic::time_point now) {
     return;
   }
   Bytes before = menu_.report();
-  carryOut(payload);
+  carryOut(payload, now);
   if (menu_.report() != before) menuBefore_ = std::move(before);
 }
 
-void SimulatedBase::carryOut(ByteView payload) {
+void SimulatedBase::carryOut(ByteView payload, Monotonic::time_point now) {
   const std::uint8_t argument = payload.size() > 2 ? payload[2] : std::uint8_t{0};
   switch (payload[1]) {
     case FanatecCommands::writeCommand:
@@ -151,7 +152,7 @@ void SimulatedBase::carryOut(ByteView payload) {
       break;
     case FanatecCommands::selectCommand:
       // A set number of 0 does not exist: it is the device-ID byte of the other layout.
-      menu_.select(argument == 0 && payload.size() > 3 ? payload[3] : argument);
+      select(argument == 0 && payload.size() > 3 ? payload[3] : argument, now);
       break;
     case FanatecCommands::saveCommand:
       menu_.saveInto(argument);
@@ -173,6 +174,18 @@ void SimulatedBase::obeyIdentity(ByteView payload, Monotonic::time_point now) {
   } else if (payload[1] == FanatecCommands::requestIdentityCommand && identityEnabled_) {
     answer(identity_, now);
   }
+}
+
+void SimulatedBase::select(int set, Monotonic::time_point now) {
+  switch_ =
+      Switch{now + std::chrono::duration_cast<Monotonic::duration>(behaviour_.switchDelay), set};
+  finishSwitch(now);
+}
+
+void SimulatedBase::finishSwitch(Monotonic::time_point now) {
+  if (!switch_ || switch_->due > now) return;
+  menu_.select(switch_->set);
+  switch_.reset();
 }
 
 void SimulatedBase::write(ByteView payload) {
@@ -293,6 +306,7 @@ Bytes SimulatedBase::wheelStatusReport() const {
 
 void SimulatedBase::unplug() {
   plugged_ = false;
+  switch_.reset();
   pending_.clear();
   nextStatus_.reset();
   identityEnabled_ = false;

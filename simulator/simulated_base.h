@@ -31,6 +31,7 @@ struct SimulatedBehaviour {
   std::set<TuningParameter> ignored;             // writes of these change nothing
   std::map<TuningParameter, std::int64_t> most;  // what is written above these becomes these
   Seconds answerDelay{0};
+  Seconds switchDelay{0};          // goes on in the old set for that long when told to switch
   bool silent = false;             // answers no request at all
   bool tuningSilent = false;       // answers identity requests only
   bool foreignReports = false;     // sends reports of other kinds before each answer
@@ -59,6 +60,10 @@ class SimulatedBase {
 
   // An empty serial number is the default.
   std::string serialNumber;
+
+  // The product ID that it is described with, in place of its product's.
+  std::optional<std::int64_t> shownProductID;
+  std::int64_t productID() const { return shownProductID.value_or(product_.productID); }
 
   // One output report as it went over the wire, report ID first. Answers become due by and by.
   HIDReturn receive(ByteView wire, Monotonic::time_point now);
@@ -106,12 +111,19 @@ class SimulatedBase {
     Bytes report;
   };
 
+  struct Switch {
+    Monotonic::time_point due;
+    int set = 0;
+  };
+
   HIDReturn refusal();
   void police(ByteView wire);
   void obey(ByteView wire, Monotonic::time_point now);
   void obeyTuning(ByteView payload, Monotonic::time_point now);
-  void carryOut(ByteView payload);
+  void carryOut(ByteView payload, Monotonic::time_point now);
   void obeyIdentity(ByteView payload, Monotonic::time_point now);
+  void select(int set, Monotonic::time_point now);
+  void finishSwitch(Monotonic::time_point now);
   void write(ByteView payload);
   void disobey(Bytes& menu) const;
   void answerMenu(Monotonic::time_point now);
@@ -130,6 +142,7 @@ class SimulatedBase {
   int plugCount_ = 1;
   int received_ = 0;
   std::vector<Pending> pending_;  // ascending due time
+  std::optional<Switch> switch_;  // that was asked for, and is not done
   std::optional<Monotonic::time_point> nextStatus_;
   std::vector<std::string> violations_;
 };

@@ -67,7 +67,7 @@ HIDProperties SimulatedBase::properties() const {
     properties.emplace(key, std::move(value));
   };
   put(HIDPropertyKey::vendorID, Fanatec::vendorID);
-  put(HIDPropertyKey::productID, product_.productID);
+  put(HIDPropertyKey::productID, productID());
   put(HIDPropertyKey::product, std::string(product_.name));
   put(HIDPropertyKey::manufacturer, std::string(manufacturerName));
   put(HIDPropertyKey::transport, std::string("USB"));

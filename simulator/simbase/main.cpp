@@ -23,6 +23,7 @@ namespace {
 struct Options {
   std::string product = fmt::format("0x{:04x}", defaultSimulatedProduct);
   std::string transport = "uhid";
+  std::string shownProduct;
   std::string serialNumber;
   std::string layout = "sdk";
   std::string mode = "standard";
@@ -30,6 +31,7 @@ struct Options {
   std::vector<std::string> ignored;
   std::vector<std::string> most;
   double answerDelayMilliseconds = 0;
+  double switchDelayMilliseconds = 0;
   bool silent = false;
   bool noTuning = false;
   int unplugAfter = 0;
@@ -43,6 +45,9 @@ void addOptions(CLI::App& app, Options& options) {
   app.add_option("--product", options.product, "Hexadecimal product ID or a part of a name");
   app.add_option("--transport", options.transport, "How the kernel gets it")
       ->check(CLI::IsMember({"uhid", "usb"}));
+  app.add_option("--show-as", options.shownProduct,
+                 "Show another hexadecimal product ID, of pedals for example")
+      ->type_name("ID");
   app.add_option("--serial", options.serialNumber, "Serial number");
   app.add_option("--layout", options.layout, "Layout of menu writes that its firmware expects")
       ->check(CLI::IsMember({"sdk", "linux"}));
@@ -54,6 +59,8 @@ void addOptions(CLI::App& app, Options& options) {
   app.add_option("--most", options.most, "Keep no more than this; may be repeated")
       ->type_name("CODE=VALUE");
   app.add_option("--answer-delay", options.answerDelayMilliseconds, "Answer late")->type_name("MS");
+  app.add_option("--switch-delay", options.switchDelayMilliseconds, "Switch the set late")
+      ->type_name("MS");
   app.add_flag("--silent", options.silent, "Answer nothing");
   app.add_flag("--no-tuning", options.noTuning, "Answer identity requests only");
   app.add_option("--unplug-after", options.unplugAfter, "Leave after this many packets")
@@ -80,6 +87,12 @@ std::pair<TuningParameter, std::int64_t> parameterAndValue(const std::string& te
   return {parameterNamed(text.substr(0, end)), *value};
 }
 
+std::int64_t productID(const std::string& text) {
+  const auto id = parseHexNumber(text);
+  if (!id || *id > 0xFFFF) throw std::runtime_error(fmt::format("\"{}\" is no product ID", text));
+  return *id;
+}
+
 SimulatedBase makeBase(const Options& options) {
   const auto product = simulatableProduct(options.product);
   if (!product) {
@@ -88,6 +101,7 @@ SimulatedBase makeBase(const Options& options) {
   }
   SimulatedBase base(*product);
   base.serialNumber = options.serialNumber;
+  if (!options.shownProduct.empty()) base.shownProductID = productID(options.shownProduct);
   base.menu().select(options.set);
   if (options.mode == "advanced") base.menu().toggleMode();
   SimulatedBehaviour& behaviour = base.behaviour();
@@ -96,6 +110,8 @@ SimulatedBase makeBase(const Options& options) {
   for (const std::string& limit : options.most) behaviour.most.insert(parameterAndValue(limit));
   behaviour.answerDelay =
       std::chrono::duration<double, std::milli>(options.answerDelayMilliseconds);
+  behaviour.switchDelay =
+      std::chrono::duration<double, std::milli>(options.switchDelayMilliseconds);
   behaviour.silent = options.silent;
   behaviour.tuningSilent = options.noTuning;
   if (options.unplugAfter > 0) behaviour.unplugAfter = options.unplugAfter;

@@ -39,7 +39,7 @@ void UhidHost::plug() {
   create.rd_size = static_cast<std::uint16_t>(descriptor.size());
   create.bus = BUS_USB;
   create.vendor = static_cast<std::uint32_t>(Fanatec::vendorID);
-  create.product = static_cast<std::uint32_t>(base_.product().productID);
+  create.product = static_cast<std::uint32_t>(base_.productID());
   std::copy(descriptor.begin(), descriptor.end(), create.rd_data);
   write(event);
 }

@@ -17,7 +17,7 @@ std::uint8_t high(std::size_t value) { return static_cast<std::uint8_t>(value >>
 
 Bytes deviceDescriptor(const SimulatedBase& base) {
   const auto vendor = static_cast<std::size_t>(Fanatec::vendorID);
-  const auto product = static_cast<std::size_t>(base.product().productID);
+  const auto product = static_cast<std::size_t>(base.productID());
   const std::uint8_t serial = base.serialNumber.empty() ? std::uint8_t{0} : serialString;
   return {18,
           USBDescriptorType::device,
