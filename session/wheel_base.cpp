@@ -9,7 +9,6 @@
 #include "session/menu_writer.h"
 #include "session/report_news.h"
 #include "session/write_turn.h"
-#include "support/invariant.h"
 
 namespace quorvane {
 namespace {
@@ -324,7 +323,10 @@ TuningSnapshot WheelBase::factoryReset() {
 void WheelBase::setRotation(std::int64_t degrees) {
   if (!commandReportID) throw FanatecError::noOutputReport();
   const ClosedRange allowed{lowestRotation, product_ ? product_->maxRotation : highestRotation};
-  invariant(allowed.lower <= allowed.upper, "a rotation was asked of a product without steering");
+  // Pedals, which a session is opened with when they present themselves as a joystick.
+  if (product_ && allowed.upper < allowed.lower) {
+    throw FanatecError::notAvailable(TuningParameter::sensitivity, std::string(product_->name));
+  }
   if (!allowed.contains(degrees)) {
     throw FanatecError::outOfRange(TuningParameter::sensitivity, degrees, allowed);
   }

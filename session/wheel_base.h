@@ -119,7 +119,8 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   TuningSnapshot factoryReset();
 
   // Sets the steering angle directly: 90 up to the product's maximum (2520 when unknown). Throws
-  // noOutputReport or outOfRange before anything is sent.
+  // noOutputReport, outOfRange, or notAvailable of `sensitivity` for a product without steering,
+  // before anything is sent.
   void setRotation(std::int64_t degrees);
 
   // Sends a packet as it is.

@@ -48,6 +48,15 @@ TEST_F(RotationCommand, UsesTheReportAskedFor) {
   expectedViolations_.assign(9, "a packet on report 0x03, which has no output");
 }
 
+TEST_F(RotationCommand, PedalsThatPresentThemselvesAsAJoystickHaveNoAngle) {
+  base().setProperty(HIDPropertyKey::productID, std::int64_t{0x183B});
+  const std::string message = "SEN is not available on ClubSport Pedals V3";
+  EXPECT_EQ(run("rotation 900"), (Outcome{ExitStatus::failed, "", message + "\n"}));
+  EXPECT_EQ(run("--json rotation 900"),
+            (Outcome{ExitStatus::failed, errorDocument("notAvailable", message), message + "\n"}));
+  for (const std::string& line : transcript()) EXPECT_TRUE(line == "open" || line == "close");
+}
+
 TEST_F(RotationCommand, AnAngleOutOfRangeIsAFailureAndSendsNothing) {
   base();
   for (const std::string angle : {"89", "2521", "0", "-900"}) {

@@ -179,13 +179,19 @@ TEST_F(WheelBaseCommands, WithoutACommandReportNoRotationIsSent) {
   EXPECT_EQ(takeTranscript().size(), 3U);
 }
 
-TEST(WheelBaseDeathTest, ARotationOfAKnownProductWithoutSteeringStopsTheProgram) {
-  const auto device = SimulatedDevice::create(*FanatecProduct::lookup(defaultSimulatedProduct),
-                                              SimulatedDevice::Time::simulated);
-  HIDDeviceInfo info = HIDEnumerator::info(device);
-  info.productID = 0x6204;
-  const auto base = WheelBase::create(info, device->clock());
-  EXPECT_DEATH(base->setRotation(90), "a rotation was asked of a product without steering");
+TEST_F(WheelBaseCommands, AKnownProductWithoutSteeringHasNoRotation) {
+  describeAs([](HIDDeviceInfo& info) { info.productID = 0x6204; });
+  connect();
+  for (const std::int64_t degrees : {90, 900, -1}) {
+    try {
+      base->setRotation(degrees);
+      FAIL() << degrees << " degrees were accepted";
+    } catch (const FanatecError& error) {
+      EXPECT_EQ(error,
+                FanatecError::notAvailable(TuningParameter::sensitivity, "CSL Elite Pedals"));
+    }
+  }
+  EXPECT_EQ(takeTranscript(), Lines{});
 }
 
 TEST_F(WheelBaseCommands, ARawPacketIsSentAsItIs) {
