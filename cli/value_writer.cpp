@@ -31,8 +31,6 @@ Receipt write(MenuWriter& writer, const std::optional<FanatecProduct>& product,
   Receipt receipt{wanted, std::nullopt, std::nullopt, 0};
   const auto begin = clock.now();
   try {
-    // The session sends a set's number as it is.
-    if (wanted.parameter == TuningParameter::slot) wanted.parameter.encode(wanted.value, {});
     const TuningSnapshot readBack = writer.write(wanted.parameter, wanted.value);
     receipt.readBack = readBackOf(readBack, wanted.parameter, product);
   } catch (const FanatecError& error) {

@@ -1,17 +1,31 @@
 #include "session/menu_writer.h"
 
-#include <utility>
+#include "protocol/error.h"
 
 namespace quorvane {
 
-MenuWriter::MenuWriter(WheelBase& base, std::optional<TuningSnapshot> menu)
-    : base_(base), menu_(std::move(menu)) {}
+MenuWriter::MenuWriter(WheelBase& base, const std::optional<TuningSnapshot>& menu)
+    : base_(base), meant_(menu) {}
 
 TuningSnapshot MenuWriter::write(TuningParameter parameter, std::int64_t value) {
-  TuningSnapshot readBack = base_.set(parameter, value, true, menu_).value();
+  if (parameter == TuningParameter::slot) return switchTo(value);
+  TuningSnapshot readBack = base_.set(parameter, value, true, meant_).value();
   // What the base makes of its mode byte by the write itself is no other set.
-  const bool isThere = menu_ && readBack.slot() == menu_->slot();
-  if (isThere || parameter == TuningParameter::slot) menu_ = readBack;
+  if (meant_ && readBack.slot() == meant_->slot) meant_ = readBack;
+  return readBack;
+}
+
+TuningSnapshot MenuWriter::switchTo(std::int64_t set) {
+  const auto latest = base_.tuning();
+  const bool isAdvanced = meant_ ? meant_->isAdvanced : latest && latest->isAdvancedMode();
+  meant_ = MenuPlace(set, isAdvanced);
+  // The session sends a set's number as it is.
+  TuningParameter(TuningParameter::slot).encode(set, std::nullopt);
+  TuningSnapshot readBack = base_.set(TuningParameter::slot, set, true).value();
+  if (readBack.slot() != set) {
+    throw FanatecError::writeIgnored(TuningParameter::slot, readBack.slot());
+  }
+  meant_ = readBack;
   return readBack;
 }
 

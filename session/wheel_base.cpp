@@ -33,15 +33,16 @@ std::shared_ptr<const Handler> shared(Handler handler) {
   return handler ? std::make_shared<const Handler>(std::move(handler)) : nullptr;
 }
 
-std::string placeText(const TuningSnapshot& menu) {
-  return fmt::format("set {} of the {} menu", menu.slot(), menu.modeName());
+std::string placeText(const MenuPlace& place) {
+  return fmt::format("set {} of the {} menu", place.slot,
+                     place.isAdvanced ? "advanced" : "standard");
 }
 
-void requireSameSet(const TuningSnapshot& menu, const TuningSnapshot& meantFor) {
-  if (menu.slot() == meantFor.slot() && menu.isAdvancedMode() == meantFor.isAdvancedMode()) return;
+void requireSameSet(const MenuPlace& actual, const MenuPlace& meantFor) {
+  if (actual == meantFor) return;
   throw FanatecError::invalidReport(
       fmt::format("the base is in {} now, not in {}; write it again if it belongs there",
-                  placeText(menu), placeText(meantFor)));
+                  placeText(actual), placeText(meantFor)));
 }
 
 void signalAll(const std::vector<std::shared_ptr<Semaphore>>& waiters) {
@@ -242,7 +243,7 @@ void WheelBase::readWhatOthersWrote() {
 }
 
 void WheelBase::sendValue(TuningParameter parameter, std::int64_t value,
-                          const std::optional<TuningSnapshot>& meantFor) {
+                          const std::optional<MenuPlace>& meantFor) {
   readWhatOthersWrote();
   const TuningSnapshot menu = latestMenu();
   if (meantFor) requireSameSet(menu, *meantFor);
@@ -252,7 +253,7 @@ void WheelBase::sendValue(TuningParameter parameter, std::int64_t value,
 
 std::optional<TuningSnapshot> WheelBase::set(TuningParameter parameter, std::int64_t value,
                                              bool verify,
-                                             const std::optional<TuningSnapshot>& meantFor) {
+                                             const std::optional<MenuPlace>& meantFor) {
   const bool isSlot = parameter == TuningParameter::slot;
   // What cannot be written is refused before anything is waited for.
   if (!isSlot) packet(parameter, value);

@@ -12,6 +12,7 @@
 #include "protocol/identity_report.h"
 #include "protocol/tuning_snapshot.h"
 #include "protocol/wheel_status.h"
+#include "session/menu_place.h"
 #include "support/clock.h"
 #include "support/mutex.h"
 
@@ -96,10 +97,10 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   // the base kept another byte, and returns what was read; without: returns nothing. `slot`
   // switches the set instead, unchecked. When others may have written since the last report, reads
   // the menu first. With `meantFor`, throws invalidReport instead of writing when the base is in
-  // another set or mode than that menu. Throws what packet, the turn, the send and fetchTuning
+  // another set or mode than that. Throws what packet, the turn, the send and fetchTuning
   // throw.
   std::optional<TuningSnapshot> set(TuningParameter parameter, std::int64_t value, bool verify,
-                                    const std::optional<TuningSnapshot>& meantFor = {});
+                                    const std::optional<MenuPlace>& meantFor = {});
 
   // Writes and verifies the preset's values one by one (TuningPreset::applicable); a failure does
   // not stop it. The results stand in the order of the writes; `onResult` gets each as it comes.
@@ -150,7 +151,7 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
                              std::int64_t value) const;
   void readWhatOthersWrote();
   void sendValue(TuningParameter parameter, std::int64_t value,
-                 const std::optional<TuningSnapshot>& meantFor);
+                 const std::optional<MenuPlace>& meantFor);
   void sendAckBurst();
 
   const HIDDeviceInfo info_;

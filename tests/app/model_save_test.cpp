@@ -106,6 +106,22 @@ TEST_F(ModelSave, EveryRejectionIsNamed) {
   EXPECT_EQ(staged(), "FF=80 BLI=102 DRI=2 NIN=9");
 }
 
+TEST_F(ModelSave, WithoutTheSetThatTheyAreMeantForValuesAreRejected) {
+  start();
+  behave([](SimulatedBehaviour& b) { b.switchDelay = Seconds(1); });
+  model().stage(P::slot, 4);
+  model().stage(P::forceFeedback, 56);
+  save();
+  EXPECT_EQ(
+      takeLog(),
+      (Lines{"[log] Saving 2 changes\u2026",
+             "[error] Saved 0 of 2; the base rejected "
+             "SLOT: The base ignored the SLOT write; it still reports 2; "
+             "FF: Invalid report: the base is in set 2 of the standard menu now, not in set 4 "
+             "of the standard menu; write it again if it belongs there"}));
+  EXPECT_EQ(valueOf(P::forceFeedback), 65);
+}
+
 TEST_F(ModelSave, NamesTheSet) {
   struct Set {
     int number;

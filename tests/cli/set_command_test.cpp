@@ -106,16 +106,42 @@ TEST_F(SetCommand, GoesOnAfterAFailure) {
       "> ff 03 02 +61",
       "close",
   };
-  EXPECT_EQ(run("set FF=80 SEN=80 BLI=102 DRI=2 NFR=20 SLOT=6"),
+  EXPECT_EQ(run("set FF=80 SEN=80 BLI=102 DRI=2 NFR=20"),
             (Outcome{ExitStatus::failed,
-                     "SLOT not written: SLOT value 6 is outside 1...5\n"
                      "SEN  not written: SEN value 80 is outside 90...2520\n"
                      "FF   80 % (250 ms)\n"
                      "BLI  not written: BLI value 102 is outside 0...101\n"
                      "DRI  not written: DRI is not available on CSL DD / GT DD Pro / ClubSport DD\n"
                      "NFR  20 % (250 ms)\n",
-                     "4 of 6 values not written\n"}));
+                     "3 of 5 values not written\n"}));
   EXPECT_EQ(transcript(), wanted);
+}
+
+TEST_F(SetCommand, WithoutTheSetThatTheyAreMeantForValuesAreRefused) {
+  const std::string refusal =
+      "not written: Invalid report: the base is in set 2 of the standard menu now, not in set ";
+  const std::string rest = " of the standard menu; write it again if it belongs there\n";
+  const std::string ignored = "The base ignored the SLOT write; it still reports 2";
+  change([](SimulatedBehaviour& behaviour) { behaviour.switchDelay = Seconds(1); });
+  EXPECT_EQ(run("set SLOT=4 FF=56"),
+            (Outcome{ExitStatus::failed,
+                     "SLOT not written: " + ignored + "\nFF   " + refusal + "4" + rest,
+                     "2 of 2 values not written\n"}));
+  EXPECT_EQ(transcript(), (Lines{"open", "> ff 03 02 +61", "> ff 03 01 04 +60", "pause 250 ms",
+                                 "> ff 03 02 +61", "close"}));
+  EXPECT_EQ(
+      run("set SLOT=6 FF=56"),
+      (Outcome{ExitStatus::failed,
+               "SLOT not written: SLOT value 6 is outside 1...5\nFF   " + refusal + "6" + rest,
+               "2 of 2 values not written\n"}));
+}
+
+TEST_F(SetCommand, ASwitchThatIsNotTakenTellsTheSetOfTheBase) {
+  change([](SimulatedBehaviour& behaviour) { behaviour.switchDelay = Seconds(1); });
+  const std::string error = "The base ignored the SLOT write; it still reports 2";
+  EXPECT_EQ(run("set --json SLOT=4"),
+            (Outcome{ExitStatus::failed, results({receipt("SLOT", 4, 2, error, 250)}),
+                     "1 of 1 values not written\n"}));
 }
 
 TEST_F(SetCommand, AValueOutOfRangeSendsNoWrite) {

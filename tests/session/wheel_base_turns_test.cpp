@@ -377,6 +377,55 @@ TEST_F(WheelBaseTurns, AWriterGoesOnToTheSetThatItSwitchesTo) {
   EXPECT_EQ(onBase(naturalInertia), 9);
 }
 
+TEST_F(WheelBaseTurns, AWriterWritesNothingToTheSetThatItWasToLeave) {
+  struct Failure {
+    std::string name;
+    std::function<void(SimulatedBehaviour&)> make;
+    std::int64_t wanted;
+    std::string error;
+  };
+  const std::vector<Failure> failures{
+      {"slow", [](SimulatedBehaviour& b) { b.switchDelay = Seconds(1); }, 4,
+       "The base ignored the SLOT write; it still reports 2"},
+      {"silent", [](SimulatedBehaviour& b) { b.silent = true; }, 4, menuTimeout},
+      {"refused",
+       [](SimulatedBehaviour& b) {
+         b.failSendsWith = otherCode;
+         b.failSendsFrom = 1;
+         b.failSendsCount = 1;
+       },
+       4, "HID I/O failed: SetReport id 0xFF -> IOReturn 0x0000C005"},
+      {"no such set", [](SimulatedBehaviour&) {}, 6, "SLOT value 6 is outside 1...5"},
+  };
+  for (const bool hasMenu : {true, false}) {
+    for (const Failure& failure : failures) {
+      SCOPED_TRACE(failure.name);
+      SimulatedSession session;
+      session.connectAndRead();
+      session.behave(failure.make);
+      MenuWriter writer(*session.base, hasMenu ? session.base->tuning() : std::nullopt);
+      EXPECT_EQ(errorText([&] { writer.write(slot, failure.wanted); }), failure.error);
+      session.takeTranscript();
+      for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(errorText([&] { writer.write(forceFeedback, 56); }),
+                  "Invalid report: the base is in set 2 of the standard menu now, not in set " +
+                      std::to_string(failure.wanted) +
+                      " of the standard menu; write it again if it belongs there");
+      }
+      EXPECT_EQ(session.takeTranscript(), Lines{});
+    }
+  }
+}
+
+TEST_F(WheelBaseTurns, AWriterGoesOnInTheSetThatItAskedForOnceTheBaseReportsIt) {
+  behave([](SimulatedBehaviour& b) { b.switchDelay = Seconds(0.3); });
+  MenuWriter writer(*base, base->tuning());
+  EXPECT_NE(errorText([&] { writer.write(slot, 4); }), "no error");
+  device->clock().sleepFor(Seconds(0.1));
+  base->fetchTuning(WheelBase::readTimeout);
+  EXPECT_EQ(writer.write(forceFeedback, 56).slot(), 4);
+}
+
 TEST_F(WheelBaseTurns, AWriterWithoutAMenuTakesAnySet) {
   MenuWriter writer(*base, std::nullopt);
   base->selectSlot(4, TuningLayout::inPlace);
