@@ -1,6 +1,7 @@
 #include "fuzz/scratch.h"
 
 #include <stdlib.h>  // NOLINT(modernize-deprecated-headers): mkdtemp is not in namespace std
+#include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
@@ -13,10 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// A directory in memory where the user may make files, else the usual one for temporary files.
 fs::path parentDirectory() {
   const fs::path memory = "/dev/shm";
-  std::error_code unknown;
-  return fs::is_directory(memory, unknown) ? memory : fs::temp_directory_path();
+  return ::access(memory.c_str(), W_OK | X_OK) == 0 ? memory : fs::temp_directory_path();
 }
 
 }  // namespace

@@ -131,6 +131,12 @@ JSONValue parseJSON(std::string_view text) {
   if (const std::size_t index = text.find('\0'); index != std::string_view::npos) {
     refuse(text, fmt::format("Not valid JSON at {}: zero byte", place(text, index)));
   }
+  // The library has other words for this in each of its versions.
+  if (text.empty()) {
+    throw DecodingError(
+        "Not valid JSON at line 1, column 1: unexpected end of input; expected '[', '{', or a "
+        "literal");
+  }
   JSONValue root;
   try {
     Builder builder(root, text);

@@ -28,9 +28,10 @@ WallClock::time_point at(int hour, int minute, int second) {
   return WallClock::time_point(std::chrono::seconds(moment.toSecsSinceEpoch()));
 }
 
+// Newer locale data has a narrow no-break space before AM and PM, older data has a space.
 std::string shown(const char* locale, WallClock::time_point time) {
   const ScopedLocale scoped(QString::fromLatin1(locale));
-  return timeText(time).toStdString();
+  return timeText(time).replace(QChar(0x202F), u' ').toStdString();
 }
 
 TEST(TimeText, IsTheTimeOfDayWithItsSecondsAsTheLocaleWritesIt) {
