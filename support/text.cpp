@@ -3,20 +3,47 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <iterator>
+
+#include "support/utf8.h"
 
 namespace quorvane {
 namespace {
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-// The length of the control character that the text begins with; 0 when it begins with another.
-std::size_t controlLength(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  if (byte(0) < 0x20 || byte(0) == 0x7F) return 1;
-  // A second block of them is encoded as C2 80 to C2 9F.
-  return text.size() > 1 && byte(0) == 0xC2 && byte(1) >= 0x80 && byte(1) <= 0x9F ? 2 : 0;
+constexpr std::string_view replacementCharacter = "\uFFFD";
+
+struct CodeRange {
+  char32_t first;
+  char32_t last;
+};
+
+constexpr std::array<CodeRange, 7> controls{{{0x00, 0x1F},
+                                             {0x7F, 0x9F},
+                                             {0x061C, 0x061C},    // Arabic letter mark
+                                             {0x200E, 0x200F},    // marks of direction
+                                             {0x2028, 0x2029},    // separators of lines, paragraphs
+                                             {0x202A, 0x202E},    // embeddings and overrides
+                                             {0x2066, 0x2069}}};  // isolates
+
+std::string withoutControls(std::string_view text, bool keepLines) {
+  std::string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const Utf8Character next = firstCharacter(text);
+    if (!next.code) {
+      result += replacementCharacter;
+    } else if (isControl(*next.code) && !(keepLines && *next.code == U'\n')) {
+      result += ' ';
+    } else {
+      result += text.substr(0, next.length);
+    }
+    text.remove_prefix(next.length);
+  }
+  return result;
 }
 
 template <typename Integer>
@@ -46,16 +73,15 @@ std::string counted(std::size_t count, std::string_view noun) {
   return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }
 
-std::string oneLine(std::string_view text) {
-  std::string result;
-  result.reserve(text.size());
-  while (!text.empty()) {
-    const std::size_t control = controlLength(text);
-    result += control > 0 ? ' ' : text.front();
-    text.remove_prefix(std::max<std::size_t>(control, 1));
-  }
-  return result;
+bool isControl(char32_t character) {
+  return std::any_of(controls.begin(), controls.end(), [&](const CodeRange& range) {
+    return range.first <= character && character <= range.last;
+  });
 }
+
+std::string oneLine(std::string_view text) { return withoutControls(text, false); }
+
+std::string safeLines(std::string_view text) { return withoutControls(text, true); }
 
 std::optional<std::int64_t> parseInteger(std::string_view text) {
   if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);

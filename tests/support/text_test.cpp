@@ -145,9 +145,19 @@ TEST(OneLine, HasNothingThatSteersATerminal) {
        "a b"},
       {"a\u0080b\u009Bc\u00A0d", "a b c\u00A0d"},
       {std::string("a\0b", 3), "a b"},
-      {"\xC2", "\xC2"},
+      {"\xC2", "\uFFFD"},
+      {"a\xFF\xC0\x80z", "a\uFFFD\uFFFD\uFFFDz"},
+      {"a\u2028b\u2029c", "a b c"},
+      {"\u202Efdp.\u202C", " fdp. "},
+      {"\u061C\u200E\u200F\u202A\u2066\u2069", "      "},
+      {"\u200D\u2027\u202F\u2065\u206A\uFEFF", "\u200D\u2027\u202F\u2065\u206A\uFEFF"},
   };
   for (const auto& [text, wanted] : cases) EXPECT_EQ(oneLine(text), wanted) << text;
+}
+
+TEST(SafeLines, KeepsTheLineFeedsAlone) {
+  EXPECT_EQ(safeLines("a\nb\r\n\tc\x1B[0m\u2028\n"), "a\nb \n c [0m \n");
+  EXPECT_EQ(safeLines("\xFF\n"), "\uFFFD\n");
 }
 
 TEST(Counted, SaysOneAndMany) {

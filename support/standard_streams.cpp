@@ -1,0 +1,35 @@
+#include "support/standard_streams.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+
+namespace quorvane {
+namespace {
+
+// Descriptors are handed out from 0 up, so those below are taken when this one is opened.
+void takeIfClosed(int descriptor) {
+  if (::fcntl(descriptor, F_GETFD) >= 0 || errno != EBADF) return;
+  const int access = descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+  if (::open("/dev/null", access) != descriptor) std::_Exit(EXIT_FAILURE);
+}
+
+void goOn(int /*signal*/) {}
+
+}  // namespace
+
+void prepareStandardStreams() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    takeIfClosed(descriptor);
+  }
+  // A handler, since an ignored signal would stay ignored in programs started from this one.
+  struct sigaction action {};
+  action.sa_handler = goOn;
+  action.sa_flags = SA_RESTART;
+  ::sigaction(SIGPIPE, &action, nullptr);
+}
+
+}  // namespace quorvane
