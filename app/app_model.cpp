@@ -1,7 +1,5 @@
 #include "app/app_model.h"
 
-#include <fmt/format.h>
-
 #include <QMetaObject>
 #include <QPointer>
 #include <algorithm>
@@ -13,6 +11,8 @@
 #include "app/publish.h"
 #include "protocol/error.h"
 #include "session/candidates.h"
+#include "support/printing.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -312,7 +312,7 @@ void AppModel::endExchange() {
 
 void AppModel::append(std::string text, bool isError) {
   if (Environment::logsToStandardError()) {
-    fmt::print(stderr, "{}{}\n", isError ? "[error] " : "[log] ", text);
+    printTo(stderr, "{}{}\n", isError ? "[error] " : "[log] ", oneLine(text));
   }
   log_.push_back({UUID::random(), WallClock::now(), text, isError});
   if (log_.size() > longestLog) log_.erase(log_.begin());

@@ -7,6 +7,7 @@
 
 #include "protocol/error.h"
 #include "session/candidates.h"
+#include "support/text.h"
 
 namespace quorvane {
 
@@ -36,9 +37,9 @@ HIDDeviceInfo chosenBase(const CommandContext& context) {
   const std::string& which = context.options.device;
   if (bases.empty()) throw noDevice();
   if (!which.empty() && bases.size() > 1) {
-    std::string message = "Several bases answer to " + which + ". Name one by its node:";
+    std::string message = "Several bases answer to " + oneLine(which) + ". Name one by its node:";
     for (const HIDDeviceInfo& base : bases) {
-      message += "\n  " + base.device->node() + "  " + base.id + "  " + base.displayName();
+      message += "\n  " + oneLine(base.device->node() + "  " + base.id + "  " + base.displayName());
     }
     throw UsageError(message);
   }
@@ -74,7 +75,7 @@ std::optional<std::string> nextStep(const std::exception& failure, const GlobalO
   const auto* const error = dynamic_cast<const FanatecError*>(&failure);
   if (error == nullptr || !(*error == noDevice())) return std::nullopt;
   if (options.device.empty()) return noBaseHint;
-  return "No base answers to \"" + options.device +
+  return "No base answers to \"" + oneLine(options.device) +
          "\". The attached ones are listed by: quorvanectl devices";
 }
 

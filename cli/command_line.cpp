@@ -19,6 +19,7 @@
 #include "protocol/error.h"
 #include "simulator/simulate_option.h"
 #include "simulator/simulated_machine.h"
+#include "support/printing.h"
 #include "support/text.h"
 #include "support/version.h"
 
@@ -150,7 +151,8 @@ std::optional<std::uint8_t> parseReportID(const std::string& text) {
     if (const auto value = parseHexNumber(text)) number = *value;
   }
   if (!number || *number < 0 || *number > 0xFF) {
-    throw UsageError(fmt::format("\"{}\" is no report ID: give 0 to 255, or 0x00 to 0xff", text));
+    throw UsageError(
+        fmt::format("\"{}\" is no report ID: give 0 to 255, or 0x00 to 0xff", oneLine(text)));
   }
   return static_cast<std::uint8_t>(*number);
 }
@@ -172,7 +174,7 @@ ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
   const std::vector<FanatecProduct> products = simulatedProducts(words.simulate);
   SimulatedMachine machine(products);
   for (std::size_t number = 0; number < products.size(); ++number) {
-    fmt::print(world.err, "Simulated base: {}\n", products[number].name);
+    printTo(world.err, "Simulated base: {}\n", products[number].name);
     if (!words.options.layout) continue;
     // Its firmware speaks the layout asked for.
     machine.device(number).withBase(
@@ -186,8 +188,8 @@ ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
 ExitStatus reportFailure(const World& world, const GlobalOptions& options,
                          const std::exception& failure) {
   if (options.json) printJson(world, errorJson(failure));
-  fmt::print(world.err, "{}\n", failure.what());
-  if (const auto step = nextStep(failure, options)) fmt::print(world.err, "{}\n", *step);
+  printTo(world.err, "{}\n", oneLine(failure.what()));
+  if (const auto step = nextStep(failure, options)) printTo(world.err, "{}\n", *step);
   return ExitStatus::failed;
 }
 
@@ -195,7 +197,7 @@ ExitStatus runReporting(const ParsedCommand& command, Words& words, const World&
   try {
     return run(command, words, world);
   } catch (const UsageError& error) {
-    fmt::print(world.err, "{}\n", error.what());
+    printTo(world.err, "{}\n", error.what());
     return ExitStatus::wrongUsage;
   } catch (const FanatecError& error) {
     return reportFailure(world, words.options, error);
@@ -230,7 +232,7 @@ std::optional<std::string> missingCommand(const CLI::App& app, const CLI::ParseE
   std::string text;
   if (!unknown.empty()) {
     text = fmt::format("There is no command or option \"{}{}\"\n", group.empty() ? "" : group + " ",
-                       asTyped(unknown.front()));
+                       oneLine(asTyped(unknown.front())));
   }
   if (!group.empty() && isMissing) {
     text += fmt::format("{} takes one of: {}\n", group, namesOf(commands));
@@ -242,15 +244,18 @@ std::optional<std::string> missingCommand(const CLI::App& app, const CLI::ParseE
 // What CLI11 has to say about the words: the help, the version, or what is wrong with them.
 ExitStatus explain(const CLI::App& app, const CLI::ParseError& error, const World& world) {
   if (const auto missing = missingCommand(app, error)) {
-    fmt::print(world.err, "{}Run with --help for more information.\n", *missing);
+    printTo(world.err, "{}Run with --help for more information.\n", *missing);
+    return ExitStatus::wrongUsage;
+  }
+  if (error.get_exit_code() != 0) {
+    printTo(world.err, "{}\nRun with --help for more information.\n",
+            oneLine(asTyped(error.what())));
     return ExitStatus::wrongUsage;
   }
   std::ostringstream out;
-  std::ostringstream err;
-  const int status = app.exit(error, out, err);
-  fmt::print(world.out, "{}", asTyped(out.str()));
-  fmt::print(world.err, "{}", asTyped(err.str()));
-  return status == 0 ? ExitStatus::done : ExitStatus::wrongUsage;
+  app.exit(error, out, out);
+  printLinesTo(world.out, out.str());
+  return ExitStatus::done;
 }
 
 // One command line: its parser, and what the parser found in the words.

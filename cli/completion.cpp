@@ -1,12 +1,11 @@
 #include "cli/completion.h"
 
-#include <fmt/format.h>
-
 #include <CLI/CLI.hpp>
 #include <exception>
 
 #include "cli/completion_place.h"
 #include "cli/completion_values.h"
+#include "support/printing.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -53,6 +52,9 @@ CompletionChoice choiceFor(const CompletionPlace& place, const World& world) {
   return isOption ? options(*place.command) : commands(*place.command);
 }
 
+// Whether the shells take the word as it is.
+bool isSafeWord(const std::string& word) { return oneLine(word) == word; }
+
 bool startsWith(const std::string& word, const std::string& typed) {
   return equalIgnoringCase(std::string_view(word).substr(0, typed.size()), typed);
 }
@@ -69,10 +71,11 @@ ExitStatus printCompletions(const CLI::App& app, const std::vector<std::string>&
     return ExitStatus::done;
   }
   for (const CompletionCandidate& candidate : choice.candidates) {
-    if (!startsWith(candidate.word, place.typed)) continue;
-    fmt::print(world.out, "{}{}\t{}\n", place.lead, candidate.word, oneLine(candidate.description));
+    if (!startsWith(candidate.word, place.typed) || !isSafeWord(candidate.word)) continue;
+    writeTo(world.out,
+            fmt::format("{}{}\t{}\n", place.lead, candidate.word, oneLine(candidate.description)));
   }
-  if (choice.files) fmt::print(world.out, "\tfiles\n");
+  if (choice.files) writeTo(world.out, "\tfiles\n");
   return ExitStatus::done;
 }
 

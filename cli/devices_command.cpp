@@ -3,6 +3,8 @@
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
+#include "support/printing.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -34,13 +36,14 @@ std::string reportsText(const HIDDeviceInfo& base) {
 
 void print(const World& world, const HIDDeviceInfo& base) {
   const std::string node = base.device->node();
-  fmt::print(world.out, "{}\n", base.displayName());
-  fmt::print(world.out, "  id       {}\n", base.id);
-  fmt::print(world.out, "  product  0x{:04x}\n", base.productID);
-  fmt::print(world.out, "  serial   {}\n", base.serialNumber.empty() ? "none" : base.serialNumber);
-  fmt::print(world.out, "  node     {}\n", node.empty() ? "none (simulated)" : node);
-  fmt::print(world.out, "  access   {}\n", base.device->accessible() ? "yes" : "no");
-  fmt::print(world.out, "  reports  {}\n", reportsText(base));
+  printTo(world.out, "{}\n", oneLine(base.displayName()));
+  printTo(world.out, "  id       {}\n", oneLine(base.id));
+  printTo(world.out, "  product  0x{:04x}\n", base.productID);
+  printTo(world.out, "  serial   {}\n",
+          base.serialNumber.empty() ? "none" : oneLine(base.serialNumber));
+  printTo(world.out, "  node     {}\n", node.empty() ? "none (simulated)" : oneLine(node));
+  printTo(world.out, "  access   {}\n", base.device->accessible() ? "yes" : "no");
+  printTo(world.out, "  reports  {}\n", reportsText(base));
 }
 
 }  // namespace
@@ -61,9 +64,9 @@ ExitStatus devicesCommand(const CommandContext& context) {
   }
   if (context.options.json) printJson(world, {{"devices", std::move(list)}});
   if (bases.empty()) {
-    fmt::print(world.err, "{}\n", noBaseHint);
+    printTo(world.err, "{}\n", noBaseHint);
   }
-  if (locked) fmt::print(world.err, "{}\n", permissionHint);
+  if (locked) printTo(world.err, "{}\n", permissionHint);
   return ExitStatus::done;
 }
 

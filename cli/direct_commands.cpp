@@ -1,10 +1,9 @@
-#include <fmt/format.h>
-
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
 #include "cli/udev_rule.h"
 #include "hid/usb_reset.h"
+#include "support/printing.h"
 
 namespace quorvane {
 namespace {
@@ -27,7 +26,7 @@ ExitStatus rotationCommand(const CommandContext& context, std::int64_t degrees) 
   if (context.options.json) {
     printJson(context.world, {{"device", deviceJson(base->info())}, {"rotation", degrees}});
   } else {
-    fmt::print(context.world.out, "Steering angle set to {} deg\n", degrees);
+    printTo(context.world.out, "Steering angle set to {} deg\n", degrees);
   }
   return ExitStatus::done;
 }
@@ -39,8 +38,7 @@ ExitStatus rawCommand(const CommandContext& context, const std::vector<std::stri
   if (context.options.json) {
     printJson(context.world, {{"device", deviceJson(base->info())}, {"sent", packet.hexDump()}});
   } else {
-    fmt::print(context.world.out, "Sent {} bytes: {}\n", packet.wireBytes().size(),
-               packet.hexDump());
+    printTo(context.world.out, "Sent {} bytes: {}\n", packet.wireBytes().size(), packet.hexDump());
   }
   return ExitStatus::done;
 }
@@ -52,13 +50,13 @@ ExitStatus usbResetCommand(const CommandContext& context) {
   if (context.options.json) {
     printJson(context.world, {{"locationID", location}});
   } else {
-    fmt::print(context.world.out, "USB reset issued; the base will reconnect in a few seconds\n");
+    printTo(context.world.out, "USB reset issued; the base will reconnect in a few seconds\n");
   }
   return ExitStatus::done;
 }
 
 ExitStatus udevRuleCommand(const CommandContext& context) {
-  fmt::print(context.world.out, "{}", udevRuleText());
+  printTo(context.world.out, "{}", udevRuleText());
   return ExitStatus::done;
 }
 

@@ -8,6 +8,8 @@
 #include "cli/json_output.h"
 #include "doctor/report.h"
 #include "support/file.h"
+#include "support/printing.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -15,8 +17,8 @@ namespace {
 // An option in the place of a forgotten name would become a file that is hard to get rid of.
 void requireFileName(const std::string& report) {
   if (!report.starts_with('-') || report == standardOutput) return;
-  throw UsageError(
-      fmt::format("--report takes a file name, not \"{0}\"; a file of that name is ./{0}", report));
+  throw UsageError(fmt::format(
+      "--report takes a file name, not \"{0}\"; a file of that name is ./{0}", oneLine(report)));
 }
 
 std::optional<std::filesystem::path> presetFile(const World& world) {
@@ -30,8 +32,8 @@ std::optional<std::filesystem::path> presetFile(const World& world) {
 // A base that does not answer takes seconds.
 void sayWhatTakesTime(std::FILE* terminal) {
   if (::isatty(::fileno(terminal)) == 0) return;
-  fmt::print(terminal, "Examining the base; this takes 5 s at most\n");
-  std::fflush(terminal);
+  printTo(terminal, "Examining the base; this takes 5 s at most\n");
+  flush(terminal);
 }
 
 Diagnosis diagnose(const CommandContext& context) {
@@ -62,9 +64,9 @@ void print(const CommandContext& context, const Diagnosis& diagnosis, const std:
     printJson(world, documentOf(diagnosis, report));
     return;
   }
-  fmt::print(world.out, "{}", checksText(diagnosis.checks));
+  printTo(world.out, "{}", checksText(diagnosis.checks));
   if (report.empty()) return;
-  fmt::print(world.out, "Report written to {}; look it over before you send it\n", report);
+  printTo(world.out, "Report written to {}; look it over before you send it\n", oneLine(report));
 }
 
 }  // namespace
@@ -73,7 +75,7 @@ ExitStatus doctorCommand(const CommandContext& context, const std::string& repor
   requireFileName(report);
   const Diagnosis diagnosis = diagnose(context);
   if (report == standardOutput) {
-    fmt::print(context.world.out, "{}", reportText(diagnosis));
+    printTo(context.world.out, "{}", reportText(diagnosis));
   } else {
     if (!report.empty()) replaceFile(report, reportText(diagnosis));
     print(context, diagnosis, report);

@@ -1,12 +1,13 @@
 #include "cli/json_output.h"
 
-#include <fmt/format.h>
-
 #include <string>
 
 #include "presets/preset_coding.h"
 #include "protocol/error.h"
 #include "support/file.h"
+#include "support/printing.h"
+#include "support/text.h"
+#include "support/utf8.h"
 #include "support/wall_time.h"
 
 namespace quorvane {
@@ -14,8 +15,24 @@ namespace {
 
 constexpr int indentation = 2;
 
+// Controls are in strings only, and below U+10000. The library escapes those of ASCII but DEL.
+std::string withEscapedControls(std::string_view document) {
+  std::string result;
+  result.reserve(document.size());
+  while (!document.empty()) {
+    const Utf8Character next = firstCharacter(document);
+    if (next.code && *next.code != U'\n' && isControl(*next.code)) {
+      result += fmt::format("\\u{:04x}", static_cast<std::uint32_t>(*next.code));
+    } else {
+      result += document.substr(0, next.length);
+    }
+    document.remove_prefix(next.length);
+  }
+  return result;
+}
+
 std::string text(const Json& document, int indent) {
-  return document.dump(indent, ' ', false, Json::error_handler_t::replace);
+  return withEscapedControls(document.dump(indent, ' ', false, Json::error_handler_t::replace));
 }
 
 std::string_view kindOf(const std::exception& failure) {
@@ -67,12 +84,12 @@ Json errorJson(std::string_view kind, std::string_view message) {
 Json errorJson(const std::exception& failure) { return errorJson(kindOf(failure), failure.what()); }
 
 void printJson(const World& world, const Json& document) {
-  fmt::print(world.out, "{}\n", text(document, indentation));
+  writeTo(world.out, text(document, indentation) + '\n');
 }
 
 void printJsonLine(const World& world, const Json& document) {
-  fmt::print(world.out, "{}\n", text(document, -1));
-  std::fflush(world.out);
+  writeTo(world.out, text(document, -1) + '\n');
+  flush(world.out);
 }
 
 }  // namespace quorvane

@@ -31,7 +31,8 @@ Json presetsJson(const std::vector<TuningPreset>& presets);
 Json errorJson(std::string_view kind, std::string_view message);
 Json errorJson(const std::exception& failure);
 
-// One document, indented, and a line feed. Texts of devices that are not UTF-8 are mended.
+// One document, indented, and a line feed. Texts of devices that are not UTF-8 are mended; controls
+// (isControl) are \u-escaped.
 void printJson(const World& world, const Json& document);
 
 // The same on one line, written out at once.

@@ -1,24 +1,39 @@
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
+#include <exception>
+#include <system_error>
 
 #include "cli/command_line.h"
+#include "support/printing.h"
+#include "support/standard_streams.h"
+#include "support/text.h"
 
 namespace {
 
+using quorvane::ExitStatus;
+
+ExitStatus run(const std::vector<std::string>& words) {
+  try {
+    return quorvane::runCommandLine(words, quorvane::World{});
+  } catch (const std::exception& error) {  // memory that ran out
+    quorvane::printTo(stderr, "{}\n", quorvane::oneLine(error.what()));
+    return ExitStatus::failed;
+  }
+}
+
 // Results that nobody could read (a full disk, a closed pipe) are not done.
 bool allWritten() {
-  const bool written = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-  if (!written) std::fprintf(stderr, "Could not write the output: %s\n", std::strerror(errno));
-  return written;
+  const int error = quorvane::finishStandardOutput();
+  if (error == 0) return true;
+  quorvane::printTo(stderr, "Could not write the output: {}\n",
+                    std::generic_category().message(error));
+  return false;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  using quorvane::ExitStatus;
-  const std::vector<std::string> words(argv + 1, argv + argc);
-  ExitStatus status = quorvane::runCommandLine(words, quorvane::World{});
+  quorvane::prepareStandardStreams();
+  ExitStatus status = run({argv + 1, argv + argc});
   if (!allWritten() && status == ExitStatus::done) status = ExitStatus::failed;
   return static_cast<int>(status);
 }

@@ -4,6 +4,7 @@
 #include "cli/commands.h"
 #include "cli/json_output.h"
 #include "protocol/error.h"
+#include "support/printing.h"
 
 namespace quorvane {
 namespace {
@@ -15,7 +16,7 @@ void report(const CommandContext& context, const WheelBase& base, const TuningSn
     printJson(context.world, {{"device", deviceJson(base.info())},
                               {"tuning", tuningJson(snapshot, base.product())}});
   } else {
-    fmt::print(context.world.out, "{}\n", line);
+    printTo(context.world.out, "{}\n", line);
   }
 }
 

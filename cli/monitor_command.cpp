@@ -10,6 +10,8 @@
 #include "hid/device_watcher.h"
 #include "protocol/error.h"
 #include "session/candidates.h"
+#include "support/printing.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -80,8 +82,8 @@ class Monitor {
 
   void announce(const char* event, const HIDDeviceInfo& base) {
     print({{"event", event}, {"device", deviceJson(base)}},
-          fmt::format("{} {} {}", event, base.displayName(),
-                      base.device->node().empty() ? base.id : base.device->node()));
+          fmt::format("{} {} {}", event, oneLine(base.displayName()),
+                      oneLine(base.device->node().empty() ? base.id : base.device->node())));
   }
 
   void printChangedValues(const TuningSnapshot& before, const TuningSnapshot& now) {
@@ -117,8 +119,8 @@ class Monitor {
       attention_ = std::move(attention);
     } catch (const FanatecError& error) {
       closeBase(*base);
-      fmt::print(context_.world.err, "{}\n", error.errorDescription());
-      if (isPermissionFailure(error)) fmt::print(context_.world.err, "{}\n", permissionHint);
+      printTo(context_.world.err, "{}\n", oneLine(error.errorDescription()));
+      if (isPermissionFailure(error)) printTo(context_.world.err, "{}\n", permissionHint);
     }
   }
 
@@ -133,8 +135,8 @@ class Monitor {
     if (context_.options.json) {
       printJsonLine(context_.world, document);
     } else {
-      fmt::print(context_.world.out, "{}\n", line);
-      std::fflush(context_.world.out);
+      printTo(context_.world.out, "{}\n", line);
+      flush(context_.world.out);
     }
   }
 
@@ -157,7 +159,11 @@ ExitStatus monitorCommand(const CommandContext& context) {
   watcher.setOnChange(
       [&events](const std::vector<HIDDeviceInfo>& devices) { events.push(devices); });
   watcher.start();
-  while (const auto event = events.next(interruption.fd())) std::visit(monitor, *event);
+  while (const auto event = events.next(interruption.fd())) {
+    std::visit(monitor, *event);
+    // Nobody reads on: without an end of its own it would run for nobody.
+    if (std::ferror(context.world.out) != 0) return ExitStatus::failed;
+  }
   return ExitStatus::done;
 }
 

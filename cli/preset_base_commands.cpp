@@ -9,6 +9,7 @@
 #include "cli/preset_names.h"
 #include "cli/preset_text.h"
 #include "cli/value_writer.h"
+#include "support/printing.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -33,9 +34,10 @@ std::string missingCodes(const TuningPreset& preset, const std::optional<Fanatec
 
 ExitStatus nothingApplicable(const CommandContext& context, const TuningPreset& preset,
                              const std::string& base) {
-  const std::string message = fmt::format("\"{}\" has no value for {}", oneLine(preset.name), base);
+  const std::string message =
+      fmt::format("\"{}\" has no value for {}", oneLine(preset.name), oneLine(base));
   if (context.options.json) printJson(context.world, errorJson("notAvailable", message));
-  fmt::print(context.world.err, "{}\n", message);
+  printTo(context.world.err, "{}\n", message);
   return ExitStatus::failed;
 }
 
@@ -44,9 +46,9 @@ void printSaved(const CommandContext& context, const PresetLibrary& library,
   if (context.options.json) {
     printJson(context.world, presetsJson({preset}));
   } else {
-    fmt::print(context.world.out, "Saved preset \"{}\" ({})\nYour presets are in {}\n",
-               oneLine(preset.name), counted(preset.values.size(), "value"),
-               library.file().string());
+    printTo(context.world.out, "Saved preset \"{}\" ({})\nYour presets are in {}\n",
+            oneLine(preset.name), counted(preset.values.size(), "value"),
+            oneLine(library.file().string()));
   }
 }
 
@@ -55,9 +57,8 @@ void printRepeatedName(const World& world, const PresetLibrary& library,
   const auto presets = library.all();
   const auto sameName = [&](const TuningPreset& other) { return other.name == preset.name; };
   if (std::count_if(presets.begin(), presets.end(), sameName) < 2) return;
-  fmt::print(world.err,
-             "There is now more than one preset \"{}\". This one answers to its id: {}\n",
-             oneLine(preset.name), idText(preset));
+  printTo(world.err, "There is now more than one preset \"{}\". This one answers to its id: {}\n",
+          oneLine(preset.name), idText(preset));
 }
 
 }  // namespace
@@ -69,8 +70,8 @@ ExitStatus applyPresetCommand(const CommandContext& context, const std::string& 
   const std::vector<ParameterValue> values = preset.applicable(base->product());
   if (values.empty()) return nothingApplicable(context, preset, base->info().displayName());
   if (const std::string codes = missingCodes(preset, base->product()); !codes.empty()) {
-    fmt::print(context.world.err, "Not on the menu of {}, and left out:{}\n",
-               base->info().displayName(), codes);
+    printTo(context.world.err, "Not on the menu of {}, and left out:{}\n",
+            oneLine(base->info().displayName()), codes);
   }
   return writeValues(context, interruption, *base, values);
 }

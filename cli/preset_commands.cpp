@@ -5,6 +5,7 @@
 #include "cli/json_output.h"
 #include "cli/preset_library.h"
 #include "cli/preset_text.h"
+#include "support/printing.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -23,8 +24,8 @@ ExitStatus listPresetsCommand(const CommandContext& context) {
   if (context.options.json) {
     printJson(context.world, presetsJson(library.all()));
   } else {
-    fmt::print(context.world.out, "Built in\n{}\nYour own\n{}", listText(TuningPreset::builtIn()),
-               ownText(library));
+    printTo(context.world.out, "Built in\n{}\nYour own\n{}", listText(TuningPreset::builtIn()),
+            ownText(library));
   }
   return ExitStatus::done;
 }
@@ -34,7 +35,7 @@ ExitStatus showPresetCommand(const CommandContext& context, const std::string& w
   if (context.options.json) {
     printJson(context.world, presetsJson({preset}));
   } else {
-    fmt::print(context.world.out, "{}", fullText(preset));
+    printTo(context.world.out, "{}", fullText(preset));
   }
   return ExitStatus::done;
 }
@@ -51,7 +52,7 @@ ExitStatus deletePresetCommand(const CommandContext& context, const std::string&
   if (context.options.json) {
     printJson(context.world, presetsJson({preset}));
   } else {
-    fmt::print(context.world.out, "Deleted preset \"{}\"\n", name);
+    printTo(context.world.out, "Deleted preset \"{}\"\n", name);
   }
   return ExitStatus::done;
 }

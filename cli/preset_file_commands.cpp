@@ -7,6 +7,7 @@
 #include "cli/preset_text.h"
 #include "presets/preset_coding.h"
 #include "presets/preset_store.h"
+#include "support/printing.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -27,7 +28,7 @@ class Import {
     try {
       files_.push_back({file, PresetStore::importPresets(file)});
     } catch (const std::runtime_error& failure) {  // FileError, DecodingError
-      fmt::print(context_.world.err, "{}\n", failure.what());
+      printTo(context_.world.err, "{}\n", oneLine(failure.what()));
       if (failure_.is_null()) failure_ = errorJson(failure);
     }
   }
@@ -61,11 +62,11 @@ class Import {
   void printText() const {
     for (const Imported& file : files_) {
       for (const TuningPreset& preset : file.presets) {
-        fmt::print(context_.world.out, "Imported \"{}\" from {}\n", oneLine(preset.name),
-                   file.file);
+        printTo(context_.world.out, "Imported \"{}\" from {}\n", oneLine(preset.name),
+                oneLine(file.file));
       }
       if (file.presets.empty()) {
-        fmt::print(context_.world.out, "There are no presets in {}\n", file.file);
+        printTo(context_.world.out, "There are no presets in {}\n", oneLine(file.file));
       }
     }
   }
@@ -89,7 +90,7 @@ void printExported(const CommandContext& context, const std::vector<TuningPreset
     document["file"] = file;
     printJson(context.world, document);
   } else {
-    fmt::print(context.world.out, "Exported {} to {}\n", what, file);
+    printTo(context.world.out, "Exported {} to {}\n", what, oneLine(file));
   }
 }
 
@@ -126,7 +127,7 @@ ExitStatus exportPresetsCommand(const CommandContext& context, const std::string
   const PresetLibrary library(context.world);
   const auto presets = which.empty() ? ownPresets(library, file) : library.named(which);
   if (file == standardOutput) {
-    fmt::print(context.world.out, "{}\n", encodePresets(presets));
+    printTo(context.world.out, "{}\n", encodePresets(presets));
     return ExitStatus::done;
   }
   PresetStore::exportPresets(presets, file);
@@ -139,9 +140,9 @@ ExitStatus sharePresetCommand(const CommandContext& context, const std::string& 
   const auto [preset, base] =
       which ? Shared{PresetLibrary(context.world).named(*which), {}} : presentMenu(context);
   if (file == standardOutput) {
-    fmt::print(context.world.out, "{}\n",
-               encodeShareFile({std::string(SettingsShareFile::currentFormat),
-                                wholeSeconds(WallClock::now()), base, preset}));
+    printTo(context.world.out, "{}\n",
+            encodeShareFile({std::string(SettingsShareFile::currentFormat),
+                             wholeSeconds(WallClock::now()), base, preset}));
     return ExitStatus::done;
   }
   PresetStore::exportShare(preset, base, file);

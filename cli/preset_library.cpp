@@ -1,10 +1,10 @@
 #include "cli/preset_library.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "cli/preset_names.h"
+#include "support/printing.h"
+#include "support/text.h"
 
 namespace quorvane {
 
@@ -14,7 +14,7 @@ PresetLibrary::PresetLibrary(const World& world) : world_(world), store_(world.p
     for (TuningPreset& preset : own_) preset.isBuiltIn = false;
   } catch (const std::runtime_error& error) {  // FileError, DecodingError
     readable_ = false;
-    fmt::print(world.err, "Your own presets cannot be read: {}\n", error.what());
+    printTo(world.err, "Your own presets cannot be read: {}\n", oneLine(error.what()));
   }
 }
 
@@ -47,8 +47,8 @@ void PresetLibrary::remove(const TuningPreset& preset) {
 void PresetLibrary::save() const {
   store_.save(own_);
   if (readable_) return;
-  fmt::print(world_.err, "The old file is kept beside the new one, as {}.corrupt-...\n",
-             store_.fileURL().string());
+  printTo(world_.err, "The old file is kept beside the new one, as {}.corrupt-...\n",
+          oneLine(store_.fileURL().string()));
 }
 
 }  // namespace quorvane

@@ -1,10 +1,10 @@
-#include <fmt/format.h>
-
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
 #include "cli/value_words.h"
 #include "protocol/error.h"
+#include "support/printing.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -20,21 +20,20 @@ std::optional<IdentityReport> identityOf(WheelBase& base) {
 
 void printHeading(const World& world, const WheelBase& base,
                   const std::optional<IdentityReport>& identity, const TuningSnapshot& snapshot) {
-  fmt::print(world.out, "{}\n", identity ? identity->baseName() : base.info().displayName());
+  printTo(world.out, "{}\n", oneLine(identity ? identity->baseName() : base.info().displayName()));
   if (identity) {
-    fmt::print(world.out, "  Steering wheel  {}\n", identity->wheelName());
-    fmt::print(world.out, "  Button module   {}\n", identity->moduleName());
+    printTo(world.out, "  Steering wheel  {}\n", identity->wheelName());
+    printTo(world.out, "  Button module   {}\n", identity->moduleName());
   }
-  fmt::print(world.out, "  Menu            {}, set {}\n\n", snapshot.modeName(),
-             snapshot.setName());
+  printTo(world.out, "  Menu            {}, set {}\n\n", snapshot.modeName(), snapshot.setName());
 }
 
 void printValues(const World& world, const WheelBase& base, const TuningSnapshot& snapshot) {
   for (const TuningParameter parameter : TuningParameter::available(base.product())) {
     if (parameter == TuningParameter::slot) continue;
     const std::int64_t value = snapshot.value(parameter, base.product());
-    fmt::print(world.out, "  {:<4} {:<24} {}\n", parameter.code(),
-               valueText(parameter, value, base.product()), parameter.title());
+    printTo(world.out, "  {:<4} {:<24} {}\n", parameter.code(),
+            valueText(parameter, value, base.product()), parameter.title());
   }
 }
 

@@ -29,17 +29,19 @@ std::string wordsOf(TuningParameter parameter) {
 ParameterValue parseAssignment(const std::string& word) {
   const std::size_t equals = word.find('=');
   if (equals == std::string::npos) {
-    throw UsageError(fmt::format("\"{}\" is not of the form CODE=VALUE, such as FF=80", word));
+    throw UsageError(
+        fmt::format("\"{}\" is not of the form CODE=VALUE, such as FF=80", oneLine(word)));
   }
   const std::string code = word.substr(0, equals);
   const auto parameter = TuningParameter::named(code);
   if (!parameter) {
-    throw UsageError(fmt::format("There is no setting \"{}\". The codes are {}", code, codeList()));
+    throw UsageError(
+        fmt::format("There is no setting \"{}\". The codes are {}", oneLine(code), codeList()));
   }
   const std::string text = word.substr(equals + 1);
   const auto value = parseValueWord(*parameter, text);
   if (!value) {
-    throw UsageError(fmt::format("\"{}\" is no value for {}: give a whole number{}", text,
+    throw UsageError(fmt::format("\"{}\" is no value for {}: give a whole number{}", oneLine(text),
                                  parameter->code(), wordsOf(*parameter)));
   }
   return {*parameter, *value};

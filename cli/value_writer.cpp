@@ -1,7 +1,5 @@
 #include "cli/value_writer.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <chrono>
 
@@ -9,6 +7,8 @@
 #include "cli/value_words.h"
 #include "protocol/error.h"
 #include "session/menu_writer.h"
+#include "support/printing.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -48,12 +48,12 @@ void print(const World& world, const Receipt& receipt,
            const std::optional<FanatecProduct>& product) {
   const TuningParameter parameter = receipt.wanted.parameter;
   if (receipt.error) {
-    fmt::print(world.out, "{:<4} not written: {}\n", parameter.code(), *receipt.error);
+    printTo(world.out, "{:<4} not written: {}\n", parameter.code(), oneLine(*receipt.error));
   } else {
-    fmt::print(world.out, "{:<4} {} ({} ms)\n", parameter.code(),
-               valueText(parameter, *receipt.readBack, product), receipt.milliseconds);
+    printTo(world.out, "{:<4} {} ({} ms)\n", parameter.code(),
+            valueText(parameter, *receipt.readBack, product), receipt.milliseconds);
   }
-  std::fflush(world.out);
+  flush(world.out);
 }
 
 Json receiptJson(const Receipt& receipt) {
@@ -72,11 +72,11 @@ void printJson(const World& world, const std::vector<Receipt>& receipts) {
 
 void printInterruption(const World& world, const std::vector<ParameterValue>& wanted,
                        std::size_t done) {
-  fmt::print(world.err, "Interrupted; not written:");
+  printTo(world.err, "Interrupted; not written:");
   for (std::size_t i = done; i < wanted.size(); ++i) {
-    fmt::print(world.err, " {}", wanted[i].parameter.code());
+    printTo(world.err, " {}", wanted[i].parameter.code());
   }
-  fmt::print(world.err, "\n");
+  printTo(world.err, "\n");
 }
 
 // One for each value that was tried.
@@ -104,7 +104,7 @@ ExitStatus writeValues(const CommandContext& context, const Interruption& interr
     return receipt.error.has_value();
   });
   if (failures > 0) {
-    fmt::print(world.err, "{} of {} values not written\n", failures, values.size());
+    printTo(world.err, "{} of {} values not written\n", failures, values.size());
   }
   if (interruption.requested()) {
     if (receipts.size() < values.size()) printInterruption(world, values, receipts.size());

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "simulator/simulated_base.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 FanatecProduct productToSimulate(const std::string& text) {
   if (const auto product = simulatableProduct(text)) return *product;
   std::string message =
-      fmt::format("\"{}\" does not name one product with a tuning menu. There are:", text);
+      fmt::format("\"{}\" does not name one product with a tuning menu. There are:", oneLine(text));
   for (const FanatecProduct& product : FanatecProduct::all()) {
     if (product.hasTuningMenu()) {
       message += fmt::format("\n  0x{:04x}  {}", product.productID, product.name);

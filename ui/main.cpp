@@ -4,11 +4,15 @@
 #include <QTimer>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 
 #include "app/environment.h"
 #include "simulator/simulated_machine.h"
 #include "support/file.h"
+#include "support/printing.h"
+#include "support/standard_streams.h"
+#include "support/text.h"
 #include "ui/addresses.h"
 #include "ui/desktop/dark_preference.h"
 #include "ui/desktop/desktop_panels.h"
@@ -35,9 +39,9 @@ QStringList wordsOf(int argc, char** argv) {
 }
 
 int print(const StartText& text) {
-  std::FILE* const stream = text.exitStatus == 0 ? stdout : stderr;
-  std::fputs(quorvane::text(text.text).c_str(), stream);
-  return text.exitStatus;
+  printLinesTo(text.exitStatus == 0 ? stdout : stderr, quorvane::text(text.text));
+  const bool isWritten = text.exitStatus != 0 || finishStandardOutput() == 0;
+  return isWritten ? text.exitStatus : EXIT_FAILURE;
 }
 
 // What later starts hand over comes to this window.
@@ -88,7 +92,7 @@ void writeTranscripts(SimulatedMachine& machine, const std::filesystem::path& fi
   try {
     replaceFile(file, text);
   } catch (const FileError& error) {
-    std::fprintf(stderr, "%s\n", error.what());
+    printTo(stderr, "{}\n", oneLine(error.what()));
   }
 }
 
@@ -99,7 +103,7 @@ int start(const StartOptions& options, const QVariantMap& platformData) {
                           Addresses::applicationID());
   const auto started = instance.start(options.files, platformData, section(Environment::section()));
   if (started == SingleInstance::Start::handedOver) {
-    if (!options.device.empty()) std::fputs(otherWindow, stderr);
+    if (!options.device.empty()) printLinesTo(stderr, otherWindow);
     return 0;
   }
 
@@ -125,6 +129,7 @@ int start(const StartOptions& options, const QVariantMap& platformData) {
 
 int main(int argc, char** argv) {
   using namespace quorvane;  // NOLINT(google-build-using-namespace): this program's own
+  prepareStandardStreams();
   std::optional<StartText> instead;
   const StartOptions options = parseStart(wordsOf(argc, argv), instead);
   if (instead) return print(*instead);

@@ -1,11 +1,10 @@
 #include "simulator/simbase/event_log.h"
 
-#include <fmt/format.h>
-
 #include <cerrno>
 #include <system_error>
 
 #include "support/clock.h"
+#include "support/printing.h"
 
 namespace quorvane {
 
@@ -18,8 +17,8 @@ EventLog::EventLog(const std::string& path) {
 void EventLog::add(std::string_view event) {
   if (!file_) return;
   const Seconds now = Monotonic::now().time_since_epoch();
-  fmt::print(file_.get(), "{:.3f} {}\n", now.count(), event);
-  std::fflush(file_.get());
+  printTo(file_.get(), "{:.3f} {}\n", now.count(), event);
+  flush(file_.get());
 }
 
 }  // namespace quorvane

@@ -15,6 +15,8 @@
 #include "simulator/simbase/event_log.h"
 #include "simulator/simbase/uhid_host.h"
 #include "simulator/simbase/usbip_host.h"
+#include "support/printing.h"
+#include "support/standard_streams.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -201,7 +203,7 @@ class Program {
     } else if (command == "turn") {
       turn(words);
     } else {
-      fmt::print(stderr, "unknown command: {}\n", line);
+      printTo(stderr, "unknown command: {}\n", oneLine(line));
     }
   }
 
@@ -212,7 +214,7 @@ class Program {
     try {
       base_.turn(parameterNamed(code), value, Monotonic::now());
     } catch (const std::exception& error) {
-      fmt::print(stderr, "{}\n", error.what());
+      printTo(stderr, "{}\n", error.what());
     }
   }
 
@@ -232,8 +234,8 @@ class Program {
 
   void announce(const char* event) {
     log_.add(event);
-    fmt::print("{}\n", event);
-    std::fflush(stdout);
+    printTo(stdout, "{}\n", event);
+    flush(stdout);
   }
 
   SimulatedBase& base_;
@@ -260,6 +262,7 @@ void serve(const Options& options) {
 }  // namespace quorvane
 
 int main(int argc, char** argv) {
+  quorvane::prepareStandardStreams();
   CLI::App app("A simulated wheel base that the kernel takes for a real one", "quorvane-simbase");
   quorvane::Options options;
   quorvane::addOptions(app, options);
@@ -267,7 +270,7 @@ int main(int argc, char** argv) {
   try {
     quorvane::serve(options);
   } catch (const std::exception& error) {
-    fmt::print(stderr, "quorvane-simbase: {}\n", error.what());
+    quorvane::printTo(stderr, "quorvane-simbase: {}\n", error.what());
     return 1;
   }
   return 0;

@@ -16,6 +16,7 @@
 #include <string>
 
 #include "app/no_panels.h"
+#include "support/standard_streams.h"
 #include "tests/windowless/line_input.h"
 #include "ui/base_row.h"
 #include "ui/check_row.h"
@@ -111,6 +112,7 @@ void carryOut(const QWidget& window, const std::string& line) {
 
 int main(int argc, char** argv) {
   using namespace quorvane;  // NOLINT(google-build-using-namespace): this program's own
+  prepareStandardStreams();
   const QApplication application(argc, argv);
   QApplication::setStyle(new Style);
   NoPanels panels;

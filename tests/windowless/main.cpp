@@ -19,6 +19,7 @@
 #include "app/app_model.h"
 #include "app/no_panels.h"
 #include "simulator/simulated_machine.h"
+#include "support/standard_streams.h"
 #include "support/text.h"
 #include "tests/windowless/line_input.h"
 
@@ -106,6 +107,7 @@ int run(const AppModel::World& world) {
 
 int main(int argc, char** argv) {
   using namespace quorvane;  // NOLINT(google-build-using-namespace): this program's own
+  prepareStandardStreams();
   const QCoreApplication application(argc, argv);
   NoPanels panels;
   if (argc < 2 || std::string_view(argv[1]) != "--simulate") return run({panels});
