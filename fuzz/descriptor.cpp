@@ -160,6 +160,7 @@ std::int64_t numberOf(const HIDProperties& properties, std::string_view key) {
   return found == properties.end() ? 0 : std::get<std::int64_t>(found->second);
 }
 
+// The summaries are of the descriptor with its stack written out.
 void expectProperties(ByteView descriptor, const Summaries& summaries) {
   HIDProperties properties;
   addDescriptorProperties(properties, Bytes(descriptor.begin(), descriptor.end()));
@@ -187,9 +188,10 @@ void descriptor(ByteView bytes) {
   expectAgreement(bytes, flat, "summaries and elements agree where there is no stack");
   expectAgreement(stackWrittenOut(bytes), bytes, "summaries and elements agree on the stack");
   if (!canBeSummedUp(HIDElements::parse(flat).elements)) return;
-  const Summaries summaries = HIDReportDescriptor(Bytes(bytes.begin(), bytes.end())).summaries();
-  expectOrder(summaries);
-  expectProperties(bytes, summaries);
+  expectOrder(HIDReportDescriptor(Bytes(bytes.begin(), bytes.end())).summaries());
+  const Bytes writtenOut = stackWrittenOut(bytes);
+  if (!canBeSummedUp(HIDElements::parse(writtenOut).elements)) return;
+  expectProperties(bytes, HIDReportDescriptor(writtenOut).summaries());
 }
 
 }  // namespace quorvane::Fuzz

@@ -160,8 +160,7 @@ class Parser {
     std::uint64_t& bits = bits_[{kind, globals_.reportID}];
     element.bitOffset = bits;
     // Totals that no report can reach stay there, so that what follows lies outside every report.
-    const std::uint64_t more = std::uint64_t{element.reportSize} * element.reportCount;
-    bits = more > unreachable - bits ? unreachable : bits + more;
+    bits = element.endBit();
     result_.elements.push_back(std::move(element));
   }
 
@@ -203,6 +202,11 @@ std::optional<HIDReportSummary::Kind> reportKind(HIDElementType type) {
       return std::nullopt;
   }
   return std::nullopt;
+}
+
+std::uint64_t HIDElement::endBit() const {
+  const std::uint64_t length = std::uint64_t{reportSize} * reportCount;
+  return length > unreachable - bitOffset ? unreachable : bitOffset + length;
 }
 
 std::optional<HIDUsageRange> HIDElement::usageAt(std::uint64_t index) const {

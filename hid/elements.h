@@ -46,6 +46,9 @@ struct HIDElement {
   bool isRelative = false;
   std::vector<HIDUsageRange> usages;  // in order
 
+  // Behind the last value. What no report can hold ends at the largest number there is.
+  std::uint64_t endBit() const;
+
   // The usage of the index-th value (variables) or of the index-th entry (arrays). Variables with
   // fewer usages than values repeat the last one. None when there is no such entry.
   std::optional<HIDUsageRange> usageAt(std::uint64_t index) const;

@@ -2,18 +2,21 @@
 #include <utility>
 
 #include "hid/port.h"
-#include "hid/report_descriptor.h"
 
 namespace quorvane {
 namespace {
 
-std::int64_t largestReport(const std::vector<HIDReportSummary>& reports,
-                           HIDReportSummary::Kind kind, bool usesReportIDs) {
-  std::int64_t largest = 0;
-  for (const HIDReportSummary& report : reports) {
-    if (report.kind == kind) largest = std::max(largest, report.byteLength);
+// In bytes, the report ID counted.
+std::int64_t largestReport(const HIDElements& elements, HIDReportSummary::Kind kind) {
+  constexpr std::uint64_t bitsPerByte = 8;
+  std::uint64_t largest = 0;
+  for (const HIDElement& element : elements.elements) {
+    if (reportKind(element.type) != kind) continue;
+    const std::uint64_t end = element.endBit();
+    largest = std::max(largest, end / bitsPerByte + (end % bitsPerByte == 0 ? 0 : 1));
   }
-  return largest == 0 || !usesReportIDs ? largest : largest + 1;
+  const bool hasID = largest > 0 && elements.usesReportIDs;
+  return static_cast<std::int64_t>(largest) + (hasID ? 1 : 0);
 }
 
 }  // namespace
@@ -39,11 +42,9 @@ void addDescriptorProperties(HIDProperties& properties, const Bytes& descriptor)
   }
 
   using Kind = HIDReportSummary::Kind;
-  const auto reports = HIDReportDescriptor(descriptor).summaries();
-  const bool ids = elements.usesReportIDs;
-  put(HIDPropertyKey::maxInputReportSize, largestReport(reports, Kind::input, ids));
-  put(HIDPropertyKey::maxOutputReportSize, largestReport(reports, Kind::output, ids));
-  put(HIDPropertyKey::maxFeatureReportSize, largestReport(reports, Kind::feature, ids));
+  put(HIDPropertyKey::maxInputReportSize, largestReport(elements, Kind::input));
+  put(HIDPropertyKey::maxOutputReportSize, largestReport(elements, Kind::output));
+  put(HIDPropertyKey::maxFeatureReportSize, largestReport(elements, Kind::feature));
 }
 
 }  // namespace quorvane

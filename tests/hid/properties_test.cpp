@@ -66,6 +66,22 @@ TEST(DescriptorProperties, AKindWithoutReportsHasTheSizeZero) {
   EXPECT_EQ(sizesOf({0x85, 0x01, 0x81, 0x02}), (std::vector<std::int64_t>{0, 0, 0}));
 }
 
+TEST(DescriptorProperties, SizesObeyPushAndPop) {
+  // A report of 8 bytes, of which the last 3 are of the size and count that Pop brings back.
+  const Bytes popped{0x85, 0x01, 0x75, 0x08, 0x95, 0x03, 0xA4, 0x75, 0x01, 0x95,
+                     0x28, 0x81, 0x02, 0xB4, 0x81, 0x02, 0x91, 0x02, 0xB1, 0x02};
+  EXPECT_EQ(sizesOf(popped), (std::vector<std::int64_t>{9, 4, 4}));
+  // A report ID in between goes with its Pop.
+  const Bytes nested{0x85, 0x01, 0x75, 0x08, 0x95, 0x3F, 0xA4, 0x85,
+                     0x02, 0x95, 0x02, 0x81, 0x02, 0xB4, 0x81, 0x02};
+  EXPECT_EQ(sizesOf(nested), (std::vector<std::int64_t>{64, 0, 0}));
+}
+
+TEST(DescriptorProperties, AReportOfBitsHasAByteMore) {
+  EXPECT_EQ(sizesOf({0x75, 0x01, 0x95, 0x08, 0x81, 0x02}), (std::vector<std::int64_t>{1, 0, 0}));
+  EXPECT_EQ(sizesOf({0x75, 0x01, 0x95, 0x09, 0x81, 0x02}), (std::vector<std::int64_t>{2, 0, 0}));
+}
+
 TEST(DescriptorProperties, WithoutACollectionThereIsNoPrimaryUsage) {
   const HIDProperties properties = propertiesOf({0x05, 0x01, 0x09, 0x04, 0x75, 0x08});
   EXPECT_EQ(number(properties, "PrimaryUsagePage"), std::nullopt);
