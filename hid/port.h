@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "hid/elements.h"
+#include "hid/node_holder.h"
 #include "hid/return_code.h"
 #include "support/bytes.h"
 
@@ -106,8 +107,8 @@ inline constexpr std::string_view reportDescriptor = "ReportDescriptor";
 std::optional<HIDProperty> propertyIn(const HIDProperties& properties, std::string_view key);
 
 // Adds what a device's properties take from its descriptor: the descriptor itself, the primary
-// usage (of the first top-level collection) and the largest report sizes, report ID byte counted.
-// An empty descriptor adds nothing.
+// usage (of the first top-level collection) and the largest report sizes, report ID byte counted
+// and by the complete reading (HIDElements). An empty descriptor adds nothing.
 void addDescriptorProperties(HIDProperties& properties, const Bytes& descriptor);
 
 // A device that can be described and opened. Immutable; shared by whoever holds a description.
@@ -128,13 +129,13 @@ class HIDDeviceHandle {
   virtual HIDOpenResult open(bool exclusive) = 0;
 };
 
-// Reports that devices came or went.
+// Reports that devices came, went, or changed in who may open them.
 class HIDMonitor {
  public:
   virtual ~HIDMonitor() = default;
 
-  // Blocks until a device arrived or left (true) or `interrupt` was called (false, now and ever
-  // after). Belongs to one thread; events since the monitor's creation are kept.
+  // Blocks until a device arrived, left or changed (true) or `interrupt` was called (false, now and
+  // ever after). Belongs to one thread; events since the monitor's creation are kept.
   virtual bool waitForEvent() = 0;
   virtual void interrupt() = 0;
 };

@@ -20,6 +20,9 @@ class SimulatedBackend final : public HIDBackend {
       std::optional<std::int64_t> vendorID) override;
   std::unique_ptr<HIDMonitor> monitor(std::optional<std::int64_t> vendorID) override;
 
+  // Tells the monitors that something about a device is different, such as who may open it.
+  void reportChange() { events_->report(); }
+
   // Whether monitors can be had; without, as on a system that cannot watch.
   void setCanWatch(bool canWatch);
 

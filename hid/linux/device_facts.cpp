@@ -66,6 +66,10 @@ std::optional<std::int64_t> vendorInPath(std::string_view path) {
   return nearest;
 }
 
+bool changesDevices(std::string_view action) {
+  return action == "add" || action == "remove" || action == "change";
+}
+
 std::int64_t usbLocationID(std::int64_t bus, std::string_view devpath) {
   std::int64_t location = (bus & 0xFF) << topByteShift;
   int shift = topByteShift - nibble;

@@ -30,6 +30,10 @@ std::string transportName(std::int64_t bus);
 // (".../0003:0EB7:0020.0001/..."). Removal events have no other facts left.
 std::optional<std::int64_t> vendorInPath(std::string_view path);
 
+// Whether an event with this action ("add", "remove", "change") can change which devices there are
+// or who may open them. A rule that is installed and triggered grants a node by a change.
+bool changesDevices(std::string_view action);
+
 // Where a USB device is plugged in: the bus number in the top byte, then one nibble for each port
 // of the device path, from the left (bus 3, port 1.4: 0x03140000). Ports beyond the sixth are left
 // out.

@@ -106,8 +106,7 @@ class HidrawMonitor final : public HIDMonitor {
  private:
   bool concerns(udev_device* device) const {
     const char* const action = udev_device_get_action(device);
-    const std::string_view what = action == nullptr ? "" : action;
-    if (what != "add" && what != "remove") return false;
+    if (!changesDevices(action == nullptr ? "" : action)) return false;
     return !vendorID_ || vendorInPath(udev_device_get_devpath(device)) == vendorID_;
   }
 

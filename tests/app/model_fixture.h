@@ -69,6 +69,9 @@ class WatchedBackend final : public HIDBackend {
   // Called once, when the next base has been plugged or unplugged, on the thread that caused it.
   void atPlugChange(std::function<void()> event);
 
+  // Tells the watchers that something about a device is different.
+  void reportChange() { events_->report(); }
+
   // While held, plugging and unplugging goes unnoticed; after that it is told.
   void hold(bool held);
 

@@ -293,6 +293,16 @@ TEST_F(ModelOpening, IsTriedAgainWithTheNextDeviceListOnly) {
   EXPECT_TRUE(model().isConnected());
 }
 
+TEST_F(ModelOpening, IsTriedAgainWhenTheSystemGrantsTheDevice) {
+  base().failOpenWith(HIDReturnCode::notPermitted);
+  start();
+  EXPECT_FALSE(model().isConnected());
+  base().failOpenWith(HIDReturnCode::success);
+  backend_.reportChange();
+  settle();
+  EXPECT_TRUE(model().isConnected());
+}
+
 TEST_F(ModelOpening, ABaseThatAnswersNothingIsConnectedUnderItsDisplayName) {
   behave([](SimulatedBehaviour& b) { b.silent = true; });
   create();

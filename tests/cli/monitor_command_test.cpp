@@ -251,6 +251,19 @@ TEST_F(MonitorCommand, MissingPermissionIsToldAndTheWatchGoesOn) {
                              "\n" + permissionHint + "\n");
 }
 
+TEST_F(MonitorCommand, GoesOnWhenTheSystemGrantsTheDevice) {
+  base().failOpenWith(HIDReturnCode::notPermitted);
+  start();
+  line();
+  base().failOpenWith(HIDReturnCode::success);
+  backend_.reportChange();
+  base().transcript().waitForLines(2);
+  base().waitUntilQuiet();
+  base().turn(TuningParameter::forceFeedback, 70);
+  EXPECT_EQ(line(), "FF 70 %");
+  EXPECT_EQ(stop().out, "");
+}
+
 TEST_F(MonitorCommand, WithoutABaseItWaits) {
   base().unplug();
   start();

@@ -125,6 +125,15 @@ TEST(TransportName, NamesTheBusesOfHIDDevices) {
   }
 }
 
+TEST(ChangesDevices, ArrivalsRemovalsAndChangesDo) {
+  for (const char* const action : {"add", "remove", "change"}) {
+    EXPECT_TRUE(changesDevices(action)) << action;
+  }
+  for (const char* const action : {"", "bind", "unbind", "move", "online", "offline", "Change"}) {
+    EXPECT_FALSE(changesDevices(action)) << action;
+  }
+}
+
 TEST(VendorInPath, FindsThePartThatNamesTheHIDDevice) {
   const std::vector<std::pair<std::string_view, std::int64_t>> cases{
       {"/devices/pci0000:00/0000:00:14.0/usb3/3-1/3-1.4/3-1.4:1.0/0003:0EB7:0020.0001/hidraw/"
