@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <algorithm>
 #include <cstdio>
+#include <system_error>
 #include <utility>
 
 #include "app/environment.h"
@@ -48,10 +49,7 @@ AppModel::AppModel(const World& world, std::string which)
       watcher_(std::make_unique<HIDDeviceWatcher>(Fanatec::vendorID, world_.backend)) {
   latestModel() = this;
   readPresets();
-  watcher_->setOnChange([this](const std::vector<HIDDeviceInfo>& attached) {
-    post([this, attached] { devicesChanged(attached); });
-  });
-  watcher_->start();
+  watchDevices();
   devicesChanged(watcher_->currentDevices());
 }
 
@@ -77,6 +75,26 @@ void AppModel::setRequestedSection(std::optional<std::string> title) {
 
 void AppModel::post(std::function<void()> what) {
   QMetaObject::invokeMethod(this, std::move(what), Qt::QueuedConnection);
+}
+
+std::optional<std::string> AppModel::enqueue(WorkQueue::Job job) {
+  try {
+    work_.add(std::move(job));
+    return std::nullopt;
+  } catch (const std::system_error& error) {
+    return error.what();
+  }
+}
+
+void AppModel::watchDevices() {
+  watcher_->setOnChange([this](const std::vector<HIDDeviceInfo>& attached) {
+    post([this, attached] { devicesChanged(attached); });
+  });
+  try {
+    watcher_->start();
+  } catch (const FanatecError& error) {
+    append(Messages::cannotWatch(error.errorDescription()), true);
+  }
 }
 
 void AppModel::devicesChanged(const std::vector<HIDDeviceInfo>& attached) {
@@ -134,7 +152,8 @@ void AppModel::connect(const HIDDeviceInfo& device) {
   opening_ = base;
   beginExchange();
   setStatus(Messages::connecting(device.displayName()));
-  work_.add([this, base] { open(base); });
+  const auto failure = enqueue([this, base] { open(base); });
+  if (failure) openFailed(base, *failure);
 }
 
 void AppModel::open(const Session& base) {
@@ -225,11 +244,11 @@ void AppModel::disconnect() {
   emit changed();
 }
 
-// Closes a session. Its threads are waited for where that blocks nobody.
+// Closes a session. Its threads are waited for where that blocks nobody; at the end, at the latest.
 void AppModel::retire(const Session& base) {
   base->disconnect();
   retired_.push_back(base);
-  work_.add([this, base] {
+  enqueue([this, base] {
     base->connection().join();
     post([this, base] { std::erase(retired_, base); });
   });
@@ -269,13 +288,13 @@ std::optional<std::string> AppModel::readMenuAndIdentity(WheelBase& base) {
   return std::nullopt;
 }
 
-void AppModel::perform(std::string title, DeviceAction action) {
+void AppModel::perform(const std::string& title, DeviceAction action) {
   if (!base_) {
     append(Messages::notConnected, true);
     return;
   }
   beginExchange();
-  work_.add([this, base = base_, title = std::move(title), action = std::move(action)] {
+  const auto failure = enqueue([this, base = base_, title, action = std::move(action)] {
     std::string text;
     bool isError = false;
     try {
@@ -286,6 +305,7 @@ void AppModel::perform(std::string title, DeviceAction action) {
     }
     post([this, base, text, isError] { performed(base, text, isError); });
   });
+  if (failure) performed(base_, Messages::failed(title, *failure), true);
 }
 
 void AppModel::performed(const Session& base, const std::string& text, bool isError) {

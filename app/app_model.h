@@ -175,6 +175,10 @@ class AppModel final : public QObject {
   // Runs on the main thread by and by, unless the model is gone by then. Any thread may call.
   void post(std::function<void()> what);
 
+  // Puts a job on the work queue. Gives the reason, for people, when it cannot be run.
+  std::optional<std::string> enqueue(WorkQueue::Job job);
+  void watchDevices();
+
   // Sessions.
   bool isGone(const WheelBase& base) const;
   void connectToFirst();
@@ -194,7 +198,7 @@ class AppModel final : public QObject {
   void writeReport(const std::string& report, const std::filesystem::path& file);
 
   // Exchanges.
-  void perform(std::string title, DeviceAction action);
+  void perform(const std::string& title, DeviceAction action);
   void performed(const Session& base, const std::string& text, bool isError);
   std::optional<std::string> readMenuAndIdentity(WheelBase& base);
   void menuReported(const TuningSnapshot& menu);

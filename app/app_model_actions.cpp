@@ -54,10 +54,12 @@ void AppModel::saveStaged() {
   if (!base_ || staged_.empty()) return;
   beginExchange();
   append(Messages::saving(staged_.size()));
-  work_.add([this, base = base_, save = Save{staged_, tuning_, {}, {}}]() mutable {
-    write(*base, save);
-    post([this, base, save] { saved(base, save); });
-  });
+  const auto failure =
+      enqueue([this, base = base_, save = Save{staged_, tuning_, {}, {}}]() mutable {
+        write(*base, save);
+        post([this, base, save] { saved(base, save); });
+      });
+  if (failure) performed(base_, Messages::failed("Save", *failure), true);
 }
 
 // On the work queue.
@@ -126,7 +128,7 @@ void AppModel::factoryReset() {
 }
 
 void AppModel::usbReset() {
-  work_.add([this] {
+  const auto failure = enqueue([this] {
     try {
       USBReset::reset(Fanatec::vendorID, std::nullopt, world_.usb);
       post([this] { append(Messages::usbReset); });
@@ -136,6 +138,7 @@ void AppModel::usbReset() {
       });
     }
   });
+  if (failure) append(Messages::usbResetFailed(*failure), true);
 }
 
 void AppModel::saveCurrentAsPreset(const std::string& name) {

@@ -53,11 +53,15 @@ void AppModel::examine() {
   beginExchange();
   const DoctorWorld world{world_.backend, world_.survey, *clock, world_.store.fileURL(),
                           baseToExamine()};
-  work_.add([this, clock, world] {
+  const auto failure = enqueue([this, clock, world] {
     const Examination examination{quorvane::examine(world), WallClock::now()};
     if (examination.diagnosis.facts.answers.outOfTime) keep(clock);
     post([this, examination] { examined(examination); });
   });
+  if (!failure) return;
+  examinationClock_.reset();
+  endExchange();
+  append(Messages::failed("Examination", *failure), true);
 }
 
 void AppModel::examined(const Examination& examination) {

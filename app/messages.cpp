@@ -38,6 +38,10 @@ std::string couldNotOpen(std::string_view device, std::string_view reason) {
   return fmt::format("Could not open {}: {}", device, reason);
 }
 
+std::string cannotWatch(std::string_view reason) {
+  return fmt::format("Bases that come and go are not noticed until the next start: {}", reason);
+}
+
 std::string failed(std::string_view action, std::string_view reason) {
   return fmt::format("{} failed: {}", action, reason);
 }

@@ -34,6 +34,7 @@ std::string waitingFor(std::string_view which, const std::vector<HIDDeviceInfo>&
 std::string connecting(std::string_view device);
 std::string connected(std::string_view name);
 std::string couldNotOpen(std::string_view device, std::string_view reason);
+std::string cannotWatch(std::string_view reason);
 std::string failed(std::string_view action, std::string_view reason);
 
 std::string discarded(std::size_t count);

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <map>
 #include <optional>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -149,7 +150,7 @@ class HIDConnection::State {
     const HIDReturn end = deliverAll(port);
     reader_ = {};
     if (end == HIDReturnCode::aborted) return;
-    if (const auto handler = goneHandler()) (*handler)();
+    if (const auto handler = goneHandler(port)) (*handler)();
   }
 
  private:
@@ -173,9 +174,10 @@ class HIDConnection::State {
     }
   }
 
-  std::shared_ptr<const std::function<void()>> goneHandler() const {
+  // None once the port is closed.
+  std::shared_ptr<const std::function<void()>> goneHandler(const HIDPort& port) const {
     MutexLock held(lock_);
-    return onGone_;
+    return port_.get() == &port ? onGone_ : nullptr;
   }
 
   // Whether the report was of interest to anybody. Most are to nobody: nothing is made of these.
@@ -259,19 +261,26 @@ void HIDConnection::open(bool exclusive) {
   // A reader that is still closing the device from the last time shares the buffer: let it end.
   thread_.join();
   const auto status = std::make_shared<OpenStatus>();
-  thread_ = Thread("FanatecKit.HID." + info_.id,
-                   [state = state_, device = info_.device, status, exclusive] {
-                     HIDOpenResult opened = device->open(exclusive);
-                     const std::shared_ptr<HIDPort> port = std::move(opened.port);
-                     status->code = opened.code;
-                     if (port) state->setPort(port);
-                     status->done.signal();
-                     if (port) state->deliverFrom(*port);
-                   });
+  startReader([state = state_, device = info_.device, status, exclusive] {
+    HIDOpenResult opened = device->open(exclusive);
+    const std::shared_ptr<HIDPort> port = std::move(opened.port);
+    status->code = opened.code;
+    if (port) state->setPort(port);
+    status->done.signal();
+    if (port) state->deliverFrom(*port);
+  });
   status->done.wait();
   if (status->code != HIDReturnCode::success) {
     thread_.join();
     throw FanatecError::ioFailed(describe(status->code));
+  }
+}
+
+void HIDConnection::startReader(std::function<void()> body) {
+  try {
+    thread_ = Thread("FanatecKit.HID." + info_.id, std::move(body));
+  } catch (const std::system_error& error) {
+    throw FanatecError::ioFailed(error.what());
   }
 }
 

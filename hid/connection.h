@@ -49,7 +49,8 @@ class HIDConnection {
   bool isOpen() const;
 
   // Blocks until the reader thread has the device open or has failed to. `exclusive` keeps other
-  // programs out. Throws FanatecError ioFailed; does nothing when open.
+  // programs out. Throws FanatecError ioFailed, also when the system has no thread left; does
+  // nothing when open.
   void open(bool exclusive);
 
   // Ends delivery without waiting for the reader thread, which closes the device. At any time, also
@@ -71,8 +72,8 @@ class HIDConnection {
   // registered.
   HandlerID onValue(ValueHandler handler);
 
-  // Called on the reader thread when delivery has ended by itself because the device is gone; not
-  // after close. An empty function calls nothing. May be set at any time.
+  // Called on the reader thread when delivery has ended by itself because the device is gone; no
+  // call begins after close. An empty function calls nothing. May be set at any time.
   void setOnGone(std::function<void()> handler);
 
   // Removes a handler of either sort; an unknown ID is ignored. The reader lets go of what was
@@ -104,6 +105,8 @@ class HIDConnection {
 
  private:
   class State;
+
+  void startReader(std::function<void()> body);
 
   const HIDDeviceInfo info_;
   const std::shared_ptr<State> state_;  // shared with the reader thread, which may end later

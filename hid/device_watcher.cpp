@@ -1,7 +1,10 @@
 #include "hid/device_watcher.h"
 
 #include <atomic>
+#include <system_error>
 #include <utility>
+
+#include "protocol/error.h"
 
 namespace quorvane {
 
@@ -13,22 +16,34 @@ struct HIDDeviceWatcher::Shared {
     MutexLock held(lock);
     return onChange;
   }
-
-  void deliver(std::optional<std::int64_t> vendorID, HIDBackend& backend) {
-    if (const auto handler = this->handler()) (*handler)(HIDEnumerator::devices(vendorID, backend));
-  }
 };
 
-// One watching, from start to stop.
+// One watching, from start to stop. The thread's body is `run`.
 struct HIDDeviceWatcher::Watch {
-  explicit Watch(std::unique_ptr<HIDMonitor> events) : monitor(std::move(events)) {}
+  Watch(std::unique_ptr<HIDMonitor> events, std::shared_ptr<Shared> handlers)
+      : monitor(std::move(events)), shared(std::move(handlers)) {}
 
   void stop() {
     stopped = true;
     monitor->interrupt();
   }
 
+  void run(std::optional<std::int64_t> vendorID, HIDBackend& backend) {
+    const std::size_t present = backend.devices(vendorID).size();
+    for (std::size_t i = 0; i < present && !stopped; ++i) deliver(vendorID, backend);
+    while (monitor->waitForEvent()) deliver(vendorID, backend);
+  }
+
+  // The list takes a while, in which the watching may be stopped.
+  void deliver(std::optional<std::int64_t> vendorID, HIDBackend& backend) {
+    const auto handler = shared->handler();
+    if (!handler) return;
+    const std::vector<HIDDeviceInfo> devices = HIDEnumerator::devices(vendorID, backend);
+    if (!stopped) (*handler)(devices);
+  }
+
   const std::unique_ptr<HIDMonitor> monitor;
+  const std::shared_ptr<Shared> shared;
   std::atomic<bool> stopped = false;
 };
 
@@ -45,17 +60,18 @@ void HIDDeviceWatcher::setOnChange(ChangeHandler handler) {
 
 void HIDDeviceWatcher::start() {
   if (watch_) return;
-  // The monitor exists before the first look, so that nothing can arrive in between unseen.
-  auto monitor = backend_.monitor(vendorID_);
-  if (!monitor) return;
-  watch_ = std::make_shared<Watch>(std::move(monitor));
-  thread_ = Thread("FanatecKit.HIDDeviceWatcher",
-                   [watch = watch_, shared = shared_, vendorID = vendorID_, &backend = backend_] {
-                     const std::size_t present = backend.devices(vendorID).size();
-                     for (std::size_t i = 0; i < present && !watch->stopped; ++i)
-                       shared->deliver(vendorID, backend);
-                     while (watch->monitor->waitForEvent()) shared->deliver(vendorID, backend);
-                   });
+  try {
+    // The monitor exists before the first look, so that nothing can arrive in between unseen.
+    auto monitor = backend_.monitor(vendorID_);
+    if (!monitor) return;
+    auto watch = std::make_shared<Watch>(std::move(monitor), shared_);
+    thread_ = Thread(
+        "FanatecKit.HIDDeviceWatcher",
+        [watch, vendorID = vendorID_, &backend = backend_] { watch->run(vendorID, backend); });
+    watch_ = std::move(watch);
+  } catch (const std::system_error& error) {
+    throw FanatecError::ioFailed(error.what());
+  }
 }
 
 void HIDDeviceWatcher::stop() {

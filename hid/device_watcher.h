@@ -12,9 +12,10 @@
 
 namespace quorvane {
 
-// Watches the HID devices of one vendor, or of all, on a thread of its own: after every arrival or
-// removal the change handler gets the complete, sorted list. It compares nothing and remembers
-// nothing; a device that is just leaving may still be in the list, which a later event corrects.
+// Watches the HID devices of one vendor, or of all, on a thread of its own: after every arrival,
+// removal or change of who may open one, the change handler gets the complete, sorted list. It
+// compares nothing and remembers nothing; a device that is just leaving may still be in the list,
+// which a later event corrects.
 //
 // start, stop and destruction belong to one controlling thread; currentDevices and setOnChange may
 // be called from any.
@@ -33,11 +34,12 @@ class HIDDeviceWatcher {
   // ignores events.
   void setOnChange(ChangeHandler handler);
 
-  // Does nothing when started. Where the platform cannot watch, no change is ever reported.
+  // Does nothing when started. Where the platform cannot watch, no change is ever reported. Throws
+  // FanatecError ioFailed, and is not started, when the system has no thread or descriptor left.
   void start();
 
-  // Ends the watching without waiting for the thread: at most the call of the handler that is under
-  // way goes on. May be started again.
+  // Ends the watching without waiting for the thread: no call of the handler begins after that, and
+  // at most the one that is under way goes on. The handler may call it. May be started again.
   void stop();
 
   std::vector<HIDDeviceInfo> currentDevices() const;

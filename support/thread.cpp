@@ -2,6 +2,7 @@
 
 #include <pthread.h>
 
+#include <system_error>
 #include <utility>
 
 namespace quorvane {
@@ -9,14 +10,21 @@ namespace {
 
 constexpr std::size_t kernelNameLength = 15;
 
+std::thread started(const std::string& name, std::function<void()> body) {
+  try {
+    return std::thread([kernelName = name.substr(0, kernelNameLength), body = std::move(body)] {
+      pthread_setname_np(pthread_self(), kernelName.c_str());
+      body();
+    });
+  } catch (const std::system_error& error) {
+    throw std::system_error(error.code(), "no thread could be started");
+  }
+}
+
 }  // namespace
 
 Thread::Thread(std::string name, std::function<void()> body)
-    : name_(std::move(name)),
-      thread_([kernelName = name_.substr(0, kernelNameLength), body = std::move(body)] {
-        pthread_setname_np(pthread_self(), kernelName.c_str());
-        body();
-      }) {}
+    : name_(std::move(name)), thread_(started(name_, std::move(body))) {}
 
 Thread::~Thread() { join(); }
 

@@ -14,7 +14,8 @@ namespace quorvane {
 class Thread {
  public:
   Thread() = default;
-  // The kernel shows the first 15 bytes of the name; `name()` keeps all of it.
+  // The kernel shows the first 15 bytes of the name; `name()` keeps all of it. Throws
+  // std::system_error, with a text for people, when the system has no thread left.
   Thread(std::string name, std::function<void()> body);
   ~Thread();
   Thread(Thread&&) = default;

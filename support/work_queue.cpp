@@ -12,10 +12,11 @@ void WorkQueue::add(Job job) {
   Thread ended;  // joined without the lock
   MutexLock held(lock_);
   if (stopped_) return;
+  if (!working_) {
+    ended = std::exchange(thread_, Thread(name_, [this] { run(); }));
+    working_ = true;
+  }
   jobs_.push_back(std::move(job));
-  if (working_) return;
-  working_ = true;
-  ended = std::exchange(thread_, Thread(name_, [this] { run(); }));
 }
 
 void WorkQueue::stop() {

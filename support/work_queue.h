@@ -23,7 +23,8 @@ class WorkQueue {
   WorkQueue(const WorkQueue&) = delete;
   WorkQueue& operator=(const WorkQueue&) = delete;
 
-  // A job lets no exception out.
+  // A job lets no exception out. Throws std::system_error when there is no thread to be had for it;
+  // the job is dropped then, and the next one tries again.
   void add(Job job);
 
   // Drops the jobs that have not begun and waits for the one that has. Jobs added later are dropped

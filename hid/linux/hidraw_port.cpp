@@ -14,6 +14,14 @@ namespace {
 
 HIDReturn lastError() { return hidReturnFromErrno(errno); }
 
+// A signal that comes in between is no answer.
+template <typename Call>
+auto untilAnswered(const Call& call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
 }  // namespace
 
 HidrawPort::HidrawPort(UniqueFd node, bool numbered, Pause pause)
@@ -87,7 +95,8 @@ HIDReturn HidrawPort::write(std::uint8_t reportID, ByteView data) {
     unnumbered.insert(unnumbered.end(), data.begin(), data.end());
     data = unnumbered;
   }
-  const ssize_t written = ::write(node_.get(), data.data(), data.size());
+  const ssize_t written =
+      untilAnswered([&] { return ::write(node_.get(), data.data(), data.size()); });
   if (written < 0) return lastError();
   return static_cast<std::size_t>(written) == data.size() ? HIDReturnCode::success
                                                           : HIDReturnCode::generalError;
@@ -98,7 +107,7 @@ HIDReturn HidrawPort::getReport(HIDReportKind kind, std::uint8_t reportID,
   buffer[0] = reportID;
   const unsigned long request =
       kind == HIDReportKind::feature ? HIDIOCGFEATURE(buffer.size()) : HIDIOCGINPUT(buffer.size());
-  const int returned = ::ioctl(node_.get(), request, buffer.data());
+  const int returned = untilAnswered([&] { return ::ioctl(node_.get(), request, buffer.data()); });
   if (returned < 0) return lastError();
   length = static_cast<std::size_t>(returned);
   return HIDReturnCode::success;

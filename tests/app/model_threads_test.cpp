@@ -3,13 +3,16 @@
 #include <QCoreApplication>
 #include <atomic>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <iterator>
 #include <set>
+#include <string>
 #include <thread>
 
 #include "support/thread.h"
 #include "tests/app/model_fixture.h"
+#include "tests/support/no_threads.h"
 
 namespace quorvane {
 namespace {
@@ -158,6 +161,82 @@ TEST_F(ModelThreads, EveryChangeIsToldOnTheMainThread) {
   settle();
   end();
   EXPECT_EQ(tellers, (std::set<std::thread::id>{std::this_thread::get_id()}));
+}
+
+// A system that has no thread left.
+class ModelWithoutThreads : public ModelTest {
+ protected:
+  // The queue's thread ends a moment after its last job.
+  static void awaitEndOfQueue() {
+    while (isQueueThere()) std::this_thread::yield();
+  }
+
+ private:
+  static bool isQueueThere() {
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+      std::string name;
+      std::getline(std::ifstream(task.path() / "comm"), name);
+      if (name == "quorvane.hid") return true;
+    }
+    return false;
+  }
+};
+
+TEST_F(ModelWithoutThreads, SaysSoAtTheStartAndTriesAgainWhenAsked) {
+  base();
+  const std::string noThread = noThreadText;
+  {
+    const NoThreads none;
+    create();
+    settle();
+    EXPECT_EQ(takeLog(),
+              (Lines{"[error] Bases that come and go are not noticed until the next start: HID I/O "
+                     "failed: " +
+                         noThread,
+                     "[error] Could not open CSL DD / GT DD Pro / ClubSport DD: " + noThread}));
+    EXPECT_FALSE(model().busy());
+  }
+  model().connect(info(0));
+  settle();
+  EXPECT_TRUE(model().isConnected());
+}
+
+TEST_F(ModelWithoutThreads, EveryActionFailsInWordsAndLeavesTheModelIdle) {
+  start();
+  model().stage(P::forceFeedback, 80);
+  awaitEndOfQueue();
+  takeTranscript();
+  takeLog();
+  const std::string reason = std::string(" failed: ") + noThreadText;
+  {
+    const NoThreads none;
+    model().refresh();
+    model().saveStaged();
+    model().selectSlot(3);
+    model().usbReset();
+    model().examine();
+    EXPECT_FALSE(model().busy());
+    EXPECT_FALSE(model().isExamining());
+  }
+  EXPECT_EQ(takeLog(),
+            (Lines{"[error] Read the tuning menu" + reason, "[log] Saving 1 change\u2026",
+                   "[error] Save" + reason, "[error] Switch set" + reason,
+                   "[error] USB reset" + reason, "[error] Examination" + reason}));
+  EXPECT_EQ(staged(), "FF=80");
+  EXPECT_EQ(takeTranscript(), Lines{});
+  model().saveStaged();
+  settle();
+  EXPECT_EQ(staged(), "");
+}
+
+TEST_F(ModelWithoutThreads, ABaseCanBeLetGo) {
+  start();
+  awaitEndOfQueue();
+  {
+    const NoThreads none;
+    model().disconnect();
+  }
+  EXPECT_FALSE(model().isConnected());
 }
 
 }  // namespace

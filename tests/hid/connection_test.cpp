@@ -15,6 +15,7 @@
 #include "tests/error_text.h"
 #include "tests/hid/fake_port.h"
 #include "tests/hid_codes.h"
+#include "tests/support/no_threads.h"
 
 namespace quorvane::connection_test {
 namespace {
@@ -196,6 +197,18 @@ TEST_F(HIDConnectionTest, AFailedOpeningSaysWhyAndLeavesItClosed) {
     EXPECT_EQ(errorText([&] { connection_->send({1, {2}}); }), "Device is not open");
   }
   EXPECT_EQ(device_->calls(), Lines(cases.size(), "open shared"));
+}
+
+TEST_F(HIDConnectionTest, WithoutAThreadItStaysClosedAndMayBeOpenedLater) {
+  {
+    const NoThreads none;
+    EXPECT_EQ(errorText([&] { connection_->open(false); }),
+              std::string("HID I/O failed: ") + noThreadText);
+  }
+  EXPECT_FALSE(connection_->isOpen());
+  EXPECT_EQ(device_->calls(), Lines{});
+  connection_->open(false);
+  EXPECT_TRUE(connection_->isOpen());
 }
 
 TEST_F(HIDConnectionTest, MayBeOpenedAgainAfterAFailure) {
@@ -608,6 +621,16 @@ TEST_F(HIDConnectionTest, DoesNotTellOfItsOwnClosing) {
   connection_->setOnGone([&] { ++calls; });
   connection_->open(false);
   connection_->close();
+  connection_->join();
+  EXPECT_EQ(calls, 0);
+}
+
+TEST_F(HIDConnectionTest, DoesNotTellOfADeviceThatLeftOnceItIsClosed) {
+  int calls = 0;
+  connection_->setOnGone([&] { ++calls; });
+  device_->atLeave([&] { connection_->close(); });
+  connection_->open(false);
+  device_->leave();
   connection_->join();
   EXPECT_EQ(calls, 0);
 }

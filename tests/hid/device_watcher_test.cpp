@@ -5,6 +5,7 @@
 #include <pthread.h>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -12,6 +13,9 @@
 
 #include "simulator/simulated_backend.h"
 #include "support/semaphore.h"
+#include "tests/error_text.h"
+#include "tests/support/eventful_clock.h"
+#include "tests/support/no_threads.h"
 
 namespace quorvane::device_watcher_test {
 namespace {
@@ -29,6 +33,7 @@ class CountedBackend final : public HIDBackend {
   std::vector<std::shared_ptr<HIDDeviceHandle>> devices(
       std::optional<std::int64_t> vendorID) override {
     ++looks;
+    if (whileLooking) whileLooking();
     auto found = simulated_.devices(vendorID);
     MutexLock held(lock_);
     if (leaving_) found.push_back(leaving_);
@@ -48,9 +53,10 @@ class CountedBackend final : public HIDBackend {
     return std::make_unique<Monitor>(std::move(monitor), idle);
   }
 
-  std::atomic<int> looks = 0;     // at the devices
-  std::atomic<int> monitors = 0;  // asked for
-  Semaphore idle;                 // signalled each time before the watcher waits for an event
+  std::function<void()> whileLooking;  // set while the watcher does not look
+  std::atomic<int> looks = 0;          // at the devices
+  std::atomic<int> monitors = 0;       // asked for
+  Semaphore idle;                      // signalled each time before the watcher waits for an event
 
  private:
   class Monitor final : public HIDMonitor {
@@ -303,6 +309,47 @@ TEST_F(DeviceWatcherTest, ReportsNothingAfterItWasStopped) {
   device->unplug();
   watcher_.reset();
   EXPECT_EQ(takeLists(), std::vector<Lines>{});
+}
+
+TEST_F(DeviceWatcherTest, NoCallBeginsOnceItIsStoppedWhileItLooksForTheFirstTime) {
+  add(directDriveBase);
+  keepLists();
+  Gate gate;
+  // The first look only counts the devices.
+  counted_.whileLooking = [&gate, isFirst = true]() mutable {
+    if (!std::exchange(isFirst, false)) gate.pass();
+  };
+  watcher_->start();
+  gate.awaitArrival();
+  watcher_->stop();
+  gate.open();
+  watcher_.reset();
+  EXPECT_EQ(takeLists(), std::vector<Lines>{});
+}
+
+TEST_F(DeviceWatcherTest, NoCallBeginsOnceItIsStoppedWhileItLooksAfterAnEvent) {
+  keepLists();
+  start();
+  Gate gate;
+  counted_.whileLooking = [&gate] { gate.pass(); };
+  add(directDriveBase);
+  gate.awaitArrival();
+  watcher_->stop();
+  gate.open();
+  watcher_.reset();
+  EXPECT_EQ(takeLists(), std::vector<Lines>{});
+}
+
+TEST_F(DeviceWatcherTest, WithoutAThreadItIsNotStartedAndMayBeLater) {
+  add(directDriveBase);
+  keepLists();
+  {
+    const NoThreads none;
+    EXPECT_EQ(errorText([&] { watcher_->start(); }),
+              std::string("HID I/O failed: ") + noThreadText);
+  }
+  start();
+  EXPECT_EQ(takeLists().size(), 1U);
 }
 
 TEST_F(DeviceWatcherTest, StoppingIsHarmlessAtAnyTime) {

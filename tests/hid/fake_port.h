@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -76,6 +77,12 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     gone_ = true;
     changed_.notifyAll();
     while (reading_) changed_.wait(lock_);
+  }
+
+  // Called on the reader's thread once the device has left, before its read fails.
+  void atLeave(std::function<void()> event) {
+    MutexLock held(lock_);
+    atLeave_ = std::move(event);
   }
 
   int openPorts() const {
@@ -162,19 +169,23 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
   };
 
   HIDPort::ReadResult read(std::span<std::uint8_t> buffer, const bool& interrupted, bool relaxed) {
-    MutexLock held(lock_);
-    relaxed_ = relaxed;
-    readBufferSize_ = buffer.size();
-    idle_ = true;
-    changed_.notifyAll();
-    while (!interrupted && !gone_ && reports_.empty() && !streamed_) changed_.wait(lock_);
-    idle_ = false;
-    if (interrupted || gone_) {
+    std::function<void()> atLeave;
+    {
+      MutexLock held(lock_);
+      relaxed_ = relaxed;
+      readBufferSize_ = buffer.size();
+      idle_ = true;
+      changed_.notifyAll();
+      while (!interrupted && !gone_ && reports_.empty() && !streamed_) changed_.wait(lock_);
+      idle_ = false;
+      if (!interrupted && !gone_) return take(buffer);
       reading_ = false;
       changed_.notifyAll();
-      return {interrupted ? HIDReturnCode::aborted : HIDReturnCode::noDevice, 0, 0};
+      if (interrupted) return {HIDReturnCode::aborted, 0, 0};
+      atLeave = atLeave_;
     }
-    return take(buffer);
+    if (atLeave) atLeave();
+    return {HIDReturnCode::noDevice, 0, 0};
   }
 
   HIDPort::ReadResult take(std::span<std::uint8_t> buffer) QUORVANE_REQUIRES(lock_) {
@@ -250,6 +261,7 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
   int hurries_ QUORVANE_GUARDED_BY(lock_) = 0;
   bool idle_ QUORVANE_GUARDED_BY(lock_) = false;  // the reader waits in a read
   bool gone_ QUORVANE_GUARDED_BY(lock_) = false;
+  std::function<void()> atLeave_ QUORVANE_GUARDED_BY(lock_);
 };
 
 }  // namespace quorvane

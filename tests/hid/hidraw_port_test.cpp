@@ -6,11 +6,13 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -18,6 +20,7 @@
 #include "support/semaphore.h"
 #include "support/thread.h"
 #include "tests/error_text.h"
+#include "tests/support/file_calls.h"
 #include "tests/support/temporary_directory.h"
 
 namespace quorvane::hidraw_port_test {
@@ -568,6 +571,33 @@ TEST_F(HidrawConnectionTest, ADeviceThatLeftIsClosedWithTheConnection) {
   device_->failure = HIDReturnCode::noDevice;
   EXPECT_EQ(errorText([&] { connection_.open(false); }), "HID I/O failed: device not found");
   EXPECT_EQ(openDescriptors(), descriptorsBefore);
+}
+
+// Interrupts the first call of this name by a signal.
+FileCalls::Verdict interruptFirst(std::string_view name) {
+  return [name, isFirst = true](const FileCall& call, std::size_t) mutable {
+    return call.name == name && std::exchange(isFirst, false) ? EINTR : 0;
+  };
+}
+
+TEST_F(HidrawPortTest, CallsThatASignalInterruptsAreMadeAgain) {
+  {
+    const FileCalls calls(interruptFirst("write"));
+    EXPECT_EQ(port_->write(1, Bytes{1, 2}), HIDReturnCode::success);
+    EXPECT_EQ(calls.count("write"), 2U);
+  }
+  EXPECT_EQ(arrivedAt(device_), (Bytes{1, 2}));
+  EXPECT_EQ(arrivedAt(device_), Bytes{});
+  {
+    const FileCalls calls(interruptFirst("ioctl"));
+    std::size_t length = buffer_.size();
+    EXPECT_EQ(port_->getReport(HIDReportKind::feature, 1, buffer_, length), noSuchRequest);
+    EXPECT_EQ(calls.count("ioctl"), 2U);
+  }
+  sendTo(device_, {1, 2});
+  const FileCalls calls(interruptFirst("read"));
+  EXPECT_EQ(read().code, HIDReturnCode::success);
+  EXPECT_EQ(calls.count("read"), 2U);
 }
 
 }  // namespace

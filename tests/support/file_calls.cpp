@@ -100,6 +100,7 @@ int __real_fstat(int fd, struct stat* status);
 int __real_fsync(int fd);
 int __real_inotify_add_watch(int fd, const char* path, std::uint32_t events);
 int __real_inotify_init1(int flags);
+int __real_ioctl(int fd, unsigned long request, ...);
 int __real_link(const char* path, const char* newPath);
 int __real_mkdir(const char* path, mode_t mode);
 int __real_open(const char* path, int flags, ...);
@@ -146,6 +147,15 @@ int __wrap_inotify_add_watch(int fd, const char* path, std::uint32_t events) {
 
 int __wrap_inotify_init1(int flags) {
   return quorvane::watched("inotify_init1", "", [&] { return __real_inotify_init1(flags); });
+}
+
+// Takes what all requests take that come with a pointer.
+int __wrap_ioctl(int fd, unsigned long request, ...) {
+  va_list arguments;
+  va_start(arguments, request);
+  void* const argument = va_arg(arguments, void*);
+  va_end(arguments);
+  return quorvane::watched("ioctl", fd, [&] { return __real_ioctl(fd, request, argument); });
 }
 
 int __wrap_link(const char* path, const char* newPath) {

@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "support/semaphore.h"
+#include "tests/error_text.h"
+#include "tests/support/no_threads.h"
 
 namespace quorvane {
 namespace {
@@ -128,6 +130,11 @@ TEST(Thread, ABodyThatJoinsItselfRunsOn) {
   life->ended.wait();
   EXPECT_FALSE(life->joinable);
   life->owner.reset();
+}
+
+TEST(Thread, OneThatCannotBeStartedIsAnError) {
+  const NoThreads none;
+  EXPECT_EQ(errorText([] { const Thread thread("works", [] {}); }), noThreadText);
 }
 
 }  // namespace

@@ -14,6 +14,8 @@
 #include <vector>
 
 #include "support/semaphore.h"
+#include "tests/error_text.h"
+#include "tests/support/no_threads.h"
 
 namespace quorvane {
 namespace {
@@ -83,6 +85,24 @@ TEST(WorkQueue, HasAThreadOnlyWhileItHasSomethingToDo) {
     go.signal();
     while (threadsNamed("works") > 0) std::this_thread::yield();
   }
+}
+
+TEST(WorkQueue, AJobWithoutAThreadIsDroppedAndTheNextOnesRun) {
+  std::vector<int> ran;
+  WorkQueue queue("works");
+  {
+    const NoThreads none;
+    const auto token = std::make_shared<int>();
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_EQ(errorText([&] { queue.add([&ran, token] { ran.push_back(-1); }); }), noThreadText);
+      EXPECT_EQ(token.use_count(), 1);
+    }
+  }
+  for (int i = 0; i < 2; ++i) {
+    queue.add([&ran, i] { ran.push_back(i); });
+    finish(queue);
+  }
+  EXPECT_EQ(ran, (std::vector{0, 1}));
 }
 
 TEST(WorkQueue, RunsOneJobAtATime) {
