@@ -86,11 +86,6 @@ Verdict judgeSilence(const BaseAnswers& answers, const std::string& failure,
 
 bool isAsked(const BaseAnswers& answers) { return answers.opening == Opening::opened; }
 
-std::string nameOf(const NodeHolder& holder) {
-  if (holder.program.empty()) return fmt::format("process {}", holder.process);
-  return fmt::format("{} (process {})", holder.program, holder.process);
-}
-
 std::string namesOf(const std::vector<NodeHolder>& holders) {
   std::string names;
   for (const NodeHolder& holder : holders) {
@@ -110,6 +105,18 @@ Verdict judgeExclusive(const NodeFacts& node) {
       fmt::format("Find out which one, and close it: sudo fuser -v {}", node.path));
 }
 
+// Whoever is stopped in its turn at writing keeps everybody from writing.
+std::optional<Verdict> judgeStopped(const NodeFacts& node) {
+  for (const NodeHolder& holder : node.holders) {
+    if (!holder.hasTurn || !holder.isStopped) continue;
+    return Verdict::fail(
+        fmt::format("{} is stopped while it is writing to the base, and keeps others from writing",
+                    nameOf(holder)),
+        fmt::format("Continue it, or end it: kill -CONT {}", holder.process));
+  }
+  return std::nullopt;
+}
+
 Verdict judgeOpenings(const NodeFacts& node, const BaseAnswers& answers) {
   const bool isExclusive = std::any_of(node.holders.begin(), node.holders.end(),
                                        [](const auto& holder) { return holder.isExclusive; });
@@ -119,6 +126,7 @@ Verdict judgeOpenings(const NodeFacts& node, const BaseAnswers& answers) {
   if (node.holders.empty()) {
     return Verdict::pass(fmt::format("no other program has {} open{}", node.path, rest));
   }
+  if (auto verdict = judgeStopped(node)) return *std::move(verdict);
   const std::string names = namesOf(node.holders);
   if (isAsked(answers) && !answers.tuning) {
     return Verdict::fail(

@@ -360,9 +360,13 @@ void HIDConnection::endWriteTurn() {
   if (const auto port = state_->port()) port->endWriteTurn();
 }
 
+std::optional<NodeHolder> HIDConnection::turnHolder() { return state_->openPort()->turnHolder(); }
+
 void HIDConnection::watchForOthers() { state_->openPort()->watchForOthers(); }
 
 bool HIDConnection::othersMayHaveWritten() { return state_->openPort()->othersMayHaveWritten(); }
+
+std::uint64_t HIDConnection::possibleLosses() const { return state_->openPort()->possibleLosses(); }
 
 std::string HIDConnection::describe(HIDReturn code) { return describeHIDReturn(code); }
 

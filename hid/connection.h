@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "hid/device_info.h"
@@ -97,8 +98,12 @@ class HIDConnection {
   // None blocks. All but endWriteTurn throw notConnected; a close ends the turn as well.
   bool tryWriteTurn();
   void endWriteTurn();
+  std::optional<NodeHolder> turnHolder();
   void watchForOthers();
   bool othersMayHaveWritten();
+
+  // How often reports may have been lost since the opening, as HIDPort has it. Throws notConnected.
+  std::uint64_t possibleLosses() const;
 
   // What a person reads for a return code.
   static std::string describe(HIDReturn code);

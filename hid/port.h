@@ -48,6 +48,10 @@ class HIDPort {
   virtual ReadResult readRelaxed(std::span<std::uint8_t> buffer) { return read(buffer); }
   virtual void hurry() {}
 
+  // How often reports may have been lost since the opening, because the reader came too late: it
+  // found as many as the platform keeps. Any thread may ask.
+  virtual std::uint64_t possibleLosses() const { return 0; }
+
   // Sends one output report: `data` begins with the report ID unless that is 0. May block.
   virtual HIDReturn write(std::uint8_t reportID, ByteView data) = 0;
 
@@ -67,12 +71,16 @@ class HIDPort {
   // Gives back the turn, or the place in the line. Closing the port does the same.
   virtual void endWriteTurn() {}
 
+  // The program that has the turn, when it is another one and can be told. May take a fraction of a
+  // second.
+  virtual std::optional<NodeHolder> turnHolder() { return std::nullopt; }
+
   // From now on notices others that open the device.
   virtual void watchForOthers() {}
 
-  // Whether somebody else may have written since this was last asked, or since the watch began: had
-  // the device open, or has it now, or nobody can tell, as without a watch. To be asked in the
-  // turn.
+  // Whether somebody else may have written since the watch began, or may yet: had the device open
+  // then or before, or has it now, or nobody can tell, as without a watch. Once true in a watch,
+  // always true, since who was there once may be there again unseen. To be asked in the turn.
   virtual bool othersMayHaveWritten() { return false; }
 };
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "hid/node_holder.h"
 #include "support/bytes.h"
 
 namespace quorvane {
@@ -56,13 +57,6 @@ struct AccessEntry {
   std::uint32_t id = 0;
   bool mayRead = false;  // what the list's mask leaves of it
   bool mayWrite = false;
-};
-
-// Another program that has a node open.
-struct NodeHolder {
-  std::int64_t process = 0;
-  std::string program;
-  bool isExclusive = false;  // keeps others out
 };
 
 struct NodeFacts {

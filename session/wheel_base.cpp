@@ -202,7 +202,9 @@ bool WheelBase::await(std::vector<Waiter> WheelBase::*waiters,
 }
 
 TuningSnapshot WheelBase::fetchTuning(Seconds timeout) {
+  const std::uint64_t losses = connection_.possibleLosses();
   if (await(&WheelBase::tuningWaiters_, {FanatecCommands::requestTuningSnapshot()}, timeout)) {
+    lossesMadeUpFor_ = losses;
     if (const auto latest = tuning()) return *latest;
   }
   throw FanatecError::timeout(tuningReportText);
@@ -234,17 +236,15 @@ HIDReportPacket WheelBase::packetFrom(const TuningSnapshot& menu, TuningParamete
                                       writeLayout, clearSetupFlagOnWrite);
 }
 
-// In the turn. What a failed reading owes is made up for before the next write.
-void WheelBase::readWhatOthersWrote() {
-  if (connection_.othersMayHaveWritten()) othersWrote_ = true;
-  if (!othersWrote_) return;
-  fetchTuning(readTimeout);
-  othersWrote_ = false;
+// In the turn.
+void WheelBase::readUnlessSure() {
+  const bool mayHaveMissedAny = connection_.possibleLosses() != lossesMadeUpFor_;
+  if (connection_.othersMayHaveWritten() || mayHaveMissedAny) fetchTuning(readTimeout);
 }
 
 void WheelBase::sendValue(TuningParameter parameter, std::int64_t value,
                           const std::optional<MenuPlace>& meantFor) {
-  readWhatOthersWrote();
+  readUnlessSure();
   const TuningSnapshot menu = latestMenu();
   if (meantFor) requireSameSet(menu, *meantFor);
   connection_.send(packetFrom(menu, parameter, value));

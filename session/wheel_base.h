@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -22,7 +23,7 @@ namespace quorvane {
 // carries out reads, writes and menu commands.
 //
 // It leaves the connection free to gather reports: what the base says unasked, for instance when
-// its own menu is turned, may be known up to 50 ms late. Whoever wants it sooner holds an Attention
+// its own menu is turned, may be known up to 30 ms late. Whoever wants it sooner holds an Attention
 // of the connection. Answers are never late.
 //
 // Always held by a shared pointer (WheelBase::create): reports that come in while the last owner
@@ -95,10 +96,10 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
 
   // Writes one value. With `verify`: waits 0.25 s, reads the menu back, throws writeIgnored when
   // the base kept another byte, and returns what was read; without: returns nothing. `slot`
-  // switches the set instead, unchecked. When others may have written since the last report, reads
-  // the menu first. With `meantFor`, throws invalidReport instead of writing when the base is in
-  // another set or mode than that. Throws what packet, the turn, the send and fetchTuning
-  // throw.
+  // switches the set instead, unchecked. When others may have written, or reports may have been
+  // lost, since the menu was read, reads it first. With `meantFor`, throws invalidReport instead of
+  // writing when the base is in another set or mode than that. Throws what packet, the turn, the
+  // send and fetchTuning throw.
   std::optional<TuningSnapshot> set(TuningParameter parameter, std::int64_t value, bool verify,
                                     const std::optional<MenuPlace>& meantFor = {});
 
@@ -149,7 +150,7 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   TuningSnapshot latestMenu() const;
   HIDReportPacket packetFrom(const TuningSnapshot& menu, TuningParameter parameter,
                              std::int64_t value) const;
-  void readWhatOthersWrote();
+  void readUnlessSure();
   void sendValue(TuningParameter parameter, std::int64_t value,
                  const std::optional<MenuPlace>& meantFor);
   void sendAckBurst();
@@ -158,7 +159,7 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   const std::optional<FanatecProduct> product_;
   Clock& clock_;
   HIDConnection connection_;
-  bool othersWrote_ = false;  // perhaps, and the menu was not read since; the writing caller's own
+  std::atomic<std::uint64_t> lossesMadeUpFor_{0};  // by reading the menu since
 
   mutable Mutex lock_;
   bool disconnected_ QUORVANE_GUARDED_BY(lock_) = false;

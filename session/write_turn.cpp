@@ -1,5 +1,10 @@
 #include "session/write_turn.h"
 
+#include <fmt/format.h>
+
+#include <optional>
+#include <string>
+
 #include "protocol/error.h"
 
 namespace quorvane {
@@ -9,8 +14,17 @@ namespace {
 // second that a write takes, this is short.
 constexpr Seconds askingPeriod{0.01};
 
-constexpr const char* turnText =
-    "another program that is writing to the base; try again when it has finished";
+// What was waited for.
+std::string turnText(const std::optional<NodeHolder>& holder) {
+  if (!holder) return "another program that is writing to the base; try again when it has finished";
+  if (!holder->isStopped) {
+    return fmt::format("{}, which is writing to the base; try again when it has finished",
+                       nameOf(*holder));
+  }
+  return fmt::format(
+      "{}, which is stopped while it is writing to the base; continue it (kill -CONT {}) or end it",
+      nameOf(*holder), holder->process);
+}
 
 void waitForTurn(HIDConnection& connection, Clock& clock, Seconds timeout) {
   if (connection.tryWriteTurn()) return;
@@ -19,8 +33,9 @@ void waitForTurn(HIDConnection& connection, Clock& clock, Seconds timeout) {
     clock.sleepFor(askingPeriod);
     if (connection.tryWriteTurn()) return;
   }
+  const auto holder = connection.turnHolder();
   connection.endWriteTurn();
-  throw FanatecError::timeout(turnText);
+  throw FanatecError::timeout(turnText(holder));
 }
 
 }  // namespace

@@ -10,8 +10,9 @@ namespace quorvane {
 // from and the one that proves it.
 class WriteTurn {
  public:
-  // Blocks until it has the turn. Throws FanatecError timeout when others do not let go of it for
-  // that long, and notConnected when the connection is closed or gets closed meanwhile.
+  // Blocks until it has the turn. Throws FanatecError timeout, which names the program that has it
+  // where that can be told, when it does not let go for that long, and notConnected when the
+  // connection is closed or gets closed meanwhile.
   WriteTurn(HIDConnection& connection, Clock& clock, Seconds timeout);
   ~WriteTurn() { connection_.endWriteTurn(); }
   WriteTurn(const WriteTurn&) = delete;

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <deque>
 #include <optional>
 #include <thread>
@@ -13,6 +14,10 @@ namespace {
 
 // More than any reader falls behind; the newest are dropped then, as the kernel does.
 constexpr std::size_t longestQueue = 4096;
+
+// What the kernel takes for a report, its ID counted.
+constexpr std::size_t shortestPacket = 2;
+constexpr std::size_t longestPacket = 16384;
 
 std::string pauseText(Seconds duration) {
   return fmt::format("pause {:g} ms", duration.count() * 1000);
@@ -65,6 +70,11 @@ class SimulatedDevice::Port final : public HIDPort {
     device_->changed_.notifyAll();
   }
 
+  std::uint64_t possibleLosses() const override {
+    MutexLock held(device_->lock_);
+    return possibleLosses_;
+  }
+
   HIDReturn write(std::uint8_t reportID, ByteView data) override {
     bool before = false;
     HIDReturn code = HIDReturnCode::success;
@@ -81,8 +91,8 @@ class SimulatedDevice::Port final : public HIDPort {
         device_->violations_.emplace_back("a menu write in another's turn");
       }
       before = device_->base_.isPlugged();
-      code = isGone(device_->base_) ? HIDReturnCode::noDevice
-                                    : device_->base_.receive(data, device_->now());
+      code = refusal(reportID, data);
+      if (code == HIDReturnCode::success) code = device_->base_.receive(data, device_->now());
       device_->changed_.notifyAll();
     }
     const std::string failure =
@@ -113,19 +123,28 @@ class SimulatedDevice::Port final : public HIDPort {
     std::erase(device_->line_, this);
   }
 
+  std::optional<NodeHolder> turnHolder() override {
+    MutexLock held(device_->lock_);
+    return device_->turnHolder_;
+  }
+
   void watchForOthers() override {
     MutexLock held(device_->lock_);
-    if (!seenVisits_) seenVisits_ = device_->visits_;
+    if (seenVisits_) return;
+    seenVisits_ = device_->visits_;
+    mayHaveCompany_ = !device_->isAlone(this);
   }
 
   bool othersMayHaveWritten() override {
     MutexLock held(device_->lock_);
-    const bool hasComeOrGone = seenVisits_ != device_->visits_ || !device_->tellsOpenings_;
-    if (seenVisits_) seenVisits_ = device_->visits_;
-    return hasComeOrGone || !device_->isAlone(this) || !device_->hasTurns_;
+    if (!seenVisits_) return true;
+    mayHaveCompany_ = mayHaveCompany_ || seenVisits_ != device_->visits_ ||
+                      !device_->tellsOpenings_ || !device_->hasTurns_;
+    return mayHaveCompany_;
   }
 
   bool isExclusive() const { return exclusive_; }
+  void missReports() { ++possibleLosses_; }
 
   // The base has left since the opening, whether it is back or not.
   bool isGone(const SimulatedBase& base) const {
@@ -141,6 +160,14 @@ class SimulatedDevice::Port final : public HIDPort {
  private:
   bool isAnothersTurn() const QUORVANE_REQUIRES(device_->lock_) {
     return !isGone(device_->base_) && !device_->line_.empty() && device_->line_.front() != this;
+  }
+
+  // What the kernel makes of a packet that it does not hand on.
+  HIDReturn refusal(std::uint8_t reportID, ByteView data) const QUORVANE_REQUIRES(device_->lock_) {
+    if (isGone(device_->base_)) return HIDReturnCode::noDevice;
+    const std::size_t length = data.size() + (reportID == 0 ? 1 : 0);
+    const bool isReport = length >= shortestPacket && length <= longestPacket;
+    return isReport ? HIDReturnCode::success : hidReturnFromErrno(EINVAL);
   }
 
   ReadResult end(HIDReturn code) {
@@ -172,8 +199,10 @@ class SimulatedDevice::Port final : public HIDPort {
   const int plugCount_;  // of the base that was opened
   std::deque<Bytes> queue_;
   std::optional<std::thread::id> interrupter_;
-  std::optional<int> seenVisits_;  // of the device, while others are watched for
-  bool handling_ = false;          // the reader is at work on a report
+  std::optional<int> seenVisits_;  // of the device, when the watch for others began
+  bool mayHaveCompany_ = false;
+  std::uint64_t possibleLosses_ = 0;
+  bool handling_ = false;  // the reader is at work on a report
   bool ended_ = false;
 };
 
@@ -292,6 +321,16 @@ void SimulatedDevice::setHasTurns(bool hasTurns) {
 void SimulatedDevice::setTellsOpenings(bool tellsOpenings) {
   MutexLock held(lock_);
   tellsOpenings_ = tellsOpenings;
+}
+
+void SimulatedDevice::setTurnHolder(std::optional<NodeHolder> holder) {
+  MutexLock held(lock_);
+  turnHolder_ = std::move(holder);
+}
+
+void SimulatedDevice::delayReaders() {
+  MutexLock held(lock_);
+  for (Port* const port : ports_) port->missReports();
 }
 
 void SimulatedDevice::setOnPlugChange(std::function<void()> handler) {

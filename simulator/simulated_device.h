@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,6 +58,12 @@ class SimulatedDevice final : public HIDDeviceHandle,
   // no more files for its user.
   void setTellsOpenings(bool tellsOpenings);
 
+  // Who is said to have the turn at writing when it is none of the ports asking.
+  void setTurnHolder(std::optional<NodeHolder> holder);
+
+  // As if the readers of all open ports came so late that reports may be lost.
+  void delayReaders();
+
   // Called after the device was plugged or unplugged, on the thread that caused it.
   void setOnPlugChange(std::function<void()> handler);
 
@@ -100,6 +107,7 @@ class SimulatedDevice final : public HIDDeviceHandle,
   int visits_ QUORVANE_GUARDED_BY(lock_) = 0;                 // openings and closings
   bool tellsOpenings_ QUORVANE_GUARDED_BY(lock_) = true;
   bool hasTurns_ QUORVANE_GUARDED_BY(lock_) = true;
+  std::optional<NodeHolder> turnHolder_ QUORVANE_GUARDED_BY(lock_);
   std::vector<std::string> violations_ QUORVANE_GUARDED_BY(lock_);
   HIDReturn openFailure_ QUORVANE_GUARDED_BY(lock_) = HIDReturnCode::success;
   std::function<void()> onPlugChange_ QUORVANE_GUARDED_BY(lock_);

@@ -47,7 +47,7 @@ stream_rows() {
   row "a loop that reads each as it arrives, wake-ups a second" \
     "$(median <"$scratch/bare.all")" ""
   stream_floor_rows "a loop that reads each as it arrives" bare
-  stream_floor_rows "a loop that reads every 40 ms" gathering
+  stream_floor_rows "a loop that reads every 20 ms" gathering
 }
 
 stream_rows

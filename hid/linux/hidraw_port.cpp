@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "hid/linux/node_holders.h"
 #include "hid/reading_pace.h"
 
 namespace quorvane {
@@ -34,9 +35,11 @@ void HidrawPort::interrupt() {
   signal_.set();
 }
 
+// Looks before it waits: that is how it notices that the queue is empty.
 HIDPort::ReadResult HidrawPort::read(std::span<std::uint8_t> buffer) {
-  while (waitForReport()) {
+  while (!interrupted_) {
     if (const auto result = take(buffer)) return *result;
+    if (!waitForReport()) break;
   }
   return {HIDReturnCode::aborted, 0, 0};
 }
@@ -74,14 +77,16 @@ void HidrawPort::letGather() {
 
 // Nothing when no report is there.
 std::optional<HIDPort::ReadResult> HidrawPort::take(std::span<std::uint8_t> buffer) {
-  ssize_t length = 0;
-  do {
-    length = ::read(node_.get(), buffer.data(), buffer.size());
-  } while (length < 0 && errno == EINTR);
-  if (length < 0 && errno == EAGAIN) return std::nullopt;
+  const ssize_t length =
+      untilAnswered([&] { return ::read(node_.get(), buffer.data(), buffer.size()); });
+  if (length < 0 && errno == EAGAIN) {
+    taken_ = 0;
+    return std::nullopt;
+  }
   if (length < 0) return ReadResult{lastError(), 0, 0};
   // A node never ends; whatever ends is gone.
   if (length == 0) return ReadResult{HIDReturnCode::noDevice, 0, 0};
+  if (++taken_ % queueLength == 0) ++possibleLosses_;
   return ReadResult{HIDReturnCode::success, numbered_ ? buffer[0] : std::uint8_t{0},
                     static_cast<std::size_t>(length)};
 }
@@ -116,6 +121,13 @@ HIDReturn HidrawPort::getReport(HIDReportKind kind, std::uint8_t reportID,
 // Whoever has its turn at a device that has left keeps nobody from being told so.
 bool HidrawPort::tryWriteTurn() { return line_.tryTurn() || hasLeft(); }
 
+std::optional<NodeHolder> HidrawPort::turnHolder() {
+  for (NodeHolder& holder : otherHoldersOf(node_.get())) {
+    if (holder.hasTurn) return std::move(holder);
+  }
+  return std::nullopt;
+}
+
 bool HidrawPort::hasLeft() const {
   pollfd node{node_.get(), 0, 0};
   return ::poll(&node, 1, 0) > 0;
@@ -126,8 +138,9 @@ void HidrawPort::watchForOthers() {
 }
 
 bool HidrawPort::othersMayHaveWritten() {
-  const bool hasComeOrGone = !visits_ || visits_->anySinceLastAsked();
-  return line_.areOthersThere() || hasComeOrGone;
+  if (!visits_) return true;
+  mayHaveCompany_ = mayHaveCompany_ || line_.areOthersThere() || visits_->mayHaveBeenAny();
+  return mayHaveCompany_;
 }
 
 }  // namespace quorvane

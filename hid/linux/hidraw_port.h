@@ -15,6 +15,9 @@ namespace quorvane {
 // An open hidraw node, or anything that behaves like one (non-blocking, one report a read).
 class HidrawPort final : public HIDPort {
  public:
+  // How many reports the kernel keeps for each opening of a node. It drops the newest then.
+  static constexpr int queueLength = 63;
+
   // Lets reports gather: blocks for a while, or until the descriptor is readable (true).
   using Pause = std::function<bool(int signal)>;
 
@@ -26,11 +29,13 @@ class HidrawPort final : public HIDPort {
   ReadResult readRelaxed(std::span<std::uint8_t> buffer) override;
   void interrupt() override;
   void hurry() override { signal_.set(); }
+  std::uint64_t possibleLosses() const override { return possibleLosses_; }
   HIDReturn write(std::uint8_t reportID, ByteView data) override;
   HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID, std::span<std::uint8_t> buffer,
                       std::size_t& length) override;
   bool tryWriteTurn() override;
   void endWriteTurn() override { line_.leave(); }
+  std::optional<NodeHolder> turnHolder() override;
   void watchForOthers() override;
   bool othersMayHaveWritten() override;
 
@@ -47,9 +52,13 @@ class HidrawPort final : public HIDPort {
   Pause pause_;
   EventFd signal_;  // to look whether the port was interrupted, or has to hurry
   std::atomic<bool> interrupted_{false};
-  bool tookAny_ = false;  // the relaxed reader's own: since it let reports gather
+  std::atomic<std::uint64_t> possibleLosses_{0};
+  // The reader's own.
+  bool tookAny_ = false;  // since it let reports gather
+  int taken_ = 0;         // since the queue was empty
   WriteLine line_;
   std::optional<NodeVisits> visits_;
+  bool mayHaveCompany_ = false;  // the writing thread's own
 };
 
 }  // namespace quorvane

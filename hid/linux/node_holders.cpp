@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -16,6 +17,9 @@ namespace {
 // Enough for a desktop with everything open; more would take too long.
 constexpr std::size_t mostDescriptors = 100'000;
 
+// Of the machine's own list of processes, which shows all of them. A container has another.
+constexpr const char* wholeMachine = "pid:[4026531836]";
+
 // "1: FLOCK  ADVISORY  WRITE 3124 00:05:333 0 EOF"
 std::optional<FileLock> parseFileLock(std::string_view line) {
   const auto fields = words(line);
@@ -29,6 +33,42 @@ std::optional<FileLock> parseFileLock(std::string_view line) {
   if (!major || !minor || !inode) return std::nullopt;
   return FileLock{*process, fields[3] == "WRITE", *major, *minor,
                   static_cast<std::uint64_t>(*inode)};
+}
+
+// "lock:	2: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0", the lock of a turn at writing.
+bool isTurn(std::string_view line) {
+  const auto fields = words(line);
+  return fields.size() >= 8 && fields[0].starts_with("lock:") && fields[1] == "OFDLCK" &&
+         fields[3] == "WRITE" && fields[6] == "0" && fields[7] == "0";
+}
+
+// From "200 (game) T 1 ...", where the name may hold anything.
+bool isStopped(std::string_view status) {
+  const std::size_t end = status.rfind(") ");
+  if (end == std::string_view::npos || end + 2 >= status.size()) return false;
+  const char state = status[end + 2];
+  return state == 'T' || state == 't';
+}
+
+// Whether an account may be a person's: those of the system and those that systemd makes for
+// services are not.
+bool isPersons(std::uint32_t user) {
+  constexpr std::uint32_t firstPerson = 1000;
+  constexpr std::uint32_t firstOfServices = 61184;
+  constexpr std::uint32_t lastOfServices = 65519;
+  return user >= firstPerson && (user < firstOfServices || user > lastOfServices);
+}
+
+// A node is bound into other programs' view of the file system at other places, with its name.
+bool isNode(std::string_view target, std::string_view node) {
+  if (target == node) return true;
+  const auto name = [](std::string_view path) { return path.substr(path.rfind('/') + 1); };
+  return node.starts_with("/dev/") && target.starts_with('/') && name(target) == name(node);
+}
+
+// By the descriptor, since the path that it was opened by may be another node's by now.
+std::string pathOf(const SystemFiles& system, int node) {
+  return system.link("/proc/self/fd/" + std::to_string(node));
 }
 
 bool isOn(const FileLock& lock, const struct stat& file) {
@@ -50,9 +90,10 @@ NodeHolders::NodeHolders(const SystemFiles& system, std::int64_t self,
                          const std::vector<std::string>& nodes)
     : system_(system), self_(self) {
   if (nodes.empty()) return;
+  // Where only one's own processes are shown, the first one is not.
+  arePeopleKnown_ = system.exists("/proc/1") && system.link("/proc/self/ns/pid") == wholeMachine;
   for (const std::string& process : system.names("/proc")) {
-    const auto number = parseInteger(process);
-    if (number && *number != self) lookInto(process, nodes);
+    if (parseInteger(process)) lookInto(process, nodes);
   }
   addLocks(nodes);
 }
@@ -60,30 +101,63 @@ NodeHolders::NodeHolders(const SystemFiles& system, std::int64_t self,
 std::vector<NodeHolder> NodeHolders::of(const std::string& node) const {
   std::vector<NodeHolder> holders;
   for (const Opening& opening : openings_) {
-    if (opening.node != node) continue;
-    const std::string name = "/proc/" + std::to_string(opening.process) + "/comm";
-    holders.push_back({opening.process, oneLine(system_.line(name)), opening.isExclusive});
+    if (opening.node != node || opening.process == self_) continue;
+    const std::string process = "/proc/" + std::to_string(opening.process);
+    holders.push_back({opening.process, oneLine(system_.line(process + "/comm")),
+                       opening.isExclusive, opening.hasTurn,
+                       isStopped(system_.line(process + "/stat"))});
   }
   std::sort(holders.begin(), holders.end(),
             [](const auto& a, const auto& b) { return a.process < b.process; });
   return holders;
 }
 
+bool NodeHolders::mayOthersHave(const std::string& node) const {
+  return !arePeopleKnown_ ||
+         std::any_of(openings_.begin(), openings_.end(), [&](const Opening& opening) {
+           return opening.node == node && (opening.process != self_ || opening.count > 1);
+         });
+}
+
 void NodeHolders::lookInto(const std::string& process, const std::vector<std::string>& nodes) {
-  const std::string directory = "/proc/" + process + "/fd";
   std::error_code error;
-  auto entry = std::filesystem::directory_iterator(system_.place(directory), error);
+  auto entry =
+      std::filesystem::directory_iterator(system_.place("/proc/" + process + "/fd"), error);
   // One that has ended meanwhile hides nothing.
-  if (error && error != std::errc::no_such_file_or_directory) areAllKnown_ = false;
+  if (error && error != std::errc::no_such_file_or_directory) cannotLookInto(process);
   for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
     if (++descriptors_ > mostDescriptors) {
       areAllKnown_ = false;
+      arePeopleKnown_ = false;
       return;
     }
-    const std::string target = system_.link(directory + "/" + entry->path().filename().string());
-    if (std::find(nodes.begin(), nodes.end(), target) == nodes.end()) continue;
-    add(target, *parseInteger(process), false);
+    lookAt(process, entry->path().filename(), nodes);
   }
+}
+
+void NodeHolders::cannotLookInto(const std::string& process) {
+  if (parseInteger(process) != self_) areAllKnown_ = false;
+  struct stat status {};
+  if (::stat(system_.place("/proc/" + process).c_str(), &status) != 0) return;
+  if (isPersons(status.st_uid) && status.st_uid != ::geteuid()) arePeopleKnown_ = false;
+}
+
+void NodeHolders::lookAt(const std::string& process, const std::string& descriptor,
+                         const std::vector<std::string>& nodes) {
+  const std::string target = system_.link("/proc/" + process + "/fd/" + descriptor);
+  const auto node = std::find_if(nodes.begin(), nodes.end(), [&](const std::string& candidate) {
+    return isNode(target, candidate);
+  });
+  if (node == nodes.end()) return;
+  Opening& opening = openingOf(*node, *parseInteger(process));
+  ++opening.count;
+  opening.hasTurn = opening.hasTurn || hasTurn(process, descriptor);
+}
+
+bool NodeHolders::hasTurn(const std::string& process, const std::string& descriptor) const {
+  const std::string facts = system_.content("/proc/" + process + "/fdinfo/" + descriptor);
+  const auto lines = split(facts, '\n');
+  return std::any_of(lines.begin(), lines.end(), isTurn);
 }
 
 // Locks tell of the programs of other users as well.
@@ -93,20 +167,31 @@ void NodeHolders::addLocks(const std::vector<std::string>& nodes) {
     struct stat file {};
     if (::stat(system_.place(node).c_str(), &file) != 0) continue;
     for (const FileLock& lock : locks) {
-      if (lock.process != self_ && isOn(lock, file)) add(node, lock.process, lock.isExclusive);
+      if (lock.process == self_ || !isOn(lock, file)) continue;
+      Opening& opening = openingOf(node, lock.process);
+      opening.isExclusive = opening.isExclusive || lock.isExclusive;
     }
   }
 }
 
-void NodeHolders::add(const std::string& node, std::int64_t process, bool isExclusive) {
+NodeHolders::Opening& NodeHolders::openingOf(const std::string& node, std::int64_t process) {
   const auto known = std::find_if(openings_.begin(), openings_.end(), [&](const Opening& opening) {
     return opening.node == node && opening.process == process;
   });
-  if (known == openings_.end()) {
-    openings_.push_back({node, process, isExclusive});
-  } else {
-    known->isExclusive = known->isExclusive || isExclusive;
-  }
+  if (known != openings_.end()) return *known;
+  return openings_.emplace_back(Opening{node, process});
+}
+
+std::vector<NodeHolder> otherHoldersOf(int node) {
+  const SystemFiles system("/");
+  const std::string path = pathOf(system, node);
+  return NodeHolders(system, ::getpid(), {path}).of(path);
+}
+
+bool mayOthersHave(int node) {
+  const SystemFiles system("/");
+  const std::string path = pathOf(system, node);
+  return path.empty() || NodeHolders(system, ::getpid(), {path}).mayOthersHave(path);
 }
 
 }  // namespace quorvane

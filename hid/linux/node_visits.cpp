@@ -3,44 +3,46 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <string>
 #include <utility>
 
+#include "hid/linux/node_holders.h"
+
 namespace quorvane {
+namespace {
 
-NodeVisits::NodeVisits(int node) : events_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
-  // By the descriptor, since the path may be another node's by now.
-  const std::string path = "/proc/self/fd/" + std::to_string(node);
-  areKnown_ = events_ && ::inotify_add_watch(events_.get(), path.c_str(), IN_OPEN | IN_CLOSE) >= 0;
+// By the descriptor, since the path may be another node's by now.
+std::string linkTo(int node) { return "/proc/self/fd/" + std::to_string(node); }
+
+}  // namespace
+
+NodeVisits::NodeVisits(int node, Look look)
+    : events_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)), look_(std::move(look)) {
+  isWatched_ =
+      events_ && ::inotify_add_watch(events_.get(), linkTo(node).c_str(), IN_OPEN | IN_CLOSE) >= 0;
+  if (!look_) look_ = [node] { return mayOthersHave(node); };
 }
 
-bool NodeVisits::anySinceLastAsked() {
+bool NodeVisits::mayHaveBeenAny() {
+  any_ = any_ || !isWatched_ || wasAnybodyThere() || hasAnybodyCome();
+  return any_;
+}
+
+// Later than at the beginning is early enough: whoever left since then is among the events.
+bool NodeVisits::wasAnybodyThere() {
+  const Look look = std::exchange(look_, nullptr);
+  return look && look();
+}
+
+bool NodeVisits::hasAnybodyCome() {
   std::array<char, 4096> buffer{};
-  while (areKnown_) {
-    const ssize_t length = ::read(events_.get(), buffer.data(), buffer.size());
-    if (length < 0 && errno == EINTR) continue;
-    if (length < 0 && errno == EAGAIN) break;
-    areKnown_ = length > 0;
-    for (ssize_t at = 0; at < length;) {
-      inotify_event event{};
-      std::memcpy(&event, buffer.data() + at, sizeof event);
-      count(event.mask);
-      at += static_cast<ssize_t>(sizeof event + event.len);
-    }
-  }
-  return std::exchange(any_, false) || there_ > 0 || !areKnown_;
-}
-
-void NodeVisits::count(unsigned events) {
-  if ((events & IN_Q_OVERFLOW) != 0) areKnown_ = false;
-  if ((events & (IN_OPEN | IN_CLOSE)) != 0) any_ = true;
-  if ((events & IN_OPEN) != 0) ++there_;
-  // Somebody may leave who was there before.
-  if ((events & IN_CLOSE) != 0) there_ = std::max(there_ - 1, 0);
+  ssize_t length = 0;
+  do {
+    length = ::read(events_.get(), buffer.data(), buffer.size());
+  } while (length < 0 && errno == EINTR);
+  return length >= 0 || errno != EAGAIN;
 }
 
 }  // namespace quorvane

@@ -19,20 +19,10 @@ constexpr const char* otherSetText =
 Dialogue asEver(const Dialogue& dialogue) { return dialogue; }
 void undisturbed(Disturbance& /*disturbance*/) {}
 
-// The menu is read before each value: others are there, or nobody can tell.
+// The menu is read before each value: others are there or have been, or nobody can tell.
 Dialogue readingBeforeEach(Dialogue dialogue) {
   for (Part& part : dialogue) {
     if (!part.code.empty()) part = readFirst(std::move(part));
-  }
-  return dialogue;
-}
-
-// The menu is read before the first value: others were there.
-Dialogue readingOnce(Dialogue dialogue) {
-  for (Part& part : dialogue) {
-    if (part.code.empty()) continue;
-    part = readFirst(std::move(part));
-    break;
   }
   return dialogue;
 }
@@ -68,7 +58,7 @@ std::vector<Company> turns() {
            other.leave();
          });
        },
-       readingOnce,
+       readingBeforeEach,
        [](Disturbance& disturbance) {
          disturbance.turnTaken = 1;
          disturbance.turnAfter = Seconds(0.03);
@@ -86,8 +76,8 @@ std::vector<Company> writings() {
     other.leave();
   };
   return {
-      {"another program has written since the last report", Need::value, hasWritten, readingOnce,
-       undisturbed, true},
+      {"another program has written since the last report", Need::value, hasWritten,
+       readingBeforeEach, undisturbed, true},
       {"another program has written since the last report, no answer", Need::value,
        [hasWritten](Scene& scene) {
          hasWritten(scene);
@@ -110,7 +100,8 @@ std::vector<Company> switches() {
          other.selectSet(otherSet);
          other.leave();
        },
-       [](const Dialogue& dialogue) { return readingOnce(refusedFrom(0, dialogue)); }, undisturbed},
+       [](const Dialogue& dialogue) { return readingBeforeEach(refusedFrom(0, dialogue)); },
+       undisturbed},
       {"another program makes set 4 active after the first value", Need::values,
        [](Scene& scene) {
          scene.come();

@@ -251,11 +251,11 @@ TEST_F(HidrawPortTest, PortsOfOneNodeTakeTurnsAndNoticeEachOther) {
   EXPECT_TRUE(second->tryWriteTurn());
   EXPECT_FALSE(first->tryWriteTurn());
 
-  // It was there since the last question, and after that nobody was.
+  // Who was there once may come back.
   second.reset();
   EXPECT_TRUE(first->tryWriteTurn());
   EXPECT_TRUE(first->othersMayHaveWritten());
-  EXPECT_FALSE(first->othersMayHaveWritten());
+  EXPECT_TRUE(first->othersMayHaveWritten());
 }
 
 TEST_F(HidrawPortTest, WhoWasThereBeforeTheWatchBeganIsNoticedAllTheSame) {
@@ -398,6 +398,53 @@ TEST_F(RelaxedHidrawPortTest, ADeviceThatLeftFailsTheReadBehindItsLastReport) {
   EXPECT_EQ(readAll(2), HIDReturnCode::noDevice);
   EXPECT_EQ(received_, (std::vector<Bytes>{{1, 1}, {1, 2}}));
   EXPECT_EQ(readAll(1), HIDReturnCode::noDevice);
+}
+
+// How many possible losses a relaxed reader counts that finds these numbers of reports, one after
+// another.
+std::uint64_t lossesAfter(const std::vector<int>& queues) {
+  auto [node, device] = connectedEnds();
+  auto fill = [end = &device, next = queues.begin()]() mutable {
+    for (int i = *next++; i > 0; --i) sendTo(*end, {1, 1});
+  };
+  HidrawPort port(std::move(node), true, [&fill](int /*signal*/) mutable {
+    fill();
+    return false;
+  });
+  fill();
+  Bytes buffer(16);
+  for (const int length : queues) {
+    for (int i = 0; i < length; ++i) port.readRelaxed(buffer);
+  }
+  return port.possibleLosses();
+}
+
+TEST(RelaxedHidrawPort, AsManyReportsAsTheKernelKeepsMayBeAllThatItKept) {
+  EXPECT_EQ(lossesAfter({1, 1}), 0U);
+  EXPECT_EQ(lossesAfter({20, 20, 20, 20}), 0U);
+  EXPECT_EQ(lossesAfter({62, 62}), 0U);
+  EXPECT_EQ(lossesAfter({63, 1}), 1U);
+  EXPECT_EQ(lossesAfter({64, 20, 63}), 2U);
+  EXPECT_EQ(lossesAfter({126}), 2U);
+}
+
+TEST_F(HidrawPortTest, AsManyReportsAsTheKernelKeepsMayBeAllThatItKept) {
+  const auto readAsMany = [this](int reports) {
+    for (int i = 0; i < reports; ++i) sendTo(device_, {1, 1});
+    for (int i = 0; i < reports; ++i) read();
+  };
+  readAsMany(62);
+  {
+    // The queue was empty in between.
+    const FileCalls calls([isFirst = true](const FileCall& call, std::size_t) mutable {
+      return call.name == "read" && std::exchange(isFirst, false) ? EAGAIN : 0;
+    });
+    readAsMany(1);
+  }
+  readAsMany(61);
+  EXPECT_EQ(port_->possibleLosses(), 0U);
+  readAsMany(1);
+  EXPECT_EQ(port_->possibleLosses(), 1U);
 }
 
 // A pause that no test sees the end of, and tells when it begins.

@@ -1,6 +1,11 @@
 #include "hid/linux/node_holders.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <map>
+#include <string>
+#include <vector>
 
 #include "tests/hid/linux/system_tree.h"
 #include "tests/support/ordinary_user.h"
@@ -62,6 +67,114 @@ TEST(NodeHolders, LocksTellOfProcessesThatCannotBeLookedInto) {
   tree.file("/proc/locks", tree.lockLine(300, "READ ") + tree.lockLine(self, "READ "));
   const AsOrdinaryUser user;
   EXPECT_EQ(holders(tree), "300 hidden; not all");
+}
+
+TEST(NodeHolders, AreFoundWhereTheirViewHasTheNodeAtAnotherPlace) {
+  const SystemTree tree;
+  tree.addOpenBase();
+  tree.addProcess(200, "game", "/newroot/dev/hidraw3");
+  EXPECT_EQ(holders(tree), "200 game; all");
+}
+
+TEST(NodeHolders, TellWhoHasItsTurnAtWritingAndWhetherItIsStopped) {
+  const std::string other = "lock:\t1: OFDLCK ADVISORY  READ -1 00:05:333 1 1\n";
+  const std::string turn = "lock:\t2: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0\n";
+  struct Case {
+    std::string facts;
+    std::string status;
+    bool hasTurn;
+    bool isStopped;
+  };
+  const std::vector<Case> cases{
+      {"pos:\t0\n" + other, "200 (game) S 1 2", false, false},
+      {other + turn, "200 (game) S 1 2", true, false},
+      {other + turn, "200 (a) T (b) T 1 2", true, true},
+      {other + turn, "200 (game) t 1 2", true, true},
+      {"lock:\t1: OFDLCK ADVISORY  WRITE -1 00:05:333 2 2\n", "200 (a) T ) S 1", false, false},
+      {"lock:\t1: FLOCK  ADVISORY  WRITE 200 00:05:333 0 EOF\n", "", false, false},
+      {"lock:\n", "200 (game)", false, false},
+  };
+  for (const Case& each : cases) {
+    const SystemTree tree;
+    tree.addOpenBase();
+    tree.addProcess(200, "game", SystemTree::node);
+    tree.file("/proc/200/fdinfo/7", each.facts);
+    tree.file("/proc/200/stat", each.status);
+    const SystemFiles system(tree.root());
+    EXPECT_EQ(NodeHolders(system, self, {SystemTree::node}).of(SystemTree::node),
+              (std::vector<NodeHolder>{{200, "game", false, each.hasTurn, each.isStopped}}))
+        << each.facts << each.status;
+  }
+}
+
+// A machine that shows all of its processes, the asking one with the node open among them.
+class WholeMachine : public SystemTree {
+ public:
+  WholeMachine() {
+    addOpenBase();
+    addProcess(1, "init", "/dev/null");
+    addProcess(self, "quorvane", node);
+    link("/proc/self/ns/pid", "pid:[4026531836]");
+  }
+
+  bool mayOthersHaveTheNode() const {
+    const SystemFiles system(root());
+    return NodeHolders(system, self, {node}).mayOthersHave(node);
+  }
+
+  // A process of somebody that cannot be looked into.
+  void addHidden(int process, unsigned user) const {
+    addProcess(process, "hidden", node);
+    EXPECT_EQ(::chmod(place("/proc/" + std::to_string(process) + "/fd").c_str(), 0), 0);
+    EXPECT_EQ(::chown(place("/proc/" + std::to_string(process)).c_str(), user, user), 0);
+  }
+};
+
+TEST(NodeHolders, OnesOwnOpeningIsNobodyElses) {
+  EXPECT_FALSE(WholeMachine().mayOthersHaveTheNode());
+}
+
+TEST(NodeHolders, AnotherOpeningIsSomebodyElsesWhoseverItIs) {
+  const WholeMachine machine;
+  machine.link("/proc/100/fd/8", SystemTree::node);
+  EXPECT_TRUE(machine.mayOthersHaveTheNode());
+  machine.remove("/proc/100/fd/8");
+  EXPECT_FALSE(machine.mayOthersHaveTheNode());
+  machine.addProcess(200, "game", SystemTree::node);
+  EXPECT_TRUE(machine.mayOthersHaveTheNode());
+}
+
+TEST(NodeHolders, ALockIsSomebodyElsesWhereverItsProcessIs) {
+  const WholeMachine machine;
+  machine.file("/proc/locks", machine.lockLine(self, "READ "));
+  EXPECT_FALSE(machine.mayOthersHaveTheNode());
+  machine.file("/proc/locks", machine.lockLine(0, "READ "));
+  EXPECT_TRUE(machine.mayOthersHaveTheNode());
+}
+
+TEST(NodeHolders, WhereOnlySomeProcessesAreShownSomebodyMayHaveIt) {
+  const WholeMachine container;
+  container.remove("/proc/self/ns/pid");
+  container.link("/proc/self/ns/pid", "pid:[4026532000]");
+  EXPECT_TRUE(container.mayOthersHaveTheNode());
+  const WholeMachine ownOnly;
+  ownOnly.remove("/proc/1");
+  EXPECT_TRUE(ownOnly.mayOthersHaveTheNode());
+}
+
+// Needs root, to give files away.
+TEST(NodeHolders, AnotherPersonWhoCannotBeLookedIntoMayHaveIt) {
+  if (::geteuid() != 0) return;
+  const std::map<unsigned, bool> users{
+      {0, false},    {1, false},     {999, false},   {1000, true},          {60000, true},
+      {61183, true}, {61184, false}, {65519, false}, {ordinaryUser, false}, {100000, true},
+  };
+  for (const auto& [user, mayHaveIt] : users) {
+    const WholeMachine machine;
+    machine.addHidden(300, user);
+    const AsOrdinaryUser asUser;
+    EXPECT_EQ(machine.mayOthersHaveTheNode(), mayHaveIt) << user;
+  }
 }
 
 TEST(NodeHolders, OfNoNodesLookAtNothing) {

@@ -28,43 +28,60 @@ class NodeVisitsTest : public testing::Test {
 TEST_F(NodeVisitsTest, OnesOwnOpeningIsNone) {
   const UniqueFd own = open();
   NodeVisits visits(own.get());
-  EXPECT_FALSE(visits.anySinceLastAsked());
+  EXPECT_FALSE(visits.mayHaveBeenAny());
   ASSERT_EQ(::write(own.get(), "x", 1), 1);
-  EXPECT_FALSE(visits.anySinceLastAsked());
+  EXPECT_FALSE(visits.mayHaveBeenAny());
 }
 
-TEST_F(NodeVisitsTest, WhoCameAndWentIsToldOfOnce) {
-  const UniqueFd own = open();
-  NodeVisits visits(own.get());
+TEST_F(NodeVisitsTest, WhoCameAndWentIsRememberedForGood) {
   for (const int flags : {O_RDWR, O_RDONLY, O_WRONLY}) {
+    const UniqueFd own = open();
+    NodeVisits visits(own.get());
+    EXPECT_FALSE(visits.mayHaveBeenAny());
     open(flags);
-    EXPECT_TRUE(visits.anySinceLastAsked()) << flags;
-    EXPECT_FALSE(visits.anySinceLastAsked()) << flags;
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny()) << flags;
   }
 }
 
-TEST_F(NodeVisitsTest, WhoIsStillThereIsToldOfEachTime) {
+TEST_F(NodeVisitsTest, OpeningsThatTheKernelTellsOfOnceHideNobody) {
   const UniqueFd own = open();
   NodeVisits visits(own.get());
-  UniqueFd other = open();
-  EXPECT_TRUE(visits.anySinceLastAsked());
-  EXPECT_TRUE(visits.anySinceLastAsked());
-  other.reset();
-  EXPECT_TRUE(visits.anySinceLastAsked());
-  EXPECT_FALSE(visits.anySinceLastAsked());
+  EXPECT_FALSE(visits.mayHaveBeenAny());
+  const UniqueFd first = open();
+  UniqueFd second = open();
+  second.reset();
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny());
 }
 
-TEST_F(NodeVisitsTest, WhoWasThereBeforeIsToldOfWhenItLeaves) {
+TEST_F(NodeVisitsTest, WhoWasThereBeforeIsSeen) {
   UniqueFd before = open();
   const UniqueFd own = open();
   NodeVisits visits(own.get());
-  EXPECT_FALSE(visits.anySinceLastAsked());
+  EXPECT_TRUE(visits.mayHaveBeenAny());
   before.reset();
-  EXPECT_TRUE(visits.anySinceLastAsked());
-  EXPECT_FALSE(visits.anySinceLastAsked());
-  const UniqueFd other = open();
-  EXPECT_TRUE(visits.anySinceLastAsked());
-  EXPECT_TRUE(visits.anySinceLastAsked());
+  EXPECT_TRUE(visits.mayHaveBeenAny());
+}
+
+TEST_F(NodeVisitsTest, WhoWasThereBeforeAndLeftUnseenIsSeenLeaving) {
+  UniqueFd before = open();
+  const UniqueFd own = open();
+  NodeVisits visits(own.get());
+  before.reset();
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny());
+}
+
+TEST_F(NodeVisitsTest, WhoWasThereBeforeIsLookedForOnce) {
+  for (const bool isAnybodyThere : {true, false}) {
+    int looks = 0;
+    const UniqueFd own = open();
+    NodeVisits visits(own.get(), [&] {
+      ++looks;
+      return isAnybodyThere;
+    });
+    EXPECT_EQ(looks, 0);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(visits.mayHaveBeenAny(), isAnybodyThere);
+    EXPECT_EQ(looks, 1);
+  }
 }
 
 TEST_F(NodeVisitsTest, FollowTheNodeThatIsOpenAndNotItsPath) {
@@ -73,7 +90,7 @@ TEST_F(NodeVisitsTest, FollowTheNodeThatIsOpenAndNotItsPath) {
   ASSERT_EQ(::mkfifo(node_.c_str(), 0600), 0);
   NodeVisits visits(own.get());
   const UniqueFd other = open();
-  EXPECT_FALSE(visits.anySinceLastAsked());
+  EXPECT_FALSE(visits.mayHaveBeenAny());
 }
 
 TEST_F(NodeVisitsTest, AreNotKnownAnyMoreWhenTheyWereTooMany) {
@@ -83,12 +100,12 @@ TEST_F(NodeVisitsTest, AreNotKnownAnyMoreWhenTheyWereTooMany) {
   const UniqueFd own = open();
   NodeVisits visits(own.get());
   for (int i = 0; i <= longest / 2; ++i) open();
-  for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.anySinceLastAsked());
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny());
 }
 
 TEST_F(NodeVisitsTest, AreNotKnownWhereNothingCanBeWatched) {
   NodeVisits visits(-1);
-  for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.anySinceLastAsked());
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny());
 }
 
 TEST_F(NodeVisitsTest, AreNotKnownToAUserWhoWatchesTooMuchAlready) {
@@ -96,7 +113,7 @@ TEST_F(NodeVisitsTest, AreNotKnownToAUserWhoWatchesTooMuchAlready) {
   for (const char* const call : {"inotify_init1", "inotify_add_watch"}) {
     const FileCalls calls(FileCalls::failEach(call, ENOSPC));
     NodeVisits visits(own.get());
-    for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.anySinceLastAsked()) << call;
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny()) << call;
     EXPECT_EQ(calls.count(call), 1U);
   }
 }

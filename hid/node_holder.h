@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quorvane {
+
+// Another program that has a device open.
+struct NodeHolder {
+  std::int64_t process = 0;
+  std::string program;       // empty: unknown
+  bool isExclusive = false;  // keeps others out
+  bool hasTurn = false;      // has its turn at writing
+  bool isStopped = false;    // does nothing until it is continued
+
+  bool operator==(const NodeHolder&) const = default;
+};
+
+// "game (process 200)"
+std::string nameOf(const NodeHolder& holder);
+
+}  // namespace quorvane
