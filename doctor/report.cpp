@@ -4,6 +4,9 @@
 #include <fmt/ranges.h>
 
 #include <array>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "doctor/masking.h"
 #include "support/bytes.h"
@@ -22,32 +25,49 @@ std::string orNone(const std::string& text) { return text.empty() ? "none" : tex
 
 std::string serialText(const std::string& serial) { return serial.empty() ? "none" : "(masked)"; }
 
-// Puts the text together, section by section.
+// Puts the text together, section by section. What comes from the facts is masked, but for bytes:
+// the digits of a dump are no words, and are what the report is for.
 class ReportWriter {
  public:
+  explicit ReportWriter(std::vector<Secret> secrets) : secrets_(std::move(secrets)) {}
+
   void section(const char* title) { text_ += fmt::format("\n{}\n", title); }
 
   // A line of the section; what stands deeper belongs to the line above.
   void line(std::string_view text, std::size_t depth = 1) {
-    text_ += fmt::format("{:{}}{}\n", "", 2 * depth, oneLine(text));
+    put(masked(oneLine(text), secrets_), depth);
   }
 
   void bytes(const char* name, const Bytes& bytes, std::size_t depth = 1) {
     line(fmt::format("{}: {} bytes", name, bytes.size()), depth);
     for (ByteView rest = bytes; !rest.empty();) {
       const std::size_t length = std::min(rest.size(), bytesPerLine);
-      line(hexDump(rest.first(length)), depth + 1);
+      put(hexDump(rest.first(length)), depth + 1);
       rest = rest.subspan(length);
     }
   }
 
-  void paragraph(std::string_view text) { text_ += text; }
+  void paragraph(std::string_view text) { text_ += masked(text, secrets_); }
+
+  // What the report always says.
+  void constant(std::string_view text) { text_ += text; }
 
   std::string take() { return std::move(text_); }
 
  private:
+  void put(std::string_view text, std::size_t depth) {
+    text_ += fmt::format("{:{}}{}\n", "", 2 * depth, text);
+  }
+
+  const std::vector<Secret> secrets_;
   std::string text_;
 };
+
+std::string stateOf(const NodeHolder& holder) {
+  return fmt::format("{}{}{}", holder.isExclusive ? ", exclusively" : "",
+                     holder.hasTurn ? ", at its turn to write" : "",
+                     holder.isStopped ? ", stopped" : "");
+}
 
 void writeSystem(ReportWriter& writer, const MachineFacts& machine) {
   writer.section("System");
@@ -109,9 +129,9 @@ void writeNode(ReportWriter& writer, const NodeFacts& node) {
     writer.line(fmt::format("rule {} hidden by {}", hidden.file, hidden.hiddenBy), 2);
   }
   for (const NodeHolder& holder : node.holders) {
-    writer.line(fmt::format("open in {} (process {}){}", holder.program, holder.process,
-                            holder.isExclusive ? ", exclusively" : ""),
-                2);
+    writer.line(
+        fmt::format("open in {} (process {}){}", holder.program, holder.process, stateOf(holder)),
+        2);
   }
 }
 
@@ -186,8 +206,8 @@ std::string checksText(const std::vector<DoctorCheck>& checks) {
 
 std::string reportText(const Diagnosis& diagnosis, const std::vector<std::string>& lastLines) {
   const DoctorFacts& facts = diagnosis.facts;
-  ReportWriter writer;
-  writer.paragraph(
+  ReportWriter writer(secretsIn(facts));
+  writer.constant(
       "Report of the Quorvane doctor. Serial numbers, user name and home directory are masked;\n"
       "look it over before you send it.\n");
   writer.section("Checks");
@@ -200,7 +220,7 @@ std::string reportText(const Diagnosis& diagnosis, const std::vector<std::string
   writeAnswers(writer, facts.answers);
   if (!lastLines.empty()) writer.section("Last lines of the log");
   for (const std::string& line : lastLines) writer.line(line);
-  return masked(writer.take(), secretsIn(facts));
+  return writer.take();
 }
 
 }  // namespace quorvane

@@ -118,6 +118,12 @@ TEST_F(RawCommand, GivesOneDocument) {
             (Outcome{ExitStatus::done, documentText(wanted) + "\n", ""}));
 }
 
+TEST_F(RawCommand, AByteAloneIsRefusedAsTheKernelDoes) {
+  base();
+  EXPECT_EQ(run("raw ff"), (Outcome{ExitStatus::failed, "",
+                                    "HID I/O failed: SetReport id 0xFF -> IOReturn 0x0000C016\n"}));
+}
+
 TEST_F(RawCommand, ASendThatFailsIsAFailure) {
   change([](SimulatedBehaviour& behaviour) { behaviour.failSendsWith = 0xC020; });
   EXPECT_EQ(run("raw 01 02"),

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "hid/linux/system_survey.h"
+#include "support/bytes.h"
 #include "support/version.h"
 #include "tests/cli/attached_nodes.h"
 #include "tests/hid/linux/system_tree.h"
@@ -74,6 +79,37 @@ TEST_F(Report, HoldsNoSerialNumberAndNoName) {
   for (const char* const secret : {"QV-4711", "QV-0815", "anna"}) {
     EXPECT_EQ(text.find(secret), std::string::npos) << secret << "\nin\n" << text;
   }
+}
+
+TEST_F(Report, LeavesBytesAloneThatReadLikeASecret) {
+  Diagnosis diagnosis = diagnose();
+  const std::string before = reportText(diagnosis);
+  diagnosis.facts.machine.user.name = "ff";
+  diagnosis.facts.machine.usb.front().serialNumber = "03";
+  diagnosis.checks.push_back({"x", "X", CheckOutcome::failed, "Ask ff", ""});
+  const std::string text = reportText(diagnosis);
+  const auto bytesIn = [](const std::string& report) {
+    std::vector<std::string> lines;
+    std::istringstream stream(report);
+    for (std::string line; std::getline(stream, line);) {
+      if (parseHexBytes(line)) lines.push_back(line);
+    }
+    return lines;
+  };
+  EXPECT_GT(bytesIn(before).size(), 10U);
+  EXPECT_EQ(bytesIn(text), bytesIn(before));
+  EXPECT_NE(text.find("Ask (user)\n"), std::string::npos) << text;
+}
+
+TEST_F(Report, TellsWhoIsStoppedAtItsTurn) {
+  Diagnosis diagnosis = diagnose();
+  NodeHolder& holder = diagnosis.facts.machine.hid.front().node->holders.front();
+  holder.hasTurn = true;
+  holder.isStopped = true;
+  const std::string text = reportText(diagnosis);
+  EXPECT_NE(text.find("    open in game (process 200), at its turn to write, stopped\n"),
+            std::string::npos)
+      << text;
 }
 
 TEST_F(Report, TellsWhatWasNotAnswered) {

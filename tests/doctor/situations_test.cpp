@@ -13,6 +13,8 @@ namespace {
 
 constexpr int self = 100;
 
+constexpr const char* turnAtWriting = "lock:\t1: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0\n";
+
 // A machine on which things go wrong, and its user's preset file.
 class Machine {
  public:
@@ -330,6 +332,25 @@ const std::vector<Situation>& situations() {
          machine.tree().addProcess(200, "game", SystemTree::node);
        },
        "+++++xxx+", "identity", "Timed out waiting for system report (FF 08)", ""},
+      {"a program that is stopped while it is writing",
+       [](Machine& machine) {
+         openBase(machine);
+         machine.tree().addProcess(200, "game", SystemTree::node);
+         machine.tree().file("/proc/200/fdinfo/7", turnAtWriting);
+         machine.tree().file("/proc/200/stat", "200 (game) T 1 200");
+       },
+       "+++++++x+", "holders",
+       "game (process 200) is stopped while it is writing to the base, and keeps others from "
+       "writing",
+       "Continue it, or end it: kill -CONT 200"},
+      {"a program that is just writing",
+       [](Machine& machine) {
+         openBase(machine);
+         machine.tree().addProcess(200, "game", SystemTree::node);
+         machine.tree().file("/proc/200/fdinfo/7", turnAtWriting);
+         machine.tree().file("/proc/200/stat", "200 (game) S 1 200");
+       },
+       "+++++++++", "", "", ""},
       {"another program that does no harm",
        [](Machine& machine) {
          openBase(machine);

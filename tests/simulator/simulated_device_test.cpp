@@ -112,6 +112,17 @@ class SimulatedDeviceTest : public testing::Test {
   const Monotonic::time_point start_ = device_->clock().now();
 };
 
+TEST_F(SimulatedDeviceTest, RefusesWhatTheKernelTakesForNoReport) {
+  constexpr HIDReturn invalid = 0x0000C016;
+  const auto port = device_->open(false).port;
+  EXPECT_EQ(port->write(0xFF, Bytes(1, 0xFF)), invalid);
+  EXPECT_EQ(port->write(0, Bytes{}), invalid);
+  EXPECT_EQ(port->write(0xFF, Bytes(16385, 0xFF)), invalid);
+  EXPECT_EQ(port->write(0, Bytes(16384)), invalid);
+  device_->unplug();
+  EXPECT_EQ(port->write(0xFF, Bytes(1, 0xFF)), HIDReturnCode::noDevice);
+}
+
 TEST_F(SimulatedDeviceTest, SaysWhatItsBaseSays) {
   const auto product = device_->property(HIDPropertyKey::productID);
   ASSERT_TRUE(product);

@@ -36,7 +36,18 @@ class ChildProcess {
     result_.writing.reset();
   }
 
+  pid_t id() const { return process_; }
+
   void kill() const { ::kill(process_, SIGKILL); }
+
+  // Waits until it has stopped itself (SIGSTOP).
+  void waitUntilStopped() const {
+    int status = 0;
+    EXPECT_EQ(::waitpid(process_, &status, WUNTRACED), process_);
+    EXPECT_TRUE(WIFSTOPPED(status));
+  }
+
+  void goOn() const { ::kill(process_, SIGCONT); }
 
   // Waits for the end; what became of it: the result, or "signal N".
   std::string end() {

@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <csignal>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "hid/linux/hidraw_port.h"
 #include "support/unique_fd.h"
 #include "tests/support/child_process.h"
 #include "tests/support/file_calls.h"
@@ -206,6 +208,26 @@ TEST_F(WriteLineTest, ASignalInBetweenIsNoAnswer) {
   first->fd.reset();
   const FileCalls calls(interruptFirstLock());
   EXPECT_FALSE(second->line.areOthersThere());
+}
+
+TEST_F(WriteLineTest, WhoIsStoppedAtItsTurnCanBeNamed) {
+  ChildProcess other([this] {
+    const auto opening = open();
+    opening->line.tryTurn();
+    ::raise(SIGSTOP);
+    return std::string();
+  });
+  other.waitUntilStopped();
+  {
+    HidrawPort port(std::move(open()->fd), true);
+    EXPECT_FALSE(port.tryWriteTurn());
+    const auto holder = port.turnHolder();
+    ASSERT_TRUE(holder);
+    EXPECT_EQ(holder->process, other.id());
+    EXPECT_TRUE(holder->isStopped);
+  }
+  other.goOn();
+  other.end();
 }
 
 }  // namespace
