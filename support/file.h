@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <limits>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -26,8 +27,32 @@ class FileError : public std::runtime_error {
 inline constexpr std::uint64_t anyLength = std::numeric_limits<std::uint64_t>::max();
 
 // The content of a regular file. Throws FileError: also for anything else that has a path (a
-// directory, a FIFO; it is never waited for) and for a file longer than `limit` bytes.
+// directory, a FIFO; it is never waited for), for a file longer than `limit` bytes, and for one
+// that another program keeps writing to. A file that is changed in the middle is read again.
 std::string readFile(const std::filesystem::path& path, std::uint64_t limit = anyLength);
+
+// Tells one state of a file from another: replacing a file changes it, and so does writing to it as
+// far as the file system's time stamps can tell. Links and permissions do not matter.
+struct FileVersion {
+  std::uint64_t device = 0;
+  std::uint64_t node = 0;
+  std::int64_t size = 0;
+  std::int64_t seconds = 0;  // of the last modification
+  std::int64_t nanoseconds = 0;
+
+  bool operator==(const FileVersion&) const = default;
+};
+
+struct FileState {
+  std::string content;
+  FileVersion version;
+};
+
+// As readFile, with the version that the content is of.
+FileState readFileState(const std::filesystem::path& path, std::uint64_t limit = anyLength);
+
+// None when there is no such file. Throws FileError when that cannot be told.
+std::optional<FileVersion> versionOfFile(const std::filesystem::path& path);
 
 // Creates or replaces a regular file, durably and as a whole: whoever reads it, also after a crash
 // at any moment, finds the old content or the new. The permissions of an existing file are kept; a
@@ -46,7 +71,7 @@ void createDirectories(const std::filesystem::path& path);
 
 // Lets the content of a file live on under a second name beside it, "NAME.SUFFIX", or when that is
 // taken "NAME.SUFFIX-2" and so on; returns that name. A symbolic link is followed. The first name
-// stays where links can be made, and else is gone. Throws FileError.
+// stays. The second is a link, or a copy where the file cannot be linked. Throws FileError.
 std::filesystem::path keepBeside(const std::filesystem::path& path, std::string_view suffix);
 
 }  // namespace quorvane

@@ -877,17 +877,43 @@ TEST(KeepBeside, ANameThatIsTakenByAnythingIsLeftAlone) {
   EXPECT_EQ(directory.names(), (Names{"file", "file.kept", "file.kept-2", "file.kept-3"}));
 }
 
-TEST(KeepBeside, WhereNoLinksCanBeMadeTheFileGetsTheOtherName) {
+TEST(KeepBeside, AFileThatCannotBeLinkedIsCopied) {
   for (const int error : {EPERM, EOPNOTSUPP, ENOSYS, EMLINK}) {
-    const TemporaryDirectory directory;
-    const FileCalls calls(FileCalls::failEach("link", error));
-    for (const char* const name : {"file.kept", "file.kept-2", "file.kept-3"}) {
-      putFile(directory / "file", name);
-      EXPECT_EQ(keepBeside(directory / "file", "kept"), directory / name);
-      EXPECT_EQ(contentOf(directory / name), name);
+    for (const int moveError : {0, EINVAL, ENOSYS}) {
+      const TemporaryDirectory directory;
+      const FileCalls calls([&](const FileCall& call, std::size_t) {
+        if (call.name == "link") return error;
+        return call.name == "renameat2" ? moveError : 0;
+      });
+      for (const char* const name : {"file.kept", "file.kept-2", "file.kept-3"}) {
+        putFile(directory / "file", name);
+        setMode(directory / "file", 0640);
+        EXPECT_EQ(keepBeside(directory / "file", "kept"), directory / name);
+        EXPECT_EQ(contentOf(directory / name), name);
+        EXPECT_EQ(modeOf(directory / name), 0640U);
+        EXPECT_EQ(contentOf(directory / "file"), name);
+      }
+      EXPECT_EQ(directory.names(), (Names{"file", "file.kept", "file.kept-2", "file.kept-3"}));
     }
-    EXPECT_EQ(directory.names(), (Names{"file.kept", "file.kept-2", "file.kept-3"}));
   }
+}
+
+TEST(KeepBeside, AFileOfAnotherOwnerStaysInItsPlace) {
+  if (::geteuid() != 0) return;  // only root can give files away
+  const TemporaryDirectory directory;
+  const path file = directory / "file";
+  putFile(file, "root's");
+  setMode(file, 0666);
+  EXPECT_EQ(inChildProcess([&]() -> std::string {
+              becomeOrdinaryUser();
+              // As where the kernel protects hard links, on any machine.
+              const FileCalls calls(FileCalls::failEach("link", EPERM));
+              return keepBeside(file, "kept").filename();
+            }),
+            "file.kept");
+  EXPECT_EQ(statusOf(file).st_uid, 0U);
+  EXPECT_EQ(contentOf(file), "root's");
+  EXPECT_EQ(contentOf(directory / "file.kept"), "root's");
 }
 
 TEST(KeepBeside, SyncsTheDirectory) {
@@ -897,25 +923,28 @@ TEST(KeepBeside, SyncsTheDirectory) {
     const FileCalls calls(links ? FileCalls::pass : FileCalls::failEach("link", EPERM));
     keepBeside(directory / "file", "kept");
     EXPECT_EQ(shown(calls, {"link", "renameat2", "fsync"}, directory),
-              links
-                  ? (Lines{"link file file.kept", "fsync DIRECTORY"})
-                  : (Lines{"link file file.kept", "renameat2 file file.kept", "fsync DIRECTORY"}));
+              links ? (Lines{"link file file.kept", "fsync DIRECTORY"})
+                    : (Lines{"link file file.kept", "fsync TEMPORARY",
+                             "renameat2 TEMPORARY file.kept", "fsync DIRECTORY"}));
   }
 }
 
 TEST(KeepBeside, AFailureLosesNothing) {
   for (const int error : faults) {
     for (const bool links : {true, false}) {
-      const TemporaryDirectory directory;
-      const path file = directory / "file";
-      putFile(file, "content");
-      const FileCalls calls([&](const FileCall& call, std::size_t) {
-        if (call.name == "link") return links ? error : EPERM;
-        return error;
-      });
-      EXPECT_EQ(errorText([&] { keepBeside(file, "kept"); }), text(file, error));
-      EXPECT_EQ(contentOf(file), "content");
-      EXPECT_EQ(directory.names(), Names{"file"});
+      for (const char* const failing :
+           {"open", "stat", "fstat", "read", "write", "fsync", "fchmod", "renameat2"}) {
+        const TemporaryDirectory directory;
+        const path file = directory / "file";
+        putFile(file, "content");
+        const FileCalls calls([&](const FileCall& call, std::size_t) {
+          if (call.name == "link") return links ? error : EPERM;
+          return call.name == failing ? error : 0;
+        });
+        EXPECT_EQ(errorText([&] { keepBeside(file, "kept"); }), text(file, error));
+        EXPECT_EQ(contentOf(file), "content");
+        EXPECT_EQ(directory.names(), Names{"file"});
+      }
     }
   }
 }

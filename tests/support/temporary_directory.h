@@ -31,11 +31,11 @@ class TemporaryDirectory {
   const std::filesystem::path& path() const { return path_; }
   std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
 
-  // The names in it.
+  // The names in it, but for the lock file of those who share files (SharedFile).
   std::set<std::string> names() const {
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(path_)) {
-      names.insert(entry.path().filename());
+      if (entry.path().filename() != ".lock") names.insert(entry.path().filename());
     }
     return names;
   }

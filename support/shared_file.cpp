@@ -1,0 +1,164 @@
+#include "support/shared_file.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include "support/file_lock.h"
+#include "support/file_replacement.h"
+#include "support/file_system.h"
+
+namespace quorvane {
+namespace {
+
+using std::filesystem::path;
+
+constexpr Seconds pollInterval(0.01);   // the kernel cannot wait for a lock with a time-out
+constexpr Seconds settlingPause(0.02);  // between two writes of a program that rewrites a file
+constexpr int mostAttempts = 3;         // under one lock
+
+// The lock file is the directory owner's, also when root is the first to lock.
+void giveToDirectoryOwner(const UniqueFd& fd, const path& directory) {
+  FileStatus status{};
+  if (::geteuid() != 0 || ::stat(directory.c_str(), &status) != 0 || status.st_uid == 0) return;
+  (void)!::fchown(fd.get(), status.st_uid, status.st_gid);
+}
+
+UniqueFd openLockFile(const path& name) {
+  constexpr int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  UniqueFd fd(::open(name.c_str(), flags));
+  if (fd || errno != ENOENT) return fd;
+  fd = UniqueFd(::open(name.c_str(), flags | O_CREAT, S_IRUSR | S_IWUSR));
+  if (fd) giveToDirectoryOwner(fd, directoryOf(name));
+  return fd;
+}
+
+// Names the lock file when nothing but that is in the way, else the file that cannot be changed.
+[[noreturn]] void failToLock(const path& file, const path& lockFile) {
+  const int error = errno;
+  requireOverwritable(file);
+  FileStatus status{};
+  const bool isInTheWay =
+      (error == EACCES || error == EPERM || error == ELOOP || error == EISDIR) &&
+      ::lstat(lockFile.c_str(), &status) == 0;
+  throw FileError(isInTheWay ? lockFile : file, error);
+}
+
+// Locks the directory of a file; the lock ends with the descriptor. None when another process has
+// the lock. Without locks on this file system, the descriptor alone.
+std::optional<UniqueFd> lockFor(const path& file) {
+  const path name = directoryOf(file) / ".lock";
+  UniqueFd fd = openLockFile(name);
+  if (!fd) failToLock(file, name);
+  switch (tryLockFile(fd)) {
+    case FileLockResult::locked:
+    case FileLockResult::unsupported:
+      return fd;
+    case FileLockResult::heldByOther:
+      return std::nullopt;
+    case FileLockResult::failed:
+      failToLock(file, name);
+  }
+  return std::nullopt;
+}
+
+// None when there is no file.
+std::optional<FileState> stateOf(const path& file) {
+  try {
+    return readFileState(file);
+  } catch (const FileError& error) {
+    if (error.isMissingFile()) return std::nullopt;
+    throw;
+  }
+}
+
+std::optional<FileVersion> versionOf(const std::optional<FileState>& state) {
+  if (!state) return std::nullopt;
+  return state->version;
+}
+
+// The second name of a file that is about to be replaced. Gone again when the file was not
+// replaced, as every further attempt would add another one.
+class KeptFile {
+ public:
+  KeptFile(const path& file, const std::optional<FileState>& state,
+           const std::optional<std::string>& suffix)
+      : file_(file), version_(versionOf(state)) {
+    if (state && suffix) name_ = keepBeside(file, *suffix);
+  }
+  ~KeptFile() {
+    if (name_.empty()) return;
+    try {
+      if (versionOfFile(file_) == version_) ::unlink(name_.c_str());
+    } catch (const FileError&) {
+      return;  // better once too often than not at all
+    }
+  }
+  KeptFile(const KeptFile&) = delete;
+  KeptFile& operator=(const KeptFile&) = delete;
+
+  path take() { return std::exchange(name_, {}); }
+
+ private:
+  const path& file_;
+  const std::optional<FileVersion> version_;
+  path name_;
+};
+
+}  // namespace
+
+SharedFile::SharedFile(path file, Clock& clock) : file_(std::move(file)), clock_(clock) {}
+
+FileError SharedFile::timeoutError() const {
+  return {file_,
+          "Other programs have been changing it for 2 seconds. Nothing was written. Try again, and "
+          "end a Quorvane that hangs"};
+}
+
+SharedFile::Result SharedFile::change(const Change& change, Seconds timeout) const {
+  const auto begin = clock_.now();
+  for (;;) {
+    if (auto result = tryChange(change)) return *std::move(result);
+    if (clock_.now() - begin >= timeout) throw timeoutError();
+    clock_.sleepFor(pollInterval);
+  }
+}
+
+std::optional<SharedFile::Result> SharedFile::tryChange(const Change& change) const {
+  const path file = linkTarget(file_);
+  createDirectories(directoryOf(file));
+  const auto lock = lockFor(file);
+  if (!lock) return std::nullopt;
+  removeAbandonedReplacements(directoryOf(file));
+  for (int number = 0; number < mostAttempts; ++number) {
+    if (auto result = attempt(file, change)) return result;
+  }
+  return std::nullopt;
+}
+
+// None when the file was changed by a program that takes no lock.
+std::optional<SharedFile::Result> SharedFile::attempt(const path& file,
+                                                      const Change& change) const {
+  const auto state = stateOf(file);
+  const auto update = change(state ? std::optional(state->content) : std::nullopt);
+  if (!update) return Result{versionOf(state), {}};
+  if (state && update->keepOldAs && !isSettled(file, *state)) return std::nullopt;
+  FileReplacement replacement(file);
+  replacement.write(update->content);
+  const FileVersion version = replacement.finish();
+  KeptFile kept(file, state, update->keepOldAs);
+  if (versionOfFile(file) != versionOf(state)) return std::nullopt;
+  replacement.takePlace();
+  return Result{version, kept.take()};
+}
+
+bool SharedFile::isSettled(const path& file, const FileState& state) const {
+  clock_.sleepFor(settlingPause);
+  const auto again = stateOf(file);
+  return again && again->version == state.version && again->content == state.content;
+}
+
+}  // namespace quorvane
