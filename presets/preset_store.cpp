@@ -50,10 +50,10 @@ auto decoded(const path& file, const std::string& content, Decode decode) {
   }
 }
 
-// The content; none when there is no file.
-std::optional<std::string> contentOf(const path& file) {
+// The state; none when there is no file.
+std::optional<FileState> stateOf(const path& file) {
   try {
-    return readFile(file);
+    return readFileState(file);
   } catch (const FileError& error) {
     if (error.isMissingFile()) return std::nullopt;
     throw;
@@ -65,10 +65,70 @@ std::string corruptSuffix() {
                      fmt::gmtime(wholeSeconds(WallClock::now()).time_since_epoch().count()));
 }
 
+// What stands in the user's file is the user's.
+std::vector<TuningPreset> asOwn(std::vector<TuningPreset> presets) {
+  for (TuningPreset& preset : presets) preset.isBuiltIn = false;
+  return presets;
+}
+
+// A change of the preset file on its way through the operation for shared files.
+class FileChange {
+ public:
+  FileChange(path file, const PresetStore::Change& change, std::vector<TuningPreset> ifDamaged = {})
+      : file_(std::move(file)), change_(change), ifDamaged_(std::move(ifDamaged)) {}
+
+  std::optional<SharedFile::Update> operator()(const std::optional<std::string>& content) {
+    damage_.clear();
+    const std::vector<TuningPreset> before = content ? presetsIn(*content) : Presets();
+    presets_ = before;
+    change_(presets_);
+    if (presets_ == before) {
+      if (!damage_.empty()) throw DecodingError(damage_);
+      return std::nullopt;
+    }
+    return update();
+  }
+
+  // Written even when the file holds this very list.
+  std::optional<SharedFile::Update> replace(const std::optional<std::string>& content) {
+    damage_.clear();
+    if (content) presetsIn(*content);
+    change_(presets_);
+    return update();
+  }
+
+  PresetStore::Contents contents(const SharedFile::Result& result) {
+    return {std::move(presets_), result.version, std::move(damage_), result.kept};
+  }
+
+ private:
+  using Presets = std::vector<TuningPreset>;
+
+  Presets presetsIn(const std::string& content) {
+    try {
+      return asOwn(decoded(file_, content, decodePresets));
+    } catch (const DecodingError& error) {
+      damage_ = error.what();
+      return ifDamaged_;
+    }
+  }
+
+  SharedFile::Update update() const {
+    return {encodePresets(presets_),
+            damage_.empty() ? std::nullopt : std::optional(corruptSuffix())};
+  }
+
+  const path file_;
+  const PresetStore::Change& change_;
+  const Presets ifDamaged_;
+  Presets presets_;
+  std::string damage_;
+};
+
 }  // namespace
 
-PresetStore::PresetStore(std::optional<path> fileURL)
-    : fileURL_(fileURL ? std::move(*fileURL) : defaultLocation()) {}
+PresetStore::PresetStore(std::optional<path> fileURL, Clock& clock)
+    : fileURL_(fileURL ? std::move(*fileURL) : defaultLocation()), file_(fileURL_, clock) {}
 
 const PresetStore& PresetStore::shared() {
   static const PresetStore store;
@@ -84,39 +144,39 @@ std::vector<TuningPreset> PresetStore::load() const {
 }
 
 std::vector<TuningPreset> PresetStore::read() const {
-  const auto content = contentOf(fileURL_);
-  if (!content) return {};
-  return decoded(fileURL_, *content, decodePresets);
+  const auto state = stateOf(fileURL_);
+  if (!state) return {};
+  return decoded(fileURL_, state->content, decodePresets);
+}
+
+PresetStore::Contents PresetStore::contents() const {
+  const auto state = stateOf(fileURL_);
+  if (!state) return {};
+  return {asOwn(decoded(fileURL_, state->content, decodePresets)), state->version, {}, {}};
+}
+
+PresetStore::Contents PresetStore::change(const Change& change,
+                                          const std::vector<TuningPreset>& ifDamaged) const {
+  FileChange file(fileURL_, change, ifDamaged);
+  return file.contents(file_.change([&](const auto& content) { return file(content); }));
+}
+
+std::optional<PresetStore::Contents> PresetStore::tryChange(
+    const Change& change, const std::vector<TuningPreset>& ifDamaged) const {
+  FileChange file(fileURL_, change, ifDamaged);
+  const auto result = file_.tryChange([&](const auto& content) { return file(content); });
+  if (!result) return std::nullopt;
+  return file.contents(*result);
 }
 
 void PresetStore::save(const std::vector<TuningPreset>& presets) const {
-  std::vector<TuningPreset> own;
-  std::copy_if(presets.begin(), presets.end(), std::back_inserter(own),
-               [](const TuningPreset& preset) { return !preset.isBuiltIn; });
-  createDirectories(fileURL_.parent_path());
-  const path kept = keepWhatDoesNotLoad();
-  try {
-    replaceFile(fileURL_, encodePresets(own));
-  } catch (const FileError&) {
-    // Otherwise every further save would keep the same file once more.
-    std::error_code unknown;
-    if (std::filesystem::equivalent(kept, fileURL_, unknown)) {
-      std::filesystem::remove(kept, unknown);
-    }
-    throw;
-  }
-}
-
-path PresetStore::keepWhatDoesNotLoad() const {
-  std::error_code unknown;
-  // What is no file at all cannot be replaced either.
-  if (!std::filesystem::is_regular_file(fileURL_, unknown)) return {};
-  try {
-    read();
-    return {};
-  } catch (const std::exception&) {
-    return keepBeside(fileURL_, corruptSuffix());
-  }
+  const Change replace = [&](std::vector<TuningPreset>& list) {
+    list.clear();
+    std::copy_if(presets.begin(), presets.end(), std::back_inserter(list),
+                 [](const TuningPreset& preset) { return !preset.isBuiltIn; });
+  };
+  FileChange file(fileURL_, replace);
+  file_.change([&](const auto& content) { return file.replace(content); });
 }
 
 void PresetStore::exportPresets(const std::vector<TuningPreset>& presets, const path& destination) {

@@ -1,0 +1,93 @@
+#include "presets/preset_change.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+using Presets = std::vector<TuningPreset>;
+
+Presets::iterator withID(Presets& presets, const UUID& id) {
+  return std::find_if(presets.begin(), presets.end(),
+                      [&](const TuningPreset& preset) { return preset.id == id; });
+}
+
+Presets::iterator equalTo(Presets& presets, const TuningPreset& wanted) {
+  return std::find(presets.begin(), presets.end(), wanted);
+}
+
+Presets::iterator at(Presets& presets, const PresetChange::Place& place) {
+  const auto index =
+      presets.begin() + static_cast<std::ptrdiff_t>(std::min(place.index, presets.size()));
+  if (!place.after) return index;
+  // Of several with the id, the one that stood there.
+  if (index != presets.begin() && std::prev(index)->id == *place.after) return index;
+  const auto before = withID(presets, *place.after);
+  return before == presets.end() ? index : std::next(before);
+}
+
+}  // namespace
+
+PresetChange::Place PresetChange::placeOf(const Presets& presets, std::size_t index) {
+  if (index == 0) return {{}, 0};
+  return {presets.at(index - 1).id, index};
+}
+
+PresetChange PresetChange::add(Presets presets) {
+  std::vector<UUID> spareIDs(presets.size());
+  std::generate(spareIDs.begin(), spareIDs.end(), UUID::random);
+  return PresetChange(Add{std::move(presets), std::move(spareIDs), {}});
+}
+
+PresetChange PresetChange::insert(TuningPreset preset, Place place) {
+  return PresetChange(Add{{std::move(preset)}, {UUID::random()}, place});
+}
+
+PresetChange PresetChange::remove(TuningPreset preset) {
+  return PresetChange(Remove{std::move(preset)});
+}
+
+PresetChange PresetChange::replace(TuningPreset before, TuningPreset after) {
+  return PresetChange(Replace{std::move(before), std::move(after), UUID::random()});
+}
+
+bool PresetChange::apply(Presets& presets) const {
+  return std::visit([&](const auto& what) { return applyTo(presets, what); }, what_);
+}
+
+bool PresetChange::applyTo(Presets& presets, const Add& add) {
+  for (std::size_t i = 0; i < add.presets.size(); ++i) {
+    TuningPreset preset = add.presets[i];
+    if (equalTo(presets, preset) != presets.end()) continue;
+    if (withID(presets, preset.id) != presets.end()) preset.id = add.spareIDs[i];
+    presets.insert(add.place ? at(presets, *add.place) : presets.end(), std::move(preset));
+  }
+  return true;
+}
+
+bool PresetChange::applyTo(Presets& presets, const Remove& remove) {
+  const auto found = equalTo(presets, remove.preset);
+  if (found == presets.end()) return withID(presets, remove.preset.id) == presets.end();
+  presets.erase(found);
+  return true;
+}
+
+bool PresetChange::applyTo(Presets& presets, const Replace& replace) {
+  const auto found = equalTo(presets, replace.before);
+  if (found != presets.end()) {
+    *found = replace.after;
+    return true;
+  }
+  if (equalTo(presets, replace.after) != presets.end()) return true;
+  TuningPreset ours = replace.after;
+  auto place = withID(presets, ours.id);
+  if (place != presets.end()) {
+    ours.id = replace.spareID;
+    ++place;
+  }
+  presets.insert(place, std::move(ours));
+  return true;
+}
+
+}  // namespace quorvane
