@@ -83,9 +83,7 @@ ExitStatus savePresetCommand(const CommandContext& context, const std::string& n
   TuningPreset preset = TuningPreset::capture(base->product(), wanted, snapshot);
   preset.game = savedGame;
 
-  PresetLibrary library(context.world);
-  library.add({preset});
-  library.save();
+  const PresetLibrary library = PresetLibrary::withAdded(context.world, {preset});
   printSaved(context, library, preset);
   printRepeatedName(context.world, library, preset);
   return ExitStatus::done;

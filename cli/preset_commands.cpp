@@ -41,14 +41,13 @@ ExitStatus showPresetCommand(const CommandContext& context, const std::string& w
 }
 
 ExitStatus deletePresetCommand(const CommandContext& context, const std::string& which) {
-  PresetLibrary library(context.world);
+  PresetLibrary library(context.world, PresetLibrary::IfUnreadable::fail);
   const TuningPreset preset = library.named(which);
   const std::string name = oneLine(preset.name);
   if (preset.isBuiltIn) {
     throw UsageError(fmt::format("\"{}\" is built in and cannot be deleted", name));
   }
   library.remove(preset);
-  library.save();
   if (context.options.json) {
     printJson(context.world, presetsJson({preset}));
   } else {

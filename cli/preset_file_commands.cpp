@@ -115,9 +115,7 @@ ExitStatus importPresetsCommand(const CommandContext& context,
   Import import(context);
   for (const std::string& file : files) import.read(file);
   if (const auto presets = import.presets(); !presets.empty()) {
-    PresetLibrary library(context.world);
-    library.add(presets);
-    library.save();
+    PresetLibrary::withAdded(context.world, presets);
   }
   return import.report();
 }

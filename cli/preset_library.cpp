@@ -1,21 +1,42 @@
 #include "cli/preset_library.h"
 
-#include <algorithm>
+#include <fmt/format.h>
+
+#include <string_view>
+#include <utility>
 
 #include "cli/preset_names.h"
 #include "support/printing.h"
 #include "support/text.h"
 
 namespace quorvane {
+namespace {
 
-PresetLibrary::PresetLibrary(const World& world) : world_(world), store_(world.presets()) {
+std::string unreadableText(std::string_view reason) {
+  return fmt::format("Your own presets cannot be read: {}", oneLine(reason));
+}
+
+}  // namespace
+
+PresetLibrary::PresetLibrary(const World& world, IfUnreadable ifUnreadable)
+    : world_(world), store_(world.presets()) {
   try {
-    own_ = store_.read();
-    for (TuningPreset& preset : own_) preset.isBuiltIn = false;
+    own_ = store_.contents().presets;
   } catch (const std::runtime_error& error) {  // FileError, DecodingError
+    if (ifUnreadable == IfUnreadable::fail) throw;
     readable_ = false;
-    printTo(world.err, "Your own presets cannot be read: {}\n", oneLine(error.what()));
+    printTo(world.err, "{}\n", unreadableText(error.what()));
   }
+}
+
+PresetLibrary::PresetLibrary(const World& world, const PresetChange& change)
+    : world_(world), store_(world.presets()) {
+  apply(change);
+}
+
+PresetLibrary PresetLibrary::withAdded(const World& world,
+                                       const std::vector<TuningPreset>& presets) {
+  return {world, PresetChange::add(presets)};
 }
 
 std::vector<TuningPreset> PresetLibrary::all() const {
@@ -35,20 +56,18 @@ std::vector<TuningPreset> PresetLibrary::named(const std::vector<std::string>& w
   return presets;
 }
 
-void PresetLibrary::add(const std::vector<TuningPreset>& presets) {
-  own_.insert(own_.end(), presets.begin(), presets.end());
-}
+void PresetLibrary::remove(const TuningPreset& preset) { apply(PresetChange::remove(preset)); }
 
-void PresetLibrary::remove(const TuningPreset& preset) {
-  const auto found = std::find(own_.begin(), own_.end(), preset);
-  if (found != own_.end()) own_.erase(found);
-}
-
-void PresetLibrary::save() const {
-  store_.save(own_);
-  if (readable_) return;
-  printTo(world_.err, "The old file is kept beside the new one, as {}.corrupt-...\n",
-          oneLine(store_.fileURL().string()));
+void PresetLibrary::apply(const PresetChange& change) {
+  bool isDone = true;
+  auto contents =
+      store_.change([&](std::vector<TuningPreset>& presets) { isDone = change.apply(presets); });
+  own_ = std::move(contents.presets);
+  if (!contents.kept.empty()) {
+    printTo(world_.err, "{}\nThe old file is kept beside the new one, as {}\n",
+            unreadableText(contents.damage), oneLine(contents.kept.string()));
+  }
+  if (!isDone) throw FileError(store_.fileURL(), "Another program has changed this preset");
 }
 
 }  // namespace quorvane

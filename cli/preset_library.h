@@ -4,17 +4,29 @@
 #include <vector>
 
 #include "cli/context.h"
+#include "presets/preset_change.h"
 #include "presets/tuning_preset.h"
 
 namespace quorvane {
 
 // The presets that a command works on: the built-in ones, and the user's own as they were in the
-// store when this was made; whatever stands there is the user's. A store that cannot be read counts
-// as empty, and one line on standard error says why.
+// store when this was made, or after its last change; whatever stands there is the user's.
+//
+// A change is made to what the store holds by then. A damaged store is kept under another name, and
+// two lines on standard error say so. A store that cannot be read for another reason is not
+// changed. Changes throw FileError and DecodingError; then nothing was changed.
 class PresetLibrary {
  public:
-  // Throws FileError for a user who has no store.
-  explicit PresetLibrary(const World& world);
+  enum class IfUnreadable {
+    warn,  // it counts as empty, and one line on standard error says why
+    fail,  // FileError, DecodingError
+  };
+
+  // Reads the store. Throws FileError for a user who has no store.
+  explicit PresetLibrary(const World& world, IfUnreadable ifUnreadable = IfUnreadable::warn);
+
+  // The library after adding presets to the end of the store. Reads nothing before.
+  static PresetLibrary withAdded(const World& world, const std::vector<TuningPreset>& presets);
 
   const std::vector<TuningPreset>& own() const { return own_; }
   bool isReadable() const { return readable_; }
@@ -27,14 +39,14 @@ class PresetLibrary {
   TuningPreset named(const std::string& which) const;
   std::vector<TuningPreset> named(const std::vector<std::string>& words) const;
 
-  void add(const std::vector<TuningPreset>& presets);
+  // Removes one preset of the user's; one that is gone by then is no failure. Throws FileError
+  // also when another program has changed it in between.
   void remove(const TuningPreset& preset);
 
-  // Puts the user's presets into the store, whatever it holds by now. What could not be read is
-  // kept beside it, and one line on standard error says so. Throws FileError.
-  void save() const;
-
  private:
+  PresetLibrary(const World& world, const PresetChange& change);
+  void apply(const PresetChange& change);
+
   const World& world_;
   const PresetStore& store_;
   std::vector<TuningPreset> own_;

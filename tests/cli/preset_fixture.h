@@ -78,8 +78,21 @@ class PresetTest : public CommandLineTest {
     }
     return "the store can be read";
   }
+
+  // The files that are kept beside the store.
+  std::vector<std::string> keptFiles() const {
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(store_.fileURL().parent_path())) {
+      if (entry.path().string().starts_with(storePath() + ".corrupt-")) {
+        files.push_back(entry.path());
+      }
+    }
+    return files;
+  }
+
+  // What is said of the one that is kept.
   std::string kept() const {
-    return "The old file is kept beside the new one, as " + storePath() + ".corrupt-...\n";
+    return "The old file is kept beside the new one, as " + keptFiles().at(0) + "\n";
   }
 
   // Runs `presets` with these words.

@@ -43,13 +43,13 @@ TEST_F(Library, WithoutAFileHasTheBuiltInPresetsOnly) {
   EXPECT_FALSE(std::filesystem::exists(store_.fileURL().parent_path()));
 }
 
-TEST_F(Library, SavesWhatWasAddedAndRemoved) {
+TEST_F(Library, SavesWhatIsAddedAndRemoved) {
   store_.save({first_});
-  PresetLibrary changed = library();
-  changed.add({second_});
+  PresetLibrary changed = PresetLibrary::withAdded(world_, {second_});
+  EXPECT_EQ(changed.own(), (std::vector<TuningPreset>{first_, second_}));
+  EXPECT_EQ(storeText(), encodePresets({first_, second_}));
   changed.remove(first_);
-  EXPECT_EQ(storeText(), encodePresets({first_}));
-  changed.save();
+  EXPECT_EQ(changed.own(), std::vector<TuningPreset>{second_});
   EXPECT_EQ(storeText(), encodePresets({second_}));
   EXPECT_EQ(messages(), "");
 }
@@ -58,9 +58,7 @@ TEST_F(Library, RemovesOneOfSeveralWithTheSameId) {
   TuningPreset twin = second_;
   twin.id = first_.id;
   store_.save({first_, twin});
-  PresetLibrary changed = library();
-  changed.remove(twin);
-  changed.save();
+  library().remove(twin);
   EXPECT_EQ(storeText(), encodePresets({first_}));
 }
 
@@ -69,18 +67,29 @@ TEST_F(Library, WhateverStandsInTheStoreIsTheUsersOwn) {
   foreign.isBuiltIn = true;
   damageStore(encodePresets({foreign}));
   EXPECT_EQ(library().own(), std::vector<TuningPreset>{first_});
-  library().save();
-  EXPECT_EQ(storeText(), encodePresets({first_}));
+  PresetLibrary::withAdded(world_, {second_});
+  EXPECT_EQ(storeText(), encodePresets({first_, second_}));
 }
 
-TEST_F(Library, OfTwoThatReadBeforeEitherSavedTheLastWinsWhole) {
+TEST_F(Library, OfTwoThatReadBeforeEitherChangedNeitherUndoesTheOther) {
+  store_.save({first_});
   PresetLibrary one = library();
   PresetLibrary other = library();
-  one.add({first_});
-  one.save();
-  other.add({second_});
-  other.save();
+  PresetLibrary::withAdded(world_, {second_});
+  one.remove(first_);
   EXPECT_EQ(storeText(), encodePresets({second_}));
+  other.remove(first_);  // gone already, as it should be
+  EXPECT_EQ(storeText(), encodePresets({second_}));
+}
+
+TEST_F(Library, APresetThatAnotherProgramHasChangedIsNotRemoved) {
+  store_.save({first_});
+  PresetLibrary one = library();
+  TuningPreset changed = first_;
+  changed.values = {{"FF", 10}};
+  store_.save({changed});
+  EXPECT_THROW(one.remove(first_), FileError);
+  EXPECT_EQ(storeText(), encodePresets({changed}));
 }
 
 TEST_F(Library, AStoreThatCannotBeReadCountsAsEmpty) {
@@ -90,27 +99,30 @@ TEST_F(Library, AStoreThatCannotBeReadCountsAsEmpty) {
   EXPECT_EQ(messages(), unreadable() + unreadable());
 }
 
-TEST_F(Library, SavingKeepsAStoreThatCannotBeRead) {
+TEST_F(Library, AddingToADamagedStoreKeepsItAndNamesTheFile) {
   damageStore("no presets");
   const std::string warning = unreadable();
-  PresetLibrary changed = library();
-  changed.add({first_});
-  changed.save();
-  EXPECT_EQ(messages(), warning + kept());
+  const PresetLibrary changed = PresetLibrary::withAdded(world_, {first_});
+  EXPECT_EQ(changed.own(), std::vector<TuningPreset>{first_});
   EXPECT_EQ(storeText(), encodePresets({first_}));
-  std::vector<std::string> others;
-  for (const auto& entry : std::filesystem::directory_iterator(store_.fileURL().parent_path())) {
-    if (entry.path() != store_.fileURL()) others.push_back(entry.path());
-  }
-  ASSERT_EQ(others.size(), 1U);
-  EXPECT_EQ(others[0].substr(0, storePath().size() + 9), storePath() + ".corrupt-");
-  EXPECT_EQ(contentOf(others[0]), "no presets");
+  ASSERT_EQ(keptFiles().size(), 1U);
+  EXPECT_EQ(messages(), warning + kept());
+  EXPECT_EQ(contentOf(keptFiles()[0]), "no presets");
+}
+
+TEST_F(Library, RemovingFromADamagedStoreFailsAndLeavesIt) {
+  store_.save({first_});
+  PresetLibrary changed = library();
+  damageStore("no presets");
+  EXPECT_THROW(changed.remove(first_), DecodingError);
+  EXPECT_EQ(storeText(), "no presets");
+  EXPECT_TRUE(keptFiles().empty());
 }
 
 TEST_F(Library, ADirectoryInPlaceOfTheStoreCannotBeReplaced) {
   std::filesystem::create_directories(store_.fileURL());
-  PresetLibrary changed = library();
-  EXPECT_THROW(changed.save(), FileError);
+  EXPECT_THROW(PresetLibrary::withAdded(world_, {first_}), FileError);
+  EXPECT_EQ(library().own().size(), 0U);
   EXPECT_EQ(messages(), "Your own presets cannot be read: " + storePath() + ": Is a directory\n");
 }
 
