@@ -45,10 +45,11 @@ AppModel::AppModel(const World& world, std::string which)
     : world_(world),
       which_(std::move(which)),
       statusLine_(Messages::looking),
+      presets_(world_.store),
       work_("quorvane.hid"),
       watcher_(std::make_unique<HIDDeviceWatcher>(Fanatec::vendorID, world_.backend)) {
   latestModel() = this;
-  readPresets();
+  followPresets();
   watchDevices();
   devicesChanged(watcher_->currentDevices());
 }
@@ -61,6 +62,7 @@ AppModel::~AppModel() {
   if (base_) retire(std::exchange(base_, nullptr));
   work_.stop();
   for (const Session& base : retired_) base->connection().join();
+  presets_.finish();
 }
 
 AppModel* AppModel::shared() { return latestModel(); }

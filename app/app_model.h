@@ -12,6 +12,7 @@
 
 #include "app/file_panels.h"
 #include "app/log_entry.h"
+#include "app/preset_list.h"
 #include "app/staging.h"
 #include "doctor/doctor.h"
 #include "hid/device_watcher.h"
@@ -96,7 +97,11 @@ class AppModel final : public QObject {
 
   const std::string& statusLine() const { return statusLine_; }
   const std::vector<LogEntry>& log() const { return log_; }  // oldest first, at most longestLog
-  const std::vector<TuningPreset>& userPresets() const { return userPresets_; }
+  const std::vector<TuningPreset>& userPresets() const { return presets_.presets(); }
+
+  // The preset that was deleted last and can be brought back; none before a deletion and after
+  // undoDelete().
+  const std::optional<TuningPreset>& deletedPreset() const { return deletedPreset_; }
   const StagedValues& staged() const { return staged_; }
 
   // No base is connected, or the connected one did not answer the last time its menu was read.
@@ -148,6 +153,9 @@ class AppModel final : public QObject {
 
   void saveCurrentAsPreset(const std::string& name);
   void deletePreset(const TuningPreset& preset);
+
+  // Puts deletedPreset() back to its old place, with its old id. Does nothing without one.
+  void undoDelete();
   void shareCurrentSettings();
   void importSettingsFile();
   void importSettings(const std::filesystem::path& file);
@@ -210,8 +218,7 @@ class AppModel final : public QObject {
 
   void append(std::string text, bool isError = false);
   void setStatus(std::string text);
-  void readPresets();
-  void persistPresets();
+  void followPresets();
   void share(const TuningPreset& preset, const std::string& base,
              const std::filesystem::path& file);
 
@@ -228,8 +235,9 @@ class AppModel final : public QObject {
   std::optional<Progress> progress_;
   std::string statusLine_;
   std::vector<LogEntry> log_;
-  std::vector<TuningPreset> userPresets_;
-  bool presetsUnread_ = false;  // their file is there and could not be read
+  PresetList presets_;
+  std::optional<TuningPreset> deletedPreset_;
+  PresetChange::Place deletedPlace_;
   StagedValues staged_;
   std::optional<std::string> requestedSection_;
   bool menuUnanswered_ = false;  // by the connected base, the last time

@@ -141,43 +141,6 @@ void AppModel::usbReset() {
   if (failure) append(Messages::usbResetFailed(*failure), true);
 }
 
-void AppModel::saveCurrentAsPreset(const std::string& name) {
-  if (!tuning_) return;
-  TuningPreset preset = TuningPreset::capture(product(), name, *tuning_);
-  preset.game = "Custom";
-  userPresets_.push_back(std::move(preset));
-  persistPresets();
-  append(Messages::presetSaved(name));
-}
-
-// In front of the presets that are there already.
-void AppModel::readPresets() {
-  try {
-    const std::vector<TuningPreset> kept = world_.store.read();
-    userPresets_.insert(userPresets_.begin(), kept.begin(), kept.end());
-    presetsUnread_ = false;
-  } catch (const std::exception&) {
-    presetsUnread_ = true;
-  }
-}
-
-// A file that could not be read at the start and can be now would otherwise be lost.
-void AppModel::persistPresets() {
-  try {
-    if (presetsUnread_) readPresets();
-    world_.store.save(userPresets_);
-    presetsUnread_ = false;
-  } catch (const std::runtime_error& error) {
-    append(Messages::couldNotSavePresets(error.what()), true);
-  }
-  emit changed();
-}
-
-void AppModel::deletePreset(const TuningPreset& preset) {
-  std::erase_if(userPresets_, [&](const TuningPreset& own) { return own.id == preset.id; });
-  persistPresets();
-}
-
 void AppModel::shareCurrentSettings() {
   if (!base_ || !tuning_) return;
   const std::string base = base_->info().displayName();
@@ -201,36 +164,14 @@ void AppModel::share(const TuningPreset& preset, const std::string& base,
   }
 }
 
-void AppModel::importSettingsFile() {
-  world_.panels.chooseFile({"Import settings", "Import", FilePanels::Content::settings, {}},
-                           [model = QPointer(this)](const std::filesystem::path& file) {
-                             if (model) model->importSettings(file);
-                           });
-}
-
-void AppModel::importSettings(const std::filesystem::path& file) {
-  std::vector<TuningPreset> presets;
-  try {
-    presets = PresetStore::importPresets(file);
-  } catch (const std::runtime_error& error) {  // FileError, DecodingError
-    append(Messages::couldNotImport(error.what()), true);
-    return;
-  }
-  append(Messages::imported(presets, file, isConnected()));
-  if (presets.empty()) return;
-  userPresets_.insert(userPresets_.end(), presets.begin(), presets.end());
-  persistPresets();
-  setRequestedSection("Presets");
-}
-
 void AppModel::exportPresets() {
   world_.panels.chooseDestination(
       {"Export presets", "Export", FilePanels::Content::presets, "quorvane-presets.json"},
       [model = QPointer(this)](const std::filesystem::path& file) {
         if (!model) return;
         try {
-          PresetStore::exportPresets(model->userPresets_, file);
-          model->append(Messages::exportedPresets(model->userPresets_.size(), file));
+          PresetStore::exportPresets(model->userPresets(), file);
+          model->append(Messages::exportedPresets(model->userPresets().size(), file));
         } catch (const FileError& error) {
           model->append(Messages::exportFailed(error.what()), true);
         }

@@ -55,6 +55,8 @@ std::string reportSaved(const std::filesystem::path& file);
 std::string couldNotSaveReport(std::string_view reason);
 
 std::string presetSaved(std::string_view name);
+std::string presetDeleted(std::string_view name);
+std::string presetBroughtBack(std::string_view name);
 std::string couldNotSavePresets(std::string_view reason);
 std::string exportedSettings(const std::filesystem::path& file);
 std::string exportedPresets(std::size_t count, const std::filesystem::path& file);

@@ -137,7 +137,8 @@ TEST_F(ModelPresets, StayWhenTheyCannotBeWritten) {
                               "[log] Saved preset \"Wet\""}));
   EXPECT_EQ(namesOf(model().userPresets()), (std::vector<std::string>{"Wet"}));
   model().deletePreset(model().userPresets()[0]);
-  EXPECT_EQ(takeLog(), (Lines{"[error] Could not save presets: " + notADirectory_}));
+  EXPECT_EQ(takeLog(),
+            (Lines{"[log] Deleted \"Wet\"", "[error] Could not save presets: " + notADirectory_}));
   EXPECT_EQ(model().userPresets().size(), 0U);
 }
 
@@ -146,16 +147,35 @@ TEST_F(ModelPresets, AreDeletedByTheirID) {
                                           presetOf("Wet", {})};
   store_->save(presets);
   startWithoutBase();
-  changes_ = 0;
   TuningPreset renamed = presets[2];
   renamed.name = "another";
   model().deletePreset(renamed);
-  EXPECT_EQ(changes_, 1);
   EXPECT_EQ(model().userPresets(), (std::vector<TuningPreset>{presets[0], presets[1]}));
   EXPECT_EQ(store_->read(), model().userPresets());
   model().deletePreset(presetOf("Dry", {}));
   EXPECT_EQ(storedNames(), (std::vector<std::string>{"Wet", "Dry"}));
+  EXPECT_EQ(takeLog(), (Lines{"[log] Deleted \"Wet\""}));
+}
+
+TEST_F(ModelPresets, TheLastDeletedOneComesBackToItsPlaceWithItsID) {
+  const std::vector<TuningPreset> presets{presetOf("Wet", {}), presetOf("Dry", {}),
+                                          presetOf("Spa", {})};
+  store_->save(presets);
+  startWithoutBase();
+  EXPECT_FALSE(model().deletedPreset());
+  model().undoDelete();
   EXPECT_EQ(takeLog(), Lines{});
+  model().deletePreset(presets[0]);
+  model().deletePreset(presets[1]);
+  EXPECT_EQ(model().deletedPreset(), presets[1]);
+  model().undoDelete();
+  EXPECT_EQ(model().userPresets(), (std::vector<TuningPreset>{presets[1], presets[2]}));
+  EXPECT_EQ(store_->read(), model().userPresets());
+  EXPECT_FALSE(model().deletedPreset());
+  model().undoDelete();
+  EXPECT_EQ(model().userPresets().size(), 2U);
+  EXPECT_EQ(takeLog(), (Lines{"[log] Deleted \"Wet\"", "[log] Deleted \"Dry\"",
+                              "[log] Brought back \"Dry\""}));
 }
 
 TEST_F(ModelPresets, OneOfTheListItselfCanBeDeleted) {
@@ -375,6 +395,7 @@ TEST_F(ModelExport, WritesTheUsersPresets) {
   EXPECT_EQ(contentOf(file), encodePresets(model().userPresets()));
 
   model().deletePreset(model().userPresets()[0]);
+  EXPECT_EQ(takeLog(), (Lines{"[log] Deleted \"Wet\""}));
   panels_.answerAtOnce(file);
   model().exportPresets();
   EXPECT_EQ(takeLog(), (Lines{"[log] Exported 1 preset to " + file.string()}));

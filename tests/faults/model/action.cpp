@@ -275,10 +275,26 @@ std::vector<Action> presetChanges() {
   remove.run = [](World& world) {
     world.model().deletePreset(world.model().userPresets().front());
   };
-  remove.lines = always(connectedStatus);
-  remove.withoutBase = absentStatus;
-  remove.unwritten = [](const std::string& reason) { return Lines{couldNotSavePresets(reason)}; };
+  remove.lines = always({"[log] Deleted \"Own\""});
+  remove.withoutBase = {"[log] Deleted \"Own\""};
+  remove.unwritten = [](const std::string& reason) {
+    return Lines{"[log] Deleted \"Own\"", couldNotSavePresets(reason)};
+  };
   remove.presets = remove.presetsInFile = "";
+
+  Action undo;
+  undo.name = "undoDelete";
+  undo.prepare = [](World& world) {
+    world.model().deletePreset(world.model().userPresets().front());
+    world.takeSeen();
+  };
+  undo.run = [](World& world) { world.model().undoDelete(); };
+  undo.lines = always({"[log] Brought back \"Own\""});
+  undo.withoutBase = {"[log] Brought back \"Own\""};
+  undo.unwritten = [](const std::string& reason) {
+    return Lines{"[log] Brought back \"Own\"", couldNotSavePresets(reason)};
+  };
+  undo.presetsInFileBefore = "";
 
   Action import;
   import.name = "importSettings";
@@ -297,7 +313,7 @@ choose.run = [](World& world) {
   world.panels_.answerAtOnce(world.directory_ / sharedFile);
   world.model().importSettingsFile();
 };
-return {capture, remove, import, choose};
+return {capture, remove, undo, import, choose};
 }  // namespace quorvane
 
 Action exporting(std::string name, void (AppModel::*write)(), const std::string& success,

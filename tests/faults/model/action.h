@@ -48,6 +48,7 @@ struct Action {
 
   std::string presets = ownPreset;  // the names of the user's presets after it
   std::string presetsInFile = ownPreset;
+  std::string presetsInFileBefore = ownPreset;
   bool writesFile = false;  // besides the one of the presets
 
   // Not with the model's own session: its waits do not end with the base's departure.

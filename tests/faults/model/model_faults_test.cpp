@@ -327,8 +327,7 @@ TEST(ModelFaults, EveryActionMeetsABaseThatHasLeftBefore) {
       cell.world().settle();
       cell.world().takeSeen();
     }
-    const bool keepsPresets =
-        action.withoutBase.front().starts_with("[status]") && action.name != "deletePreset";
+    const bool keepsPresets = action.withoutBase.front().starts_with("[status]");
     const std::string presets = keepsPresets ? ownPreset : action.presets;
     const bool writes = action.writesFile && !keepsPresets;
     cell.run({action.withoutBase, Seconds(0), action.stagedWithoutBase, presets, presets,
@@ -401,7 +400,7 @@ TEST(ModelFaults, EveryActionMeetsADiskThatTakesNothing) {
       Cell cell(action, fault.name);
       Outcome outcome = outcomeOf(action, modelDisturbance(action));
       outcome.lines = action.unwritten(fault.text);
-      outcome.presetsInFile = ownPreset;
+      outcome.presetsInFile = action.presetsInFileBefore;
       outcome.files = filesBefore;
       {
         const FileCalls calls(verdictOf(fault));
