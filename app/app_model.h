@@ -12,7 +12,7 @@
 
 #include "app/file_panels.h"
 #include "app/log_entry.h"
-#include "app/preset_list.h"
+#include "app/shared_presets.h"
 #include "app/staging.h"
 #include "doctor/doctor.h"
 #include "hid/device_watcher.h"
@@ -235,7 +235,7 @@ class AppModel final : public QObject {
   std::optional<Progress> progress_;
   std::string statusLine_;
   std::vector<LogEntry> log_;
-  PresetList presets_;
+  SharedPresets presets_;
   std::optional<TuningPreset> deletedPreset_;
   PresetChange::Place deletedPlace_;
   StagedValues staged_;

@@ -8,8 +8,8 @@
 namespace quorvane {
 
 void AppModel::followPresets() {
-  QObject::connect(&presets_, &PresetList::changed, this, &AppModel::changed);
-  QObject::connect(&presets_, &PresetList::saveFailed, this, [this](const std::string& reason) {
+  QObject::connect(&presets_, &SharedPresets::changed, this, &AppModel::changed);
+  QObject::connect(&presets_, &SharedPresets::saveFailed, this, [this](const std::string& reason) {
     append(Messages::couldNotSavePresets(reason), true);
   });
 }

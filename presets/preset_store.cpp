@@ -162,9 +162,10 @@ PresetStore::Contents PresetStore::change(const Change& change,
 }
 
 std::optional<PresetStore::Contents> PresetStore::tryChange(
-    const Change& change, const std::vector<TuningPreset>& ifDamaged) const {
+    const Change& change, SharedFile::Place& place,
+    const std::vector<TuningPreset>& ifDamaged) const {
   FileChange file(fileURL_, change, ifDamaged);
-  const auto result = file_.tryChange([&](const auto& content) { return file(content); });
+  const auto result = file_.tryChange([&](const auto& content) { return file(content); }, place);
   if (!result) return std::nullopt;
   return file.contents(*result);
 }

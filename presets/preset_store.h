@@ -71,8 +71,9 @@ class PresetStore {
   // change leaves the list as it is, nothing is written; then a damaged file throws DecodingError.
   Contents change(const Change& change, const std::vector<TuningPreset>& ifDamaged = {}) const;
 
-  // The same without waiting: none when another process is changing the file.
-  std::optional<Contents> tryChange(const Change& change,
+  // The same without waiting: none when another process is changing the file. The place is that in
+  // line for a further try.
+  std::optional<Contents> tryChange(const Change& change, SharedFile::Place& place,
                                     const std::vector<TuningPreset>& ifDamaged = {}) const;
 
   // What change() throws when it has waited long enough.

@@ -8,13 +8,21 @@
 
 namespace quorvane {
 
-FileLockResult tryLockFile(const UniqueFd& fd) {
+namespace {
+
+int setLock(const UniqueFd& fd, int type, FileRange range) {
   struct flock lock {};
-  lock.l_type = F_WRLCK;
+  lock.l_type = static_cast<short>(type);
   lock.l_whence = SEEK_SET;
-  if (retrying([&] { return ::fcntl(fd.get(), F_OFD_SETLK, &lock); }) == 0) {
-    return FileLockResult::locked;
-  }
+  lock.l_start = range.start;
+  lock.l_len = range.length;
+  return retrying([&] { return ::fcntl(fd.get(), F_OFD_SETLK, &lock); });
+}
+
+}  // namespace
+
+FileLockResult tryLockFile(const UniqueFd& fd, FileRange range) {
+  if (setLock(fd, F_WRLCK, range) == 0) return FileLockResult::locked;
   switch (errno) {
     case EAGAIN:
       return FileLockResult::heldByOther;
@@ -27,5 +35,7 @@ FileLockResult tryLockFile(const UniqueFd& fd) {
       return FileLockResult::failed;
   }
 }
+
+void unlockFile(const UniqueFd& fd, FileRange range) { setLock(fd, F_UNLCK, range); }
 
 }  // namespace quorvane

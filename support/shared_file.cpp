@@ -20,6 +20,8 @@ constexpr Seconds pollInterval(0.01);   // the kernel cannot wait for a lock wit
 constexpr Seconds settlingPause(0.02);  // between two writes of a program that rewrites a file
 constexpr int mostAttempts = 3;         // under one lock
 
+path lockFileOf(const path& file) { return directoryOf(file) / ".lock"; }
+
 // The lock file is the directory owner's, also when root is the first to lock.
 void giveToDirectoryOwner(const UniqueFd& fd, const path& directory) {
   FileStatus status{};
@@ -47,22 +49,38 @@ UniqueFd openLockFile(const path& name) {
   throw FileError(isInTheWay ? lockFile : file, error);
 }
 
-// Locks the directory of a file; the lock ends with the descriptor. None when another process has
-// the lock. Without locks on this file system, the descriptor alone.
-std::optional<UniqueFd> lockFor(const path& file) {
-  const path name = directoryOf(file) / ".lock";
-  UniqueFd fd = openLockFile(name);
-  if (!fd) failToLock(file, name);
-  switch (tryLockFile(fd)) {
+// The bytes of the lock file. Who waits for the lock holds the second one, which has to be had
+// first: otherwise a program that makes many changes would always be faster than one that asks
+// every 10 ms.
+constexpr FileRange lockRange{0, 1};
+constexpr FileRange nextRange{1, 1};
+
+// False when another process has it. On a file system without locks everybody has it.
+bool tryLock(const path& file, const UniqueFd& lockFile, FileRange range) {
+  switch (tryLockFile(lockFile, range)) {
     case FileLockResult::locked:
     case FileLockResult::unsupported:
-      return fd;
+      return true;
     case FileLockResult::heldByOther:
-      return std::nullopt;
+      return false;
     case FileLockResult::failed:
-      failToLock(file, name);
+      failToLock(file, lockFileOf(file));
   }
-  return std::nullopt;
+  return false;
+}
+
+// Locks the directory of a file; the lock ends with the descriptor. None when another process has
+// the lock; then `waiting` is the place in line, if that could be had.
+std::optional<UniqueFd> tryLockFor(const path& file, UniqueFd& waiting) {
+  if (!waiting) {
+    UniqueFd opened = openLockFile(lockFileOf(file));
+    if (!opened) failToLock(file, lockFileOf(file));
+    if (!tryLock(file, opened, nextRange)) return std::nullopt;
+    waiting = std::move(opened);
+  }
+  if (!tryLock(file, waiting, lockRange)) return std::nullopt;
+  unlockFile(waiting, nextRange);
+  return std::exchange(waiting, UniqueFd());
 }
 
 // None when there is no file.
@@ -120,17 +138,17 @@ FileError SharedFile::timeoutError() const {
 
 SharedFile::Result SharedFile::change(const Change& change, Seconds timeout) const {
   const auto begin = clock_.now();
-  for (;;) {
-    if (auto result = tryChange(change)) return *std::move(result);
+  for (Place place;;) {
+    if (auto result = tryChange(change, place)) return *std::move(result);
     if (clock_.now() - begin >= timeout) throw timeoutError();
     clock_.sleepFor(pollInterval);
   }
 }
 
-std::optional<SharedFile::Result> SharedFile::tryChange(const Change& change) const {
+std::optional<SharedFile::Result> SharedFile::tryChange(const Change& change, Place& place) const {
   const path file = linkTarget(file_);
   createDirectories(directoryOf(file));
-  const auto lock = lockFor(file);
+  const auto lock = tryLockFor(file, place.lockFile_);
   if (!lock) return std::nullopt;
   removeAbandonedReplacements(directoryOf(file));
   for (int number = 0; number < mostAttempts; ++number) {

@@ -7,6 +7,7 @@
 
 #include "support/clock.h"
 #include "support/file.h"
+#include "support/unique_fd.h"
 
 namespace quorvane {
 
@@ -48,6 +49,18 @@ class SharedFile {
     std::filesystem::path kept;          // the old file's further name; empty when it is not kept
   };
 
+  // The place of a waiting process: next in line for the lock, before any other that comes. Empty
+  // at first.
+  class Place {
+   public:
+    // Lets others pass.
+    void leave() { lockFile_.reset(); }
+
+   private:
+    friend class SharedFile;
+    UniqueFd lockFile_;
+  };
+
   // The clock outlives this.
   explicit SharedFile(std::filesystem::path file, Clock& clock = Clock::system());
 
@@ -57,8 +70,9 @@ class SharedFile {
   Result change(const Change& change, Seconds timeout = longestWait) const;
 
   // The same, but never waits for other processes: none when one is changing the file. Then nothing
-  // was done.
-  std::optional<Result> tryChange(const Change& change) const;
+  // was done. Who tries again with the same place is not overtaken for ever; who does not, leaves
+  // the place.
+  std::optional<Result> tryChange(const Change& change, Place& place) const;
 
   // What change() throws when its time is over.
   FileError timeoutError() const;

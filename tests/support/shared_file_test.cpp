@@ -116,7 +116,8 @@ TEST_F(SharedFileTest, WhatAChangeThrowsPassesThroughAndNothingIsWritten) {
 TEST_F(SharedFileTest, ALockThatIsNotGivenUpInTwoSecondsIsAnError) {
   putFile(file_, "content");
   std::optional<UniqueFd> lock(lockOfOther());
-  EXPECT_EQ(shared_.tryChange(append("!")), std::nullopt);
+  SharedFile::Place place;
+  EXPECT_FALSE(shared_.tryChange(append("!"), place));
   EXPECT_EQ(clock_.pauses(), 0);
   EXPECT_EQ(errorText([&] { shared_.change(append("!")); }),
             file_.string() +
@@ -126,7 +127,7 @@ TEST_F(SharedFileTest, ALockThatIsNotGivenUpInTwoSecondsIsAnError) {
   EXPECT_LT(clock_.passed(), Seconds(2.1));
   EXPECT_EQ(contentOf(file_), "content");
   lock.reset();
-  EXPECT_TRUE(shared_.tryChange(append("!")));
+  EXPECT_TRUE(shared_.tryChange(append("!"), place));
   EXPECT_EQ(contentOf(file_), "content!");
 }
 
@@ -149,7 +150,29 @@ TEST_F(SharedFileTest, ALockEndsWithItsProcess) {
               return "";
             }),
             "signal 9");
-  EXPECT_TRUE(shared_.tryChange(append("a")));
+  SharedFile::Place place;
+  EXPECT_TRUE(shared_.tryChange(append("a"), place));
+}
+
+TEST_F(SharedFileTest, WhoWaitsIsNotOvertaken) {
+  SharedFile::Place place;
+  shared_.change([&](const auto&) {
+    EXPECT_FALSE(shared_.tryChange(append("second"), place));
+    return SharedFile::Update{"first ", {}};
+  });
+  // Somebody comes between two tries.
+  EXPECT_NE(errorText([&] { shared_.change(append("third")); }), "no error");
+  EXPECT_TRUE(shared_.tryChange(append("second "), place));
+  shared_.change(append("third"));
+  EXPECT_EQ(contentOf(file_), "first second third");
+  // A place that was left is nobody's.
+  shared_.change([&](const auto&) {
+    EXPECT_FALSE(shared_.tryChange(append("none"), place));
+    return std::optional<SharedFile::Update>();
+  });
+  place.leave();
+  shared_.change(append(" fourth"));
+  EXPECT_EQ(contentOf(file_), "first second third fourth");
 }
 
 TEST_F(SharedFileTest, OnAFileSystemWithoutLocksChangesAreMadeWithout) {

@@ -169,7 +169,8 @@ TEST_F(Presets, TheTrashDeletesItsPreset) {
   click(find("trashButton", mine(0)));
   click(find("trashButton", mine(0)));
   EXPECT_TRUE(isVisible("noPresetsHint"));
-  EXPECT_EQ(takeLog(), Lines{});
+  EXPECT_EQ(takeLog(),
+            (Lines{"[log] Deleted \"Dry\"", "[log] Deleted \"Wet\"", "[log] Deleted \"Night\""}));
 }
 
 TEST_F(Presets, OfTwoWithOneNameTheChosenIsDeleted) {

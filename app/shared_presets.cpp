@@ -1,4 +1,4 @@
-#include "app/preset_list.h"
+#include "app/shared_presets.h"
 
 #include <exception>
 #include <utility>
@@ -10,10 +10,10 @@ constexpr std::chrono::milliseconds retryInterval(20);
 
 }  // namespace
 
-PresetList::PresetList(const PresetStore& store, std::chrono::milliseconds timeout)
+SharedPresets::SharedPresets(const PresetStore& store, std::chrono::milliseconds timeout)
     : store_(store), timeout_(timeout), watch_(store.fileURL()) {
-  connect(&watch_, &FileWatch::touched, this, &PresetList::lookAgain);
-  connect(&retry_, &QTimer::timeout, this, &PresetList::write);
+  connect(&watch_, &FileWatch::touched, this, &SharedPresets::lookAgain);
+  connect(&retry_, &QTimer::timeout, this, &SharedPresets::write);
   retry_.setInterval(retryInterval);
   try {
     adopt(store_.contents());
@@ -22,24 +22,24 @@ PresetList::PresetList(const PresetStore& store, std::chrono::milliseconds timeo
   }
 }
 
-void PresetList::change(const PresetChange& change) {
+void SharedPresets::change(const PresetChange& change) {
   change.apply(shown_);
   pending_.push_back(change);
   deadline_ = std::chrono::steady_clock::now() + timeout_;
   write();
 }
 
-PresetStore::Change PresetList::pendingChanges() const {
+PresetStore::Change SharedPresets::pendingChanges() const {
   return [this](std::vector<TuningPreset>& presets) {
     for (const PresetChange& change : pending_) change.apply(presets);
   };
 }
 
 // A damaged file costs nothing of what was read before: it is replaced by the whole list.
-void PresetList::write() {
+void SharedPresets::write() {
   try {
-    if (auto contents = store_.tryChange(pendingChanges(), stored_)) {
-      retry_.stop();
+    if (auto contents = store_.tryChange(pendingChanges(), place_, stored_)) {
+      stopWaiting();
       pending_.clear();
       adopt(*std::move(contents));
     } else if (std::chrono::steady_clock::now() < deadline_) {
@@ -48,14 +48,19 @@ void PresetList::write() {
       throw store_.timeoutError();
     }
   } catch (const std::runtime_error& error) {  // FileError, DecodingError
-    retry_.stop();
+    stopWaiting();
     emit saveFailed(error.what());
   }
 }
 
-void PresetList::finish() {
-  if (!retry_.isActive()) return;
+void SharedPresets::stopWaiting() {
   retry_.stop();
+  place_.leave();
+}
+
+void SharedPresets::finish() {
+  if (!retry_.isActive()) return;
+  stopWaiting();
   try {
     store_.change(pendingChanges(), stored_);
   } catch (const std::runtime_error& error) {
@@ -65,7 +70,7 @@ void PresetList::finish() {
 
 // What was written here has the version that is known already. A file that cannot be read now is
 // perhaps being rewritten, which is told again.
-void PresetList::lookAgain() {
+void SharedPresets::lookAgain() {
   try {
     if (store_.version() != version_) adopt(store_.contents());
   } catch (const std::exception&) {
@@ -73,7 +78,7 @@ void PresetList::lookAgain() {
   }
 }
 
-void PresetList::adopt(PresetStore::Contents contents) {
+void SharedPresets::adopt(PresetStore::Contents contents) {
   stored_ = std::move(contents.presets);
   version_ = contents.version;
   std::vector<TuningPreset> shown = stored_;

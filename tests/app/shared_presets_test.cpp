@@ -1,4 +1,4 @@
-#include "app/preset_list.h"
+#include "app/shared_presets.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ class ReleasingClock final : public Clock {
   std::optional<UniqueFd> lock;
 };
 
-class PresetListTest : public testing::Test {
+class SharedPresetsTest : public testing::Test {
  protected:
   UniqueFd lockOfOther() const {
     UniqueFd fd(::open((directory_ / ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
@@ -50,7 +50,7 @@ class PresetListTest : public testing::Test {
     return names;
   }
 
-  static std::string shown(const PresetList& list) {
+  static std::string shown(const SharedPresets& list) {
     std::string names;
     for (const TuningPreset& preset : list.presets()) names += preset.name + " ";
     return names;
@@ -61,9 +61,9 @@ class PresetListTest : public testing::Test {
   const PresetStore store_{directory_ / "presets.json", clock_};
 };
 
-TEST_F(PresetListTest, AChangeWaitsForTheLockByATimer) {
+TEST_F(SharedPresetsTest, AChangeWaitsForTheLockByATimer) {
   std::optional<UniqueFd> lock(lockOfOther());
-  PresetList list(store_);
+  SharedPresets list(store_);
   list.change(PresetChange::add({named("one")}));
   list.change(PresetChange::add({named("two")}));
   EXPECT_EQ(shown(list), "one two ");
@@ -78,12 +78,12 @@ TEST_F(PresetListTest, AChangeWaitsForTheLockByATimer) {
   EXPECT_EQ(stored(), "one two ");
 }
 
-TEST_F(PresetListTest, ALockThatDoesNotComeIsAnErrorAndTheNextChangeWritesAll) {
+TEST_F(SharedPresetsTest, ALockThatDoesNotComeIsAnErrorAndTheNextChangeWritesAll) {
   std::optional<UniqueFd> lock(lockOfOther());
-  PresetList list(store_, milliseconds(50));
+  SharedPresets list(store_, milliseconds(50));
   std::vector<std::string> failures;
   QEventLoop loop;
-  QObject::connect(&list, &PresetList::saveFailed, &loop, [&](const std::string& reason) {
+  QObject::connect(&list, &SharedPresets::saveFailed, &loop, [&](const std::string& reason) {
     failures.push_back(reason);
     loop.quit();
   });
@@ -99,16 +99,16 @@ TEST_F(PresetListTest, ALockThatDoesNotComeIsAnErrorAndTheNextChangeWritesAll) {
   EXPECT_EQ(failures.size(), 1U);
 }
 
-TEST_F(PresetListTest, WhatWaitsForTheLockIsWrittenAtTheEnd) {
+TEST_F(SharedPresetsTest, WhatWaitsForTheLockIsWrittenAtTheEnd) {
   clock_.lock.emplace(lockOfOther());
-  PresetList list(store_);
+  SharedPresets list(store_);
   list.change(PresetChange::add({named("one")}));
   EXPECT_EQ(stored(), "");
   list.finish();
   EXPECT_EQ(stored(), "one ");
 }
 
-TEST_F(PresetListTest, NoCallThatFailsOnceCostsAPreset) {
+TEST_F(SharedPresetsTest, NoCallThatFailsOnceCostsAPreset) {
   const TuningPreset wet = named("wet");
   const TuningPreset dry = named("dry");
   struct Case {
@@ -130,9 +130,9 @@ TEST_F(PresetListTest, NoCallThatFailsOnceCostsAPreset) {
         SCOPED_TRACE(std::string(description) + ", call " + std::to_string(number) + ", " +
                      std::to_string(error));
         store_.save({wet, dry});
-        PresetList list(store_);
+        SharedPresets list(store_);
         bool failed = false;
-        QObject::connect(&list, &PresetList::saveFailed, [&] { failed = true; });
+        QObject::connect(&list, &SharedPresets::saveFailed, [&] { failed = true; });
         {
           const FileCalls calls(FileCalls::failAt(number, error));
           list.change(change);
@@ -151,8 +151,8 @@ TEST_F(PresetListTest, NoCallThatFailsOnceCostsAPreset) {
   }
 }
 
-TEST_F(PresetListTest, FinishingWithNothingToWriteTouchesNothing) {
-  PresetList list(store_);
+TEST_F(SharedPresetsTest, FinishingWithNothingToWriteTouchesNothing) {
+  SharedPresets list(store_);
   list.finish();
   EXPECT_FALSE(std::filesystem::exists(directory_ / ".lock"));
 }

@@ -21,14 +21,14 @@ namespace quorvane {
 // change that cannot be written stays in the list, and is written with the next one.
 //
 // Lives on the main thread. Signals are emitted from within the calls as well.
-class PresetList final : public QObject {
+class SharedPresets final : public QObject {
   Q_OBJECT
 
  public:
   static constexpr std::chrono::milliseconds longestWait{2000};
 
   // Reads the file; a list that cannot be read is empty. The store outlives this.
-  explicit PresetList(const PresetStore& store, std::chrono::milliseconds timeout = longestWait);
+  explicit SharedPresets(const PresetStore& store, std::chrono::milliseconds timeout = longestWait);
 
   const std::vector<TuningPreset>& presets() const { return shown_; }
 
@@ -47,6 +47,7 @@ class PresetList final : public QObject {
 
  private:
   void write();
+  void stopWaiting();
   void lookAgain();
   void adopt(PresetStore::Contents contents);
   PresetStore::Change pendingChanges() const;
@@ -59,6 +60,7 @@ class PresetList final : public QObject {
   std::vector<PresetChange> pending_;               // not written yet
   std::vector<TuningPreset> shown_;                 // stored_ with pending_ applied
   std::chrono::steady_clock::time_point deadline_;  // for the lock
+  SharedFile::Place place_;                         // in line for the lock, while retry_ is active
   QTimer retry_;                                    // active while another program has the lock
 };
 
