@@ -1,5 +1,7 @@
 #include "ui/availability.h"
 
+#include "ui/plain_text.h"
+
 namespace quorvane {
 
 QString whyNotNow(const AppModel& model) {
@@ -14,14 +16,16 @@ QString whyWait(const AppModel& model) {
 void setAvailable(QWidget& control, const QString& reason, const QString& help) {
   control.setEnabled(reason.isEmpty());
   const QString& shown = reason.isEmpty() ? help : reason;
-  if (control.toolTip() == shown) return;
-  control.setToolTip(shown);
+  if (control.accessibleDescription() == shown && control.toolTip() == PlainText::toolTip(shown)) {
+    return;
+  }
+  PlainText::setToolTip(control, shown);
   control.setAccessibleDescription(shown);
 }
 
 void setAvailable(QAction* action, const QString& reason) {
   action->setEnabled(reason.isEmpty());
-  action->setToolTip(reason);
+  PlainText::setToolTip(*action, reason);
 }
 
 }  // namespace quorvane

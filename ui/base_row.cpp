@@ -16,6 +16,7 @@
 #include "ui/form.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/plain_text.h"
 #include "ui/view.h"
 
 namespace quorvane {
@@ -45,14 +46,13 @@ BaseRow::BaseRow(HIDDeviceInfo base, QWidget* parent)
     : QWidget(parent),
       base_(std::move(base)),
       detail_(selectableLabel(QStringLiteral("baseDetail"))),
-      link_(new QLabel),
+      link_(PlainText::label()),
       connect_(new Button(QStringLiteral("Connect"))) {
   const QString place = text(namesOf(base_).back());
   setObjectName(QStringLiteral("base ") + place);
   setAccessibleName(text(spokenName(base_)));
   auto* const name = new ElidedLabel(Qt::ElideRight);
   name->setObjectName(QStringLiteral("attachedBaseName"));
-  name->setTextFormat(Qt::PlainText);
   name->setFont(Metrics::font(Metrics::Type::value));
   name->setText(text(nameOf(base_)));
   detail_->setFont(Metrics::font(Metrics::Type::callout));

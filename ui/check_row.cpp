@@ -9,6 +9,7 @@
 #include "ui/form.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/plain_text.h"
 #include "ui/symbols.h"
 #include "ui/theme.h"
 
@@ -34,6 +35,7 @@ QVBoxLayout* column(QWidget* first, QWidget* second) {
 class OutcomeMark final : public QLabel {
  public:
   OutcomeMark() {
+    setTextFormat(Qt::PlainText);
     setObjectName(QStringLiteral("checkOutcome"));
     setFont(Metrics::font(Metrics::Type::callout));
     setIndent(markSize + markGap);
@@ -69,12 +71,11 @@ class OutcomeMark final : public QLabel {
 
 CheckRow::CheckRow(QWidget* parent)
     : QWidget(parent),
-      title_(new QLabel),
+      title_(PlainText::label()),
       outcome_(new OutcomeMark),
       finding_(selectableLabel(QStringLiteral("checkFinding"))),
       nextStep_(selectableLabel(QStringLiteral("checkNextStep"))) {
   title_->setObjectName(QStringLiteral("checkTitle"));
-  title_->setTextFormat(Qt::PlainText);
   title_->setForegroundRole(QPalette::Dark);
   title_->setWordWrap(true);
   title_->setFixedWidth(Metrics::labelColumn);

@@ -3,6 +3,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "ui/plain_text.h"
+
 namespace quorvane {
 namespace {
 
@@ -12,10 +14,9 @@ constexpr int dialogWidth = 480;
 
 ConfirmDialog::ConfirmDialog(const QString& title, const QString& message, const QString& confirm,
                              Button::Kind kind, Default chosen, QWidget* parent)
-    : Dialog(title, parent), message_(new QLabel) {
+    : Dialog(title, parent), message_(PlainText::label()) {
   setObjectName(QStringLiteral("confirmDialog"));
   message_->setObjectName(QStringLiteral("dialogMessage"));
-  message_->setTextFormat(Qt::PlainText);
   message_->setForegroundRole(QPalette::Dark);
   message_->setWordWrap(true);
   content().addWidget(message_);

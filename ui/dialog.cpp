@@ -8,6 +8,7 @@
 #include "ui/button.h"
 #include "ui/focus_ring.h"
 #include "ui/metrics.h"
+#include "ui/plain_text.h"
 #include "ui/theme.h"
 
 namespace quorvane {
@@ -20,13 +21,12 @@ constexpr int buttonGap = 20;
 
 Dialog::Dialog(const QString& title, QWidget* parent)
     : QDialog(parent), content_(new QVBoxLayout), buttons_(new QDialogButtonBox) {
-  setWindowTitle(title);
+  PlainText::setWindowTitle(*this, title);
   setAccessibleName(title);
   setWindowModality(Qt::WindowModal);
   setAttribute(Qt::WA_DeleteOnClose);
-  auto* const heading = new QLabel(title);
+  auto* const heading = PlainText::label(title);
   heading->setObjectName(QStringLiteral("dialogTitle"));
-  heading->setTextFormat(Qt::PlainText);
   heading->setFont(Metrics::font(Metrics::Type::dialogTitle));
   heading->setWordWrap(true);
   connect(buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -47,6 +47,10 @@ Dialog::Dialog(const QString& title, QWidget* parent)
 void Dialog::addButton(Button* button, bool accepts) {
   buttons_->addButton(button,
                       accepts ? QDialogButtonBox::AcceptRole : QDialogButtonBox::RejectRole);
+}
+
+void Dialog::addDestructiveButton(Button* button) {
+  buttons_->addButton(button, QDialogButtonBox::DestructiveRole);
 }
 
 void Dialog::paintEvent(QPaintEvent* /*event*/) {

@@ -21,6 +21,9 @@ class Dialog : public QDialog {
   QVBoxLayout& content() { return *content_; }
   void addButton(Button* button, bool accepts);
 
+  // Apart from the others; what it does is up to who connects it.
+  void addDestructiveButton(Button* button);
+
   void paintEvent(QPaintEvent* event) override;
 
  private:

@@ -4,11 +4,18 @@
 #include <QPainter>
 #include <QToolTip>
 
+#include "ui/plain_text.h"
+
 namespace quorvane {
 
 ElidedLabel::ElidedLabel(Qt::TextElideMode mode, QWidget* parent) : QLabel(parent), mode_(mode) {
   setTextFormat(Qt::PlainText);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+}
+
+void ElidedLabel::setText(const QString& text) {
+  QLabel::setText(text);
+  setAccessibleName(text);
 }
 
 QSize ElidedLabel::minimumSizeHint() const {
@@ -30,7 +37,7 @@ void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
 bool ElidedLabel::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()) return QLabel::event(event);
   if (isElided()) {
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+    PlainText::showToolTip(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
   } else {
     QToolTip::hideText();
   }

@@ -12,6 +12,9 @@ class ElidedLabel final : public QLabel {
  public:
   explicit ElidedLabel(Qt::TextElideMode mode, QWidget* parent = nullptr);
 
+  // The accessible name as well.
+  void setText(const QString& text);
+
   QSize minimumSizeHint() const override;
 
  protected:

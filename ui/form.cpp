@@ -1,16 +1,19 @@
 #include "ui/form.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "ui/button.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/plain_text.h"
 #include "ui/theme.h"
 
 namespace quorvane {
@@ -31,7 +34,11 @@ constexpr Qt::TextInteractionFlags selectable =
 // A text that wraps at its widest, also when there is more room.
 class Paragraph final : public QLabel {
  public:
-  explicit Paragraph(const QString& text) : QLabel(text) { setWordWrap(true); }
+  explicit Paragraph(const QString& text) {
+    setTextFormat(Qt::PlainText);
+    setText(text);
+    setWordWrap(true);
+  }
 
   int heightForWidth(int width) const override {
     return QLabel::heightForWidth(std::min(width, maximumWidth()));
@@ -50,9 +57,8 @@ class Well final : public QWidget {
 }  // namespace
 
 QLabel* selectableLabel(const QString& objectName) {
-  auto* const label = new QLabel;
+  QLabel* const label = PlainText::label();
   label->setObjectName(objectName);
-  label->setTextFormat(Qt::PlainText);
   label->setTextInteractionFlags(selectable);
   label->setFocusPolicy(Qt::StrongFocus);
   label->setWordWrap(true);
@@ -93,7 +99,7 @@ Card::Card(const QString& caption, QWidget* parent) : QWidget(parent), body_(new
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(captionGap);
-  auto* const label = new QLabel(caption);
+  QLabel* const label = PlainText::label(caption);
   label->setFont(Metrics::font(Metrics::Type::caption));
   label->setForegroundRole(QPalette::Dark);
   label->setContentsMargins(captionInset, 0, 0, 0);
@@ -124,7 +130,7 @@ bool Card::eventFilter(QObject* /*watched*/, QEvent* event) {
 }
 
 FormRow::FormRow(const QString& label, const QString& objectName, QWidget* parent)
-    : QWidget(parent), label_(new QLabel(label)), value_(selectableLabel(objectName)) {
+    : QWidget(parent), label_(PlainText::label(label)), value_(selectableLabel(objectName)) {
   auto* const row = new QHBoxLayout(this);
   const int padding = std::max(rowPadding, (Metrics::formRowHeight - fontMetrics().height()) / 2);
   row->setContentsMargins(Metrics::cardInset, padding, Metrics::cardInset, padding);
@@ -168,7 +174,7 @@ QWidget* buttonsRow(const std::vector<Button*>& buttons, const QString& explanat
 }
 
 QLabel* messageRow(const QString& text, const QString& objectName) {
-  auto* const label = new QLabel(text);
+  QLabel* const label = PlainText::label(text);
   label->setObjectName(objectName);
   label->setForegroundRole(QPalette::Dark);
   label->setWordWrap(true);
@@ -182,7 +188,7 @@ HexRow::HexRow(const QString& label, const QString& objectName, QWidget* parent)
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(Metrics::cardInset, wellInset, Metrics::cardInset, wellInset);
   row->setSpacing(0);
-  auto* const title = new QLabel(label);
+  QLabel* const title = PlainText::label(label);
   title->setForegroundRole(QPalette::Dark);
   title->setFixedWidth(hexLabelColumn);
   title->setContentsMargins(0, wellInset / 2, 0, 0);
@@ -202,7 +208,7 @@ void HexRow::setValue(const QString& bytes) {
 }
 
 PageHeader::PageHeader(const QString& title, QWidget* parent)
-    : QWidget(parent), title_(new QLabel(title, this)) {
+    : QWidget(parent), title_(PlainText::label(title, this)) {
   title_->setFont(Metrics::font(Metrics::Type::pageTitle));
   title_->setObjectName(QStringLiteral("pageTitle"));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -223,22 +229,43 @@ void PageHeader::paintEvent(QPaintEvent* /*event*/) {
 }
 
 FormPage::FormPage(const QString& title, int widestCard, int cardGap, QWidget* parent)
-    : QWidget(parent), widestCard_(widestCard), cardGap_(cardGap), column_(new QVBoxLayout) {
+    : QWidget(parent),
+      widestCard_(widestCard),
+      cardGap_(cardGap),
+      column_(new QVBoxLayout),
+      scroll_(new QScrollArea) {
   column_->setSpacing(cardGap_);
   column_->addStretch();
   auto* const cards = new QWidget;
   cards->setLayout(column_);
-  auto* const scroll = new QScrollArea;
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidgetResizable(true);
-  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  scroll->setWidget(cards);
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setWidgetResizable(true);
+  scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll_->setFocusPolicy(Qt::NoFocus);
+  scroll_->setWidget(cards);
   auto* const outer = new QVBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   outer->setSpacing(0);
   outer->addWidget(new PageHeader(title));
-  outer->addWidget(scroll, 1);
+  outer->addWidget(scroll_, 1);
+  connect(scroll_->verticalScrollBar(), &QScrollBar::valueChanged, this, &FormPage::scrolled);
+  connect(scroll_->verticalScrollBar(), &QScrollBar::rangeChanged, this, &FormPage::scrolled);
+}
+
+QRect FormPage::visiblePart(const QWidget& widget) const {
+  const QRect view = scroll_->viewport()->rect();
+  return view.translated(widget.mapFrom(scroll_->viewport(), QPoint())) & widget.rect();
+}
+
+void FormPage::scrollBy(int distance, const QWidget& changed) {
+  if (distance == 0) return;
+  QWidget* const cards = scroll_->widget();
+  for (const QWidget* widget = &changed; widget != cards; widget = widget->parentWidget()) {
+    if (QLayout* const layout = widget->parentWidget()->layout()) layout->activate();
+  }
+  QEvent layOut(QEvent::LayoutRequest);
+  QCoreApplication::sendEvent(cards, &layOut);
+  scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->value() + distance);
 }
 
 void FormPage::add(Card* card) {

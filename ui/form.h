@@ -87,6 +87,16 @@ class FormPage final : public QWidget {
 
   void add(Card* card);
 
+  // The part of a widget on this page that is in view, in the widget's coordinates.
+  QRect visiblePart(const QWidget& widget) const;
+
+  // Lays the page out at once, from the widget up, and scrolls by so much.
+  void scrollBy(int distance, const QWidget& changed);
+
+ signals:
+  // Another part of the page is in view.
+  void scrolled();
+
  protected:
   void resizeEvent(QResizeEvent* event) override;
 
@@ -94,6 +104,7 @@ class FormPage final : public QWidget {
   const int widestCard_;
   const int cardGap_;
   QVBoxLayout* column_;
+  QScrollArea* scroll_;
 };
 
 // The bar with a page's title.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "ui/metrics.h"
+#include "ui/plain_text.h"
 #include "ui/symbols.h"
 #include "ui/theme.h"
 
@@ -22,7 +23,7 @@ LinkRow::LinkRow(QString symbol, const QString& text, const QUrl& target, const 
   setText(text);
   setObjectName(objectName);
   setAccessibleDescription(target.toString());
-  setToolTip(target.toString());
+  PlainText::setToolTip(*this, target.toString());
   setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::PointingHandCursor);
   setAttribute(Qt::WA_Hover);

@@ -9,6 +9,7 @@
 #include "ui/metrics.h"
 #include "ui/painting.h"
 #include "ui/pickers.h"
+#include "ui/plain_text.h"
 #include "ui/readout.h"
 #include "ui/row_layout.h"
 #include "ui/toggle.h"
@@ -258,7 +259,7 @@ void ParameterRow::explain() {
       help = QStringLiteral("This base has no automatic steering angle");
     }
     const QString& shown = whyNot_.isEmpty() ? help : whyNot_;
-    if (control->toolTip() != shown) control->setToolTip(shown);
+    if (control->toolTip() != shown) PlainText::setToolTip(*control, shown);
     const bool isNumber = control == slider_ || control == readout_;
     control->setAccessibleDescription(
         shown.isEmpty() && isNumber ? text(rangeText(state_.parameter, state_.product)) : shown);

@@ -11,6 +11,7 @@
 #include "ui/button.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/plain_text.h"
 #include "ui/theme.h"
 
 namespace quorvane {
@@ -23,7 +24,7 @@ constexpr int countGap = 10;
 
 SaveBar::SaveBar(AppModel& model, QWidget* parent)
     : View(model, parent),
-      count_(new QLabel(this)),
+      count_(PlainText::label({}, this)),
       discard_(new Button(QStringLiteral("Discard"), Button::Kind::plain, this)),
       save_(new Button({}, Button::Kind::prominent, this)) {
   setObjectName(QStringLiteral("saveBar"));

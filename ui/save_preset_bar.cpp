@@ -10,6 +10,7 @@
 #include "ui/button.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/plain_text.h"
 #include "ui/theme.h"
 
 namespace quorvane {
@@ -31,7 +32,7 @@ SavePresetBar::SavePresetBar(AppModel& model, QWidget* parent)
     : View(model, parent),
       column_(new QVBoxLayout(this)),
       row_(new QHBoxLayout),
-      caption_(new QLabel(QStringLiteral("Save the current menu as a preset"))),
+      caption_(PlainText::label(QStringLiteral("Save the current menu as a preset"))),
       name_(new QLineEdit),
       save_(button(QStringLiteral("Save"), "savePresetButton")),
       import_(button(QStringLiteral("Import…"), "importButton")),

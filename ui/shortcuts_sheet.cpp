@@ -7,6 +7,7 @@
 
 #include "ui/button.h"
 #include "ui/metrics.h"
+#include "ui/plain_text.h"
 
 namespace quorvane {
 namespace {
@@ -47,10 +48,10 @@ ShortcutsSheet::ShortcutsSheet(QWidget* parent)
   grid->setVerticalSpacing(rowGap);
   int row = 0;
   for (const Key& key : sheet) {
-    auto* const keys = new QLabel(QString::fromUtf8(key.keys));
+    QLabel* const keys = PlainText::label(QString::fromUtf8(key.keys));
     keys->setFont(Metrics::font(Metrics::Type::fixed));
     keys->setForegroundRole(QPalette::Dark);
-    auto* const action = new QLabel(QString::fromUtf8(key.action));
+    QLabel* const action = PlainText::label(QString::fromUtf8(key.action));
     action->setWordWrap(true);
     action->setFixedWidth(explanationWidth);
     grid->addWidget(keys, row, 0, Qt::AlignTop);

@@ -8,6 +8,7 @@
 #include "ui/elided_label.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/plain_text.h"
 #include "ui/spinner.h"
 #include "ui/theme.h"
 
@@ -21,7 +22,7 @@ constexpr int sideInset = 12;
 StatusBar::StatusBar(AppModel& model, QWidget* parent)
     : View(model, parent),
       line_(new ElidedLabel(Qt::ElideMiddle)),
-      progress_(new QLabel),
+      progress_(PlainText::label()),
       spinner_(new Spinner) {
   setObjectName(QStringLiteral("statusBar"));
   line_->setObjectName(QStringLiteral("statusLine"));

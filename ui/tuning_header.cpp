@@ -10,6 +10,7 @@
 #include "ui/metrics.h"
 #include "ui/painting.h"
 #include "ui/pickers.h"
+#include "ui/plain_text.h"
 #include "ui/theme.h"
 
 namespace quorvane {
@@ -24,7 +25,7 @@ constexpr int advancedSets = 5;
 constexpr int narrowTop = 8;
 
 QLabel* label(const QString& text, Metrics::Type type, QPalette::ColorRole role, QWidget* parent) {
-  auto* const label = new QLabel(text, parent);
+  QLabel* const label = PlainText::label(text, parent);
   label->setFont(Metrics::font(type));
   label->setForegroundRole(role);
   return label;
@@ -77,20 +78,22 @@ QMenu* TuningHeader::sourcesMenu() {
   menu->setToolTipsVisible(true);
   QMenu* const defaults = menu->addMenu(QStringLiteral("Load defaults"));
   defaults->setObjectName(QStringLiteral("loadDefaultsMenu"));
-  defaults->menuAction()->setToolTip(
+  PlainText::setToolTip(
+      *defaults->menuAction(),
       QStringLiteral("Fill in a known set of values; nothing is written until you save"));
   for (const TuningPreset& preset : TuningPreset::builtIn()) {
-    defaults->addAction(text(preset.name), this, [this, &preset] { model().stagePreset(preset); });
+    defaults->addAction(PlainText::withoutMnemonic(text(preset.name)), this,
+                        [this, &preset] { model().stagePreset(preset); });
   }
   QAction* const import =
       menu->addAction(QStringLiteral("Import…"), this, [this] { model().importSettingsFile(); });
   import->setObjectName(QStringLiteral("importEntry"));
-  import->setToolTip(QStringLiteral("Load a settings file someone shared with you"));
+  PlainText::setToolTip(*import, QStringLiteral("Load a settings file someone shared with you"));
   QAction* const share =
       menu->addAction(QStringLiteral("Share…"), this, [this] { model().shareCurrentSettings(); });
   share->setObjectName(QStringLiteral("shareEntry"));
-  share->setToolTip(
-      QStringLiteral("Export the values on screen as a file you can send to someone"));
+  PlainText::setToolTip(
+      *share, QStringLiteral("Export the values on screen as a file you can send to someone"));
   return menu;
 }
 

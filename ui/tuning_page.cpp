@@ -9,6 +9,7 @@
 #include "ui/availability.h"
 #include "ui/metrics.h"
 #include "ui/parameter_row.h"
+#include "ui/plain_text.h"
 #include "ui/save_bar.h"
 #include "ui/tab_order.h"
 #include "ui/tuning_header.h"
@@ -29,7 +30,7 @@ QWidget* framed(QWidget* widget, int inset) {
 
 TuningPage::TuningPage(AppModel& model, QWidget* parent)
     : View(model, parent),
-      message_(new QLabel),
+      message_(PlainText::label()),
       content_(new QWidget),
       header_(new TuningHeader(model)),
       warningFrame_(framed(

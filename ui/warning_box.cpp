@@ -6,6 +6,7 @@
 
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/plain_text.h"
 #include "ui/symbols.h"
 #include "ui/theme.h"
 
@@ -25,11 +26,11 @@ WarningBox::WarningBox(const QString& heading, const QString& body, QWidget* par
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(boxInset + warningSymbol + boxInset, boxInset, boxInset, boxInset);
   column->setSpacing(2);
-  auto* const head = new QLabel(heading);
+  QLabel* const head = PlainText::label(heading);
   head->setObjectName(QStringLiteral("warningHeading"));
   head->setFont(Metrics::font(Metrics::Type::value));
   head->setWordWrap(true);
-  auto* const text = new QLabel(body);
+  QLabel* const text = PlainText::label(body);
   text->setObjectName(QStringLiteral("warningBody"));
   text->setFont(Metrics::font(Metrics::Type::callout));
   text->setForegroundRole(QPalette::Dark);
