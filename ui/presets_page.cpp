@@ -1,6 +1,5 @@
 #include "ui/presets_page.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -11,6 +10,7 @@
 #include "ui/form.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/preset_list.h"
 #include "ui/preset_row.h"
 #include "ui/preset_text.h"
 #include "ui/save_preset_bar.h"
@@ -44,12 +44,14 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
       mine_(new Card(QStringLiteral("Mine"))),
       hint_(messageRow(QStringLiteral("Save the current menu below to create your first preset."),
                        QStringLiteral("noPresetsHint"))),
+      own_(new PresetList([this](const TuningPreset& preset) { return newRow(preset); })),
       saveBar_(new SavePresetBar(model)) {
   setObjectName(QStringLiteral("presetsPage"));
   setAccessibleName(QStringLiteral("Presets"));
   builtIn_->setObjectName(QStringLiteral("builtInPresets"));
   mine_->setObjectName(QStringLiteral("minePresets"));
   mine_->add(hint_);
+  mine_->add(own_);
   page_->add(builtIn_);
   page_->add(mine_);
   auto* const column = new QVBoxLayout(this);
@@ -57,6 +59,13 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
   column->setSpacing(0);
   column->addWidget(page_, 1);
   column->addWidget(saveBar_);
+  connect(page_, &FormPage::scrolled, this, &PresetsPage::makeRows);
+  connect(own_, &PresetList::resized, this, &PresetsPage::makeRows);
+  connect(own_, &PresetList::made, this, &PresetsPage::orderRows);
+  connect(own_, &PresetList::focusLeft, this, [this](const PresetRow* before) {
+    if (before == nullptr) before = builtInRows_.back();
+    keepFocus(before->lastControl());
+  });
 }
 
 void PresetsPage::render() {
@@ -69,16 +78,16 @@ void PresetsPage::renderRows() {
   isBuilt_ = true;
   product_ = model().product();
   if (isOtherProduct) {
-    for (PresetRow* const row : std::exchange(ownRows_, {})) delete row;
+    own_->clear();
     buildBuiltIn();
   }
-  buildMine();
-  const QString whyNot = whyNotApply(model());
-  for (const auto* const rows : {&builtInRows_, &ownRows_}) {
-    for (PresetRow* const row : *rows) {
-      row->show(whyNot, whyWait(model()), progressText(model(), row->preset()));
-    }
-  }
+  showMine();
+  for (PresetRow* const row : builtInRows_) renderRow(*row);
+  for (PresetRow* const row : own_->rows()) renderRow(*row);
+}
+
+void PresetsPage::renderRow(PresetRow& row) {
+  row.show(whyNotApply(model()), whyWait(model()), progressText(model(), row.preset()));
 }
 
 void PresetsPage::buildBuiltIn() {
@@ -90,43 +99,32 @@ void PresetsPage::buildBuiltIn() {
   orderControls();
 }
 
-// Rows of presets that are still there stay: so does what somebody points at or has the focus on.
-void PresetsPage::buildMine() {
+// What is in view stays in view when rows above it come or go.
+void PresetsPage::showMine() {
   const auto& presets = model().userPresets();
-  const bool isSame = std::equal(
-      ownRows_.begin(), ownRows_.end(), presets.begin(), presets.end(),
-      [](const PresetRow* row, const TuningPreset& own) { return row->preset() == own; });
+  const QRect visible = page_->visiblePart(*own_);
+  const bool isAnchored = !visible.isEmpty() && own_->count() > 0 && visible.top() > 0;
+  own_->setPresets(presets);
   hint_->setVisible(presets.empty());
-  if (isSame) return;
-  std::vector<PresetRow*> before = std::exchange(ownRows_, {});
-  for (std::size_t i = 0; i < presets.size(); ++i) {
-    const auto kept = std::find_if(before.begin(), before.end(), [&](const PresetRow* row) {
-      return row != nullptr && row->preset() == presets[i];
-    });
-    ownRows_.push_back(kept == before.end() ? newRow(presets[i]) : std::exchange(*kept, nullptr));
-    mine_->insert(static_cast<int>(i) + 1, ownRows_.back());
-  }
-  const auto focused = std::find_if(before.begin(), before.end(), [](const PresetRow* row) {
-    return row != nullptr && row->isAncestorOf(QApplication::focusWidget());
-  });
-  const auto leftFrom = static_cast<std::size_t>(focused - before.begin());
-  const bool leavesFocus = focused != before.end();
-  for (PresetRow* const row : before) delete row;
-  orderControls();
-  if (leavesFocus) keepFocus(controlBefore(leftFrom));
+  own_->setVisible(!presets.empty());
+  if (isAnchored) page_->scrollBy(own_->takeShiftAt(visible.top()), *own_);
 }
 
-// The last control before the user's row with that number, so that Tab goes on at the row.
-QWidget* PresetsPage::controlBefore(std::size_t number) const {
-  const auto& above = number == 0 ? builtInRows_ : ownRows_;
-  const std::size_t last = (number == 0 ? builtInRows_.size() : number) - 1;
-  return last < above.size() ? above[last]->lastControl() : nullptr;
-}
+void PresetsPage::makeRows() { own_->makeRows(page_->visiblePart(*own_)); }
 
 void PresetsPage::orderControls() {
   std::vector<QWidget*> inReadingOrder(builtInRows_.begin(), builtInRows_.end());
-  inReadingOrder.insert(inReadingOrder.end(), ownRows_.begin(), ownRows_.end());
+  for (PresetRow* const row : own_->rows()) inReadingOrder.push_back(row);
   inReadingOrder.push_back(saveBar_);
+  chainTabOrder(inReadingOrder);
+}
+
+void PresetsPage::orderRows(const std::vector<PresetRow*>& rows, PresetRow* before) {
+  std::vector<QWidget*> inReadingOrder{before != nullptr ? before : builtInRows_.back()};
+  for (PresetRow* const row : rows) {
+    renderRow(*row);
+    inReadingOrder.push_back(row);
+  }
   chainTabOrder(inReadingOrder);
 }
 

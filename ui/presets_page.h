@@ -12,6 +12,7 @@ namespace quorvane {
 class Card;
 class ConfirmDialog;
 class FormPage;
+class PresetList;
 class PresetRow;
 class SavePresetBar;
 
@@ -29,19 +30,21 @@ class PresetsPage final : public View {
   void renderRows();
   void renderQuestion();
   void buildBuiltIn();
-  void buildMine();
+  void showMine();
+  void makeRows();
   void orderControls();
-  QWidget* controlBefore(std::size_t number) const;
+  void orderRows(const std::vector<PresetRow*>& rows, PresetRow* before);
   PresetRow* newRow(const TuningPreset& preset);
+  void renderRow(PresetRow& row);
   void ask(const TuningPreset& preset);
 
   FormPage* page_;
   Card* builtIn_;
   Card* mine_;
   QLabel* hint_;
+  PresetList* own_;
   SavePresetBar* saveBar_;
   std::vector<PresetRow*> builtInRows_;
-  std::vector<PresetRow*> ownRows_;
   std::optional<FanatecProduct> product_;  // that the rows were built for
   bool isBuilt_ = false;
   QPointer<ConfirmDialog> question_;  // while it is open

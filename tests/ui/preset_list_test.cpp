@@ -1,0 +1,194 @@
+#include "ui/preset_list.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "presets/preset_coding.h"
+#include "tests/ui/window_fixture.h"
+#include "ui/preset_row.h"
+
+namespace quorvane {
+namespace {
+
+using P = TuningParameter;
+
+class PresetListTest : public WindowTest {
+ protected:
+  // Opens the section with so many presets of the user's.
+  void openMany(int count) {
+    std::vector<TuningPreset> presets;
+    for (int i = 0; i < count; ++i) {
+      presets.push_back(presetOf("Preset " + std::to_string(i), {{P::forceFeedback, 80}}));
+    }
+    putFile(directory_ / "presets.json", encodePresets(presets));
+    open();
+    visit(Section::presets);
+    ASSERT_EQ(model().userPresets().size(), presets.size());
+  }
+
+  PresetList& list() { return *window().findChild<PresetList*>(); }
+  QScrollBar& bar() {
+    return *find("presetsPage").findChildren<QScrollArea*>().front()->verticalScrollBar();
+  }
+
+  void scrollTo(int y) {
+    bar().setValue(y);
+    settle();
+  }
+
+  PresetRow* rowOf(const std::string& name) {
+    for (PresetRow* const row : list().rows()) {
+      if (row->preset().name == name) return row;
+    }
+    return nullptr;
+  }
+
+  // Where the row of the preset stands in the window.
+  int heightOf(const std::string& name) {
+    const PresetRow* const row = rowOf(name);
+    return row == nullptr ? -1 : row->mapTo(&window(), QPoint()).y();
+  }
+
+  // As another program does: the model shows another list.
+  void remove(std::size_t number) {
+    model().deletePreset(model().userPresets().at(number));
+    settle();
+  }
+
+  // "Preset 7: applyButton".
+  std::string place() {
+    for (const PresetRow* const row : list().rows()) {
+      if (row->isAncestorOf(QApplication::focusWidget())) {
+        return row->preset().name + ": " + focused();
+      }
+    }
+    return focused();
+  }
+};
+
+TEST_F(PresetListTest, MakesOnlyRowsNearWhatIsInView) {
+  openMany(600);
+  EXPECT_GT(list().rows().size(), 3U);
+  EXPECT_LT(list().rows().size(), 30U);
+  EXPECT_EQ(list().count(), 600U);
+  EXPECT_EQ(heightOf("Preset 599"), -1);
+}
+
+TEST_F(PresetListTest, CostsTheSameForAnyNumberOfPresets) {
+  std::vector<std::size_t> widgets;
+  for (const int count : {75, 600}) {
+    openMany(count);
+    widgets.push_back(
+        static_cast<std::size_t>(find("presetsPage").findChildren<QWidget*>().size()));
+    closeWindow();
+    end();
+  }
+  EXPECT_EQ(widgets[0], widgets[1]);
+}
+
+TEST_F(PresetListTest, HasRoomForEveryRow) {
+  openMany(600);
+  const PresetRow& first = *rowOf("Preset 0");
+  EXPECT_EQ(list().height(), 600 * (first.height() + 1) - 1);
+  EXPECT_EQ(rowOf("Preset 3")->y(), 3 * (first.height() + 1));
+}
+
+TEST_F(PresetListTest, MakesTheRowsThatScrollIntoView) {
+  openMany(600);
+  scrollTo(bar().maximum());
+  ASSERT_NE(rowOf("Preset 599"), nullptr);
+  EXPECT_TRUE(find("applyButton", *rowOf("Preset 599")).isEnabled());
+  EXPECT_EQ(rowOf("Preset 300"), nullptr);
+  EXPECT_LT(list().rows().size(), 60U);
+}
+
+TEST_F(PresetListTest, TheTabKeyReachesRowsThatWereNotInView) {
+  openMany(40);
+  find("applyButton", *rowOf("Preset 0")).setFocus(Qt::TabFocusReason);
+  for (int i = 0; i < 39; ++i) {
+    EXPECT_EQ(place(), "Preset " + std::to_string(i) + ": applyButton");
+    press(Qt::Key_Tab);
+    EXPECT_EQ(place(), "Preset " + std::to_string(i) + ": trashButton");
+    press(Qt::Key_Tab);
+  }
+  press(Qt::Key_Tab);
+  press(Qt::Key_Tab);
+  EXPECT_EQ(focused(), "presetNameField");
+}
+
+TEST_F(PresetListTest, TheTabKeyLeavesTheEndAfterAJumpThere) {
+  openMany(200);
+  scrollTo(bar().maximum());
+  find("trashButton", *rowOf("Preset 199")).setFocus(Qt::TabFocusReason);
+  press(Qt::Key_Tab);
+  EXPECT_EQ(focused(), "presetNameField");
+}
+
+TEST_F(PresetListTest, WhatIsInViewStaysWhenRowsAboveVanish) {
+  openMany(60);
+  scrollTo(bar().maximum() / 2);
+  const std::string shown = list().rows()[list().rows().size() - 8]->preset().name;
+  const int height = heightOf(shown);
+  ASSERT_GT(height, 0);
+  for (const std::size_t gone : {0U, 2U, 1U}) {
+    remove(gone);
+    EXPECT_EQ(heightOf(shown), height);
+  }
+  model().saveCurrentAsPreset("New");
+  settle();
+  EXPECT_EQ(heightOf(shown), height);
+}
+
+TEST_F(PresetListTest, TheFocusStaysOnItsPreset) {
+  openMany(60);
+  scrollTo(bar().maximum() / 2);
+  const std::string name = list().rows()[list().rows().size() - 8]->preset().name;
+  find("trashButton", *rowOf(name)).setFocus(Qt::TabFocusReason);
+  const int scrolled = bar().maximum() - bar().value();
+  remove(0);
+  remove(5);
+  remove(57);
+  EXPECT_EQ(place(), name + ": trashButton");
+  EXPECT_GE(scrolled, 0);
+}
+
+TEST_F(PresetListTest, TheFocusOfADeletedPresetGoesToThePage) {
+  openMany(60);
+  find("trashButton", *rowOf("Preset 2")).setFocus(Qt::TabFocusReason);
+  remove(2);
+  EXPECT_EQ(focused(), "presetsPage");
+  press(Qt::Key_Tab);
+  EXPECT_EQ(place(), "Preset 3: applyButton");
+}
+
+TEST_F(PresetListTest, AChangedPresetKeepsTheFocusOnItsButton) {
+  openMany(5);
+  std::vector<TuningPreset> presets = model().userPresets();
+  find("applyButton", *rowOf("Preset 2")).setFocus(Qt::TabFocusReason);
+  presets[2].name = "Changed";
+  presets.insert(presets.begin(), presetOf("New", {}));
+  list().setPresets(presets);
+  EXPECT_EQ(place(), "Changed: applyButton");
+  EXPECT_EQ(list().rows().size(), 6U);
+  EXPECT_EQ(rowOf("Changed")->y(), 3 * (rowOf("Changed")->height() + 1));
+}
+
+TEST_F(PresetListTest, OneIdMayBeThereTwice) {
+  openMany(3);
+  std::vector<TuningPreset> presets = model().userPresets();
+  presets[1].id = presets[0].id;
+  list().setPresets(presets);
+  EXPECT_EQ(list().count(), 3U);
+  presets.erase(presets.begin());
+  list().setPresets(presets);
+  EXPECT_EQ(list().count(), 2U);
+}
+
+}  // namespace
+}  // namespace quorvane
