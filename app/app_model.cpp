@@ -13,6 +13,7 @@
 #include "protocol/error.h"
 #include "session/candidates.h"
 #include "support/printing.h"
+#include "support/semaphore.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -264,11 +265,11 @@ void AppModel::menuReported(const TuningSnapshot& menu) {
 }
 
 void AppModel::refresh() {
-  perform("Read the tuning menu", [this](WheelBase& base) { return readMenuAndIdentity(base); });
+  read("Read the tuning menu", [this](WheelBase& base) { return readMenuAndIdentity(base); });
 }
 
 void AppModel::readEverything() {
-  perform("Read", [this](WheelBase& base) { return readMenuAndIdentity(base); });
+  read("Read", [this](WheelBase& base) { return readMenuAndIdentity(base); });
 }
 
 // On the work queue. Success has nothing to say.
@@ -290,13 +291,22 @@ std::optional<std::string> AppModel::readMenuAndIdentity(WheelBase& base) {
   return std::nullopt;
 }
 
-void AppModel::perform(const std::string& title, DeviceAction action) {
+void AppModel::read(const std::string& title, DeviceAction action) {
+  perform(title, std::move(action), false);
+}
+
+void AppModel::change(const std::string& title, DeviceAction action) {
+  perform(title, std::move(action), true);
+}
+
+void AppModel::perform(const std::string& title, DeviceAction action, bool isWrite) {
   if (!base_) {
     append(Messages::notConnected, true);
     return;
   }
+  if (isWrite) ++writes_;
   beginExchange();
-  const auto failure = enqueue([this, base = base_, title, action = std::move(action)] {
+  const auto failure = enqueue([this, base = base_, title, action = std::move(action), isWrite] {
     std::string text;
     bool isError = false;
     try {
@@ -305,15 +315,28 @@ void AppModel::perform(const std::string& title, DeviceAction action) {
       text = Messages::failed(title, error.what());
       isError = true;
     }
-    post([this, base, text, isError] { performed(base, text, isError); });
+    post([this, base, text, isError, isWrite] {
+      if (isWrite) --writes_;
+      performed(base, text, isError);
+    });
   });
-  if (failure) performed(base_, Messages::failed(title, *failure), true);
+  if (!failure) return;
+  if (isWrite) --writes_;
+  performed(base_, Messages::failed(title, *failure), true);
 }
 
 void AppModel::performed(const Session& base, const std::string& text, bool isError) {
   if (base == base_) publish(tuning_, base->tuning());
   endExchange();
   if (!text.empty()) append(text, isError);
+}
+
+void AppModel::waitForWrites(std::chrono::milliseconds longest) {
+  if (!isWriting()) return;
+  const auto deadline = std::chrono::steady_clock::now() + longest;
+  const auto ended = std::make_shared<Semaphore>();
+  work_.add([ended] { ended->signal(); });
+  ended->waitUntil(deadline);
 }
 
 void AppModel::beginExchange() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -91,6 +92,14 @@ class AppModel final : public QObject {
 
   // An exchange with a base is running or waiting for its turn.
   bool busy() const { return exchanges_ > 0; }
+
+  // A save, the applying of a preset or another change of the base is running or waiting for its
+  // turn.
+  bool isWriting() const { return writes_ > 0; }
+
+  // Blocks until those that were asked for have ended, or for so long; what came of them is told by
+  // the event loop. For the end of the desktop's session, which waits for nothing else.
+  void waitForWrites(std::chrono::milliseconds longest);
 
   // While a save or the applying of a preset runs.
   const std::optional<Progress>& progress() const { return progress_; }
@@ -206,7 +215,9 @@ class AppModel final : public QObject {
   void writeReport(const std::string& report, const std::filesystem::path& file);
 
   // Exchanges.
-  void perform(const std::string& title, DeviceAction action);
+  void read(const std::string& title, DeviceAction action);
+  void change(const std::string& title, DeviceAction action);
+  void perform(const std::string& title, DeviceAction action, bool isWrite);
   void performed(const Session& base, const std::string& text, bool isError);
   std::optional<std::string> readMenuAndIdentity(WheelBase& base);
   void menuReported(const TuningSnapshot& menu);
@@ -232,6 +243,7 @@ class AppModel final : public QObject {
   std::optional<std::uint16_t> wheelID_;
   std::optional<std::uint16_t> firmwareVersion_;
   int exchanges_ = 0;
+  int writes_ = 0;  // of the exchanges, those that change the base
   std::optional<Progress> progress_;
   std::string statusLine_;
   std::vector<LogEntry> log_;

@@ -52,6 +52,7 @@ void AppModel::discardStaged() {
 
 void AppModel::saveStaged() {
   if (!base_ || staged_.empty()) return;
+  ++writes_;
   beginExchange();
   append(Messages::saving(staged_.size()));
   const auto failure =
@@ -59,7 +60,9 @@ void AppModel::saveStaged() {
         write(*base, save);
         post([this, base, save] { saved(base, save); });
       });
-  if (failure) performed(base_, Messages::failed("Save", *failure), true);
+  if (!failure) return;
+  --writes_;
+  performed(base_, Messages::failed("Save", *failure), true);
 }
 
 // On the work queue.
@@ -89,6 +92,7 @@ void AppModel::saved(const Session& base, const Save& save) {
     });
     staged_.insert(save.failed.begin(), save.failed.end());
   }
+  --writes_;
   endExchange();
   if (save.rejections.empty()) {
     append(Messages::saved(save.wanted.size(), Messages::setName(menu)));
@@ -98,18 +102,17 @@ void AppModel::saved(const Session& base, const Save& save) {
 }
 
 void AppModel::selectSlot(std::int64_t slot) {
-  perform("Switch set", [slot](WheelBase& base) {
+  change("Switch set", [slot](WheelBase& base) {
     return Messages::switchedToSet(base.selectSlot(slot, TuningLayout::inPlace));
   });
 }
 
 void AppModel::toggleMode() {
-  perform("Toggle mode",
-          [](WheelBase& base) { return Messages::nowInMode(base.switchMenuMode()); });
+  change("Toggle mode", [](WheelBase& base) { return Messages::nowInMode(base.switchMenuMode()); });
 }
 
 void AppModel::apply(const TuningPreset& preset) {
-  perform("Apply preset", [this, preset](WheelBase& base) {
+  change("Apply preset", [this, preset](WheelBase& base) {
     Progress progress{preset.id, 0, preset.applicable(base.product()).size()};
     reportProgress(progress);
     const auto results = base.apply(preset, [&](const WheelBase::ApplyResult& /*result*/) {
@@ -121,7 +124,7 @@ void AppModel::apply(const TuningPreset& preset) {
 }
 
 void AppModel::factoryReset() {
-  perform("Factory reset", [](WheelBase& base) {
+  change("Factory reset", [](WheelBase& base) {
     base.factoryReset();
     return Messages::factoryReset;
   });

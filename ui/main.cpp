@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QIcon>
+#include <QSessionManager>
 #include <QTimer>
 #include <chrono>
 #include <cstdio>
@@ -14,11 +15,13 @@
 #include "support/standard_streams.h"
 #include "support/text.h"
 #include "ui/addresses.h"
+#include "ui/closing.h"
 #include "ui/desktop/dark_preference.h"
 #include "ui/desktop/desktop_panels.h"
 #include "ui/desktop/platform_data.h"
 #include "ui/desktop/session_bus.h"
 #include "ui/desktop/single_instance.h"
+#include "ui/desktop/termination_signals.h"
 #include "ui/main_window.h"
 #include "ui/painting.h"
 #include "ui/start_options.h"
@@ -60,6 +63,20 @@ void follow(SingleInstance& instance, MainWindow& window) {
                    });
 }
 
+// Nothing that is being written is cut off when the program or the session is ended from outside.
+void endGently(TerminationSignals& termination, MainWindow& window) {
+  Closing* const closing = &window.closing();
+  QObject::connect(&termination, &TerminationSignals::received, closing, &Closing::terminate);
+  QObject::connect(closing, &Closing::ended, qApp, [] { QCoreApplication::exit(0); });
+  QObject::connect(
+      qApp, &QGuiApplication::commitDataRequest, closing,
+      [closing](QSessionManager& session) {
+        if (!closing->sessionEnds(session.allowsInteraction())) session.cancel();
+        session.release();
+      },
+      Qt::DirectConnection);
+}
+
 // For desktops that do not find the icon by the application's ID. Looking through the icon themes
 // takes some milliseconds, so the window is shown first. There is no icon before installing.
 void setIconLater(MainWindow& window) {
@@ -74,6 +91,8 @@ int show(const AppModel::World& world, DesktopPanels& panels, SingleInstance& in
   MainWindow window(model, options.simulated.empty() ? QString() : QStringLiteral("simulated"));
   panels.setWindow(&window);
   follow(instance, window);
+  TerminationSignals termination;
+  endGently(termination, window);
   window.show();
   window.raise();
   window.activateWindow();

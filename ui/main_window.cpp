@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDesktopServices>
 #include <QDragEnterEvent>
 #include <QKeyEvent>
@@ -15,11 +16,13 @@
 #include "ui/addresses.h"
 #include "ui/availability.h"
 #include "ui/base_page.h"
+#include "ui/closing.h"
 #include "ui/desktop/file_uri.h"
 #include "ui/focus_ring.h"
 #include "ui/log_page.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
+#include "ui/plain_text.h"
 #include "ui/presets_page.h"
 #include "ui/readout.h"
 #include "ui/shortcuts_sheet.h"
@@ -38,11 +41,12 @@ Section firstSection() { return section(Environment::section()).value_or(Section
 MainWindow::MainWindow(AppModel& model, const QString& note)
     : model_(model),
       section_(firstSection()),
+      closing_(new Closing(model, *this)),
       sidebar_(new Sidebar(model)),
       pages_(new QStackedWidget) {
   setObjectName(QStringLiteral("mainWindow"));
-  setWindowTitle(note.isEmpty() ? QStringLiteral("Quorvane")
-                                : QStringLiteral("Quorvane (%1)").arg(note));
+  PlainText::setWindowTitle(*this, note.isEmpty() ? QStringLiteral("Quorvane")
+                                                  : QStringLiteral("Quorvane (%1)").arg(note));
   setAcceptDrops(true);
   setMinimumSize(Metrics::minimumWidth, Metrics::minimumHeight);
   resize(Metrics::defaultWidth, Metrics::defaultHeight);
@@ -234,6 +238,8 @@ void MainWindow::dropEvent(QDropEvent* event) {
   importFiles(uris);
   event->acceptProposedAction();
 }
+
+void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(closing_->mayClose()); }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
   auto* const tuning = qobject_cast<TuningPage*>(pages_->currentWidget());

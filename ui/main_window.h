@@ -11,6 +11,7 @@ class QStackedWidget;
 
 namespace quorvane {
 
+class Closing;
 class Sidebar;
 class StatusBar;
 class View;
@@ -30,7 +31,10 @@ class MainWindow final : public QMainWindow {
   // Imports settings files, one after another in the order given.
   void importFiles(const QStringList& uris);
 
+  Closing& closing() { return *closing_; }
+
  protected:
+  void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -51,6 +55,7 @@ class MainWindow final : public QMainWindow {
 
   AppModel& model_;
   Section section_;
+  Closing* closing_;
   Sidebar* sidebar_;
   QStackedWidget* pages_;
   std::array<View*, allSections.size()> built_{};

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/app/model_fixture.h"
@@ -239,6 +241,37 @@ TEST_F(ModelReadEverything, WithoutABaseIsAnErrorAtOnce) {
   model().readEverything();
   EXPECT_FALSE(model().busy());
   EXPECT_EQ(takeLog(), (Lines{"[error] No base connected"}));
+}
+
+TEST_F(ModelProgress, TellsWhetherTheBaseIsBeingChanged) {
+  start();
+  const std::vector<std::pair<bool, std::function<void()>>> actions{
+      {true, [this] { model().saveStaged(); }},
+      {true, [this] { model().apply(TuningPreset::builtIn().front()); }},
+      {true, [this] { model().selectSlot(2); }},
+      {true, [this] { model().toggleMode(); }},
+      {true, [this] { model().factoryReset(); }},
+      {false, [this] { model().refresh(); }},
+      {false, [this] { model().readEverything(); }}};
+  for (const auto& [isWrite, action] : actions) {
+    model().stage(P::forceFeedback, valueOf(P::forceFeedback) == 80 ? 81 : 80);
+    action();
+    EXPECT_EQ(model().isWriting(), isWrite);
+    settle();
+    EXPECT_FALSE(model().isWriting());
+  }
+}
+
+TEST_F(ModelProgress, WritesCanBeWaitedFor) {
+  start();
+  model().waitForWrites(std::chrono::milliseconds(0));
+  model().stage(P::forceFeedback, 80);
+  model().saveStaged();
+  model().waitForWrites(std::chrono::seconds(10));
+  EXPECT_EQ(valueOnBase(P::forceFeedback), 80);
+  EXPECT_TRUE(model().isWriting()) << "the event loop tells of it";
+  settle();
+  EXPECT_FALSE(model().isWriting());
 }
 
 }  // namespace
