@@ -41,5 +41,14 @@ key_rows() {
   row "key press until its value is painted, 99th percentile" "$(divide "$most" 1000)" ms at-most 16
 }
 
+page_rows() {
+  local count
+  for count in 75 600; do
+    row "opening the section with $count presets" \
+      "$(QT_QPA_PLATFORM=offscreen "$bin/page_bench" "$count" 2>"$scratch/output")" ms at-most 100
+  done
+}
+
 raster_rows
 key_rows
+page_rows
