@@ -7,6 +7,7 @@ namespace quorvane {
 namespace {
 
 constexpr const char* endOfOptions = "--";
+constexpr const char* simulateWord = "--simulate";
 
 // Its value follows after "=" only.
 bool hasOptionalValue(const CLI::Option& option) {
@@ -76,6 +77,9 @@ class Walk {
 
  private:
   void passOption(const std::string& word) {
+    if (word == simulateWord || word.starts_with(std::string(simulateWord) + '=')) {
+      place_.simulates = true;
+    }
     if (word.find('=') != std::string::npos) return;
     const CLI::Option* const option = findOption(place_.command, word);
     if (option != nullptr && takesValue(*option) && !hasOptionalValue(*option)) pending_ = option;

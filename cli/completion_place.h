@@ -17,6 +17,7 @@ struct CompletionPlace {
   std::string lead;                     // the part of the word before the value: "--layout="
   std::string typed;                    // the rest of the word
   bool takesOptions = true;             // false after "--"
+  bool simulates = false;               // one of the earlier words is --simulate
   std::vector<std::string> positional;  // the command's earlier words that are no options
 };
 

@@ -101,7 +101,9 @@ bool isPlain(const std::string& name) {
 }
 
 Candidates presets(const CompletionPlace& place, const World& world) {
-  const PresetLibrary library(world);
+  World chosen = world;
+  if (place.simulates) chosen.presets = world.simulatedPresets;
+  const PresetLibrary library(chosen);
   const bool mayBeBuiltIn = place.command->get_name() != "delete";
   Candidates result;
   for (const TuningPreset& preset : mayBeBuiltIn ? library.all() : library.own()) {

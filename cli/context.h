@@ -40,6 +40,7 @@ struct World {
   std::function<Interruption()> interruption = Interruption::catchSignals;
   std::function<const PresetStore&()> presets = userPresetStore;  // asked for only when needed
   HIDSurvey& survey = HIDSurvey::system();
+  std::function<const PresetStore&()> simulatedPresets = simulatedPresetStore;  // for --simulate
 };
 
 // The options that all commands share.

@@ -3,12 +3,24 @@
 #include "support/user_directories.h"
 
 namespace quorvane {
+namespace {
 
-const PresetStore& userPresetStore() {
+void requirePlaceForPresets() {
   if (!userDataDirectory()) {
     throw FileError("presets.json", "You have no home directory to keep it in");
   }
+}
+
+}  // namespace
+
+const PresetStore& userPresetStore() {
+  requirePlaceForPresets();
   return PresetStore::shared();
+}
+
+const PresetStore& simulatedPresetStore() {
+  requirePlaceForPresets();
+  return PresetStore::simulated();
 }
 
 }  // namespace quorvane

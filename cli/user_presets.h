@@ -4,7 +4,9 @@
 
 namespace quorvane {
 
-// The store that the window uses too. Throws FileError for a user who has no place for one.
+// The stores that the window uses too: the user's own, and the one beside it for runs with simulated
+// bases. Throw FileError for a user who has no place for one.
 const PresetStore& userPresetStore();
+const PresetStore& simulatedPresetStore();
 
 }  // namespace quorvane

@@ -18,11 +18,13 @@ namespace {
 
 using std::filesystem::path;
 
-path defaultLocation() {
+path dataFolder() {
   const auto data = userDataDirectory();
   invariant(data.has_value(), "there is no home directory to keep presets in");
-  return *data / "Quorvane" / "presets.json";
+  return *data / "Quorvane";
 }
+
+path defaultLocation() { return dataFolder() / "presets.json"; }
 
 // A parsed document, for as long as it is looked at.
 class Document {
@@ -132,6 +134,11 @@ PresetStore::PresetStore(std::optional<path> fileURL, Clock& clock)
 
 const PresetStore& PresetStore::shared() {
   static const PresetStore store;
+  return store;
+}
+
+const PresetStore& PresetStore::simulated() {
+  static const PresetStore store(dataFolder() / "simulated" / "presets.json");
   return store;
 }
 

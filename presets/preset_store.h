@@ -37,6 +37,10 @@ class PresetStore {
   // The one in the default place, made on first use.
   static const PresetStore& shared();
 
+  // The one of programs with simulated bases, which leave the user's own presets alone:
+  // "Quorvane/simulated/presets.json" in the same directory. Made on first use.
+  static const PresetStore& simulated();
+
   const std::filesystem::path& fileURL() const { return fileURL_; }
 
   // The presets in the file's order; none when it is missing, unreadable or damaged.

@@ -136,8 +136,8 @@ int start(const StartOptions& options, const QVariantMap& platformData) {
   DesktopPanels panels(bus);
   if (options.simulated.empty()) return show({panels}, panels, instance, options);
   SimulatedMachine machine(options.simulated);
-  const AppModel::World world{panels,          machine.backend(),     machine.usb(),
-                              Clock::system(), PresetStore::shared(), machine.survey()};
+  const AppModel::World world{panels,          machine.backend(),        machine.usb(),
+                              Clock::system(), PresetStore::simulated(), machine.survey()};
   const int status = show(world, panels, instance, options);
   if (options.transcript) writeTranscripts(machine, *options.transcript);
   return status;

@@ -100,6 +100,7 @@ class Sandbox:
         printed = (first + rest).replace(str(self._home), HOME)
         if "--simulate" not in command:
             printed = re.sub(r"(?m)^Simulated base: .*\n", "", printed)
+            printed = printed.replace("/Quorvane/simulated/", "/Quorvane/")
         return process.returncode, printed
 
     @staticmethod

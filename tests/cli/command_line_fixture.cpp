@@ -110,7 +110,8 @@ World CommandLineTest::world(std::FILE* out, std::FILE* err) {
           clock(),
           [this] { return Interruption(UniqueFd(::dup(interruption_.fd()))); },
           [this]() -> const PresetStore& { return store_; },
-          survey_};
+          survey_,
+          [this]() -> const PresetStore& { return simulatedStore_; }};
 }
 
 Outcome CommandLineTest::run(std::string_view line) { return run(wordsOf(line)); }

@@ -137,6 +137,7 @@ class CommandLineTest : public testing::Test {
   EventFd interruption_;
   TemporaryDirectory directory_;
   const PresetStore store_{directory_ / "data/presets.json"};
+  const PresetStore simulatedStore_{directory_ / "data/simulated/presets.json"};
   std::vector<std::shared_ptr<SimulatedDevice>> devices_;
   std::vector<std::string> expectedViolations_;
   bool inSimulatedTime_ = true;

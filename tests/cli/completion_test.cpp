@@ -145,6 +145,16 @@ TEST_F(Completion, NamesPresets) {
   EXPECT_EQ(offered({"presets", "export", "all.json", "My GT7", "my"}), Words{"My GT7"});
 }
 
+TEST_F(Completion, NamesThePresetsOfSimulatedBases) {
+  store_.save({ownPreset(firstID, "My GT7")});
+  simulatedStore_.save({ownPreset(secondID, "Mine")});
+  EXPECT_EQ(offered({"presets", "show", "m"}), Words{"My GT7"});
+  EXPECT_EQ(offered({"--simulate", "presets", "show", "m"}), Words{"Mine"});
+  EXPECT_EQ(offered({"presets", "delete", "--simulate=DD1", ""}), Words{"Mine"});
+  EXPECT_EQ(offered({"presets", "show", "--", "--simulate", "m"}), Words());
+  EXPECT_EQ(offered({"presets", "export", "--", "--simulate", "m"}), Words{"My GT7"});
+}
+
 TEST_F(Completion, ADamagedStoreLeavesTheBuiltInPresets) {
   damageStore();
   EXPECT_EQ(offered({"presets", "apply", "fanatec fac"}), Words{factoryName()});

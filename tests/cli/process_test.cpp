@@ -174,18 +174,18 @@ class ProgramWithPresets : public testing::Test {
   void TearDown() override { ::unsetenv("XDG_DATA_HOME"); }
 
   TemporaryDirectory directory_;
-  const PresetStore store_{directory_ / "Quorvane/presets.json"};
+  const PresetStore store_{directory_ / "Quorvane/simulated/presets.json"};
 };
 
-TEST_F(ProgramWithPresets, KeepsThemInTheUsersDataDirectory) {
+TEST_F(ProgramWithPresets, KeepsThoseOfSimulatedBasesInAFolderOfTheirOwn) {
   EXPECT_EQ(Program(Lines{"--simulate", "presets", "save", "My GT7"}).finish(),
             (Outcome{ExitStatus::done,
                      "Saved preset \"My GT7\" (16 values)\nYour presets are in " +
                          store_.fileURL().string() + "\n",
                      simulatedText}));
-  EXPECT_EQ(Program(Lines{"presets", "show", "my gt7", "--json"}).finish(),
+  EXPECT_EQ(Program(Lines{"--simulate", "presets", "show", "my gt7", "--json"}).finish(),
             (Outcome{ExitStatus::done, presetsDocument(store_.read()), ""}));
-  EXPECT_EQ(Program(Lines{"presets", "delete", "My GT7"}).finish(),
+  EXPECT_EQ(Program(Lines{"--simulate", "presets", "delete", "My GT7"}).finish(),
             (Outcome{ExitStatus::done, "Deleted preset \"My GT7\"\n", ""}));
   EXPECT_EQ(contentOf(store_.fileURL()), "[]");
 }

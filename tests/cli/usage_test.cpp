@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "support/version.h"
 #include "tests/cli/command_line_fixture.h"
+#include "tests/cli/preset_fixture.h"
 
 namespace quorvane {
 namespace {
@@ -286,11 +288,28 @@ TEST_F(Simulate, LeavesTheMachinesOwnBasesAlone) {
   EXPECT_EQ(usb_.resetLocations, std::vector<std::int64_t>{});
 }
 
-TEST_F(Simulate, KeepsPresetsInTheUsersOwnStore) {
-  EXPECT_EQ(
-      run("--simulate presets save Mine").out,
-      "Saved preset \"Mine\" (16 values)\nYour presets are in " + store_.fileURL().string() + "\n");
-  EXPECT_EQ(store_.read().at(0).name, "Mine");
+TEST_F(Simulate, KeepsPresetsInAStoreOfItsOwn) {
+  EXPECT_EQ(run("--simulate presets save Mine").out,
+            "Saved preset \"Mine\" (16 values)\nYour presets are in " +
+                simulatedStore_.fileURL().string() + "\n");
+  EXPECT_EQ(simulatedStore_.read().at(0).name, "Mine");
+  EXPECT_EQ(run("--simulate presets delete Mine").status, ExitStatus::done);
+  EXPECT_FALSE(std::filesystem::exists(store_.fileURL()));
+}
+
+TEST_F(Simulate, LeavesTheUsersOwnPresetsAlone) {
+  store_.save({ownPreset(firstID, "Own")});
+  const std::string before = contentOf(store_.fileURL());
+  const std::string file = (directory_ / "all.json").string();
+  EXPECT_EQ(run("presets export " + file).status, ExitStatus::done);
+  const Lines lines{"--simulate presets show Own", "--simulate presets apply Own",
+                    "--simulate presets delete Own", "--simulate presets export " + file + " Own"};
+  for (const std::string& line : lines) {
+    EXPECT_EQ(run(line).status, ExitStatus::wrongUsage) << line;
+  }
+  EXPECT_EQ(run("--simulate presets import " + file).status, ExitStatus::done);
+  for (const std::string& line : lines) EXPECT_NE(run(line).status, ExitStatus::wrongUsage) << line;
+  EXPECT_EQ(contentOf(store_.fileURL()), before);
 }
 
 TEST_F(Simulate, TheFirmwareSpeaksTheLayoutAskedFor) {

@@ -20,6 +20,14 @@ TEST(UserPresetStore, IsWhereTheWorldsPresetsAreByDefault) {
             "/data/Quorvane/presets.json");
 }
 
+TEST(UserPresetStore, TheOneOfSimulatedBasesIsInAFolderBesideIt) {
+  EXPECT_EQ(inChildProcess([] {
+              ::setenv("XDG_DATA_HOME", "/data", 1);
+              return World{}.simulatedPresets().fileURL().string();
+            }),
+            "/data/Quorvane/simulated/presets.json");
+}
+
 TEST(UserPresetStore, AUserWithoutAHomeGetsAFailureAndNoEndOfTheProgram) {
   constexpr uid_t nobodysUser = 54321;
   ASSERT_EQ(::getpwuid(nobodysUser), nullptr);
