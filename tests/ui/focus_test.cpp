@@ -56,8 +56,8 @@ class Focus : public WindowTest {
 
   // The keyboard goes to the window again, as after a dialog on a desktop.
   void activate() {
-    QApplication::setActiveWindow(&window());
-    QCoreApplication::sendPostedEvents();
+    window().activateWindow();
+    QCoreApplication::processEvents();
   }
 
   Lines presetNames() {
