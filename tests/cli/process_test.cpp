@@ -184,9 +184,9 @@ TEST_F(ProgramWithPresets, KeepsThoseOfSimulatedBasesInAFolderOfTheirOwn) {
                          store_.fileURL().string() + "\n",
                      simulatedText}));
   EXPECT_EQ(Program(Lines{"--simulate", "presets", "show", "my gt7", "--json"}).finish(),
-            (Outcome{ExitStatus::done, presetsDocument(store_.read()), ""}));
+            (Outcome{ExitStatus::done, presetsDocument(store_.read()), simulatedText}));
   EXPECT_EQ(Program(Lines{"--simulate", "presets", "delete", "My GT7"}).finish(),
-            (Outcome{ExitStatus::done, "Deleted preset \"My GT7\"\n", ""}));
+            (Outcome{ExitStatus::done, "Deleted preset \"My GT7\"\n", simulatedText}));
   EXPECT_EQ(contentOf(store_.fileURL()), "[]");
 }
 
@@ -206,7 +206,8 @@ TEST_F(ProgramWithPresets, RunsAtTheSameTimeLoseNothing) {
   EXPECT_EQ(found, names);
   EXPECT_EQ(contentOf(store_.fileURL()), encodePresets(stored));
   // The file and its lock.
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory_ / "Quorvane"), {}), 2);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(store_.fileURL().parent_path()), {}),
+            2);
 }
 
 TEST_F(ProgramWithPresets, AnInterruptionStopsAnApplicationAfterTheValueInFlight) {

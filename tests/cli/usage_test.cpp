@@ -303,7 +303,8 @@ TEST_F(Simulate, LeavesTheUsersOwnPresetsAlone) {
   const std::string file = (directory_ / "all.json").string();
   EXPECT_EQ(run("presets export " + file).status, ExitStatus::done);
   const Lines lines{"--simulate presets show Own", "--simulate presets apply Own",
-                    "--simulate presets delete Own", "--simulate presets export " + file + " Own"};
+                    "--simulate presets export " + file + ".own Own",
+                    "--simulate presets delete Own"};
   for (const std::string& line : lines) {
     EXPECT_EQ(run(line).status, ExitStatus::wrongUsage) << line;
   }
