@@ -9,6 +9,8 @@
 #include <thread>
 #include <utility>
 
+#include "simulator/virtual_clock.h"
+
 namespace quorvane {
 namespace {
 
@@ -18,10 +20,6 @@ constexpr std::size_t longestQueue = 4096;
 // What the kernel takes for a report, its ID counted.
 constexpr std::size_t shortestPacket = 2;
 constexpr std::size_t longestPacket = 16384;
-
-std::string pauseText(Seconds duration) {
-  return fmt::format("pause {:g} ms", duration.count() * 1000);
-}
 
 bool isMenuWrite(ByteView data) {
   return data.size() > 2 && data[0] == FanatecCommands::tuningReportID &&
@@ -204,44 +202,6 @@ class SimulatedDevice::Port final : public HIDPort {
   std::uint64_t possibleLosses_ = 0;
   bool handling_ = false;  // the reader is at work on a report
   bool ended_ = false;
-};
-
-class SimulatedDevice::VirtualClock final : public Clock {
- public:
-  explicit VirtualClock(SimulatedDevice& device) : device_(device) {}
-
-  Monotonic::time_point now() override {
-    MutexLock held(device_.lock_);
-    return device_.virtualNow_;
-  }
-
-  void sleepFor(Seconds duration) override {
-    device_.transcript_.add(pauseText(duration));
-    {
-      MutexLock held(device_.lock_);
-      device_.virtualNow_ += std::chrono::duration_cast<Monotonic::duration>(duration);
-      device_.changed_.notifyAll();
-    }
-    device_.waitUntilQuiet();  // what comes in a pause is there when it ends
-  }
-
-  bool wait(Semaphore& semaphore, Seconds timeout) override {
-    const auto deadline = now() + std::chrono::duration_cast<Monotonic::duration>(timeout);
-    for (;;) {
-      device_.waitUntilQuiet();
-      if (semaphore.tryWait()) return true;
-      MutexLock held(device_.lock_);
-      const auto due = device_.base_.nextDue(device_.virtualNow_);
-      if (device_.virtualNow_ >= deadline) return false;
-      // Never back: another thread may have moved it on.
-      device_.virtualNow_ =
-          std::max(device_.virtualNow_, due ? std::min(*due, deadline) : deadline);
-      device_.changed_.notifyAll();
-    }
-  }
-
- private:
-  SimulatedDevice& device_;
 };
 
 std::shared_ptr<SimulatedDevice> SimulatedDevice::create(const FanatecProduct& product, Time time) {
