@@ -14,6 +14,7 @@
 #include "support/printing.h"
 #include "support/standard_streams.h"
 #include "support/text.h"
+#include "support/user_directories.h"
 #include "ui/addresses.h"
 #include "ui/closing.h"
 #include "ui/desktop/dark_preference.h"
@@ -34,6 +35,8 @@ constexpr const char* otherWindow =
     "Quorvane is open already and keeps its base: choose another in the section Base of its "
     "window, "
     "or close it first.\n";
+
+constexpr const char* noHome = "You have no home directory to keep presets in: set HOME.\n";
 
 QStringList wordsOf(int argc, char** argv) {
   QStringList words;
@@ -152,6 +155,10 @@ int main(int argc, char** argv) {
   std::optional<StartText> instead;
   const StartOptions options = parseStart(wordsOf(argc, argv), instead);
   if (instead) return print(*instead);
+  if (!userDataDirectory()) {
+    printLinesTo(stderr, noHome);
+    return EXIT_FAILURE;
+  }
   const QVariantMap platformData = PlatformData::fromEnvironment();
   const QApplication application(argc, argv);
   QGuiApplication::setDesktopFileName(Addresses::applicationID());
