@@ -42,6 +42,7 @@ constexpr const char* footer =
 struct Words {
   GlobalOptions options;
   std::string simulate;
+  std::optional<std::string> simulateState;
   std::string layout;
   std::string reportID;
   std::vector<std::string> assignments;
@@ -63,6 +64,9 @@ void addGlobalOptions(CLI::App& app, Words& words) {
          "Use a simulated base; =PRODUCT is a hexadecimal product ID or a part of a name, and "
          "commas between several make several bases")
       ->type_name("[=PRODUCT]");
+  app.add_option("--simulate-state", words.simulateState,
+                 "Keep what the simulated base is set to in this file, for later runs")
+      ->type_name("FILE");
   app.add_option("--report-id", words.reportID,
                  "Send short commands on this output report (default: from the base's descriptor)")
       ->type_name("N");
@@ -157,22 +161,33 @@ std::optional<std::uint8_t> parseReportID(const std::string& text) {
   return static_cast<std::uint8_t>(*number);
 }
 
-std::vector<FanatecProduct> simulatedProducts(const std::string& text) {
+// None when no base is simulated.
+std::vector<FanatecProduct> simulatedProducts(const Words& words) {
   try {
-    return productsToSimulate(text);
+    const bool isSimulating = !words.simulate.empty();
+    if (words.simulateState) requireBasesForState(*words.simulateState, isSimulating);
+    if (!isSimulating) return {};
+    return productsToSimulate(words.simulate);
   } catch (const std::invalid_argument& error) {
     throw UsageError(error.what());
   }
+}
+
+void keepState(SimulatedMachine& machine, const std::string& file, const World& world) {
+  machine.keepStateIn(file, [err = world.err](const std::string& reason) {
+    printTo(err, "The simulated base's state was not kept: {}\n", oneLine(reason));
+  });
 }
 
 // Runs the command, on a simulated base when one is asked for.
 ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
   words.options.reportID = parseReportID(words.reportID);
   words.options.layout = tuningLayout(words.layout);
-  if (words.simulate.empty()) return command.run({world, words.options});
+  const std::vector<FanatecProduct> products = simulatedProducts(words);
+  if (products.empty()) return command.run({world, words.options});
 
-  const std::vector<FanatecProduct> products = simulatedProducts(words.simulate);
   SimulatedMachine machine(products);
+  if (words.simulateState) keepState(machine, *words.simulateState, world);
   for (std::size_t number = 0; number < products.size(); ++number) {
     printTo(world.err, "Simulated base: {}\n", products[number].name);
     if (!words.options.layout) continue;

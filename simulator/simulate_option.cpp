@@ -33,6 +33,14 @@ std::vector<std::string> withSimulatedProduct(std::vector<std::string> words) {
   return words;
 }
 
+void requireBasesForState(const std::string& file, bool isSimulating) {
+  if (file.empty()) throw std::invalid_argument("--simulate-state takes the name of a file");
+  if (!isSimulating) {
+    throw std::invalid_argument(
+        "--simulate-state keeps what a simulated base is set to: add --simulate");
+  }
+}
+
 std::vector<FanatecProduct> productsToSimulate(const std::string& text) {
   std::vector<FanatecProduct> products;
   std::size_t begin = 0;

@@ -13,6 +13,10 @@ namespace quorvane {
 // "=" only, since the word after it means something else.
 std::vector<std::string> withSimulatedProduct(std::vector<std::string> words);
 
+// Throws std::invalid_argument, in words for the person who typed it, unless --simulate and
+// --simulate-state go together: the file has a name, and there are bases to keep.
+void requireBasesForState(const std::string& file, bool isSimulating);
+
 // The products that the text of the option names, one base for each. Throws std::invalid_argument,
 // in words for the person who typed it, unless all of them have a tuning menu.
 std::vector<FanatecProduct> productsToSimulate(const std::string& text);

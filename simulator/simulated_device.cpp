@@ -74,6 +74,11 @@ class SimulatedDevice::Port final : public HIDPort {
   }
 
   HIDReturn write(std::uint8_t reportID, ByteView data) override {
+    if (!device_->keeper_) return send(reportID, data);
+    return device_->keeper_->send(data, [&] { return send(reportID, data); });
+  }
+
+  HIDReturn send(std::uint8_t reportID, ByteView data) {
     bool before = false;
     HIDReturn code = HIDReturnCode::success;
     {
@@ -261,6 +266,11 @@ void SimulatedDevice::plugAs(const FanatecProduct& product) {
     changed_.notifyAll();
   }
   reportPlugChange(before);
+}
+
+void SimulatedDevice::keepMenuIn(std::unique_ptr<MenuStorage> storage,
+                                 MenuKeeper::Complain complain) {
+  keeper_ = std::make_unique<MenuKeeper>(*this, std::move(storage), std::move(complain));
 }
 
 void SimulatedDevice::setProperty(std::string_view key, HIDProperty value) {

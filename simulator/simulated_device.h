@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hid/port.h"
+#include "simulator/menu_keeper.h"
 #include "simulator/simulated_base.h"
 #include "simulator/transcript.h"
 #include "support/clock.h"
@@ -44,6 +45,10 @@ class SimulatedDevice final : public HIDDeviceHandle,
 
   // Another base takes the place of one that was unplugged.
   void plugAs(const FanatecProduct& product);
+
+  // From now on the base has the menu of the storage and keeps every change of it there
+  // (MenuKeeper). Called before anything opens the device. Throws what the storage throws.
+  void keepMenuIn(std::unique_ptr<MenuStorage> storage, MenuKeeper::Complain complain);
 
   // Replaces one property of the description, or the element list.
   void setProperty(std::string_view key, HIDProperty value);
@@ -96,6 +101,7 @@ class SimulatedDevice final : public HIDDeviceHandle,
   void reportPlugChange(bool before);
 
   Transcript transcript_;
+  std::unique_ptr<MenuKeeper> keeper_;          // with a storage
   std::unique_ptr<VirtualClock> virtualClock_;  // in simulated time
 
   mutable Mutex lock_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -19,6 +20,11 @@ class SimulatedMachine {
   // One base for each product, at least one. Several hang on ports of their own of one USB bus.
   explicit SimulatedMachine(const std::vector<FanatecProduct>& products);
 
+  // The bases have what the file keeps, and keep there what is changed (SimulatedStateFile).
+  // `complain` is told why a change could not be kept, on the thread that sent it. Called before
+  // anything opens a base. Throws FileError and DecodingError.
+  void keepStateIn(const std::filesystem::path& file, const MenuKeeper::Complain& complain);
+
   HIDBackend& backend() { return backend_; }
   USBBus& usb() { return usb_; }
   HIDSurvey& survey() { return survey_; }
@@ -29,6 +35,7 @@ class SimulatedMachine {
   SimulatedDevice& device(std::size_t number = 0) { return *devices_.at(number); }
 
  private:
+  std::vector<FanatecProduct> products_;
   std::vector<std::shared_ptr<SimulatedDevice>> devices_;
   SimulatedBackend backend_;
   SimulatedUSBBus usb_;

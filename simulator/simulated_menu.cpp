@@ -42,26 +42,36 @@ SimulatedMenu::SimulatedMenu(const FanatecProduct& product) : product_(product) 
 }
 
 Bytes SimulatedMenu::report() const {
-  const auto mode = advanced_ ? std::uint8_t{0} : standardModeBit;
+  const auto mode = state_.isAdvanced ? std::uint8_t{0} : standardModeBit;
   Bytes bytes{TuningSnapshot::reportID, TuningSnapshot::subID,
-              static_cast<std::uint8_t>(activeSet_ | mode)};
-  const Menu& menu = sets_[static_cast<std::size_t>(activeSet_ - 1)];
+              static_cast<std::uint8_t>(state_.activeSet | mode)};
+  const Menu& menu = state_.sets[static_cast<std::size_t>(state_.activeSet - 1)];
   bytes.insert(bytes.end(), menu.begin(), menu.end());
   return bytes;
 }
 
 void SimulatedMenu::select(int set) {
-  if (set >= 1 && set <= setCount) activeSet_ = set;
+  if (set >= 1 && set <= setCount) state_.activeSet = set;
 }
 
 void SimulatedMenu::saveInto(int set) {
-  if (set >= 1 && set <= setCount) sets_[static_cast<std::size_t>(set - 1)] = active();
+  if (set >= 1 && set <= setCount) state_.sets[static_cast<std::size_t>(set - 1)] = active();
 }
 
 void SimulatedMenu::reset() {
-  sets_.fill(factoryMenu());
-  activeSet_ = 1;
-  advanced_ = false;
+  state_ = {};
+  state_.sets.fill(factoryMenu());
+}
+
+bool SimulatedMenu::canHave(const State& state) const {
+  return state.activeSet >= 1 && state.activeSet <= setCount &&
+         std::all_of(state.sets.begin(), state.sets.end(),
+                     [this](const Menu& menu) { return canHave(menu); });
+}
+
+void SimulatedMenu::restore(const State& state) {
+  invariant(canHave(state), "a simulated base gets a menu of its own product");
+  state_ = state;
 }
 
 void SimulatedMenu::write(ByteView menu) {
@@ -96,6 +106,18 @@ SimulatedMenu::Menu SimulatedMenu::factoryMenu() const {
 
 std::uint8_t& SimulatedMenu::byte(Menu& menu, TuningParameter parameter) const {
   return menu[parameter.offset() - menuOffset];
+}
+
+// Bytes that belong to no parameter are never written.
+bool SimulatedMenu::canHave(const Menu& menu) const {
+  Menu others = menu;
+  for (const TuningParameter parameter : TuningParameter::available(product_)) {
+    if (parameter == TuningParameter::slot) continue;
+    const std::size_t index = parameter.offset() - menuOffset;
+    if (!accepts(parameter, menu[index])) return false;
+    others[index] = 0;
+  }
+  return others == Menu{};
 }
 
 bool SimulatedMenu::accepts(TuningParameter parameter, std::uint8_t raw) const {

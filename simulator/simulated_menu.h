@@ -13,11 +13,30 @@ namespace quorvane {
 class SimulatedMenu {
  public:
   static constexpr int setCount = 5;
+  static constexpr std::size_t menuOffset = 3;
+  using Menu = std::array<std::uint8_t, TuningSnapshot::length - menuOffset>;
+
+  // All that the menu keeps: the bytes of each set from offset 3 of its tuning report.
+  struct State {
+    std::array<Menu, setCount> sets{};
+    int activeSet = 1;
+    bool isAdvanced = false;
+
+    bool operator==(const State&) const = default;
+  };
 
   explicit SimulatedMenu(const FanatecProduct& product);
 
-  int activeSet() const { return activeSet_; }
-  bool isAdvanced() const { return advanced_; }
+  int activeSet() const { return state_.activeSet; }
+  bool isAdvanced() const { return state_.isAdvanced; }
+
+  const State& state() const { return state_; }
+
+  // Whether the state is one that a base of this product can come to by its own commands.
+  bool canHave(const State& state) const;
+
+  // Takes a state that it can have.
+  void restore(const State& state);
 
   // The tuning report of the active set: 64 bytes, report ID first.
   Bytes report() const;
@@ -25,7 +44,7 @@ class SimulatedMenu {
   // Sets outside 1...5 are left alone, as the hardware does.
   void select(int set);
   void saveInto(int set);
-  void toggleMode() { advanced_ = !advanced_; }
+  void toggleMode() { state_.isAdvanced = !state_.isAdvanced; }
   void reset();
 
   // Takes the menu bytes of a write (offset 3 onward of the tuning report). A byte that is outside
@@ -36,18 +55,14 @@ class SimulatedMenu {
   void put(TuningParameter parameter, std::int64_t value);
 
  private:
-  static constexpr std::size_t menuOffset = 3;
-  using Menu = std::array<std::uint8_t, TuningSnapshot::length - menuOffset>;
-
   Menu factoryMenu() const;
-  Menu& active() { return sets_[static_cast<std::size_t>(activeSet_ - 1)]; }
+  Menu& active() { return state_.sets[static_cast<std::size_t>(state_.activeSet - 1)]; }
   std::uint8_t& byte(Menu& menu, TuningParameter parameter) const;
   bool accepts(TuningParameter parameter, std::uint8_t raw) const;
+  bool canHave(const Menu& menu) const;
 
   FanatecProduct product_;
-  std::array<Menu, setCount> sets_{};
-  int activeSet_ = 1;
-  bool advanced_ = false;
+  State state_;
 };
 
 }  // namespace quorvane

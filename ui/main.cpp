@@ -118,6 +118,20 @@ void writeTranscripts(SimulatedMachine& machine, const std::filesystem::path& fi
   }
 }
 
+// False, after a line on standard error, when the file cannot be used.
+bool keepState(SimulatedMachine& machine, const std::filesystem::path& file) {
+  const auto complain = [](const std::string& reason) {
+    printTo(stderr, "The simulated base's state was not kept: {}\n", oneLine(reason));
+  };
+  try {
+    machine.keepStateIn(file, complain);
+    return true;
+  } catch (const std::runtime_error& error) {  // FileError, DecodingError
+    printTo(stderr, "{}\n", oneLine(error.what()));
+    return false;
+  }
+}
+
 // A simulated base is for trying things out: each start has its own, with a window of its own.
 int start(const StartOptions& options, const QVariantMap& platformData) {
   const auto bus = sessionBus();
@@ -139,6 +153,7 @@ int start(const StartOptions& options, const QVariantMap& platformData) {
   DesktopPanels panels(bus);
   if (options.simulated.empty()) return show({panels}, panels, instance, options);
   SimulatedMachine machine(options.simulated);
+  if (options.state && !keepState(machine, *options.state)) return 1;
   const AppModel::World world{panels,          machine.backend(),        machine.usb(),
                               Clock::system(), PresetStore::simulated(), machine.survey()};
   const int status = show(world, panels, instance, options);

@@ -55,6 +55,10 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
                      "name; it follows after \"=\" and may be left out. Commas between several "
                      "make several bases."),
       QStringLiteral("PRODUCT"));
+  const QCommandLineOption state(
+      QStringLiteral("simulate-state"),
+      QStringLiteral("Keep what the simulated base is set to in a file, for later runs."),
+      QStringLiteral("FILE"));
   const QCommandLineOption device(
       QStringLiteral("device"),
       QStringLiteral(
@@ -65,7 +69,7 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
       QStringLiteral("transcript"),
       QStringLiteral("Write what the simulated base was sent to a file at the end."),
       QStringLiteral("FILE"));
-  parser.addOptions({device, simulate, transcript, help, versionOption});
+  parser.addOptions({device, simulate, state, transcript, help, versionOption});
   parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Settings files to import."),
                                QStringLiteral("[FILE...]"));
 
@@ -82,6 +86,10 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
     options.device = text(parser.value(device));
     if (parser.isSet(transcript)) options.transcript = path(parser.value(transcript));
     try {
+      if (parser.isSet(state)) {
+        requireBasesForState(text(parser.value(state)), parser.isSet(simulate));
+        options.state = path(parser.value(state));
+      }
       if (parser.isSet(simulate)) {
         options.simulated = productsToSimulate(text(parser.value(simulate)));
       }

@@ -14,6 +14,7 @@ namespace quorvane {
 struct StartOptions {
   std::string device;  // the base to connect to: its id, its node or its serial number; empty: any
   std::vector<FanatecProduct> simulated;            // simulated bases in place of the machine's own
+  std::optional<std::filesystem::path> state;       // where simulated bases keep their sets
   std::optional<std::filesystem::path> transcript;  // where to write what the simulated base saw
   std::vector<std::filesystem::path> files;         // settings to import, as given
 };

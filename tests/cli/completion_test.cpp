@@ -76,6 +76,7 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
       {{"--simulate=00"},
        {"--simulate=0001", "--simulate=0004", "--simulate=0005", "--simulate=0006",
         "--simulate=0007", "--simulate=0020"}},
+      {{"--simulate-state", ""}, {"<files>"}},
       {{"--report-id", ""}, {}},
 
       {{"mode", ""}, {"standard", "advanced"}},

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -42,6 +43,13 @@ class Program {
   }
 
   void interrupt(int signal = SIGINT) const { ::kill(process_, signal); }
+
+  // Ends it at once, wherever it is.
+  void kill() const {
+    interrupt(SIGKILL);
+    int status = 0;
+    EXPECT_EQ(::waitpid(process_, &status, 0), process_);
+  }
 
   // Waits for the end; what it printed besides the lines read.
   Outcome finish() {
@@ -164,6 +172,55 @@ TEST(Program, AnInterruptionEndsTheMonitor) {
     EXPECT_EQ(program.line(), std::string("arrival ") + simulatedName + " " + simulatedID);
     program.interrupt(signal);
     EXPECT_EQ(program.finish(), (Outcome{ExitStatus::done, "", simulatedText}));
+  }
+}
+
+// The program with a simulated base that keeps its state.
+class ProgramWithState : public testing::Test {
+ protected:
+  static std::string line(const std::string& command) {
+    return "--simulate --simulate-state my.state --json " + command;
+  }
+
+  void SetUp() override { std::filesystem::current_path(directory_.path()); }
+  void TearDown() override { std::filesystem::current_path(before_); }
+
+  static Json values() {
+    return Json::parse(Program(line("read")).finish().out)["tuning"]["values"];
+  }
+
+  const std::filesystem::path before_ = std::filesystem::current_path();
+  const TemporaryDirectory directory_;
+};
+
+TEST_F(ProgramWithState, AKilledOneLosesNothingThatItReported) {
+  Program program("--simulate --simulate-state my.state set SEN=540 FF=37 SHO=40 INT=6");
+  EXPECT_EQ(program.line().substr(0, 12), "SEN  540 deg");
+  EXPECT_EQ(program.line().substr(0, 9), "FF   37 %");
+  program.kill();
+  const Json kept = values();
+  EXPECT_EQ(kept["SEN"], 540);
+  EXPECT_EQ(kept["FF"], 37);
+}
+
+TEST_F(ProgramWithState, SeveralAtTheSameTimeUndoNothingOfEachOther) {
+  const Lines words{"SEN=540 FF=37", "SHO=40 INT=6", "FEI=50 NFR=20", "DPR=30 SPR=60"};
+  std::vector<std::unique_ptr<Program>> programs;
+  programs.reserve(words.size());
+  for (const std::string& word : words) {
+    programs.push_back(std::make_unique<Program>(line("set " + word)));
+  }
+  for (const auto& program : programs) EXPECT_EQ(program->finish().status, ExitStatus::done);
+  const Json kept = values();
+  for (const auto& [code, value] : std::map<std::string, int>{{"SEN", 540},
+                                                              {"FF", 37},
+                                                              {"SHO", 40},
+                                                              {"INT", 6},
+                                                              {"FEI", 50},
+                                                              {"NFR", 20},
+                                                              {"DPR", 30},
+                                                              {"SPR", 60}}) {
+    EXPECT_EQ(kept[code], value) << code;
   }
 }
 

@@ -319,5 +319,53 @@ TEST_F(Simulate, TheFirmwareSpeaksTheLayoutAskedFor) {
   }
 }
 
+TEST_F(Simulate, EachRunStartsAfresh) {
+  EXPECT_EQ(run("--simulate set FF=37").status, ExitStatus::done);
+  EXPECT_EQ(Json::parse(run("--simulate --json read").out)["tuning"]["values"]["FF"], 65);
+}
+
+TEST_F(Simulate, KeepsItsStateInAFile) {
+  const std::string options =
+      "--simulate --json --simulate-state " + (directory_ / "my.state").string() + " ";
+  for (const char* const command : {"set FF=37", "select 4", "set SEN=540", "mode advanced"}) {
+    EXPECT_EQ(run(options + command).status, ExitStatus::done) << command;
+  }
+  Json tuning = Json::parse(run(options + "read").out)["tuning"];
+  EXPECT_EQ(tuning["set"], 4);
+  EXPECT_EQ(tuning["mode"], "advanced");
+  EXPECT_EQ(tuning["values"]["SEN"], 540);
+  EXPECT_EQ(run(options + "select 2").status, ExitStatus::done);
+  tuning = Json::parse(run(options + "read").out)["tuning"];
+  EXPECT_EQ(tuning["values"]["FF"], 37);
+  EXPECT_EQ(tuning["values"]["SEN"], 900);
+}
+
+TEST_F(Simulate, AStateThatCannotBeUsedIsAFailure) {
+  const std::string file = (directory_ / "my.state").string();
+  const std::string command = "--simulate --simulate-state " + file + " read";
+  putFile(file, "{}");
+  EXPECT_EQ(run(command), (Outcome{ExitStatus::failed, "",
+                                   file + ": Not a state of simulated bases: \"format\" is not "
+                                          "\"quorvane-simulated-bases-1\"\n"}));
+  EXPECT_EQ(contentOf(file), "{}");
+  std::filesystem::remove(file);
+  EXPECT_EQ(run("--simulate=DD1 --simulate-state " + file + " set FF=37").status, ExitStatus::done);
+  const Outcome other = run(command);
+  EXPECT_EQ(other.status, ExitStatus::failed);
+  EXPECT_NE(other.err.find("name another file, or use --simulate=0006\n"), std::string::npos);
+  EXPECT_EQ(run("--simulate-state " + file + " read").err,
+            "--simulate-state keeps what a simulated base is set to: add --simulate\n");
+}
+
+TEST_F(Simulate, AChangeThatCannotBeKeptIsAFailure) {
+  std::filesystem::create_directory(directory_ / ".lock");
+  const std::string file = (directory_ / "my.state").string();
+  const Outcome outcome = run("--simulate --simulate-state " + file + " set FF=37");
+  EXPECT_EQ(outcome.status, ExitStatus::failed);
+  EXPECT_NE(outcome.err.find("The simulated base's state was not kept: "), std::string::npos)
+      << outcome;
+  EXPECT_FALSE(std::filesystem::exists(file));
+}
+
 }  // namespace
 }  // namespace quorvane

@@ -32,5 +32,8 @@ run_cases() {
   expect 'quorvane --vers' --version
   expect 'quorvane ' '<files>'
   expect 'quorvane --transcript ' '<files>'
+  expect 'quorvane --simulate-state ' '<files>'
+  expect 'quorvane --simulate-' --simulate-state
+  expect 'quorvanectl --simulate-state ' '<files>'
   expect 'quorvane --device ' ''
 }

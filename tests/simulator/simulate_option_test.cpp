@@ -34,6 +34,7 @@ TEST(SimulateOption, StandsForAProductWhenItIsAlone) {
   EXPECT_EQ(withSimulatedProduct({"--simulate", "read"}), (Words{"--simulate=0x0020", "read"}));
   EXPECT_EQ(withSimulatedProduct({"read", "--simulate=DD1"}), (Words{"read", "--simulate=DD1"}));
   EXPECT_EQ(withSimulatedProduct({"--", "--simulate"}), (Words{"--", "--simulate"}));
+  EXPECT_EQ(withSimulatedProduct({"--simulate-state", "a"}), (Words{"--simulate-state", "a"}));
 }
 
 TEST(SimulateOption, NamesAProductWithAMenu) {
@@ -60,6 +61,21 @@ TEST(SimulateOption, SaysWhichProductsThereAreWhenTheTextNamesNone) {
         << message;
     EXPECT_NE(message.find("\n  0x0020  CSL DD"), std::string::npos) << message;
   }
+}
+
+TEST(SimulateOption, AStateIsOneOfSimulatedBases) {
+  const auto refused = [](const std::string& file, bool isSimulating) -> std::string {
+    try {
+      requireBasesForState(file, isSimulating);
+    } catch (const std::invalid_argument& error) {
+      return error.what();
+    }
+    return "none";
+  };
+  EXPECT_EQ(refused("my.state", true), "none");
+  EXPECT_EQ(refused("my.state", false),
+            "--simulate-state keeps what a simulated base is set to: add --simulate");
+  EXPECT_EQ(refused("", true), "--simulate-state takes the name of a file");
 }
 
 }  // namespace

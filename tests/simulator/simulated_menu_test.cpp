@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <utility>
 #include <vector>
@@ -232,6 +233,41 @@ TEST(SimulatedMenu, PutsDisplayValues) {
 TEST(SimulatedMenuDeathTest, AProductWithoutAMenuStopsTheProgram) {
   EXPECT_DEATH(SimulatedMenu(product(0x6204)),
                "a simulated base needs a product with a tuning menu");
+}
+
+TEST(SimulatedMenu, TakesBackAStateOfItsOwnProduct) {
+  for (const FanatecProduct& each : productsWithAMenu()) {
+    SimulatedMenu menu(each);
+    const SimulatedMenu::State factory = menu.state();
+    menu.select(3);
+    menu.toggleMode();
+    menu.put(forceFeedback, 37);
+    const SimulatedMenu::State state = menu.state();
+    EXPECT_NE(state, factory);
+    SimulatedMenu other(each);
+    ASSERT_TRUE(other.canHave(state)) << each.name;
+    other.restore(state);
+    EXPECT_EQ(other.state(), state);
+    EXPECT_EQ(other.report(), menu.report());
+    other.reset();
+    EXPECT_EQ(other.state(), factory);
+  }
+}
+
+TEST(SimulatedMenu, KnowsWhatItCannotHave) {
+  const SimulatedMenu menu(directDrive());
+  const auto can = [&](const std::function<void(SimulatedMenu::State&)>& change) {
+    SimulatedMenu::State state = menu.state();
+    change(state);
+    return menu.canHave(state);
+  };
+  EXPECT_TRUE(can([](auto&) {}));
+  EXPECT_TRUE(can([](auto& state) { state.activeSet = 5; }));
+  EXPECT_FALSE(can([](auto& state) { state.activeSet = 0; }));
+  EXPECT_FALSE(can([](auto& state) { state.activeSet = 6; }));
+  EXPECT_TRUE(can([](auto& state) { state.sets[4][1] = 37; }));
+  EXPECT_FALSE(can([](auto& state) { state.sets[4][1] = 101; }));
+  EXPECT_FALSE(can([](auto& state) { state.sets[0].back() = 1; }));
 }
 
 }  // namespace

@@ -49,6 +49,15 @@ TEST(StartOptions, NameTheTranscript) {
   EXPECT_EQ(parsed.options.transcript, std::filesystem::path("t.txt"));
 }
 
+TEST(StartOptions, NameTheStateOfSimulatedBases) {
+  const Parsed parsed = parse({QStringLiteral("--simulate-state"), QStringLiteral("my.state"),
+                               QStringLiteral("--simulate"), QStringLiteral("wet.json")});
+  EXPECT_FALSE(parsed.instead) << parsed.text();
+  EXPECT_EQ(parsed.options.state, std::filesystem::path("my.state"));
+  EXPECT_EQ(parsed.options.files, Files{"wet.json"});
+  EXPECT_FALSE(parse({QStringLiteral("--simulate")}).options.state);
+}
+
 TEST(StartOptions, SimulateAProduct) {
   struct Case {
     QStringList words;
@@ -86,8 +95,8 @@ TEST(StartOptions, NameTheDevice) {
 }
 
 TEST(StartOptions, WrongUsageIsAnError) {
-  for (const char* const word :
-       {"--simulate=pedals", "--simulate=", "--simulate=DD1,", "--device", "--fast", "-x"}) {
+  for (const char* const word : {"--simulate=pedals", "--simulate=", "--simulate=DD1,", "--device",
+                                 "--fast", "-x", "--simulate-state", "--simulate-state=my.state"}) {
     const Parsed parsed = parse({QString::fromLatin1(word)});
     ASSERT_TRUE(parsed.instead) << word;
     EXPECT_EQ(parsed.instead->exitStatus, 2) << word;
@@ -109,7 +118,8 @@ TEST(StartOptions, Help) {
     const Parsed parsed = parse({QString::fromLatin1(word), QStringLiteral("wet.json")});
     ASSERT_TRUE(parsed.instead);
     EXPECT_EQ(parsed.instead->exitStatus, 0);
-    for (const char* const part : {"--device", "--simulate", "--version", "--help", "FILE"}) {
+    for (const char* const part :
+         {"--device", "--simulate", "--simulate-state", "--version", "--help", "FILE"}) {
       EXPECT_NE(parsed.text().find(part), std::string::npos) << part;
     }
   }
