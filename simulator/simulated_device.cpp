@@ -268,11 +268,6 @@ void SimulatedDevice::plugAs(const FanatecProduct& product) {
   reportPlugChange(before);
 }
 
-void SimulatedDevice::keepMenuIn(std::unique_ptr<MenuStorage> storage,
-                                 MenuKeeper::Complain complain) {
-  keeper_ = std::make_unique<MenuKeeper>(*this, std::move(storage), std::move(complain));
-}
-
 void SimulatedDevice::setProperty(std::string_view key, HIDProperty value) {
   MutexLock held(lock_);
   properties_.insert_or_assign(std::string(key), std::move(value));

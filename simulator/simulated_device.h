@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hid/port.h"
@@ -48,7 +49,9 @@ class SimulatedDevice final : public HIDDeviceHandle,
 
   // From now on the base has the menu of the storage and keeps every change of it there
   // (MenuKeeper). Called before anything opens the device. Throws what the storage throws.
-  void keepMenuIn(std::unique_ptr<MenuStorage> storage, MenuKeeper::Complain complain);
+  void keepMenuIn(std::unique_ptr<MenuStorage> storage, MenuKeeper::Complain complain) {
+    keeper_ = std::make_unique<MenuKeeper>(*this, std::move(storage), std::move(complain));
+  }
 
   // Replaces one property of the description, or the element list.
   void setProperty(std::string_view key, HIDProperty value);
