@@ -28,9 +28,9 @@ ROWS = [
     (r"sudo cmake --install build/release --prefix /usr/local", ".ci/run",
      'cmake --install build/dev --prefix "$prefix"'),
     (r"quorvanectl udev-rule \| sudo tee /etc/udev/rules.d/70-quorvane.rules",
-     "tests/kernel/cases/60-permission.sh", "local rule=/etc/udev/rules.d/70-quorvane.rules"),
+     "tests/kernel/guest/rules.sh", "our_rule=/etc/udev/rules.d/70-quorvane.rules"),
     (r"sudo udevadm control --reload && sudo udevadm trigger",
-     "tests/kernel/cases/60-permission.sh", "udevadm control --reload"),
+     "tests/kernel/cases/60-permission.sh", "udevadm trigger"),
     # The window.
     (r"quorvane --simulate(=DD1)?", "tests/window/smoke", '"$bin/quorvane" --simulate'),
     (r"QUORVANE_LOG_STDERR=1 quorvane --simulate", "bench/parts/drawing.sh",

@@ -129,3 +129,14 @@ case_an_interrupt_finishes_the_value_in_flight() {
     expect_json '.results | all(.error == null and .value == .readBack)'
     expect_writes main "$(json '.results | length' "$OUT")"
 }
+
+# What came after the switch was meant for the other set.
+case_a_base_that_is_slow_to_switch_gets_no_value_for_the_other_set() {
+    start_base main --transport uhid --set 2 --switch-delay 30000
+    ctl set SLOT=4 FF=56
+    expect_status 1
+    expect_line 'SLOT not written: The base ignored the SLOT write; it still reports 2'
+    expect_text 'FF   not written: '
+    expect_writes main 0
+    expect_value FF 65
+}

@@ -76,3 +76,15 @@ case_rotation_sends_three_short_packets() {
     local expected=$'01 f5 00 00 00 00 00 00\n01 f8 09 01 06 01 00 00\n01 f8 81 84 03 00 00 00'
     expect_equal "the short packets" "$(received main | grep '^01 ' || true)" "$expected"
 }
+
+case_pedals_have_no_rotation() {
+    start_base main --transport usb --show-as 183b
+    ctl rotation 900
+    expect_status 1
+    expect_no_output
+    expect_error_text 'SEN is not available on ClubSport Pedals V3'
+    ctl --json rotation 900
+    expect_status 1
+    expect_json '.error.kind == "notAvailable"'
+    expect_packets main 0
+}

@@ -45,12 +45,73 @@ case_what_a_program_of_another_maker_wrote_is_kept() {
     menu=$(menu_report)
     start_model model QUORVANE_DEMO_STAGE=INT=6
     expect_log model '[log] Connected to CSL DD Wheel Base'
-    # One write for the whole packet: the shell's own ends at every byte that is a line's end to it.
-    # shellcheck disable=SC2059,SC2046
-    printf "$(printf '\\x%s' $(sdk_write "$menu" 4 25))" |
-        dd bs=64 count=1 iflag=fullblock of="$(node_of main)" conv=notrunc status=none
+    # shellcheck disable=SC2046
+    send_packet $(sdk_write "$menu" 4 25) 1<>"$(node_of main)"
     tell model save
     expect_log model '[log] Saved 1 change to set C (Custom)'
     expect_on_base FF=37 INT=6
+    quit_model model
+}
+
+# start_with_menu TRANSPORT: a base; its menu is in `menu`, which is what a program of another maker goes by.
+start_with_menu() {
+    start_base main --transport "$1"
+    ctl --json read
+    expect_success
+    menu=$(menu_report)
+}
+
+# foreign_write NAME OFFSET BYTE: the program writes its menu with one byte changed.
+foreign_write() {
+    tell_holder "$1" "$(sdk_write "$menu" "$2" "$3")"
+}
+
+# save_in_model CODE=VALUE COUNT: the model's COUNTth save.
+save_in_model() {
+    tell model stage "$1"
+    tell model save
+    expect_log model '[log] Saved 1 change to set C (Custom)' "$2"
+}
+
+case_a_program_of_another_maker_that_was_there_before_is_not_undone() {
+    start_with_menu uhid
+    start_holder foreign "$(node_of main)"
+    start_model model
+    expect_log model '[log] Connected to CSL DD Wheel Base'
+    foreign_write foreign 4 25
+    save_in_model INT=6 1
+    expect_on_base FF=37 INT=6
+    quit_model model
+}
+
+case_a_program_of_another_maker_that_comes_meanwhile_is_not_undone() {
+    start_with_menu usb
+    start_model model
+    expect_log model '[log] Connected to CSL DD Wheel Base'
+    save_in_model INT=6 1
+    start_holder foreign "$(node_of main)"
+    save_in_model INT=7 2
+    foreign_write foreign 4 25
+    save_in_model SHO=40 3
+    expect_on_base FF=37 SHO=40
+    foreign_write foreign 5 03
+    stop_holder foreign
+    save_in_model SEN=540 4
+    expect_on_base SHO=30 SEN=540
+    quit_model model
+}
+
+# The kernel tells of the two openings as one.
+case_a_program_of_another_maker_that_opened_twice_and_closed_once_is_not_undone() {
+    start_with_menu uhid
+    start_model model
+    expect_log model '[log] Connected to CSL DD Wheel Base'
+    start_holder first "$(node_of main)"
+    start_holder second "$(node_of main)"
+    stop_holder first
+    save_in_model INT=6 1
+    foreign_write second 4 25
+    save_in_model SHO=40 2
+    expect_on_base FF=37 SHO=40
     quit_model model
 }

@@ -27,20 +27,49 @@ case_devices_says_that_a_base_is_not_accessible() {
 }
 
 case_the_rule_is_what_grants_access() {
-    local rule=/etc/udev/rules.d/70-quorvane.rules
-    mv "$rule" "$work/rule"
-    udevadm control --reload
+    set_rule_aside
     start_base main --transport uhid
     ctl read
     local status=$STATUS
-    mv "$work/rule" "$rule"
-    udevadm control --reload
+    put_rule_back
     STATUS=$status
     expect_the_rule_to_be_named
     unplug main
     plug main
     ctl read
     expect_success
+}
+
+# grant_late: what a person types who installs the rule with the base plugged in.
+grant_late() {
+    put_rule_back
+    udevadm trigger
+    udev_settles
+}
+
+case_monitor_goes_on_when_access_comes_late() {
+    set_rule_aside
+    start_base main --transport uhid
+    start_ctl monitor --json monitor
+    wait_until 20 "the line about the rule" grep -qF 70-quorvane.rules "$work/monitor.err"
+    grant_late
+    wait_until 20 "the first read" packets_reached main "$menu_requests" 1
+    base_command main turn FF 41
+    wait_until 20 "the value in the monitor's output" grep -qF '"value":41' "$work/monitor.out"
+    interrupt monitor
+    join monitor
+    expect_status 0
+}
+
+case_the_window_connects_when_access_comes_late() {
+    set_rule_aside
+    start_base main --transport usb
+    start_window window
+    wait_until 20 "the failure to open" grep -q '^\[error\] Could not open ' "$work/window.err"
+    grant_late
+    expect_log window '[log] Connected to CSL DD Wheel Base'
+    await_state window '.rows.FF == "Force feedback strength, 65 %"'
+    quit_model window
 }
 
 case_a_usb_reset_needs_permission_too() {

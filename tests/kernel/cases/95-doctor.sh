@@ -1,5 +1,3 @@
-our_rule=/etc/udev/rules.d/70-quorvane.rules
-
 # expect_outcomes MARKS: one for each of usb, driver, node, access, reports, identity, tuning, holders and presets: +
 # passed, x failed, a dot is not checked.
 expect_outcomes() {
@@ -16,18 +14,6 @@ doctor() {
     ctl_as "${1-1000}" --json doctor
     expect_faster 5
     [[ ! -s $ERR ]] || fail "a message on standard error"
-}
-
-# set_rule_aside; put_rule_back: between them no rule of ours is there.
-set_rule_aside() {
-    mv "$our_rule" "$work/rule"
-    udevadm control --reload
-}
-
-put_rule_back() {
-    rm -f /etc/udev/rules.d/*-quorvane.rules /etc/udev/rules.d/72-lock.rules
-    mv "$work/rule" "$our_rule"
-    udevadm control --reload
 }
 
 # expect_well TRANSPORT

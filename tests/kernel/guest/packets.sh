@@ -67,3 +67,9 @@ packets_reached() {
     count_packets "$1" "$2"
     ((COUNT >= $3))
 }
+
+# send_packet BYTES...: to standard output, in one write; the shell's own ends at every byte that is a line's end to it.
+send_packet() {
+    # shellcheck disable=SC2059
+    printf "$(printf '\\x%s' "$@")" | dd bs=$# count=1 iflag=fullblock status=none
+}

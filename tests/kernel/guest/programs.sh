@@ -41,3 +41,50 @@ ctl_as() {
     shift
     run as_uid "$uid" quorvanectl "$@"
 }
+
+# Programs of another maker: root's, so that nobody else sees who has the node open.
+
+declare -A holder_input=() holder_packets=()
+
+# hold_node NODE: keeps it open, and writes the packets that come on standard input, one a line.
+hold_node() {
+    local -a packet
+    exec 3<>"$1"
+    echo open
+    while read -ra packet; do
+        send_packet "${packet[@]}" >&3
+        echo written
+    done
+}
+
+# holder_said NAME WORD COUNT
+holder_said() {
+    count_lines "$work/$1.stdout" "$2"
+    ((COUNT >= $3))
+}
+
+# start_holder NAME NODE: in the background; returns when it has the node open.
+start_holder() {
+    local name=$1 input
+    mkfifo "$work/$name.stdin"
+    exec {input}<>"$work/$name.stdin"
+    holder_input[$name]=$input
+    holder_packets[$name]=0
+    hold_node "$2" <"$work/$name.stdin" >"$work/$name.stdout" {input}>&- &
+    background[$name]=$!
+    wait_until 10 "'$name' to open $2" holder_said "$name" open 1
+}
+
+# tell_holder NAME PACKET: returns when it is written.
+tell_holder() {
+    echo "$2" >&"${holder_input[$1]}"
+    ((holder_packets[$1] += 1))
+    wait_until 10 "a packet of '$1'" holder_said "$1" written "${holder_packets[$1]}"
+}
+
+# stop_holder NAME: it closes the node.
+stop_holder() {
+    kill "${background[$1]}"
+    wait "${background[$1]}" || true
+    unset "background[$1]"
+}
