@@ -5,6 +5,8 @@
 #include <system_error>
 #include <utility>
 
+#include "support/file_system.h"
+
 namespace quorvane {
 namespace {
 
@@ -26,11 +28,13 @@ path closestDirectory(const path& file) {
   return directory;
 }
 
-// Where the file really is.
+// Where a chain of symbolic links leads to, also when no file is there yet.
 path targetOf(const path& file) {
-  std::error_code unknown;
-  path target = std::filesystem::weakly_canonical(file, unknown);
-  return unknown ? file : target;
+  try {
+    return linkTarget(file);
+  } catch (const FileError&) {
+    return file;
+  }
 }
 
 }  // namespace
