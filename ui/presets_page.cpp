@@ -1,5 +1,6 @@
 #include "ui/presets_page.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -59,6 +60,12 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
   column->setSpacing(0);
   column->addWidget(page_, 1);
   column->addWidget(saveBar_);
+  // A text field that has the focus takes the key for itself.
+  auto* const undo = new QAction(this);
+  undo->setObjectName(QStringLiteral("undoDeleteAction"));
+  undo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+  connect(undo, &QAction::triggered, this, [this] { this->model().undoDelete(); });
+  addAction(undo);
   connect(page_, &FormPage::scrolled, this, &PresetsPage::makeRows);
   connect(own_, &PresetList::resized, this, &PresetsPage::makeRows);
   connect(own_, &PresetList::made, this, &PresetsPage::orderRows);

@@ -25,6 +25,7 @@ constexpr std::array sheet{
     Key{"Ctrl+1 … Ctrl+5", "Base, Tuning, Presets, Tools, Log"},
     Key{"Ctrl+S", "Save to set. In another section it first brings Tuning to the front"},
     Key{"Ctrl+Shift+Z", "Discard all unsaved changes. The same holds in another section"},
+    Key{"Ctrl+Z", "On Presets: bring the preset back that was deleted last"},
     Key{"Esc", "End what is open or being typed; then, on Tuning, go to Discard"},
     Key{"Backspace, Delete", "On a changed row's slider or switch: back to the saved value"},
     Key{"Ctrl+R, F5", "Read again"},

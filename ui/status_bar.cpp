@@ -5,11 +5,14 @@
 #include <QLabel>
 #include <QPainter>
 
+#include "app/messages.h"
+#include "support/text.h"
 #include "ui/elided_label.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
 #include "ui/plain_text.h"
 #include "ui/spinner.h"
+#include "ui/text_link.h"
 #include "ui/theme.h"
 
 namespace quorvane {
@@ -22,12 +25,17 @@ constexpr int sideInset = 12;
 StatusBar::StatusBar(AppModel& model, QWidget* parent)
     : View(model, parent),
       line_(new ElidedLabel(Qt::ElideMiddle)),
+      undo_(new TextLink(QStringLiteral("Undo"))),
       progress_(PlainText::label()),
       spinner_(new Spinner) {
   setObjectName(QStringLiteral("statusBar"));
   line_->setObjectName(QStringLiteral("statusLine"));
   line_->setFont(Metrics::font(Metrics::Type::callout));
   line_->setForegroundRole(QPalette::Dark);
+  undo_->setObjectName(QStringLiteral("undoDeleteLink"));
+  PlainText::setToolTip(*undo_, QStringLiteral("Bring the deleted preset back (Ctrl+Z)"));
+  undo_->hide();
+  connect(undo_, &TextLink::clicked, this, [this] { this->model().undoDelete(); });
   progress_->setObjectName(QStringLiteral("progress"));
   progress_->setFont(Metrics::font(Metrics::Type::callout));
   progress_->setForegroundRole(QPalette::Dark);
@@ -38,7 +46,9 @@ StatusBar::StatusBar(AppModel& model, QWidget* parent)
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(sideInset + Metrics::dotSize + Metrics::gap, 0, sideInset, 0);
   row->setSpacing(Metrics::gap);
-  row->addWidget(line_, 1);
+  row->addWidget(line_);
+  row->addWidget(undo_);
+  row->addStretch(1);
   row->addWidget(progress_);
   row->addWidget(spinner_);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -56,6 +66,7 @@ void StatusBar::render() {
     QAccessibleEvent change(line_, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&change);
   }
+  renderUndo();
   spinner_->setVisible(model().busy());
   const auto& progress = model().progress();
   if (progress) {
@@ -63,6 +74,16 @@ void StatusBar::render() {
   }
   progress_->setVisible(progress.has_value());
   update();
+}
+
+// Until the next line.
+void StatusBar::renderUndo() {
+  const auto& deleted = model().deletedPreset();
+  undo_->setVisible(deleted && model().statusLine() == Messages::presetDeleted(deleted->name));
+  if (deleted) {
+    undo_->setAccessibleName(
+        QStringLiteral("Undo, bring back %1").arg(text(oneLine(deleted->name))));
+  }
 }
 
 void StatusBar::paintEvent(QPaintEvent* /*event*/) {

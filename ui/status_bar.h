@@ -8,6 +8,7 @@ namespace quorvane {
 
 class ElidedLabel;
 class Spinner;
+class TextLink;
 
 // Whether a base is connected, the last thing that happened, and whether something is going on.
 class StatusBar final : public View {
@@ -23,7 +24,10 @@ class StatusBar final : public View {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void renderUndo();
+
   ElidedLabel* line_;
+  TextLink* undo_;    // of the deletion that the line tells of
   QLabel* progress_;  // of values that are written
   Spinner* spinner_;
 };

@@ -145,6 +145,22 @@ TEST_F(PresetListTest, WhatIsInViewStaysWhenRowsAboveVanish) {
   EXPECT_EQ(heightOf(shown), height);
 }
 
+TEST_F(PresetListTest, WhatAnotherProgramSavesMovesNothing) {
+  openMany(60);
+  scrollTo(bar().maximum() / 2);
+  const std::string shown = list().rows()[list().rows().size() - 8]->preset().name;
+  find("applyButton", *rowOf(shown)).setFocus(Qt::TabFocusReason);
+  const int height = heightOf(shown);
+  std::vector<TuningPreset> presets = model().userPresets();
+  presets.erase(presets.begin(), presets.begin() + 3);
+  presets.push_back(presetOf("New", {}));
+  PresetStore(directory_ / "presets.json").save(presets);
+  waitUntil([&] { return model().userPresets() == presets; });
+  settle();
+  EXPECT_EQ(heightOf(shown), height);
+  EXPECT_EQ(place(), shown + ": applyButton");
+}
+
 TEST_F(PresetListTest, TheFocusStaysOnItsPreset) {
   openMany(60);
   scrollTo(bar().maximum() / 2);

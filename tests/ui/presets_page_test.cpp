@@ -198,6 +198,52 @@ TEST_F(Presets, RowsThatStayAreKept) {
   EXPECT_EQ(names("minePresets"), (Lines{"Wet", "Night", "Spa"}));
 }
 
+TEST_F(Presets, ADeletedPresetCanBeBroughtBack) {
+  openPresets();
+  for (const char* const name : {"Wet", "Dry", "Night"}) own(name);
+  const UUID id = model().userPresets()[1].id;
+  for (const bool byKey : {false, true}) {
+    EXPECT_FALSE(isVisible("undoDeleteLink"));
+    click(find("trashButton", mine(1)));
+    settle();
+    EXPECT_EQ(text("statusLine"), "Deleted \"Dry\"");
+    ASSERT_TRUE(isVisible("undoDeleteLink"));
+    if (byKey) {
+      press(Qt::Key_Z, Qt::ControlModifier);
+    } else {
+      click("undoDeleteLink");
+    }
+    settle();
+    EXPECT_EQ(names("minePresets"), (Lines{"Wet", "Dry", "Night"}));
+    EXPECT_EQ(model().userPresets()[1].id, id);
+    EXPECT_FALSE(isVisible("undoDeleteLink"));
+  }
+}
+
+TEST_F(Presets, TheLinkToBringAPresetBackGoesWithTheNextLine) {
+  openPresets();
+  own("Wet");
+  click(find("trashButton", mine(0)));
+  settle();
+  model().selectSlot(1);
+  settle();
+  EXPECT_FALSE(isVisible("undoDeleteLink"));
+  press(Qt::Key_Z, Qt::ControlModifier);
+  settle();
+  EXPECT_EQ(names("minePresets"), (Lines{"Wet"}));
+}
+
+TEST_F(Presets, InATextFieldTheKeyBelongsToTheField) {
+  openPresets();
+  own("Wet");
+  click(find("trashButton", mine(0)));
+  settle();
+  give("Spa");
+  press(Qt::Key_Z, Qt::ControlModifier);
+  settle();
+  EXPECT_TRUE(model().userPresets().empty());
+}
+
 TEST_F(Presets, NamesMaySpanLinesAndShowInOne) {
   openPresets();
   own("Wet\nSpa");
