@@ -4,17 +4,18 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <iterator>
-#include <memory>
 #include <optional>
 #include <stdexcept>
 
 #include "cli/base_access.h"
-#include "cli/commands.h"
+#include "cli/base_command_line.h"
 #include "cli/completion.h"
+#include "cli/help_command.h"
 #include "cli/json_output.h"
 #include "cli/parsed_command.h"
 #include "cli/preset_command_line.h"
+#include "cli/usage_errors.h"
+#include "cli/usage_line.h"
 #include "cli/word_parser.h"
 #include "protocol/error.h"
 #include "simulator/simulate_option.h"
@@ -36,22 +37,15 @@ constexpr const char* footer =
     "  quorvanectl set SEN=900 FF=80 BLI=OFF\n"
     "  quorvanectl presets apply \"Fanatec factory defaults\"\n"
     "  quorvanectl --simulate read --json\n\n"
-    "Exit status: 0 done, 1 the device or the operation failed, 2 wrong usage.";
+    "Exit status: 0 done, 1 the device or the operation failed, 2 wrong usage, 130 interrupted.";
 
-// The words of one command, as CLI11 fills them in.
+// What stands in the options that all commands have, as CLI11 fills them in.
 struct Words {
   GlobalOptions options;
   std::string simulate;
   std::optional<std::string> simulateState;
   std::string layout;
   std::string reportID;
-  std::vector<std::string> assignments;
-  std::vector<std::string> bytes;
-  std::int64_t set = 0;
-  std::int64_t degrees = 0;
-  std::string mode;
-  std::string report;
-  bool yes = false;
 };
 
 void addGlobalOptions(CLI::App& app, Words& words) {
@@ -71,80 +65,9 @@ void addGlobalOptions(CLI::App& app, Words& words) {
                  "Send short commands on this output report (default: from the base's descriptor)")
       ->type_name("N");
   app.add_option("--layout", words.layout, "Layout of menu writes (default: sdk)")
-      ->type_name("sdk|linux")
-      ->check(CLI::IsMember({"sdk", "linux"}).description(""));
+      ->type_name("sdk|linux");
   app.add_flag("--json", words.options.json, "Print one JSON document instead of text");
   app.set_version_flag("--version", fmt::format("quorvanectl {} ({})", version(), commit()));
-}
-
-ParsedCommands addCommands(CLI::App& app, Words& words) {
-  ParsedCommands commands;
-  const auto add = [&](const char* name, const char* help, auto run) {
-    CLI::App* const parser = app.add_subcommand(name, help);
-    commands.push_back({parser, std::move(run)});
-    return parser;
-  };
-
-  add("devices", "List the attached bases and whether you may open them", devicesCommand);
-  add("read", "Show who the base is and the tuning menu of its active set", readCommand);
-  add("set", "Write values into the active set, one at a time, each read back",
-      [&words](const auto& context) { return setCommand(context, words.assignments); })
-      ->footer(
-          "Codes are those of the base's own display (quorvanectl read lists them).\n"
-          "Words work as values too: SEN=AUTO BLI=OFF FFS=PEA ACP=CbP.\n"
-          "Ctrl-C finishes the value in flight.")
-      ->add_option("values", words.assignments, "What to write, such as SEN=900 FF=80")
-      ->type_name("CODE=VALUE")
-      ->required();
-  add("select", "Make another tuning set active",
-      [&words](const auto& context) { return selectCommand(context, words.set); })
-      ->add_option("set", words.set, "The set's number, 1 to 5")
-      ->type_name("SET")
-      ->required();
-  add("mode", "Show the menu's mode, or switch to one",
-      [&words](const auto& context) {
-        return modeCommand(
-            context, words.mode.empty() ? std::nullopt : std::optional<std::string>(words.mode));
-      })
-      ->add_option("mode", words.mode, "The mode to switch to; nothing is sent when already there")
-      ->type_name("standard|advanced")
-      ->check(CLI::IsMember({"standard", "advanced"}).description(""));
-  add("rotation", "Set the steering angle directly, without touching the menu",
-      [&words](const auto& context) { return rotationCommand(context, words.degrees); })
-      ->add_option("degrees", words.degrees, "Degrees, from 90 to the base's largest angle")
-      ->type_name("DEGREES")
-      ->required();
-  add("raw", "Send one packet as given",
-      [&words](const auto& context) { return rawCommand(context, words.bytes); })
-      ->add_option("bytes", words.bytes, "Hexadecimal bytes, the report ID first: ff 03 02")
-      ->type_name("BYTES")
-      ->required();
-  add("factory-reset", "Set every tuning set back to defaults", [&words](const auto& context) {
-    return factoryResetCommand(context, words.yes);
-  })->add_flag("--yes", words.yes, "Yes, reset all sets; this cannot be undone");
-  add("usb-reset", "Re-enumerate the base as if its cable were unplugged and plugged back in",
-      usbResetCommand);
-  add("monitor", "Print a line for each arrival, removal and changed value until Ctrl-C",
-      monitorCommand);
-  add("doctor", "Find out why a base is not found or does not answer",
-      [&words](const auto& context) { return doctorCommand(context, words.report); })
-      ->footer(
-          "Goes through everything from the USB bus to the base's menu, and says what to do next.\n"
-          "Nothing is changed. Exit status 0 when all is well.\n\n"
-          "Examples:\n"
-          "  quorvanectl doctor\n"
-          "  quorvanectl doctor --report quorvane-report.txt")
-      ->add_option("--report", words.report,
-                   "Write what a bug report needs to this file as well; \"-\" is standard output")
-      ->type_name("FILE");
-  add("udev-rule", "Print the udev rule that lets you use the base without being root",
-      udevRuleCommand)
-      ->footer(
-          "Install it:\n"
-          "  quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules\n"
-          "  sudo udevadm control --reload && sudo udevadm trigger");
-  addPresetCommands(app, commands);
-  return commands;
 }
 
 std::optional<std::uint8_t> parseReportID(const std::string& text) {
@@ -159,6 +82,12 @@ std::optional<std::uint8_t> parseReportID(const std::string& text) {
         fmt::format("\"{}\" is no report ID: give 0 to 255, or 0x00 to 0xff", oneLine(text)));
   }
   return static_cast<std::uint8_t>(*number);
+}
+
+std::optional<TuningLayout> parseLayout(const std::string& text) {
+  const auto layout = tuningLayout(text);
+  if (layout || text.empty()) return layout;
+  throw UsageError(fmt::format("There is no layout \"{}\": give sdk or linux", oneLine(text)));
 }
 
 // None when no base is simulated.
@@ -182,7 +111,7 @@ void keepState(SimulatedMachine& machine, const std::string& file, const World& 
 // Runs the command, on a simulated base when one is asked for.
 ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
   words.options.reportID = parseReportID(words.reportID);
-  words.options.layout = tuningLayout(words.layout);
+  words.options.layout = parseLayout(words.layout);
   const std::vector<FanatecProduct> products = simulatedProducts(words);
   if (products.empty()) return command.run({world, words.options});
 
@@ -208,69 +137,44 @@ ExitStatus reportFailure(const World& world, const GlobalOptions& options,
   return ExitStatus::failed;
 }
 
-ExitStatus runReporting(const ParsedCommand& command, Words& words, const World& world) {
+// Runs the command that the words name, and says what went wrong.
+ExitStatus runReporting(const ParsedCommand& command, Words& words,
+                        const std::vector<std::string>& line, const World& world) {
   try {
     return run(command, words, world);
   } catch (const UsageError& error) {
-    printTo(world.err, "{}\n", error.what());
-    return ExitStatus::wrongUsage;
+    return reportWrongUsage(world, words.options.json || asksForJson(line),
+                            explainRefusal(*command.parser, error, line));
   } catch (const FanatecError& error) {
     return reportFailure(world, words.options, error);
-  } catch (const std::runtime_error& error) {  // FileError, DecodingError, std::system_error
+  } catch (const std::runtime_error& error) {  // CommandError, FileError, std::system_error, ...
     return reportFailure(world, words.options, error);
   }
 }
 
-// The command that the words got to.
-const CLI::App& reachedCommand(const CLI::App& app) {
-  const auto parsed = app.get_subcommands();
-  return parsed.empty() ? app : reachedCommand(*parsed.front());
-}
-
-std::string namesOf(const std::vector<const CLI::App*>& commands) {
-  std::string names;
-  for (const CLI::App* const command : commands) {
-    names += (names.empty() ? "" : ", ") + command->get_name();
+ExitStatus printVersion(const World& world, bool json) {
+  if (json) {
+    printJson(world, {{"name", "quorvanectl"}, {"version", version()}, {"commit", commit()}});
+  } else {
+    printTo(world.out, "quorvanectl {} ({})\n", version(), commit());
   }
-  return names;
-}
-
-// What is wrong with words that stop short of a command. CLI11 would only say that one is missing.
-std::optional<std::string> missingCommand(const CLI::App& app, const CLI::ParseError& error) {
-  const CLI::App& reached = reachedCommand(app);
-  const auto commands = reached.get_subcommands({});
-  if (error.get_exit_code() == 0 || commands.empty()) return std::nullopt;
-
-  const std::vector<std::string> unknown = app.remaining();
-  const std::string group = &reached == &app ? "" : reached.get_name();
-  const bool isMissing = error.get_name() == "RequiredError";
-  std::string text;
-  if (!unknown.empty()) {
-    text = fmt::format("There is no command or option \"{}{}\"\n", group.empty() ? "" : group + " ",
-                       oneLine(asTyped(unknown.front())));
-  }
-  if (!group.empty() && isMissing) {
-    text += fmt::format("{} takes one of: {}\n", group, namesOf(commands));
-  }
-  if (text.empty()) return std::nullopt;
-  return text;
-}
-
-// What CLI11 has to say about the words: the help, the version, or what is wrong with them.
-ExitStatus explain(const CLI::App& app, const CLI::ParseError& error, const World& world) {
-  if (const auto missing = missingCommand(app, error)) {
-    printTo(world.err, "{}Run with --help for more information.\n", *missing);
-    return ExitStatus::wrongUsage;
-  }
-  if (error.get_exit_code() != 0) {
-    printTo(world.err, "{}\nRun with --help for more information.\n",
-            oneLine(asTyped(error.what())));
-    return ExitStatus::wrongUsage;
-  }
-  std::ostringstream out;
-  app.exit(error, out, out);
-  printLinesTo(world.out, out.str());
   return ExitStatus::done;
+}
+
+// What the parser stopped at: the words ask for the help or the version, or are wrong.
+ExitStatus explain(const CLI::App& app, const CLI::ParseError& stop,
+                   const std::vector<std::string>& words, const World& world) {
+  const bool json = asksForJson(words);
+  if (dynamic_cast<const CLI::CallForVersion*>(&stop) != nullptr) return printVersion(world, json);
+  if (stop.get_exit_code() == 0) {
+    printLinesTo(world.out, app.help());
+    return ExitStatus::done;
+  }
+  if (words.empty()) {
+    printLinesTo(world.err, app.help());
+    return ExitStatus::wrongUsage;
+  }
+  return reportWrongUsage(world, json, explainRefusal(app, stop, words));
 }
 
 // One command line: its parser, and what the parser found in the words.
@@ -278,11 +182,14 @@ class CommandLine {
  public:
   CommandLine() {
     app_.footer(footer);
+    useUsageLine(app_);
     app_.require_subcommand(1);
     app_.fallthrough();
     app_.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
     addGlobalOptions(app_, parsed_);
-    commands_ = addCommands(app_, parsed_);
+    addBaseCommands(app_, commands_);
+    addPresetCommands(app_, commands_);
+    addHelpCommand(app_, commands_);
   }
 
   // None when there is a command to run.
@@ -290,10 +197,11 @@ class CommandLine {
     if (!words.empty() && words.front() == completionWord) {
       return printCompletions(app_, {words.begin() + 1, words.end()}, world);
     }
+    words_ = words;
     try {
       parseWords(app_, withSimulatedProduct(words));
-    } catch (const CLI::ParseError& error) {
-      return explain(app_, error, world);
+    } catch (const CLI::ParseError& stop) {
+      return explain(app_, stop, words, world);
     }
     return std::nullopt;
   }
@@ -302,11 +210,12 @@ class CommandLine {
     const auto chosen =
         std::find_if(commands_.begin(), commands_.end(),
                      [](const ParsedCommand& command) { return command.parser->parsed(); });
-    return runReporting(*chosen, parsed_, world);
+    return runReporting(*chosen, parsed_, words_, world);
   }
 
  private:
   CLI::App app_{description, "quorvanectl"};
+  std::vector<std::string> words_;  // as they were typed
   Words parsed_;
   ParsedCommands commands_;
 };

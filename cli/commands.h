@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,17 +8,19 @@
 namespace quorvane {
 
 // The commands. Each prints its result and returns the exit status; what goes wrong is thrown:
-// FanatecError or std::system_error from the device, UsageError for wrong words.
+// FanatecError, CommandError or std::system_error from the device, UsageError for wrong words.
 
 ExitStatus devicesCommand(const CommandContext& context);
 ExitStatus readCommand(const CommandContext& context);
 ExitStatus setCommand(const CommandContext& context, const std::vector<std::string>& words);
-ExitStatus selectCommand(const CommandContext& context, std::int64_t set);
+// A set's number or, of the standard menu, its name: "A" is set 1, "C" is set 2 unless another
+// custom set is active already.
+ExitStatus selectCommand(const CommandContext& context, const std::string& set);
 
-// Shows the mode; with "standard" or "advanced", switches to it first.
-ExitStatus modeCommand(const CommandContext& context, const std::optional<std::string>& mode);
+// Shows the mode; with "standard" or "advanced" in either case, switches to it first.
+ExitStatus modeCommand(const CommandContext& context, const std::string& mode);
 
-ExitStatus rotationCommand(const CommandContext& context, std::int64_t degrees);
+ExitStatus rotationCommand(const CommandContext& context, const std::string& degrees);
 ExitStatus rawCommand(const CommandContext& context, const std::vector<std::string>& words);
 ExitStatus factoryResetCommand(const CommandContext& context, bool yes);
 ExitStatus usbResetCommand(const CommandContext& context);

@@ -95,6 +95,22 @@ Candidates devices(const World& world) {
   return result;
 }
 
+// The commands below the one that `words` lead to from the program on.
+Candidates commandsBelow(const CLI::App& app, const std::vector<std::string>& words) {
+  const CLI::App* group = &app;
+  for (const std::string& word : words) {
+    const auto named = group->get_subcommands(
+        [&](const CLI::App* command) { return command->get_name() == word; });
+    if (named.empty()) return {};
+    group = named.front();
+  }
+  Candidates result;
+  for (const CLI::App* const command : group->get_subcommands({})) {
+    result.push_back({command->get_name(), command->get_description()});
+  }
+  return result;
+}
+
 // A name that cannot stand on a command line as it is gives way to the id.
 bool isPlain(const std::string& name) {
   return !name.empty() && !name.starts_with('-') && oneLine(name) == name;
@@ -121,6 +137,7 @@ CompletionChoice completionValues(const CompletionPlace& place, const World& wor
   if (type == "SET") return {sets()};
   if (type == "CODE=VALUE") return {assignments(place)};
   if (type == "[=PRODUCT]") return {products()};
+  if (type == "COMMAND") return {commandsBelow(*place.command->get_parent(), place.positional)};
   if (type == "WHICH") {
     return {place.value->check_name("--device") ? devices(world) : presets(place, world)};
   }

@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "cli/interruption.h"
 #include "cli/user_presets.h"
@@ -27,7 +29,27 @@ enum class ExitStatus : int { done = 0, failed = 1, wrongUsage = 2, interrupted 
 // A wrong word on the command line: ends with ExitStatus::wrongUsage and this message.
 class UsageError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  // `likely` are the words that were probably meant in place of the command's arguments; empty when
+  // there is nothing to propose.
+  explicit UsageError(const std::string& message, std::vector<std::string> likely = {})
+      : std::runtime_error(message), likely_(std::move(likely)) {}
+
+  const std::vector<std::string>& likely() const { return likely_; }
+
+ private:
+  std::vector<std::string> likely_;
+};
+
+// A failure of the base or the operation in the command's own words. `kind` is one of errorJson's.
+class CommandError : public std::runtime_error {
+ public:
+  CommandError(std::string_view kind, const std::string& message)
+      : std::runtime_error(message), kind_(kind) {}
+
+  const std::string& kind() const { return kind_; }
+
+ private:
+  std::string kind_;
 };
 
 // The world that commands act on; tests put their own in its place.

@@ -1,12 +1,20 @@
+#include <fmt/format.h>
+
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
 #include "cli/udev_rule.h"
+#include "cli/value_words.h"
 #include "hid/usb_reset.h"
+#include "protocol/error.h"
 #include "support/printing.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
+
+// Where the rule goes without a package.
+constexpr const char* udevRuleFile = "/etc/udev/rules.d/70-quorvane.rules";
 
 HIDReportPacket parsePacket(const std::vector<std::string>& words) {
   std::string text;
@@ -18,11 +26,34 @@ HIDReportPacket parsePacket(const std::vector<std::string>& words) {
   return {bytes->front(), Bytes(bytes->begin() + 1, bytes->end())};
 }
 
+std::int64_t parseDegrees(const std::string& word) {
+  const auto degrees = parseNumberWord(TuningParameter::sensitivity, word);
+  if (degrees) return *degrees;
+  throw UsageError(
+      fmt::format("\"{}\" is no steering angle: give whole degrees, such as 540", oneLine(word)));
+}
+
+// The session's error is about the setting of the menu, which this command leaves alone.
+void setRotation(WheelBase& base, std::int64_t degrees) {
+  try {
+    base.setRotation(degrees);
+  } catch (const FanatecError& error) {
+    if (std::holds_alternative<FanatecError::NotAvailable>(error.value())) {
+      throw CommandError(error.kind(), base.info().displayName() + " has no steering angle");
+    }
+    const auto* const range = std::get_if<FanatecError::OutOfRange>(&error.value());
+    if (range == nullptr) throw;
+    throw CommandError(error.kind(), fmt::format("Steering angle {}: {} to {} degrees", degrees,
+                                                 range->allowed.lower, range->allowed.upper));
+  }
+}
+
 }  // namespace
 
-ExitStatus rotationCommand(const CommandContext& context, std::int64_t degrees) {
+ExitStatus rotationCommand(const CommandContext& context, const std::string& word) {
+  const std::int64_t degrees = parseDegrees(word);
   const OpenBase base(context);
-  base->setRotation(degrees);
+  setRotation(*base, degrees);
   if (context.options.json) {
     printJson(context.world, {{"device", deviceJson(base->info())}, {"rotation", degrees}});
   } else {
@@ -56,7 +87,11 @@ ExitStatus usbResetCommand(const CommandContext& context) {
 }
 
 ExitStatus udevRuleCommand(const CommandContext& context) {
-  printTo(context.world.out, "{}", udevRuleText());
+  if (context.options.json) {
+    printJson(context.world, {{"file", udevRuleFile}, {"rule", udevRuleText()}});
+  } else {
+    printLinesTo(context.world.out, udevRuleText());
+  }
   return ExitStatus::done;
 }
 

@@ -37,6 +37,7 @@ std::string text(const Json& document, int indent) {
 
 std::string_view kindOf(const std::exception& failure) {
   if (const auto* const error = dynamic_cast<const FanatecError*>(&failure)) return error->kind();
+  if (const auto* const error = dynamic_cast<const CommandError*>(&failure)) return error->kind();
   if (dynamic_cast<const FileError*>(&failure) != nullptr) return "fileFailed";
   if (dynamic_cast<const DecodingError*>(&failure) != nullptr) return "invalidFile";
   return "ioFailed";

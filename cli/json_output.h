@@ -26,8 +26,8 @@ Json tuningJson(const TuningSnapshot& snapshot, const std::optional<FanatecProdu
 // {"presets": [each as in the preset file]}
 Json presetsJson(const std::vector<TuningPreset>& presets);
 
-// {"error": {"kind", "message"}}. The kind is the name of a FanatecError's case; "fileFailed" for a
-// FileError, "invalidFile" for a DecodingError, else "ioFailed".
+// {"error": {"kind", "message"}}. The kind is the name of a FanatecError's case; that of a
+// CommandError; "fileFailed" for a FileError, "invalidFile" for a DecodingError, else "ioFailed".
 Json errorJson(std::string_view kind, std::string_view message);
 Json errorJson(const std::exception& failure);
 

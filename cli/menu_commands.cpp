@@ -1,10 +1,14 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
+#include "cli/suggestion.h"
 #include "protocol/error.h"
 #include "support/printing.h"
+#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -20,33 +24,93 @@ void report(const CommandContext& context, const WheelBase& base, const TuningSn
   }
 }
 
+constexpr std::int64_t autoSetup = 1;
+constexpr std::int64_t firstCustom = 2;
+
+// The set that a word names.
+struct NamedSet {
+  std::int64_t number = 0;
+  bool isName = false;  // "A" or "C", which the standard menu alone has
+};
+
+NamedSet parseSet(const std::string& word) {
+  const std::string name = lowerCase(word.substr(0, word.find(" (")));
+  if (name == "a") return {autoSetup, true};
+  if (name == "c") return {firstCustom, true};
+  const auto number = parseInteger(word);
+  if (!number) {
+    throw UsageError(fmt::format(
+        "There is no set \"{}\": give 1 to 5, or A or C of the standard menu", oneLine(word)));
+  }
+  const ClosedRange sets = TuningParameter(TuningParameter::slot).allowedRange(std::nullopt);
+  if (!sets.contains(*number)) {
+    throw CommandError("outOfRange", fmt::format("Set {}: there are sets {} to {}", *number,
+                                                 sets.lower, sets.upper));
+  }
+  return {*number, false};
+}
+
+// The menu, when the base already is where the name leads to. Throws UsageError in the advanced
+// menu, whose sets have no names.
+std::optional<TuningSnapshot> menuOfName(WheelBase& base, std::int64_t number) {
+  TuningSnapshot menu = base.fetchTuning(WheelBase::readTimeout);
+  if (menu.isAdvancedMode()) {
+    throw UsageError(
+        "The sets of the advanced menu are called 1 to 5; A and C are those of the standard menu");
+  }
+  const bool isThere = number == autoSetup ? menu.slot() == autoSetup : menu.slot() != autoSetup;
+  if (isThere) return menu;
+  return std::nullopt;
+}
+
+TuningSnapshot switchTo(WheelBase& base, std::int64_t set, TuningLayout layout) {
+  TuningSnapshot menu = base.selectSlot(set, layout);
+  if (menu.slot() == set) return menu;
+  throw CommandError(
+      "writeIgnored",
+      fmt::format("The base did not switch to set {}; it is in set {}", set, menu.slot()));
+}
+
+std::string parseMode(const std::string& word) {
+  const std::vector<std::string> modes{"standard", "advanced"};
+  const std::string mode = lowerCase(word);
+  if (std::find(modes.begin(), modes.end(), mode) != modes.end()) return mode;
+  const auto near = nearestWord(word, modes);
+  throw UsageError(fmt::format("There is no mode \"{}\": give standard or advanced", oneLine(word)),
+                   near ? std::vector<std::string>{*near} : std::vector<std::string>());
+}
+
 }  // namespace
 
-ExitStatus selectCommand(const CommandContext& context, std::int64_t set) {
-  TuningParameter(TuningParameter::slot).encode(set, std::nullopt);
+ExitStatus selectCommand(const CommandContext& context, const std::string& word) {
+  const NamedSet set = parseSet(word);
   const OpenBase base(context);
-  const TuningSnapshot snapshot =
-      base->selectSlot(set, context.options.layout.value_or(TuningLayout::inPlace));
-  if (snapshot.slot() != set) {
-    throw FanatecError::writeIgnored(TuningParameter::slot, snapshot.slot());
+  if (set.isName) {
+    if (const auto menu = menuOfName(*base, set.number)) {
+      report(context, *base, *menu, fmt::format("Already in set {}", menu->setName()));
+      return ExitStatus::done;
+    }
   }
-  report(context, *base, snapshot, fmt::format("Switched to set {}", snapshot.slot()));
+  const TuningSnapshot menu =
+      switchTo(*base, set.number, context.options.layout.value_or(TuningLayout::inPlace));
+  report(context, *base, menu, fmt::format("Switched to set {}", menu.slot()));
   return ExitStatus::done;
 }
 
-ExitStatus modeCommand(const CommandContext& context, const std::optional<std::string>& mode) {
+ExitStatus modeCommand(const CommandContext& context, const std::string& word) {
+  const std::string mode = word.empty() ? word : parseMode(word);
   const OpenBase base(context);
   TuningSnapshot snapshot = base->fetchTuning(WheelBase::readTimeout);
-  if (!mode) {
+  if (mode.empty()) {
     report(context, *base, snapshot, std::string(snapshot.modeName()));
     return ExitStatus::done;
   }
-  if (snapshot.modeName() != *mode) snapshot = base->switchMenuMode();
-  if (snapshot.modeName() != *mode) {
+  if (snapshot.modeName() != mode) snapshot = base->switchMenuMode();
+  if (snapshot.modeName() != mode) {
     throw FanatecError::invalidReport(
         fmt::format("the base still reports the {} menu", snapshot.modeName()));
   }
-  report(context, *base, snapshot, fmt::format("Now in {} mode", *mode));
+  report(context, *base, snapshot, fmt::format("Now in {} mode", mode));
   return ExitStatus::done;
 }
 

@@ -119,6 +119,11 @@ class Monitor {
       attention_ = std::move(attention);
     } catch (const FanatecError& error) {
       closeBase(*base);
+      if (context_.options.json) {
+        Json document{{"event", "error"}};
+        document.update(errorJson(error));
+        printJsonLine(context_.world, document);
+      }
       printTo(context_.world.err, "{}\n", oneLine(error.errorDescription()));
       if (isPermissionFailure(error)) printTo(context_.world.err, "{}\n", permissionHint);
     }
@@ -149,6 +154,14 @@ class Monitor {
   std::optional<TuningSnapshot> before_;
 };
 
+void sayWaiting(const CommandContext& context) {
+  const std::string& which = context.options.device;
+  const std::string none =
+      which.empty() ? "No base found" : fmt::format("No base answers to \"{}\"", oneLine(which));
+  printTo(context.world.err, "{}; waiting for one. Ctrl-C ends this.\n", none);
+  flush(context.world.err);
+}
+
 }  // namespace
 
 ExitStatus monitorCommand(const CommandContext& context) {
@@ -158,6 +171,7 @@ ExitStatus monitorCommand(const CommandContext& context) {
   HIDDeviceWatcher watcher(Fanatec::vendorID, context.world.backend);
   watcher.setOnChange(
       [&events](const std::vector<HIDDeviceInfo>& devices) { events.push(devices); });
+  if (namedBases(context).empty()) sayWaiting(context);
   watcher.start();
   while (const auto event = events.next(interruption.fd())) {
     std::visit(monitor, *event);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/assignments.h"
 #include "cli/base_access.h"
 #include "cli/json_output.h"
 #include "cli/preset_commands.h"
@@ -73,7 +74,7 @@ ExitStatus applyPresetCommand(const CommandContext& context, const std::string& 
     printTo(context.world.err, "Not on the menu of {}, and left out:{}\n",
             oneLine(base->info().displayName()), codes);
   }
-  return writeValues(context, interruption, *base, values);
+  return writeValues(context, interruption, *base, assignmentsOf(values));
 }
 
 ExitStatus savePresetCommand(const CommandContext& context, const std::string& name) {

@@ -16,6 +16,11 @@ constexpr const char* groupFooter =
     "  quorvanectl presets save \"My GT7\"\n"
     "  quorvanectl presets apply \"My GT7\"";
 
+constexpr const char* listFooter =
+    "Examples:\n"
+    "  quorvanectl presets list\n"
+    "  quorvanectl presets list --json";
+
 constexpr const char* showFooter =
     "Example:\n"
     "  quorvanectl presets show \"Fanatec factory defaults\"";
@@ -71,7 +76,7 @@ class PresetParser {
   }
 
   void addListing() {
-    add("list", "List the built-in presets and your own", "", listPresetsCommand);
+    add("list", "List the built-in presets and your own", listFooter, listPresetsCommand);
     addWhich(
         add("show", "Show all that a preset holds", showFooter,
             [words = words_](auto& context) { return showPresetCommand(context, words->which); }));

@@ -1,12 +1,12 @@
+#include "cli/assignments.h"
 #include "cli/base_access.h"
 #include "cli/commands.h"
-#include "cli/value_words.h"
 #include "cli/value_writer.h"
 
 namespace quorvane {
 
 ExitStatus setCommand(const CommandContext& context, const std::vector<std::string>& words) {
-  const std::vector<ParameterValue> values = parseAssignments(words);
+  const std::vector<Assignment> values = parseAssignments(words);
   const Interruption interruption = context.world.interruption();
   const OpenBase base(context, OpenBase::Use::writing);
   return writeValues(context, interruption, *base, values);

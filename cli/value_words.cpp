@@ -3,51 +3,54 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 
-#include "cli/context.h"
 #include "support/text.h"
 
 namespace quorvane {
 namespace {
 
-std::string codeList() {
-  std::string list;
-  for (const TuningParameter parameter : TuningParameter::allCases()) {
-    if (!list.empty()) list += ", ";
-    list += parameter.code();
-  }
-  return list;
+// "AUTO" is the word in files and on command lines, "AUT" the one on the display.
+constexpr std::array<std::string_view, 2> automaticAngle{"AUTO", "AUT"};
+
+// What stands for degrees besides the unit itself.
+constexpr std::string_view degreeSign = "\u00B0";
+
+// The word without a note in brackets behind it: "CbP (clutch bite point)".
+std::string_view withoutNote(std::string_view word) {
+  const std::size_t note = word.find(" (");
+  return note != std::string_view::npos && word.ends_with(')') ? word.substr(0, note) : word;
 }
 
-// The words that a parameter takes besides numbers, for messages.
-std::string wordsOf(TuningParameter parameter) {
-  std::string text;
-  for (const std::string& word : valueWords(parameter)) text += " or " + word;
-  return text;
+// The number's word without the parameter's unit behind it: "80%", "900 deg".
+std::string_view withoutUnit(std::string_view word, std::string_view unit) {
+  const bool hasSign = unit == "deg" && word.ends_with(degreeSign);
+  const std::size_t length = hasSign ? degreeSign.size() : unit.size();
+  if (length == 0 || word.size() <= length) return word;
+  if (!hasSign && !equalIgnoringCase(word.substr(word.size() - length), unit)) return word;
+  word.remove_suffix(length);
+  while (word.ends_with(' ')) word.remove_suffix(1);
+  return word;
 }
 
-ParameterValue parseAssignment(const std::string& word) {
-  const std::size_t equals = word.find('=');
-  if (equals == std::string::npos) {
-    throw UsageError(
-        fmt::format("\"{}\" is not of the form CODE=VALUE, such as FF=80", oneLine(word)));
-  }
-  const std::string code = word.substr(0, equals);
-  const auto parameter = TuningParameter::named(code);
-  if (!parameter) {
-    throw UsageError(
-        fmt::format("There is no setting \"{}\". The codes are {}", oneLine(code), codeList()));
-  }
-  const std::string text = word.substr(equals + 1);
-  const auto value = parseValueWord(*parameter, text);
-  if (!value) {
-    throw UsageError(fmt::format("\"{}\" is no value for {}: give a whole number{}", oneLine(text),
-                                 parameter->code(), wordsOf(*parameter)));
-  }
-  return {*parameter, *value};
-}
+std::string_view firstWord(std::string_view label) { return label.substr(0, label.find(' ')); }
 
 }  // namespace
+
+bool hasNumbers(TuningParameter parameter) {
+  return !parameter.label(parameter.allowedRange(std::nullopt).lower, std::nullopt);
+}
+
+std::optional<std::int64_t> parseNumberWord(TuningParameter parameter, std::string_view word) {
+  return parseInteger(withoutUnit(withoutNote(word), parameter.unit()));
+}
+
+std::int64_t writtenValue(TuningParameter parameter, std::int64_t value,
+                          const std::optional<FanatecProduct>& product) {
+  const bool isAutomatic =
+      parameter == TuningParameter::sensitivity && parameter.label(value, product);
+  return isAutomatic ? 0 : value;
+}
 
 std::vector<std::string> valueWords(TuningParameter parameter) {
   if (parameter == TuningParameter::sensitivity) return {"AUTO"};
@@ -55,42 +58,27 @@ std::vector<std::string> valueWords(TuningParameter parameter) {
   const ClosedRange range = parameter.allowedRange(std::nullopt);
   for (std::int64_t value = range.lower; value <= range.upper; ++value) {
     if (const auto label = parameter.label(value, std::nullopt)) {
-      words.emplace_back(label->substr(0, label->find(' ')));
+      words.emplace_back(firstWord(*label));
     }
   }
   return words;
 }
 
 std::optional<std::int64_t> parseValueWord(TuningParameter parameter, std::string_view word) {
-  if (const auto number = parseInteger(word)) return number;
+  if (const auto number = parseNumberWord(parameter, word)) return number;
+  word = withoutNote(word);
   if (parameter == TuningParameter::sensitivity) {
-    if (equalIgnoringCase(word, "AUTO") || equalIgnoringCase(word, "AUT")) return 0;
-    return std::nullopt;
+    const bool isAutomatic =
+        std::any_of(automaticAngle.begin(), automaticAngle.end(),
+                    [&](std::string_view automatic) { return equalIgnoringCase(word, automatic); });
+    return isAutomatic ? std::optional<std::int64_t>(0) : std::nullopt;
   }
   const ClosedRange range = parameter.allowedRange(std::nullopt);
   for (std::int64_t value = range.lower; value <= range.upper; ++value) {
     const auto label = parameter.label(value, std::nullopt);
-    if (label && equalIgnoringCase(label->substr(0, label->find(' ')), word)) return value;
+    if (label && equalIgnoringCase(firstWord(*label), word)) return value;
   }
   return std::nullopt;
-}
-
-std::vector<ParameterValue> parseAssignments(const std::vector<std::string>& words) {
-  std::vector<ParameterValue> assignments;
-  for (const std::string& word : words) {
-    const ParameterValue next = parseAssignment(word);
-    for (const ParameterValue& earlier : assignments) {
-      if (earlier.parameter == next.parameter) {
-        throw UsageError(fmt::format("{} is given twice", next.parameter.code()));
-      }
-    }
-    assignments.push_back(next);
-  }
-  std::sort(assignments.begin(), assignments.end(),
-            [](const ParameterValue& a, const ParameterValue& b) {
-              return a.parameter.offset() < b.parameter.offset();
-            });
-  return assignments;
 }
 
 std::string valueText(TuningParameter parameter, std::int64_t value,

@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "presets/tuning_preset.h"
 #include "protocol/tuning_parameter.h"
 
 namespace quorvane {
@@ -15,13 +14,22 @@ namespace quorvane {
 // of its labels, "AUTO" for the steering angle.
 std::vector<std::string> valueWords(TuningParameter parameter);
 
-// The value that a word stands for: a decimal number, or the first word of one of the parameter's
-// labels ignoring case ("OFF", "LIN", "CbP"), or "AUTO" and "AUT" for the steering angle.
+// Whether the parameter's values are numbers, maybe with a word for one of them, and not all words.
+bool hasNumbers(TuningParameter parameter);
+
+// A decimal number, with or without the parameter's unit behind it: "80", "80%", "900 deg".
+// A note in brackets is left out: "80 % (250 ms)". There is no plus sign.
+std::optional<std::int64_t> parseNumberWord(TuningParameter parameter, std::string_view word);
+
+// The value that a word stands for: a number, or a label of the parameter or its first word
+// ignoring case ("OFF", "LIN", "CbP (clutch bite point)"), or "AUTO" and "AUT" for the steering
+// angle, which are 0. Takes whatever valueText makes.
 std::optional<std::int64_t> parseValueWord(TuningParameter parameter, std::string_view word);
 
-// Reads "CODE=VALUE" words and puts them in menu order. Throws UsageError for a word that is not of
-// that form, an unknown code, a value that is none, and a parameter that is named twice.
-std::vector<ParameterValue> parseAssignments(const std::vector<std::string>& words);
+// The value in the coding of what is written: the automatic angle of the product, which its menu
+// decodes to a number above its largest angle, is 0.
+std::int64_t writtenValue(TuningParameter parameter, std::int64_t value,
+                          const std::optional<FanatecProduct>& product);
 
 // The value as people read it: "900 deg", "OFF", "CbP (clutch bite point)", "3".
 std::string valueText(TuningParameter parameter, std::int64_t value,

@@ -1,5 +1,7 @@
 #include "cli/value_writer.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <chrono>
 
@@ -13,12 +15,14 @@
 namespace quorvane {
 namespace {
 
-// What became of one value.
+// What became of one value. `wanted` and `readBack` are in the coding of what is written.
 struct Receipt {
-  ParameterValue wanted;
+  Assignment assignment;
+  std::optional<std::int64_t> wanted;
   std::optional<std::int64_t> readBack;
   std::optional<std::string> error;
   std::int64_t milliseconds = 0;
+  std::string text;  // of the value read back
 };
 
 std::int64_t readBackOf(const TuningSnapshot& snapshot, TuningParameter parameter,
@@ -26,42 +30,80 @@ std::int64_t readBackOf(const TuningSnapshot& snapshot, TuningParameter paramete
   return parameter == TuningParameter::slot ? snapshot.slot() : snapshot.value(parameter, product);
 }
 
-Receipt write(MenuWriter& writer, const std::optional<FanatecProduct>& product,
-              const ParameterValue& wanted, Clock& clock) {
-  Receipt receipt{wanted, std::nullopt, std::nullopt, 0};
-  const auto begin = clock.now();
-  try {
-    const TuningSnapshot readBack = writer.write(wanted.parameter, wanted.value);
-    receipt.readBack = readBackOf(readBack, wanted.parameter, product);
-  } catch (const FanatecError& error) {
-    receipt.error = error.errorDescription();
-    if (const auto* const ignored = std::get_if<FanatecError::WriteIgnored>(&error.value())) {
-      receipt.readBack = ignored->readBack;
+// Writes one base's values, one after the other.
+class ReceiptWriter {
+ public:
+  ReceiptWriter(WheelBase& base, const TuningSnapshot& menu, Clock& clock)
+      : base_(base), clock_(clock), menu_(menu), writer_(base, menu) {}
+
+  Receipt write(const Assignment& assignment) {
+    Receipt receipt{assignment, std::nullopt, std::nullopt, std::nullopt, 0, ""};
+    const auto begin = clock_.now();
+    const WantedValue wanted = wantedValue(assignment, base_.tuning().value_or(menu_), product());
+    receipt.error = wanted.error;
+    if (wanted.value) {
+      receipt.wanted = writtenValue(assignment.parameter, *wanted.value, product());
+      if (!wanted.error) write(*wanted.value, receipt);
+    }
+    receipt.milliseconds =
+        std::chrono::duration_cast<std::chrono::milliseconds>(clock_.now() - begin).count();
+    return receipt;
+  }
+
+ private:
+  std::optional<FanatecProduct> product() const { return base_.product(); }
+
+  void write(std::int64_t value, Receipt& receipt) {
+    const TuningParameter parameter = receipt.assignment.parameter;
+    try {
+      take(readBackOf(writer_.write(parameter, value), parameter, product()), receipt);
+    } catch (const FanatecError& error) {
+      receipt.error = error.errorDescription();
+      if (const auto* const ignored = std::get_if<FanatecError::WriteIgnored>(&error.value())) {
+        take(ignored->readBack, receipt);
+      }
     }
   }
-  receipt.milliseconds =
-      std::chrono::duration_cast<std::chrono::milliseconds>(clock.now() - begin).count();
-  return receipt;
+
+  void take(std::int64_t readBack, Receipt& receipt) const {
+    const TuningParameter parameter = receipt.assignment.parameter;
+    receipt.readBack = writtenValue(parameter, readBack, product());
+    receipt.text = valueText(parameter, readBack, product());
+  }
+
+  WheelBase& base_;
+  Clock& clock_;
+  TuningSnapshot menu_;  // as it was before the first value
+  MenuWriter writer_;
+};
+
+// What is to be said of a value that the base keeps in its own way.
+std::optional<std::string> noteOn(const Receipt& receipt) {
+  if (receipt.error || !receipt.readBack || receipt.readBack == receipt.wanted) return std::nullopt;
+  const std::int64_t step = receipt.assignment.parameter.step();
+  return fmt::format("{}, asked for {}{}", receipt.text, *receipt.wanted,
+                     step > 1 ? fmt::format(", steps of {}", step) : "");
 }
 
-void print(const World& world, const Receipt& receipt,
-           const std::optional<FanatecProduct>& product) {
-  const TuningParameter parameter = receipt.wanted.parameter;
+void print(const World& world, const Receipt& receipt) {
+  const std::string_view code = receipt.assignment.parameter.code();
   if (receipt.error) {
-    printTo(world.out, "{:<4} not written: {}\n", parameter.code(), oneLine(*receipt.error));
+    printTo(world.out, "{:<4} not written: {}\n", code, oneLine(*receipt.error));
   } else {
-    printTo(world.out, "{:<4} {} ({} ms)\n", parameter.code(),
-            valueText(parameter, *receipt.readBack, product), receipt.milliseconds);
+    printTo(world.out, "{:<4} {} ({} ms)\n", code, noteOn(receipt).value_or(receipt.text),
+            receipt.milliseconds);
   }
   flush(world.out);
 }
 
 Json receiptJson(const Receipt& receipt) {
-  return {{"parameter", receipt.wanted.parameter.code()},
-          {"value", receipt.wanted.value},
-          {"readBack", receipt.readBack ? Json(*receipt.readBack) : Json(nullptr)},
-          {"error", receipt.error ? Json(*receipt.error) : Json(nullptr)},
-          {"milliseconds", receipt.milliseconds}};
+  Json document{{"parameter", receipt.assignment.parameter.code()},
+                {"value", receipt.wanted ? Json(*receipt.wanted) : Json(nullptr)},
+                {"readBack", receipt.readBack ? Json(*receipt.readBack) : Json(nullptr)},
+                {"error", receipt.error ? Json(*receipt.error) : Json(nullptr)},
+                {"milliseconds", receipt.milliseconds}};
+  if (const auto note = noteOn(receipt)) document["note"] = *note;
+  return document;
 }
 
 void printJson(const World& world, const std::vector<Receipt>& receipts) {
@@ -70,7 +112,7 @@ void printJson(const World& world, const std::vector<Receipt>& receipts) {
   printJson(world, {{"results", std::move(results)}});
 }
 
-void printInterruption(const World& world, const std::vector<ParameterValue>& wanted,
+void printInterruption(const World& world, const std::vector<Assignment>& wanted,
                        std::size_t done) {
   printTo(world.err, "Interrupted; not written:");
   for (std::size_t i = done; i < wanted.size(); ++i) {
@@ -81,13 +123,13 @@ void printInterruption(const World& world, const std::vector<ParameterValue>& wa
 
 // One for each value that was tried.
 std::vector<Receipt> writeEach(const CommandContext& context, const Interruption& interruption,
-                               WheelBase& base, const std::vector<ParameterValue>& values) {
-  MenuWriter writer(base, base.fetchTuning(WheelBase::readTimeout));
+                               WheelBase& base, const std::vector<Assignment>& values) {
+  ReceiptWriter writer(base, base.fetchTuning(WheelBase::readTimeout), context.world.clock);
   std::vector<Receipt> receipts;
-  for (const ParameterValue& wanted : values) {
+  for (const Assignment& assignment : values) {
     if (interruption.requested()) break;
-    receipts.push_back(write(writer, base.product(), wanted, context.world.clock));
-    if (!context.options.json) print(context.world, receipts.back(), base.product());
+    receipts.push_back(writer.write(assignment));
+    if (!context.options.json) print(context.world, receipts.back());
   }
   return receipts;
 }
@@ -95,7 +137,7 @@ std::vector<Receipt> writeEach(const CommandContext& context, const Interruption
 }  // namespace
 
 ExitStatus writeValues(const CommandContext& context, const Interruption& interruption,
-                       WheelBase& base, const std::vector<ParameterValue>& values) {
+                       WheelBase& base, const std::vector<Assignment>& values) {
   const World& world = context.world;
   const std::vector<Receipt> receipts = writeEach(context, interruption, base, values);
   if (context.options.json) printJson(world, receipts);

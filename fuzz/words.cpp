@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/assignments.h"
 #include "cli/command_line.h"
 #include "cli/completion.h"
 #include "cli/preset_names.h"
@@ -127,7 +128,7 @@ void expectCompletions(Words words) {
 
 void expectAssignments(Words words) {
   std::erase_if(words, [](const std::string& word) { return word.find('=') == std::string::npos; });
-  std::vector<ParameterValue> assignments;
+  std::vector<Assignment> assignments;
   try {
     assignments = parseAssignments(words);
   } catch (const UsageError& error) {
@@ -136,15 +137,13 @@ void expectAssignments(Words words) {
   }
   invariant(assignments.size() == words.size(), "every word is an assignment");
   invariant(std::is_sorted(assignments.begin(), assignments.end(),
-                           [](const ParameterValue& a, const ParameterValue& b) {
+                           [](const Assignment& a, const Assignment& b) {
                              return a.parameter.offset() < b.parameter.offset();
                            }),
             "assignments are in the order of the menu");
   Words again;
   again.reserve(assignments.size());
-  for (const auto& [parameter, value] : assignments) {
-    again.push_back(std::string(parameter.code()) + '=' + std::to_string(value));
-  }
+  for (const Assignment& assignment : assignments) again.push_back(assignmentText(assignment));
   invariant(parseAssignments(again) == assignments, "assignments survive as words");
 }
 

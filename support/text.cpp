@@ -84,7 +84,6 @@ std::string oneLine(std::string_view text) { return withoutControls(text, false)
 std::string safeLines(std::string_view text) { return withoutControls(text, true); }
 
 std::optional<std::int64_t> parseInteger(std::string_view text) {
-  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
   return parseWhole<std::int64_t>(text, 10);
 }
 

@@ -26,7 +26,8 @@ std::string oneLine(std::string_view text);
 // The same for a text of several lines, whose line feeds stay.
 std::string safeLines(std::string_view text);
 
-// A whole decimal number with an optional sign and nothing around it, within 64 bits.
+// A whole decimal number, with a minus sign when it is negative and nothing around it, within 64
+// bits.
 std::optional<std::int64_t> parseInteger(std::string_view text);
 
 // Hexadecimal digits, optionally led by "0x", and nothing around them, within 32 bits.

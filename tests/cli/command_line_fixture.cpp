@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "cli/command_line.h"
+#include "tests/cli/json_schema.h"
 
 namespace quorvane {
 
@@ -120,7 +121,11 @@ Outcome CommandLineTest::run(const std::vector<std::string>& words) {
   CapturedStream out;
   CapturedStream err;
   const ExitStatus status = runCommandLine(words, world(out.file(), err.file()));
-  return {status, out.text(), err.text()};
+  const Outcome outcome{status, out.text(), err.text()};
+  if (printsDocument(words)) {
+    EXPECT_EQ(documentFaults(words, outcome), Lines{});
+  }
+  return outcome;
 }
 
 std::string documentText(const std::string& out) { return documentText(Json::parse(out)); }

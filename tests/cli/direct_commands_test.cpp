@@ -30,6 +30,15 @@ TEST_F(RotationCommand, SendsTheDirectCommand) {
                                  "> 01 f8 81 84 03 +3", "close"}));
 }
 
+TEST_F(RotationCommand, TakesTheUnitToo) {
+  base();
+  for (const std::string word : {"540deg", "540 deg", "540\u00B0"}) {
+    EXPECT_EQ(run(std::vector<std::string>{"rotation", word}).out,
+              "Steering angle set to 540 deg\n")
+        << word;
+  }
+}
+
 TEST_F(RotationCommand, GivesOneDocument) {
   base();
   const Json wanted = {{"device", simulatedDevice}, {"rotation", 2520}};
@@ -50,7 +59,7 @@ TEST_F(RotationCommand, UsesTheReportAskedFor) {
 
 TEST_F(RotationCommand, PedalsThatPresentThemselvesAsAJoystickHaveNoAngle) {
   base().setProperty(HIDPropertyKey::productID, std::int64_t{0x183B});
-  const std::string message = "SEN is not available on ClubSport Pedals V3";
+  const std::string message = "ClubSport Pedals V3 has no steering angle";
   EXPECT_EQ(run("rotation 900"), (Outcome{ExitStatus::failed, "", message + "\n"}));
   EXPECT_EQ(run("--json rotation 900"),
             (Outcome{ExitStatus::failed, errorDocument("notAvailable", message), message + "\n"}));
@@ -60,7 +69,7 @@ TEST_F(RotationCommand, PedalsThatPresentThemselvesAsAJoystickHaveNoAngle) {
 TEST_F(RotationCommand, AnAngleOutOfRangeIsAFailureAndSendsNothing) {
   base();
   for (const std::string angle : {"89", "2521", "0", "-900"}) {
-    const std::string message = "SEN value " + angle + " is outside 90...2520";
+    const std::string message = "Steering angle " + angle + ": 90 to 2520 degrees";
     EXPECT_EQ(run("rotation " + angle), (Outcome{ExitStatus::failed, "", message + "\n"}));
     EXPECT_EQ(run("--json rotation " + angle),
               (Outcome{ExitStatus::failed, errorDocument("outOfRange", message), message + "\n"}));
@@ -71,7 +80,7 @@ TEST_F(RotationCommand, AnAngleOutOfRangeIsAFailureAndSendsNothing) {
 TEST_F(RotationCommand, TheRangeIsTheProducts) {
   attach(0x0001);
   EXPECT_EQ(run("rotation 910"),
-            (Outcome{ExitStatus::failed, "", "SEN value 910 is outside 90...900\n"}));
+            (Outcome{ExitStatus::failed, "", "Steering angle 910: 90 to 900 degrees\n"}));
 }
 
 TEST_F(RotationCommand, ABaseWithoutOutputReportsNeedsTheReportNamed) {

@@ -58,7 +58,7 @@ TEST_F(SelectCommand, UsesTheLayoutAskedFor) {
 TEST_F(SelectCommand, ASetThatDoesNotExistIsAFailureAndSendsNothing) {
   base();
   for (const std::string set : {"0", "6", "-1", "260"}) {
-    const std::string message = "SLOT value " + set + " is outside 1...5";
+    const std::string message = "Set " + set + ": there are sets 1 to 5";
     EXPECT_EQ(run("select " + set), (Outcome{ExitStatus::failed, "", message + "\n"}));
     EXPECT_EQ(run("--json select " + set),
               (Outcome{ExitStatus::failed, errorDocument("outOfRange", message), message + "\n"}));
@@ -70,9 +70,30 @@ TEST_F(SelectCommand, ABaseThatStaysWhereItWasIsAFailure) {
   base();
   atPause(
       0, [this] { base().withBase([](SimulatedBase& simulated) { simulated.menu().select(2); }); });
-  const std::string message = "The base ignored the SLOT write; it still reports 2";
+  const std::string message = "The base did not switch to set 3; it is in set 2";
   EXPECT_EQ(run("--json select 3"),
             (Outcome{ExitStatus::failed, errorDocument("writeIgnored", message), message + "\n"}));
+}
+
+TEST_F(SelectCommand, TakesTheNamesOfTheStandardMenu) {
+  base();
+  EXPECT_EQ(run("select A"), (Outcome{ExitStatus::done, "Switched to set 1\n", ""}));
+  EXPECT_EQ(transcript(), (Lines{"open", "> ff 03 02 +61", "> ff 03 01 01 +60", "pause 150 ms",
+                                 "> ff 03 02 +61", "close"}));
+  EXPECT_EQ(run("select a").out, "Already in set A (Auto Setup)\n");
+  EXPECT_EQ(run("select c").out, "Switched to set 2\n");
+  ASSERT_EQ(run("select 4").status, ExitStatus::done);
+  EXPECT_EQ(run(std::vector<std::string>{"select", "C (Custom)"}).out,
+            "Already in set C (Custom)\n");
+  expectMenu(run("select C --json").out, 4, "standard");
+}
+
+TEST_F(SelectCommand, TheAdvancedMenuHasNoNames) {
+  base().withBase([](SimulatedBase& simulated) { simulated.menu().toggleMode(); });
+  const std::string message =
+      "The sets of the advanced menu are called 1 to 5; A and C are those of the standard menu";
+  EXPECT_EQ(run("select A"), (Outcome{ExitStatus::wrongUsage, "", message + "\n"}));
+  EXPECT_EQ(transcript(), (Lines{"open", "> ff 03 02 +61", "close"}));
 }
 
 TEST_F(SelectCommand, ASilentBaseTimesOut) {
@@ -96,6 +117,8 @@ TEST_F(ModeCommand, SwitchesTheMode) {
                                  "> ff 03 02 +61", "close"}));
   EXPECT_EQ(run("mode standard"), (Outcome{ExitStatus::done, "Now in standard mode\n", ""}));
   expectMenu(run("mode advanced --json").out, 2, "advanced");
+  EXPECT_EQ(run("mode STANDARD").out, "Now in standard mode\n");
+  EXPECT_EQ(run("mode Advanced").out, "Now in advanced mode\n");
 }
 
 TEST_F(ModeCommand, SendsNoSwitchWhenTheModeIsThereAlready) {

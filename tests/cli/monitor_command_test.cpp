@@ -11,6 +11,7 @@
 #include "cli/command_line.h"
 #include "support/thread.h"
 #include "tests/cli/command_line_fixture.h"
+#include "tests/cli/json_schema.h"
 
 namespace quorvane {
 namespace {
@@ -25,15 +26,18 @@ class MonitorCommand : public CommandLineTest {
     CommandLineTest::TearDown();
   }
 
-  void start(std::string_view options = "") {
+  // With `messages`, the lines are those of standard error too.
+  void start(std::string_view options = "", bool messages = false) {
+    isJson_ = options.find("--json") != std::string_view::npos;
     std::array<int, 2> ends{-1, -1};
     ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
     lines_.reset(::fdopen(ends[0], "r"));
     out_.reset(::fdopen(ends[1], "w"));
-    thread_ = Thread("monitor", [this, words = wordsOf("monitor " + std::string(options))] {
-      status_ = runCommandLine(words, world(out_.get(), err_.file()));
-      out_.reset();
-    });
+    thread_ =
+        Thread("monitor", [this, messages, words = wordsOf("monitor " + std::string(options))] {
+          status_ = runCommandLine(words, world(out_.get(), messages ? out_.get() : err_.file()));
+          out_.reset();
+        });
   }
 
   // Waits for the next line.
@@ -43,6 +47,9 @@ class MonitorCommand : public CommandLineTest {
     const ssize_t length = ::getline(&text, &size, lines_.get());
     std::string result = length > 0 ? std::string(text, static_cast<std::size_t>(length) - 1) : "";
     std::free(text);
+    if (isJson_) {
+      EXPECT_EQ(schemaFaults(schemaNamed("monitor"), Json::parse(result)), Lines{}) << result;
+    }
     return result;
   }
 
@@ -74,6 +81,7 @@ class MonitorCommand : public CommandLineTest {
   std::unique_ptr<std::FILE, Close> lines_;
   std::unique_ptr<std::FILE, Close> out_;
   CapturedStream err_;
+  bool isJson_ = false;
   ExitStatus status_ = ExitStatus::failed;
   Thread thread_;
 };
@@ -264,12 +272,33 @@ TEST_F(MonitorCommand, GoesOnWhenTheSystemGrantsTheDevice) {
   EXPECT_EQ(stop().out, "");
 }
 
-TEST_F(MonitorCommand, WithoutABaseItWaits) {
+TEST_F(MonitorCommand, MissingPermissionIsALineOfJsonToo) {
+  base().failOpenWith(HIDReturnCode::notPermitted);
+  start("--json");
+  line();
+  const Json failure = Json::parse(line());
+  EXPECT_EQ(failure["event"], "error");
+  EXPECT_EQ(failure["error"]["kind"], "ioFailed");
+  EXPECT_EQ(failure["error"]["message"],
+            "HID I/O failed: " + describeHIDReturn(HIDReturnCode::notPermitted));
+  stop();
+}
+
+TEST_F(MonitorCommand, WithoutABaseItSaysThatItWaits) {
   base().unplug();
-  start();
+  start("", true);
+  EXPECT_EQ(line(), "No base found; waiting for one. Ctrl-C ends this.");
   base().plug();
   EXPECT_EQ(line().substr(0, 8), "arrival ");
   waitUntilFollowed();
+  base().unplug();
+  EXPECT_EQ(line().substr(0, 8), "removal ");
+  EXPECT_EQ(stop(), nothingMore);
+}
+
+TEST_F(MonitorCommand, WithoutTheNamedBaseItSaysThatItWaits) {
+  start("--device QV-9", true);
+  EXPECT_EQ(line(), "No base answers to \"QV-9\"; waiting for one. Ctrl-C ends this.");
   EXPECT_EQ(stop(), nothingMore);
 }
 

@@ -128,7 +128,7 @@ TEST(Program, ExitsWithTheStatusOfItsCommand) {
                      "quorvanectl " + std::string(version()) + " (" + std::string(commit()) + ")\n",
                      ""}));
   EXPECT_EQ(Program("--simulate select 9").finish(),
-            (Outcome{ExitStatus::failed, "", simulatedText + "SLOT value 9 is outside 1...5\n"}));
+            (Outcome{ExitStatus::failed, "", simulatedText + "Set 9: there are sets 1 to 5\n"}));
   EXPECT_EQ(Program("set FF").finish(),
             (Outcome{ExitStatus::wrongUsage, "",
                      "\"FF\" is not of the form CODE=VALUE, such as FF=80\n"}));

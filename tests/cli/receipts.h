@@ -9,13 +9,19 @@
 // What the commands that write values print for each of them, as JSON.
 namespace quorvane {
 
-inline Json receipt(const char* parameter, std::int64_t value, const Json& readBack,
+inline Json receipt(const char* parameter, const Json& value, const Json& readBack,
                     const Json& error, std::int64_t milliseconds) {
   return {{"parameter", parameter},
           {"value", value},
           {"readBack", readBack},
           {"error", error},
           {"milliseconds", milliseconds}};
+}
+
+// With what is said of a value that the base keeps in its own way.
+inline Json noted(Json receipt, const char* note) {
+  receipt["note"] = note;
+  return receipt;
 }
 
 inline std::string results(const std::vector<Json>& receipts) {

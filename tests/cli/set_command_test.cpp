@@ -71,10 +71,72 @@ TEST_F(SetCommand, GivesOneDocument) {
 
 TEST_F(SetCommand, TheReceiptTellsWhatTheBaseKept) {
   base();
-  EXPECT_EQ(run("set --json brF=57 SEN=0"),
+  EXPECT_EQ(
+      run("set --json brF=57 SEN=0"),
+      (Outcome{
+          ExitStatus::done,
+          results({receipt("SEN", 0, 0, nullptr, 250),
+                   noted(receipt("brF", 57, 50, nullptr, 250), "50 %, asked for 57, steps of 10")}),
+          ""}));
+}
+
+TEST_F(SetCommand, SaysWhatTheBaseRounded) {
+  base();
+  EXPECT_EQ(run("set SHO=55 SEN=905 FF=80"),
             (Outcome{ExitStatus::done,
-                     results({receipt("SEN", 0, 2530, nullptr, 250),
-                              receipt("brF", 57, 50, nullptr, 250)}),
+                     "SEN  900 deg, asked for 905, steps of 10 (250 ms)\n"
+                     "FF   80 % (250 ms)\n"
+                     "SHO  50 %, asked for 55, steps of 10 (250 ms)\n",
+                     ""}));
+  EXPECT_EQ(run("set --json SHO=55"), (Outcome{ExitStatus::done,
+                                               results({noted(receipt("SHO", 55, 50, nullptr, 250),
+                                                              "50 %, asked for 55, steps of 10")}),
+                                               ""}));
+}
+
+// The base tells the automatic angle as a number that differs between products.
+TEST_F(SetCommand, CodesTheAutomaticAngleAlikeHoweverItIsAskedFor) {
+  base();
+  const std::string wanted = results({receipt("SEN", 0, 0, nullptr, 250)});
+  for (const char* const word : {"SEN=AUTO", "SEN=0", "SEN=2530"}) {
+    EXPECT_EQ(run({"set", "--json", word}), (Outcome{ExitStatus::done, wanted, ""})) << word;
+  }
+}
+
+TEST_F(SetCommand, ChangesThePresentValue) {
+  base();
+  EXPECT_EQ(run("set FF+=5 SEN-=100"),
+            (Outcome{ExitStatus::done, "SEN  800 deg (250 ms)\nFF   70 % (250 ms)\n", ""}));
+  EXPECT_EQ(run("set --json FF-=5"),
+            (Outcome{ExitStatus::done, results({receipt("FF", 65, 65, nullptr, 250)}), ""}));
+}
+
+TEST_F(SetCommand, AChangeCountsFromTheSetThatWasSelectedFirst) {
+  base();
+  ASSERT_EQ(run("set SLOT=3 FF=30").status, ExitStatus::done);
+  ASSERT_EQ(run("set SLOT=2 FF=60").status, ExitStatus::done);
+  EXPECT_EQ(run("set FF+=5 SLOT=3").out, "SLOT 3 (250 ms)\nFF   35 % (250 ms)\n");
+}
+
+TEST_F(SetCommand, AChangeThatCannotBeMadeSendsNoWrite) {
+  base();
+  const std::string range = "FF is 65 % now; 40 more would be outside 0...100";
+  const std::string word = "BLI is OFF now, which is no number to change; give the value itself";
+  EXPECT_EQ(run("set --json FF+=40 BLI-=5"),
+            (Outcome{ExitStatus::failed,
+                     results({receipt("FF", nullptr, nullptr, range, 0),
+                              receipt("BLI", nullptr, nullptr, word, 0)}),
+                     "2 of 2 values not written\n"}));
+  EXPECT_EQ(transcript(), (Lines{"open", "> ff 03 02 +61", "close"}));
+}
+
+TEST_F(SetCommand, TakesBackWhatItPrinted) {
+  base();
+  EXPECT_EQ(run({"set", "SEN=900 deg", "FF=80%", "BLI=OFF (250 ms)", "FFS=PEA",
+                 "ACP=CbP (clutch bite point)"}),
+            (Outcome{ExitStatus::done,
+                     "SEN  900 deg (250 ms)\nFF   80 % (250 ms)\nBLI  OFF (250 ms)\n"
+                     "FFS  PEA (250 ms)\nACP  CbP (clutch bite point) (250 ms)\n",
                      ""}));
 }
 

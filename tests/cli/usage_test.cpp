@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +15,15 @@ namespace {
 
 using Usage = CommandLineTest;
 
+// Nothing that the library for options says reaches people.
+void expectOwnSentences(const std::string& text) {
+  for (const char* const sentence :
+       {"is required", "required", "was not expected", "were not expected", "Could not convert",
+        "The following argument", "[REQUIRED]", " TEXT ", "missing", "not in {", "subcommand"}) {
+    EXPECT_EQ(text.find(sentence), std::string::npos) << text;
+  }
+}
+
 // Bases of the program's own making, which live in real time.
 class Simulate : public CommandLineTest {
  protected:
@@ -22,18 +32,18 @@ class Simulate : public CommandLineTest {
 
 TEST_F(Usage, WrongWordsTouchNoBase) {
   const std::vector<std::pair<std::string, std::string>> cases{
-      {"", "A subcommand is required"},
-      {"--json", "A subcommand is required"},
+      {"", "Usage: quorvanectl [OPTION...] COMMAND [ARGUMENT...]"},
+      {"--layout sdk", "A command is needed: devices, read, set,"},
       {"frobnicate", "frobnicate"},
       {"READ", "READ"},
       {"--frobnicate read", "--frobnicate"},
-      {"read more", "more"},
+      {"read more", "read takes no more words: \"more\" is one too many"},
       {"devices more", "more"},
       {"usb-reset more", "more"},
       {"monitor more", "more"},
-      {"--device", "required"},
+      {"--device", "--device needs a value: WHICH"},
 
-      {"set", "values is required"},
+      {"set", "set needs CODE=VALUE: what to write, such as SEN=900 FF=80"},
       {"set FF", "\"FF\" is not of the form CODE=VALUE"},
       {"set FF=80 SEN", "\"SEN\" is not of the form CODE=VALUE"},
       {"set XYZ=1", "There is no setting \"XYZ\""},
@@ -42,86 +52,203 @@ TEST_F(Usage, WrongWordsTouchNoBase) {
       {"set FF=80 FF=80", "FF is given twice"},
       {"set FF=80 ff=20", "FF is given twice"},
       {"set FF=99999999999999999999", "is no value for FF"},
-      {"set --yes FF=80", "--yes"},
+      {"set --yes FF=80", "set has no option \"--yes\""},
 
-      {"select", "set is required"},
-      {"select two", "two"},
-      {"select 2 3", "3"},
-      {"mode basic", "basic"},
-      {"mode Standard", "Standard"},
+      {"select", "select needs SET: the set's number, 1 to 5, or its name"},
+      {"select two", "There is no set \"two\": give 1 to 5, or A or C"},
+      {"select 2 3", "select takes no more words: \"3\" is one too many"},
+      {"mode basic", "There is no mode \"basic\": give standard or advanced"},
       {"mode standard advanced", "advanced"},
-      {"rotation", "degrees is required"},
-      {"rotation far", "far"},
-      {"rotation 900.5", "900.5"},
+      {"rotation", "rotation needs DEGREES: degrees, from 90 to"},
+      {"rotation far", "\"far\" is no steering angle: give whole degrees, such as 540"},
+      {"rotation 900.5", "\"900.5\" is no steering angle"},
+      {"rotation +900", "\"+900\" is no steering angle"},
+      {"rotation AUTO", "\"AUTO\" is no steering angle"},
       {"rotation 900 90", "90"},
-      {"raw", "bytes is required"},
+      {"raw", "raw needs BYTES: hexadecimal bytes"},
       {"raw zz", "hexadecimal"},
       {"raw ff 03 0g", "hexadecimal"},
       {"raw ff 03 002", "hexadecimal"},
       {"raw 0x", "hexadecimal"},
       {"doctor more", "more"},
-      {"doctor --report", "--report"},
+      {"doctor --report", "--report needs a value: FILE"},
       {"factory-reset", "--yes"},
       {"factory-reset yes", "yes"},
 
       {"presets list more", "more"},
       {"presets list list", "list"},
-      {"presets show", "which is required"},
+      {"presets show", "presets show needs WHICH: the preset's name or id"},
       {"presets show a b", "b"},
       {"presets show nobody", "There is no preset \"nobody\""},
-      {"presets apply", "which is required"},
+      {"presets apply", "presets apply needs WHICH"},
       {"presets apply a b", "b"},
       {"presets apply nobody", "There is no preset \"nobody\""},
-      {"presets save", "name is required"},
+      {"presets save", "presets save needs NAME: the new preset's name"},
       {"presets save My GT7", "GT7"},
-      {"presets delete", "which is required"},
+      {"presets delete", "presets delete needs WHICH"},
       {"presets delete nobody", "There is no preset \"nobody\""},
-      {"presets import", "files is required"},
-      {"presets export", "file is required"},
+      {"presets import", "presets import needs FILE"},
+      {"presets export", "presets export needs FILE"},
       {"presets export - nobody", "There is no preset \"nobody\""},
-      {"presets share", "file is required"},
+      {"presets share", "presets share needs FILE"},
       {"presets share - more", "more"},
       {"presets share - --preset nobody", "There is no preset \"nobody\""},
       {"presets apply --preset x", "--preset"},
       {"apply x", "There is no command or option \"apply\""},
       {"[apply] x", "There is no command or option \"[apply]\""},
 
-      {"--layout windows set FF=80", "windows"},
+      {"--layout windows set FF=80", "There is no layout \"windows\": give sdk or linux"},
       {"--layout SDK set FF=80", "SDK"},
       {"--report-id 256 rotation 900", "\"256\" is no report ID"},
       {"--report-id -1 rotation 900", "\"-1\" is no report ID"},
       {"--report-id 0x100 rotation 900", "\"0x100\" is no report ID"},
       {"--report-id 0x rotation 900", "\"0x\" is no report ID"},
       {"--report-id one rotation 900", "\"one\" is no report ID"},
+      {"--report-id +1 rotation 900", "\"+1\" is no report ID"},
+      {"--layout= set FF=80", "\"--layout=\" has nothing behind it"},
+      {"--simulate= read", "\"--simulate=\" has nothing behind it"},
+      {"--simulate=nothing read", "\"nothing\" does not name one product"},
+      {"read --json=maybe", "\"--json=maybe\": --json takes no value"},
+      {"factory-reset --yes=maybe", "\"--yes=maybe\": --yes takes no value"},
+      {"read -x", "read has no option \"-x\""},
+      {"help frobnicate", "There is no command \"frobnicate\" to help with"},
+      {"help presets frobnicate", "There is no command \"frobnicate\" to help with"},
   };
   base();
   for (const auto& [line, message] : cases) {
-    for (const char* const json : {"", " --json"}) {
-      if (line.empty() && *json != 0) continue;
-      const Outcome outcome = run(line + json);
-      EXPECT_EQ(outcome.status, ExitStatus::wrongUsage) << line;
-      EXPECT_EQ(outcome.out, "") << line;
-      EXPECT_NE(outcome.err.find(message), std::string::npos) << line << "\n" << outcome.err;
-      EXPECT_EQ(transcript(), Lines{}) << line;
-    }
+    const Outcome outcome = run(line);
+    EXPECT_EQ(outcome.status, ExitStatus::wrongUsage) << line;
+    EXPECT_EQ(outcome.out, "") << line;
+    EXPECT_NE(outcome.err.find(message), std::string::npos) << line << "\n" << outcome.err;
+    expectOwnSentences(outcome.err);
+    if (line.empty()) continue;
+    const Outcome inJson = run("--json " + line);
+    EXPECT_EQ(inJson.status, ExitStatus::wrongUsage) << line;
+    EXPECT_EQ(inJson.err, outcome.err) << line;
+    const Json error = Json::parse(inJson.out)["error"];
+    EXPECT_EQ(error["kind"], "wrongUsage") << line;
+    EXPECT_NE(error["message"].get<std::string>().find(message), std::string::npos) << inJson.out;
   }
+  EXPECT_EQ(transcript(), Lines{});
 }
 
 TEST_F(Usage, ListsTheCommandsBelowPresetsWhenNoneIsNamed) {
   const std::string help =
-      "presets takes one of: list, show, apply, save, delete, import, export, share\n"
-      "Run with --help for more information.\n";
+      "presets takes one of: list, show, apply, save, delete, import, export, share";
+  const std::string usage =
+      "\nUsage: quorvanectl presets COMMAND [ARGUMENT...]\nMore with --help.\n";
+  const std::string none = "There is no command or option \"presets ";
   const std::vector<std::pair<std::string, std::string>> cases{
-      {"presets", ""},
-      {"--json presets", ""},
-      {"presets --json", ""},
-      {"presets frobnicate", "There is no command or option \"presets frobnicate\"\n"},
-      {"presets LIST", "There is no command or option \"presets LIST\"\n"},
-      {"presets read", "There is no command or option \"presets read\"\n"},
-      {"presets --frobnicate", "There is no command or option \"presets --frobnicate\"\n"},
+      {"presets", help},
+      {"presets frobnicate", none + "frobnicate\"\n" + help},
+      {"presets LIST", none + "LIST\"\n" + help + "\nDid you mean: quorvanectl presets list"},
+      {"presets read", none + "read\"\n" + help},
+      {"presets --frobnicate", none + "--frobnicate\"\n" + help},
   };
-  for (const auto& [line, unknown] : cases) {
-    EXPECT_EQ(run(line), (Outcome{ExitStatus::wrongUsage, "", unknown + help})) << line;
+  for (const auto& [line, message] : cases) {
+    EXPECT_EQ(run(line), (Outcome{ExitStatus::wrongUsage, "", message + usage})) << line;
+  }
+  EXPECT_EQ(run("presets --json"),
+            (Outcome{ExitStatus::wrongUsage, errorDocument("wrongUsage", help), help + usage}));
+}
+
+TEST_F(Usage, ShowsTheCommandsWhenNoneIsNamed) {
+  const Outcome bare = run("");
+  EXPECT_EQ(bare, (Outcome{ExitStatus::wrongUsage, "", run("--help").out}));
+  EXPECT_EQ(run("help").out, bare.err);
+}
+
+TEST_F(Usage, ProposesTheLikelyLine) {
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
+      {{"raed"}, "read"},
+      {{"READ", "--json"}, "read --json"},
+      {{"--simulate", "st", "FF=80"}, "--simulate set FF=80"},
+      {{"FF=80"}, "set FF=80"},
+      {{"fx=80"}, "set FF=80"},
+      {{"FF:80"}, "set FF=80"},
+      {{"--simulate", "ff", "80", "SEN=900"}, "--simulate set FF=80 SEN=900"},
+      {{"apply", "My GT7"}, "presets apply 'My GT7'"},
+      {{"presets", "aply", "My GT7"}, "presets apply 'My GT7'"},
+      {{"presets", "save", "My", "GT7"}, "presets save 'My GT7'"},
+      {{"presets", "show", "it's", "mine"}, "presets show 'it'\\''s mine'"},
+      {{"read", "--jsno"}, "read --json"},
+      {{"--sim=DD1", "read", "--devise=x"}, ""},
+      {{"read", "--devise=x"}, "read --device=x"},
+      {{"set", "SEN", "900"}, "set SEN=900"},
+      {{"set", "--simulate", "SEN", "900", "--json"}, "set --simulate SEN=900 --json"},
+      {{"set", "FF=80", "sen:900"}, "set FF=80 SEN=900"},
+      {{"set", "FX=80"}, "set FF=80"},
+      {{"set", "DRI", "-3"}, "set DRI=-3"},
+      {{"mode", "advaced"}, "mode advanced"},
+      {{"help", "prests", "save"}, "help presets save"},
+      {{"help", "raed"}, "help read"},
+      {{"frobnicate"}, ""},
+      {{"set", "FF=loud"}, ""},
+      {{"select", "2", "3"}, ""},
+  };
+  base();
+  for (const auto& [words, line] : cases) {
+    const Outcome outcome = run(words);
+    EXPECT_EQ(outcome.status, ExitStatus::wrongUsage) << words.front();
+    const std::string hint = "Did you mean: quorvanectl ";
+    const std::size_t at = outcome.err.find(hint);
+    const std::string proposed =
+        at == std::string::npos
+            ? ""
+            : outcome.err.substr(at + hint.size(), outcome.err.find('\n', at) - at - hint.size());
+    EXPECT_EQ(proposed, line) << outcome.err;
+  }
+  EXPECT_EQ(transcript(), Lines{});
+}
+
+TEST_F(Usage, HelpIsACommandToo) {
+  for (const char* const command : {"set", "presets", "presets save", "help"}) {
+    const Outcome wanted = run(std::string(command) + " --help");
+    EXPECT_EQ(run("help " + std::string(command)), wanted) << command;
+    EXPECT_EQ(wanted.out.substr(0, wanted.out.find('\n')).empty(), false);
+  }
+}
+
+// The commands with all their names, those of groups left out.
+std::vector<std::string> allCommands() {
+  return {"devices",
+          "read",
+          "set",
+          "select",
+          "mode",
+          "rotation",
+          "raw",
+          "factory-reset",
+          "usb-reset",
+          "monitor",
+          "doctor",
+          "udev-rule",
+          "help",
+          "presets list",
+          "presets show",
+          "presets apply",
+          "presets save",
+          "presets delete",
+          "presets import",
+          "presets export",
+          "presets share"};
+}
+
+TEST_F(Usage, TheHelpOfEachCommandEndsWithItsOwnExamples) {
+  for (const std::string& command : allCommands()) {
+    const std::string help = run(command + " --help").out;
+    const std::size_t examples = help.rfind("Example");
+    ASSERT_NE(examples, std::string::npos) << command;
+    std::istringstream lines(help.substr(examples));
+    std::string line;
+    std::getline(lines, line);
+    int count = 0;
+    while (std::getline(lines, line)) {
+      if (line.empty()) continue;
+      EXPECT_TRUE((line + " ").starts_with("  quorvanectl " + command + " ")) << line;
+      ++count;
+    }
+    EXPECT_GT(count, 0) << command;
   }
 }
 
@@ -221,6 +348,10 @@ TEST_F(Usage, VersionTellsVersionAndCommit) {
             (Outcome{ExitStatus::done,
                      "quorvanectl " + std::string(version()) + " (" + std::string(commit()) + ")\n",
                      ""}));
+  const Json document{{"name", "quorvanectl"}, {"version", version()}, {"commit", commit()}};
+  for (const char* const line : {"--version --json", "--json --version"}) {
+    EXPECT_EQ(run(line), (Outcome{ExitStatus::done, documentText(document) + "\n", ""})) << line;
+  }
 }
 
 TEST_F(Simulate, IsEveryProductWithATuningMenu) {

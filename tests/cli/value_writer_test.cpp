@@ -13,7 +13,7 @@ using P = TuningParameter;
 
 class ValueWriter : public CommandLineTest {
  protected:
-  Outcome write(const std::vector<ParameterValue>& values, bool json = false) {
+  Outcome write(const std::vector<Assignment>& values, bool json = false) {
     CapturedStream out;
     CapturedStream err;
     const World world = this->world(out.file(), err.file());

@@ -14,7 +14,7 @@ case_select_refuses_a_set_that_does_not_exist() {
     start_base main --transport uhid --set 1
     ctl select 6
     expect_status 1
-    expect_error_text 'SLOT value 6 is outside 1...5'
+    expect_error_text 'Set 6: there are sets 1 to 5'
     expect_packets main 0
     ctl --json read
     expect_json '.tuning.set == 1'

@@ -1,0 +1,170 @@
+#include "cli/base_command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/commands.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* devicesFooter =
+    "Examples:\n"
+    "  quorvanectl devices\n"
+    "  quorvanectl devices --json";
+
+constexpr const char* readFooter =
+    "Examples:\n"
+    "  quorvanectl read\n"
+    "  quorvanectl read --json";
+
+constexpr const char* setFooter =
+    "Codes are those of the base's own display (quorvanectl read lists them).\n"
+    "Words work as values too: SEN=AUTO BLI=OFF FFS=PEA ACP=CbP. So do units: FF=80% SEN=900deg.\n"
+    "CODE+=N and CODE-=N change the present value. Ctrl-C finishes the value in flight.\n\n"
+    "Examples:\n"
+    "  quorvanectl set SEN=900 FF=80\n"
+    "  quorvanectl set SEN=AUTO BLI=OFF\n"
+    "  quorvanectl set FF+=5";
+
+constexpr const char* selectFooter =
+    "In the standard menu, A is set 1. C is set 2, unless another custom set is active already.\n\n"
+    "Examples:\n"
+    "  quorvanectl select 3\n"
+    "  quorvanectl select A";
+
+constexpr const char* modeFooter =
+    "Examples:\n"
+    "  quorvanectl mode\n"
+    "  quorvanectl mode advanced";
+
+constexpr const char* rotationFooter =
+    "Example:\n"
+    "  quorvanectl rotation 540";
+
+constexpr const char* rawFooter =
+    "Example:\n"
+    "  quorvanectl raw ff 03 02";
+
+constexpr const char* factoryResetFooter =
+    "Example:\n"
+    "  quorvanectl factory-reset --yes";
+
+constexpr const char* usbResetFooter =
+    "Example:\n"
+    "  quorvanectl usb-reset";
+
+constexpr const char* monitorFooter =
+    "Without a base it waits for one.\n\n"
+    "Examples:\n"
+    "  quorvanectl monitor\n"
+    "  quorvanectl monitor --json";
+
+constexpr const char* doctorFooter =
+    "Goes through everything from the USB bus to the base's menu, and says what to do next.\n"
+    "Nothing is changed. Exit status 0 when all is well.\n\n"
+    "Examples:\n"
+    "  quorvanectl doctor\n"
+    "  quorvanectl doctor --report quorvane-report.txt";
+
+constexpr const char* udevRuleFooter =
+    "After it is in place: sudo udevadm control --reload && sudo udevadm trigger\n\n"
+    "Example:\n"
+    "  quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules";
+
+// The words of one command, as CLI11 fills them in.
+struct BaseWords {
+  std::vector<std::string> assignments;
+  std::vector<std::string> bytes;
+  std::string set;
+  std::string degrees;
+  std::string mode;
+  std::string report;
+  bool yes = false;
+};
+
+// Adds the commands one by one; their words live as long as what they run.
+class BaseParser {
+ public:
+  BaseParser(CLI::App& app, ParsedCommands& commands) : app_(app), commands_(commands) {}
+
+  void addLooking() {
+    add("devices", "List the attached bases and whether you may open them", devicesFooter,
+        devicesCommand);
+    add("read", "Show who the base is and the tuning menu of its active set", readFooter,
+        readCommand);
+  }
+
+  void addTuning() {
+    add("set", "Write values into the active set, one at a time, each read back", setFooter,
+        [words = words_](auto& context) { return setCommand(context, words->assignments); })
+        .add_option("values", words_->assignments, "What to write, such as SEN=900 FF=80")
+        ->type_name("CODE=VALUE")
+        ->required();
+    add("select", "Make another tuning set active", selectFooter,
+        [words = words_](auto& context) { return selectCommand(context, words->set); })
+        .add_option("set", words_->set, "The set's number, 1 to 5, or its name, A or C")
+        ->type_name("SET")
+        ->required();
+    add("mode", "Show the menu's mode, or switch to one", modeFooter,
+        [words = words_](auto& context) { return modeCommand(context, words->mode); })
+        .add_option("mode", words_->mode,
+                    "The mode to switch to; nothing is sent when already there")
+        ->type_name("standard|advanced");
+  }
+
+  void addDirect() {
+    add("rotation", "Set the steering angle directly, without touching the menu", rotationFooter,
+        [words = words_](auto& context) { return rotationCommand(context, words->degrees); })
+        .add_option("degrees", words_->degrees, "Degrees, from 90 to the base's largest angle")
+        ->type_name("DEGREES")
+        ->required();
+    add("raw", "Send one packet as given", rawFooter,
+        [words = words_](auto& context) { return rawCommand(context, words->bytes); })
+        .add_option("bytes", words_->bytes, "Hexadecimal bytes, the report ID first: ff 03 02")
+        ->type_name("BYTES")
+        ->required();
+    add("factory-reset", "Set every tuning set back to defaults", factoryResetFooter,
+        [words = words_](auto& context) { return factoryResetCommand(context, words->yes); })
+        .add_flag("--yes", words_->yes, "Yes, reset all sets; this cannot be undone");
+    add("usb-reset", "Re-enumerate the base as if its cable were unplugged and plugged back in",
+        usbResetFooter, usbResetCommand);
+  }
+
+  void addMachine() {
+    add("monitor", "Print a line for each arrival, removal and changed value until Ctrl-C",
+        monitorFooter, monitorCommand);
+    add("doctor", "Find out why a base is not found or does not answer", doctorFooter,
+        [words = words_](auto& context) { return doctorCommand(context, words->report); })
+        .add_option("--report", words_->report,
+                    "Write what a bug report needs to this file as well; \"-\" is standard output")
+        ->type_name("FILE");
+    add("udev-rule", "Print the udev rule that lets you use the base without being root",
+        udevRuleFooter, udevRuleCommand);
+  }
+
+ private:
+  template <typename Run>
+  CLI::App& add(const char* name, const char* help, const char* footer, Run run) {
+    CLI::App& parser = *app_.add_subcommand(name, help);
+    parser.footer(footer);
+    commands_.push_back({&parser, std::move(run)});
+    return parser;
+  }
+
+  CLI::App& app_;
+  ParsedCommands& commands_;
+  const std::shared_ptr<BaseWords> words_ = std::make_shared<BaseWords>();
+};
+
+}  // namespace
+
+void addBaseCommands(CLI::App& app, ParsedCommands& commands) {
+  BaseParser parser(app, commands);
+  parser.addLooking();
+  parser.addTuning();
+  parser.addDirect();
+  parser.addMachine();
+}
+
+}  // namespace quorvane
