@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -142,6 +143,29 @@ TEST_F(ModelLog, StaysOffStandardErrorOtherwise) {
   model().refresh();
   settle();
   EXPECT_EQ(captured.text(), "");
+}
+
+TEST_F(ModelLog, AMirrorThatCannotBeWrittenChangesNothing) {
+  mirror("1");
+  startWithoutBase();
+  const int before = ::dup(STDERR_FILENO);
+  const int full = ::open("/dev/full", O_WRONLY | O_CLOEXEC);
+  ::dup2(full, STDERR_FILENO);
+  model().refresh();
+  ::dup2(before, STDERR_FILENO);
+  ::close(full);
+  ::close(before);
+  ASSERT_EQ(model().log().size(), 1U);
+  EXPECT_EQ(model().log()[0].text, "No base connected");
+}
+
+TEST_F(ModelLog, TheMirrorHasALineForEachEntryAndNoControls) {
+  mirror("1");
+  startWithoutBase();
+  CapturedStandardError captured;
+  model().importSettings("/none\n[log] Saved\x1B[2J\u202E\xFF");
+  EXPECT_EQ(captured.text(),
+            "[error] Could not import /none [log] Saved [2J \uFFFD: No such file or directory\n");
 }
 
 }  // namespace
