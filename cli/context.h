@@ -23,6 +23,9 @@ namespace quorvane {
 // The file name that means standard output.
 inline constexpr std::string_view standardOutput = "-";
 
+// The file name that means standard input where a file is read.
+inline constexpr std::string_view standardInput = "-";
+
 // What a program tells its caller.
 enum class ExitStatus : int { done = 0, failed = 1, wrongUsage = 2, interrupted = 130 };
 

@@ -1,5 +1,9 @@
 #include "cli/json_output.h"
 
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <string>
 
 #include "presets/preset_coding.h"
@@ -86,6 +90,12 @@ Json errorJson(const std::exception& failure) { return errorJson(kindOf(failure)
 
 void printJson(const World& world, const Json& document) {
   writeTo(world.out, text(document, indentation) + '\n');
+}
+
+void printJsonFile(const World& world, std::string_view content) {
+  const bool isTerminal = ::isatty(::fileno(world.out)) != 0;
+  writeTo(world.out, isTerminal ? withEscapedControls(content) : std::string(content));
+  writeTo(world.out, "\n");
 }
 
 void printJsonLine(const World& world, const Json& document) {

@@ -35,7 +35,10 @@ Json errorJson(const std::exception& failure);
 // (isControl) are \u-escaped.
 void printJson(const World& world, const Json& document);
 
-// The same on one line, written out at once.
+// The content of a JSON file, byte for byte, and a line feed. Controls are escaped on a terminal.
+void printJsonFile(const World& world, std::string_view content);
+
+// A document on one line, written out at once.
 void printJsonLine(const World& world, const Json& document);
 
 }  // namespace quorvane

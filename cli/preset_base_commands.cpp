@@ -62,6 +62,19 @@ void printRepeatedName(const World& world, const PresetLibrary& library,
           oneLine(preset.name), idText(preset));
 }
 
+// Saves it with the id and at the place of the user's own preset of exactly that name, if there is
+// one.
+PresetLibrary withReplaced(const World& world, TuningPreset& preset) {
+  PresetLibrary library(world, PresetLibrary::IfUnreadable::fail);
+  std::vector<TuningPreset> sameName = library.own();
+  std::erase_if(sameName, [&](const TuningPreset& own) { return own.name != preset.name; });
+  if (sameName.empty()) return PresetLibrary::withAdded(world, {preset});
+  const TuningPreset before = presetNamed(sameName, preset.name);
+  preset.id = before.id;
+  library.replace(before, preset);
+  return library;
+}
+
 }  // namespace
 
 ExitStatus applyPresetCommand(const CommandContext& context, const std::string& which) {
@@ -77,14 +90,15 @@ ExitStatus applyPresetCommand(const CommandContext& context, const std::string& 
   return writeValues(context, interruption, *base, assignmentsOf(values));
 }
 
-ExitStatus savePresetCommand(const CommandContext& context, const std::string& name) {
+ExitStatus savePresetCommand(const CommandContext& context, const std::string& name, bool replace) {
   const std::string wanted = presetName(name);
   const OpenBase base(context);
   const TuningSnapshot snapshot = base->fetchTuning(WheelBase::readTimeout);
   TuningPreset preset = TuningPreset::capture(base->product(), wanted, snapshot);
   preset.game = savedGame;
 
-  const PresetLibrary library = PresetLibrary::withAdded(context.world, {preset});
+  const PresetLibrary library = replace ? withReplaced(context.world, preset)
+                                        : PresetLibrary::withAdded(context.world, {preset});
   printSaved(context, library, preset);
   printRepeatedName(context.world, library, preset);
   return ExitStatus::done;

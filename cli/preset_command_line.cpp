@@ -9,7 +9,8 @@ namespace quorvane {
 namespace {
 
 constexpr const char* groupFooter =
-    "A preset is named by its name or its id. Built-in ones can be named too.\n\n"
+    "A preset is named by its name or its id. Built-in ones can be named too.\n"
+    "builtin:NAME and mine:NAME tell a built-in preset from one of yours.\n\n"
     "Examples:\n"
     "  quorvanectl presets list\n"
     "  quorvanectl presets show \"Fanatec factory defaults\"\n"
@@ -32,17 +33,20 @@ constexpr const char* applyFooter =
     "  quorvanectl presets apply \"fanatec factory defaults\"";
 
 constexpr const char* saveFooter =
-    "Example:\n"
-    "  quorvanectl presets save \"My GT7\"";
+    "Examples:\n"
+    "  quorvanectl presets save \"My GT7\"\n"
+    "  quorvanectl presets save --replace \"My GT7\"";
 
 constexpr const char* deleteFooter =
     "Example:\n"
     "  quorvanectl presets delete \"My GT7\"";
 
 constexpr const char* importFooter =
-    "Takes share files, exported lists and files with a single preset.\n\n"
-    "Example:\n"
-    "  quorvanectl presets import friend.quorvane quorvane-presets.json";
+    "Takes share files, exported lists and files with a single preset.\n"
+    "FILE \"-\" is standard input.\n\n"
+    "Examples:\n"
+    "  quorvanectl presets import friend.quorvane quorvane-presets.json\n"
+    "  quorvanectl presets export - \"My GT7\" | ssh rig quorvanectl presets import -";
 
 constexpr const char* exportFooter =
     "FILE \"-\" is standard output.\n\n"
@@ -63,6 +67,7 @@ struct PresetWords {
   std::string name;
   std::string file;
   std::vector<std::string> files;
+  bool force = false;
 };
 
 // Adds the commands one by one; their words live as long as what they run.
@@ -86,11 +91,7 @@ class PresetParser {
     addWhich(
         add("apply", "Write a preset into the active set", applyFooter,
             [words = words_](auto& context) { return applyPresetCommand(context, words->which); }));
-    add("save", "Save the base's present menu as a preset of your own", saveFooter,
-        [words = words_](auto& context) { return savePresetCommand(context, words->name); })
-        .add_option("name", words_->name, "The new preset's name")
-        ->type_name("NAME")
-        ->required();
+    addSave();
     addWhich(add(
         "delete", "Delete a preset of your own", deleteFooter,
         [words = words_](auto& context) { return deletePresetCommand(context, words->which); }));
@@ -102,10 +103,11 @@ class PresetParser {
         .add_option("files", words_->files, "The files to read")
         ->type_name("FILE")
         ->required();
-    CLI::App& exporting = add("export", "Write your own presets, or those named, to a file",
-                              exportFooter, [words = words_](auto& context) {
-                                return exportPresetsCommand(context, words->file, words->several);
-                              });
+    CLI::App& exporting =
+        add("export", "Write your own presets, or those named, to a file", exportFooter,
+            [words = words_](auto& context) {
+              return exportPresetsCommand(context, words->file, words->several, words->force);
+            });
     addFile(exporting);
     exporting.add_option("which", words_->several, "The presets to write (default: your own)")
         ->type_name("WHICH");
@@ -121,6 +123,15 @@ class PresetParser {
     return parser;
   }
 
+  void addSave() {
+    CLI::App& saving = add("save", "Save the base's present menu as a preset of your own",
+                           saveFooter, [words = words_](auto& context) {
+                             return savePresetCommand(context, words->name, words->force);
+                           });
+    saving.add_option("name", words_->name, "The new preset's name")->type_name("NAME")->required();
+    saving.add_flag("--replace", words_->force, "Replace your preset of that name if there is one");
+  }
+
   void addShare() {
     CLI::App& sharing = *presets_.add_subcommand(
         "share", "Write the base's present menu, or a preset, as a file to send to someone");
@@ -133,7 +144,7 @@ class PresetParser {
                            const bool isNamed = preset->count() > 0;
                            return sharePresetCommand(
                                context, words->file,
-                               isNamed ? std::optional(words->which) : std::nullopt);
+                               isNamed ? std::optional(words->which) : std::nullopt, words->force);
                          }});
   }
 
@@ -145,6 +156,7 @@ class PresetParser {
 
   void addFile(CLI::App& parser) {
     parser.add_option("file", words_->file, "The file to write")->type_name("FILE")->required();
+    parser.add_flag("--force", words_->force, "Replace the file if there is one");
   }
 
   CLI::App& presets_;

@@ -4,6 +4,7 @@
 
 #include "cli/json_output.h"
 #include "cli/preset_library.h"
+#include "cli/preset_names.h"
 #include "cli/preset_text.h"
 #include "support/printing.h"
 #include "support/text.h"
@@ -24,8 +25,10 @@ ExitStatus listPresetsCommand(const CommandContext& context) {
   if (context.options.json) {
     printJson(context.world, presetsJson(library.all()));
   } else {
+    const std::string shared = sharedNamesText(library.all());
     printTo(context.world.out, "Built in\n{}\nYour own\n{}", listText(TuningPreset::builtIn()),
             ownText(library));
+    if (!shared.empty()) printTo(context.world.out, "\nNames that several share; type\n{}", shared);
   }
   return ExitStatus::done;
 }
@@ -42,7 +45,7 @@ ExitStatus showPresetCommand(const CommandContext& context, const std::string& w
 
 ExitStatus deletePresetCommand(const CommandContext& context, const std::string& which) {
   PresetLibrary library(context.world, PresetLibrary::IfUnreadable::fail);
-  const TuningPreset preset = library.named(which);
+  const TuningPreset preset = library.firstNamed(which);
   const std::string name = oneLine(preset.name);
   if (preset.isBuiltIn) {
     throw UsageError(fmt::format("\"{}\" is built in and cannot be deleted", name));

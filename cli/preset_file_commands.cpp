@@ -1,4 +1,7 @@
 #include <fmt/format.h>
+#include <unistd.h>
+
+#include <filesystem>
 
 #include "cli/base_access.h"
 #include "cli/json_output.h"
@@ -8,6 +11,7 @@
 #include "presets/preset_coding.h"
 #include "presets/preset_store.h"
 #include "support/printing.h"
+#include "support/read_pipe.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -19,6 +23,25 @@ struct Imported {
   std::vector<TuningPreset> presets;
 };
 
+constexpr const char* standardInputName = "standard input";
+
+std::vector<TuningPreset> presetsIn(const std::string& file) {
+  constexpr std::uint64_t longest = PresetStore::longestImport;
+  if (file == standardInput) {
+    const std::string content = readToEnd(STDIN_FILENO, standardInputName, longest);
+    return PresetStore::importPresets(standardInputName, content);
+  }
+  const auto piped = readPipe(file, longest);
+  return piped ? PresetStore::importPresets(file, *piped) : PresetStore::importPresets(file);
+}
+
+// Whoever names a file that is there may have meant another name.
+void requireFreeName(const std::string& file, bool replace) {
+  std::error_code unknown;
+  if (replace || !std::filesystem::is_regular_file(file, unknown)) return;
+  throw FileError(file, "File exists; give --force to replace it");
+}
+
 // Several files, as far as they can be read.
 class Import {
  public:
@@ -26,7 +49,7 @@ class Import {
 
   void read(const std::string& file) {
     try {
-      files_.push_back({file, PresetStore::importPresets(file)});
+      files_.push_back({file == standardInput ? standardInputName : file, presetsIn(file)});
     } catch (const std::runtime_error& failure) {  // FileError, DecodingError
       printTo(context_.world.err, "{}\n", oneLine(failure.what()));
       if (failure_.is_null()) failure_ = errorJson(failure);
@@ -121,26 +144,27 @@ ExitStatus importPresetsCommand(const CommandContext& context,
 }
 
 ExitStatus exportPresetsCommand(const CommandContext& context, const std::string& file,
-                                const std::vector<std::string>& which) {
+                                const std::vector<std::string>& which, bool replace) {
   const PresetLibrary library(context.world);
   const auto presets = which.empty() ? ownPresets(library, file) : library.named(which);
   if (file == standardOutput) {
-    printTo(context.world.out, "{}\n", encodePresets(presets));
+    printJsonFile(context.world, encodePresets(presets));
     return ExitStatus::done;
   }
+  requireFreeName(file, replace);
   PresetStore::exportPresets(presets, file);
   printExported(context, presets, file, counted(presets.size(), "preset"));
   return ExitStatus::done;
 }
 
 ExitStatus sharePresetCommand(const CommandContext& context, const std::string& file,
-                              const std::optional<std::string>& which) {
+                              const std::optional<std::string>& which, bool replace) {
+  if (file != standardOutput) requireFreeName(file, replace);
   const auto [preset, base] =
       which ? Shared{PresetLibrary(context.world).named(*which), {}} : presentMenu(context);
   if (file == standardOutput) {
-    printTo(context.world.out, "{}\n",
-            encodeShareFile({std::string(SettingsShareFile::currentFormat),
-                             wholeSeconds(WallClock::now()), base, preset}));
+    printJsonFile(context.world, encodeShareFile({std::string(SettingsShareFile::currentFormat),
+                                                  wholeSeconds(WallClock::now()), base, preset}));
     return ExitStatus::done;
   }
   PresetStore::exportShare(preset, base, file);

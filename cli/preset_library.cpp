@@ -49,6 +49,10 @@ TuningPreset PresetLibrary::named(const std::string& which) const {
   return presetNamed(all(), which);
 }
 
+TuningPreset PresetLibrary::firstNamed(const std::string& which) const {
+  return presetNamed(all(), which, Twins::takeFirst);
+}
+
 std::vector<TuningPreset> PresetLibrary::named(const std::vector<std::string>& words) const {
   std::vector<TuningPreset> presets;
   presets.reserve(words.size());
@@ -57,6 +61,10 @@ std::vector<TuningPreset> PresetLibrary::named(const std::vector<std::string>& w
 }
 
 void PresetLibrary::remove(const TuningPreset& preset) { apply(PresetChange::remove(preset)); }
+
+void PresetLibrary::replace(const TuningPreset& before, const TuningPreset& after) {
+  apply(PresetChange::replace(before, after));
+}
 
 void PresetLibrary::apply(const PresetChange& change) {
   bool isDone = true;

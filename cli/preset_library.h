@@ -39,9 +39,16 @@ class PresetLibrary {
   TuningPreset named(const std::string& which) const;
   std::vector<TuningPreset> named(const std::vector<std::string>& words) const;
 
+  // The same; of records of one id and one name, the first.
+  TuningPreset firstNamed(const std::string& which) const;
+
   // Removes one preset of the user's; one that is gone by then is no failure. Throws FileError
   // also when another program has changed it in between.
   void remove(const TuningPreset& preset);
+
+  // Puts another record in the place of one of the user's. When another program has changed that in
+  // between, both stay.
+  void replace(const TuningPreset& before, const TuningPreset& after);
 
  private:
   PresetLibrary(const World& world, const PresetChange& change);

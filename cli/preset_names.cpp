@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <functional>
-#include <nlohmann/json.hpp>
 #include <string_view>
 
 #include "cli/context.h"
 #include "cli/preset_text.h"
 #include "support/text.h"
+#include "support/utf8.h"
 
 namespace quorvane {
 namespace {
@@ -19,16 +19,29 @@ using Presets = std::vector<TuningPreset>;
 using Matches = std::vector<const TuningPreset*>;
 using Match = std::function<bool(const TuningPreset&)>;
 
-Matches matching(const Presets& presets, const Match& match) {
+Matches matching(const Matches& presets, const Match& match) {
   Matches found;
-  for (const TuningPreset& preset : presets) {
-    if (match(preset)) found.push_back(&preset);
+  for (const TuningPreset* const preset : presets) {
+    if (match(*preset)) found.push_back(preset);
   }
   return found;
 }
 
+Matches pointersTo(const Presets& presets) {
+  Matches found;
+  for (const TuningPreset& preset : presets) found.push_back(&preset);
+  return found;
+}
+
+struct Scope {
+  std::string_view prefix;
+  bool isBuiltIn;
+};
+
+constexpr std::array<Scope, 2> scopes{{{"builtin:", true}, {"mine:", false}}};
+
 // Those that answer to the first kind of name that any answers to.
-Matches answering(const Presets& presets, const std::string& which) {
+Matches answering(const Matches& presets, const std::string& which) {
   const auto id = UUID::parse(which);
   const std::vector<Match> kinds{
       [&](const TuningPreset& preset) { return id && preset.id == *id; },
@@ -41,24 +54,72 @@ Matches answering(const Presets& presets, const std::string& which) {
   return {};
 }
 
+Matches named(const Presets& presets, const std::string& which) {
+  for (const Scope& scope : scopes) {
+    if (!equalIgnoringCase(which.substr(0, scope.prefix.size()), scope.prefix)) continue;
+    const Matches inScope = matching(pointersTo(presets), [&](const TuningPreset& preset) {
+      return preset.isBuiltIn == scope.isBuiltIn;
+    });
+    Matches found = answering(inScope, which.substr(scope.prefix.size()));
+    if (!found.empty()) return found;
+  }
+  return answering(pointersTo(presets), which);
+}
+
+// Whether a shell takes the word between double quotes as it is.
+bool isTypeable(const std::string& word) {
+  return oneLine(word) == word && !word.starts_with('-') &&
+         word.find_first_of("\"$`\\!") == std::string::npos;
+}
+
+bool isOnlyAnswer(const Presets& presets, const TuningPreset& preset, const std::string& word) {
+  return isTypeable(word) && named(presets, word) == Matches{&preset};
+}
+
+// What names this preset alone, as it is typed, with its name where that does not say it. The id
+// when there is nothing: records may share that too.
+std::string wordText(const Presets& presets, const TuningPreset& preset) {
+  const std::string scoped = std::string(scopes.at(preset.isBuiltIn ? 0 : 1).prefix) + preset.name;
+  for (const std::string& word : {preset.name, scoped}) {
+    if (isOnlyAnswer(presets, preset, word)) return fmt::format("\"{}\"", word);
+  }
+  return fmt::format("{:<36}  {}", idText(preset), oneLine(preset.name));
+}
+
 // The names that contain the text, or all.
 std::string unknownText(const Presets& presets, const std::string& which) {
   const std::string part = lowerCase(which);
-  Matches similar = matching(presets, [&](const TuningPreset& preset) {
+  Matches similar = matching(pointersTo(presets), [&](const TuningPreset& preset) {
     return lowerCase(preset.name).find(part) != std::string::npos;
   });
-  if (similar.empty()) similar = matching(presets, [](const TuningPreset&) { return true; });
+  if (similar.empty()) similar = pointersTo(presets);
   std::string text = fmt::format("There is no preset \"{}\". There are:", oneLine(which));
   for (const TuningPreset* const preset : similar) text += "\n  " + oneLine(preset->name);
   return text;
 }
 
-std::string ambiguousText(const Matches& matches, const std::string& which) {
-  std::string text =
-      fmt::format("Several presets answer to \"{}\". Name one by its id:", oneLine(which));
-  for (const TuningPreset* const preset : matches) {
-    text += fmt::format("\n  {:<36}  {}", idText(*preset), oneLine(preset->name));
+// Records that no word tells apart.
+bool areTwins(const TuningPreset& a, const TuningPreset& b) {
+  return a.isBuiltIn == b.isBuiltIn && a.id == b.id && a.name == b.name;
+}
+
+bool allAre(const Matches& matches, const std::function<bool(const TuningPreset&)>& like) {
+  return std::all_of(matches.begin(), matches.end(),
+                     [&](const TuningPreset* preset) { return like(*preset); });
+}
+
+std::string ambiguousText(const Presets& presets, const Matches& matches,
+                          const std::string& which) {
+  const TuningPreset& first = *matches.front();
+  if (allAre(matches, [&](const TuningPreset& preset) { return areTwins(preset, first); })) {
+    return fmt::format(
+        "Several presets \"{}\" have the id {}. This deletes the first of them: quorvanectl "
+        "presets "
+        "delete {}",
+        oneLine(first.name), idText(first), idText(first));
   }
+  std::string text = fmt::format("Several presets answer to \"{}\". Name one by:", oneLine(which));
+  for (const TuningPreset* const preset : matches) text += "\n  " + wordText(presets, *preset);
   return text;
 }
 
@@ -83,25 +144,30 @@ std::string trimmed(std::string_view text) {
   return std::string(text);
 }
 
-bool isUTF8(const std::string& text) {
-  try {
-    return !nlohmann::json(text).dump().empty();
-  } catch (const nlohmann::json::type_error&) {
-    return false;
-  }
-}
-
 }  // namespace
 
-const TuningPreset& presetNamed(const Presets& presets, const std::string& which) {
-  const Matches found = answering(presets, which);
+const TuningPreset& presetNamed(const Presets& presets, const std::string& which, Twins twins) {
+  const Matches found = named(presets, which);
   if (found.empty()) throw UsageError(unknownText(presets, which));
-  if (found.size() > 1) throw UsageError(ambiguousText(found, which));
-  return *found.front();
+  const TuningPreset& first = *found.front();
+  const bool areOne = allAre(found, [&](const TuningPreset& preset) {
+    return preset == first || (twins == Twins::takeFirst && areTwins(preset, first));
+  });
+  if (!areOne) throw UsageError(ambiguousText(presets, found, which));
+  return first;
+}
+
+std::string sharedNamesText(const Presets& presets) {
+  std::string text;
+  for (const TuningPreset& preset : presets) {
+    if (named(presets, preset.name) == Matches{&preset}) continue;
+    text += "  " + wordText(presets, preset) + "\n";
+  }
+  return text;
 }
 
 std::string presetName(const std::string& text) {
-  if (!isUTF8(text)) throw UsageError("The preset's name is not UTF-8");
+  if (!isUtf8(text)) throw UsageError("The preset's name is not UTF-8");
   std::string name = trimmed(text);
   if (name.empty()) throw UsageError("The preset needs a name");
   return name;

@@ -198,7 +198,11 @@ void PresetStore::exportShare(const TuningPreset& preset, std::optional<std::str
 }
 
 std::vector<TuningPreset> PresetStore::importPresets(const path& file) {
-  auto presets = decoded(file, readFile(file, longestImport), decodeSettings);
+  return importPresets(file, readFile(file, longestImport));
+}
+
+std::vector<TuningPreset> PresetStore::importPresets(const path& file, const std::string& content) {
+  auto presets = decoded(file, content, decodeSettings);
   for (TuningPreset& preset : presets) {
     preset.isBuiltIn = false;
     preset.id = UUID::random();

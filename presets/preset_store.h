@@ -99,6 +99,10 @@ class PresetStore {
   // own, with new ids. Repeated names are left alone.
   static std::vector<TuningPreset> importPresets(const std::filesystem::path& file);
 
+  // The same of what was read already; errors name the file.
+  static std::vector<TuningPreset> importPresets(const std::filesystem::path& file,
+                                                 const std::string& content);
+
  private:
   std::filesystem::path fileURL_;
   SharedFile file_;

@@ -274,6 +274,37 @@ TEST_F(SavePreset, ARepeatedNameIsSavedAndToldOf) {
   }
 }
 
+TEST_F(SavePreset, ReplacesOnesOwnOfThatNameWhenAskedTo) {
+  base();
+  const TuningPreset other = ownPreset(secondID, "mine");
+  store_.save({ownPreset(firstID, "Mine"), other});
+  const Outcome outcome = presets({"save", "--replace", "Mine"});
+  EXPECT_EQ(outcome.status, ExitStatus::done);
+  EXPECT_EQ(outcome.err, "");
+  const auto stored = store_.read();
+  ASSERT_EQ(stored.size(), 2U);
+  EXPECT_EQ(stored[0].id.text(), firstID);
+  EXPECT_EQ(stored[0].values.at("FF"), 65);
+  EXPECT_EQ(stored[1], other);
+}
+
+TEST_F(SavePreset, WithNothingToReplaceItIsAdded) {
+  base();
+  EXPECT_EQ(presets({"save", "--replace", factoryName()}).status, ExitStatus::done);
+  EXPECT_EQ(store_.read().size(), 1U);
+}
+
+TEST_F(SavePreset, OfSeveralToReplaceNoneIsChosen) {
+  base();
+  const std::vector<TuningPreset> before{ownPreset(firstID, "Mine"), ownPreset(secondID, "Mine")};
+  store_.save(before);
+  EXPECT_EQ(presets({"save", "--replace", "Mine"}),
+            (Outcome{ExitStatus::wrongUsage, "",
+                     std::string("Several presets answer to \"Mine\". Name one by:\n  ") + firstID +
+                         "  Mine\n  " + secondID + "  Mine\n"}));
+  EXPECT_EQ(store_.read(), before);
+}
+
 TEST_F(SavePreset, ANameThatIsNoneTouchesNothing) {
   base();
   for (const std::string name : {"", " \t", "\u00A0"}) {

@@ -231,13 +231,35 @@ TEST_F(DeletePreset, OfSeveralWithOneNameTheIdTellsWhich) {
   store_.save({first, second});
   EXPECT_EQ(run("presets delete mine"),
             (Outcome{ExitStatus::wrongUsage, "",
-                     "Several presets answer to \"mine\". Name one by "
-                     "its id:\n"
+                     "Several presets answer to \"mine\". Name one by:\n"
                      "  11111111-2222-3333-4444-AAAAAAAAAAAA  Mine\n"
                      "  11111111-2222-3333-4444-BBBBBBBBBBBB  Mine\n"}));
   EXPECT_EQ(storeText(), encodePresets({first, second}));
   EXPECT_EQ(presets({"delete", firstID}).status, ExitStatus::done);
   EXPECT_EQ(storeText(), encodePresets({second}));
+}
+
+TEST_F(DeletePreset, RecordsOfOneIdAndNameGoOneByOne) {
+  const TuningPreset first = ownPreset(firstID, "Spa", {{"FF", 1}});
+  const TuningPreset second = ownPreset(firstID, "Spa", {{"FF", 2}});
+  store_.save({first, second});
+  EXPECT_EQ(presets({"delete", firstID}).status, ExitStatus::done);
+  EXPECT_EQ(store_.read(), std::vector{second});
+  EXPECT_EQ(presets({"delete", "Spa"}).status, ExitStatus::done);
+  EXPECT_EQ(storeText(), "[]");
+  store_.save({first, first});
+  EXPECT_EQ(presets({"delete", firstID}).status, ExitStatus::done);
+  EXPECT_EQ(store_.read(), std::vector{first});
+}
+
+TEST_F(ListPresets, SaysWhatToTypeWhereANameIsShared) {
+  store_.save(
+      {ownPreset(firstID, factoryName()), ownPreset(secondID, "Spa"), ownPreset(thirdID, "Spa")});
+  const std::string out = presets({"list"}).out;
+  const std::string wanted = "\nNames that several share; type\n  \"builtin:" + factoryName() +
+                             "\"\n  \"mine:" + factoryName() + "\"\n  " + secondID + "  Spa\n  " +
+                             thirdID + "  Spa\n";
+  EXPECT_TRUE(out.ends_with(wanted)) << out;
 }
 
 TEST_F(DeletePreset, LeavesAStoreThatCannotBeRead) {

@@ -1,8 +1,10 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 
 #include "support/wall_time.h"
@@ -152,6 +154,53 @@ TEST_F(ImportPresets, SaysWhatIsWrongWithAFile) {
   }
 }
 
+// Standard input while it lives: a pipe that holds some text.
+class PipedInput {
+ public:
+  explicit PipedInput(const std::string& content) : before_(::dup(STDIN_FILENO)) {
+    Pipe pipe;
+    EXPECT_EQ(::write(pipe.writing.get(), content.data(), content.size()),
+              static_cast<ssize_t>(content.size()));
+    ::dup2(pipe.reading.get(), STDIN_FILENO);
+  }
+  ~PipedInput() { ::dup2(before_.get(), STDIN_FILENO); }
+  PipedInput(const PipedInput&) = delete;
+  PipedInput& operator=(const PipedInput&) = delete;
+
+ private:
+  UniqueFd before_;
+};
+
+TEST_F(ImportPresets, ReadsPipes) {
+  for (const char* const file : {"-", "/dev/stdin", "/dev/fd/0"}) {
+    const PipedInput input(encodePresets({first_}));
+    const std::string name = file == std::string("-") ? "standard input" : file;
+    EXPECT_EQ(presets({"import", file}),
+              (Outcome{ExitStatus::done, "Imported \"First\" from " + name + "\n", ""}));
+  }
+  EXPECT_EQ(store_.read().size(), 3U);
+}
+
+TEST_F(ImportPresets, ReadsNoMoreOfAPipeThanOfAFile) {
+  const Pipe pipe;
+  const ChildProcess writer([&] {
+    const std::string block(65536, ' ');
+    ::signal(SIGPIPE, SIG_DFL);
+    while (::write(pipe.writing.get(), block.data(), block.size()) > 0) continue;
+    return std::string();
+  });
+  const std::string file = "/dev/fd/" + std::to_string(pipe.reading.get());
+  EXPECT_EQ(presets({"import", file}),
+            (Outcome{ExitStatus::failed, "", file + ": Longer than 8 MiB\n"}));
+  writer.kill();
+}
+
+TEST_F(ImportPresets, WhatComesThroughAPipeHasToBeSettings) {
+  const PipedInput input("{}");
+  EXPECT_EQ(presets({"import", "-"}),
+            (Outcome{ExitStatus::failed, "", "standard input: \"id\" is missing\n"}));
+}
+
 TEST_F(ImportPresets, AFileThatThisUserMayNotReadGivesNoHintAboutDevices) {
   const std::string file = put("secret.json", "[]");
   std::filesystem::permissions(file, std::filesystem::perms::none);
@@ -205,6 +254,23 @@ TEST_F(ExportPresets, GivesOneDocument) {
   document["file"] = file;
   EXPECT_EQ(presets({"export", file, "Second", "--json"}),
             (Outcome{ExitStatus::done, documentText(document) + "\n", ""}));
+}
+
+TEST_F(ExportPresets, AFileThatIsThereIsReplacedOnlyWhenAskedFor) {
+  store_.save({first_});
+  const std::string file = put("all.json", "another day");
+  const std::string message = file + ": File exists; give --force to replace it";
+  for (const std::vector<std::string>& words : {std::vector<std::string>{"export", file},
+                                                {"share", file},
+                                                {"share", file, "--preset", "First"}}) {
+    EXPECT_EQ(presets(words), (Outcome{ExitStatus::failed, "", message + "\n"}));
+    EXPECT_EQ(contentOf(file), "another day");
+  }
+  EXPECT_EQ(presets({"export", file, "--json"}).out, errorDocument("fileFailed", message));
+  EXPECT_EQ(presets({"export", file, "--force"}).status, ExitStatus::done);
+  EXPECT_EQ(contentOf(file), storeText());
+  EXPECT_EQ(presets({"share", "--force", file, "--preset", "First"}).status, ExitStatus::done);
+  EXPECT_NE(contentOf(file), storeText());
 }
 
 TEST_F(ExportPresets, ToStandardOutputGivesTheFileAndNothingElse) {

@@ -48,11 +48,11 @@ TEST(PresetNamed, ListsTheCandidatesWhenNotOneIsNamed) {
       "11111111-2222-3333-4444-AAAAAAAAAAAA";
   const std::vector<std::pair<std::string, std::string>> cases{
       {"DRIFT",
-       "Several presets answer to \"DRIFT\". Name one by its id:\n"
-       "  (built in)                            Drift\n"
-       "  11111111-2222-3333-4444-BBBBBBBBBBBB  drift"},
+       "Several presets answer to \"DRIFT\". Name one by:\n"
+       "  \"Drift\"\n"
+       "  \"drift\""},
       {"GT7",
-       "Several presets answer to \"GT7\". Name one by its id:\n"
+       "Several presets answer to \"GT7\". Name one by:\n"
        "  11111111-2222-3333-4444-DDDDDDDDDDDD  GT7\n"
        "  11111111-2222-3333-4444-EEEEEEEEEEEE  GT7"},
       {"rIN", "There is no preset \"rIN\". There are:\n  Rain at the Ring"},
@@ -72,6 +72,55 @@ TEST(PresetNamed, ListsTheCandidatesWhenNotOneIsNamed) {
       EXPECT_EQ(error.what(), message);
     }
   }
+}
+
+std::string refusal(const std::vector<TuningPreset>& presets, const std::string& which) {
+  try {
+    return "found " + presetNamed(presets, which).name;
+  } catch (const UsageError& error) {
+    return error.what();
+  }
+}
+
+TEST(PresetNamed, ScopesTellBuiltInPresetsFromOnesOwn) {
+  std::vector<TuningPreset> presets{ownPreset(firstID, "Spa"), ownPreset(secondID, "Spa"),
+                                    ownPreset(thirdID, "mine:Ring")};
+  presets.front().isBuiltIn = true;
+  const std::vector<std::pair<std::string, std::size_t>> cases{
+      {"builtin:Spa", 0},    {"BuiltIn:spa", 0},
+      {"mine:Spa", 1},       {"MINE:SPA", 1},
+      {"mine:mine:Ring", 2}, {"mine:Ring", 2},
+      {secondID, 1},         {"mine:" + std::string(secondID), 1},
+  };
+  for (const auto& [which, index] : cases) {
+    EXPECT_EQ(&presetNamed(presets, which), &presets[index]) << which;
+  }
+  EXPECT_EQ(refusal(presets, "Spa"),
+            "Several presets answer to \"Spa\". Name one by:\n"
+            "  \"builtin:Spa\"\n"
+            "  \"mine:Spa\"");
+  EXPECT_EQ(sharedNamesText(presets), "  \"builtin:Spa\"\n  \"mine:Spa\"\n");
+}
+
+TEST(PresetNamed, WhatIsListedInsteadNamesOnePreset) {
+  std::vector<TuningPreset> presets{ownPreset(firstID, "Spa $1"), ownPreset(secondID, "Spa $1"),
+                                    ownPreset(thirdID, "mine:Spa $1")};
+  presets.front().isBuiltIn = true;
+  EXPECT_EQ(refusal(presets, "Spa $1"),
+            "Several presets answer to \"Spa $1\". Name one by:\n"
+            "  (built in)                            Spa $1\n"
+            "  11111111-2222-3333-4444-BBBBBBBBBBBB  Spa $1");
+}
+
+TEST(PresetNamed, RecordsThatNoWordTellsApartAreTakenInTheirOrder) {
+  const std::vector<TuningPreset> presets{ownPreset(firstID, "Spa", {{"FF", 1}}),
+                                          ownPreset(firstID, "Spa", {{"FF", 2}}),
+                                          ownPreset(secondID, "Ring"), ownPreset(secondID, "Ring")};
+  EXPECT_EQ(refusal(presets, firstID),
+            std::string("Several presets \"Spa\" have the id ") + firstID +
+                ". This deletes the first of them: quorvanectl presets delete " + firstID);
+  EXPECT_EQ(&presetNamed(presets, firstID, Twins::takeFirst), &presets[0]);
+  EXPECT_EQ(&presetNamed(presets, secondID), &presets[2]);
 }
 
 TEST(PresetName, LosesTheWhiteSpaceAroundIt) {
