@@ -46,7 +46,7 @@ constexpr const char* importFooter =
     "FILE \"-\" is standard input.\n\n"
     "Examples:\n"
     "  quorvanectl presets import friend.quorvane quorvane-presets.json\n"
-    "  quorvanectl presets export - \"My GT7\" | ssh rig quorvanectl presets import -";
+    "  quorvanectl presets import - < shared-presets.json";
 
 constexpr const char* exportFooter =
     "FILE \"-\" is standard output.\n\n"

@@ -60,7 +60,10 @@ bool PresetChange::applyTo(Presets& presets, const Add& add) {
   for (std::size_t i = 0; i < add.presets.size(); ++i) {
     TuningPreset preset = add.presets[i];
     if (equalTo(presets, preset) != presets.end()) continue;
-    if (withID(presets, preset.id) != presets.end()) preset.id = add.spareIDs[i];
+    if (withID(presets, preset.id) != presets.end()) {
+      preset.id = add.spareIDs[i];
+      if (equalTo(presets, preset) != presets.end()) continue;
+    }
     presets.insert(add.place ? at(presets, *add.place) : presets.end(), std::move(preset));
   }
   return true;
@@ -84,6 +87,7 @@ bool PresetChange::applyTo(Presets& presets, const Replace& replace) {
   auto place = withID(presets, ours.id);
   if (place != presets.end()) {
     ours.id = replace.spareID;
+    if (equalTo(presets, ours) != presets.end()) return true;
     ++place;
   }
   presets.insert(place, std::move(ours));

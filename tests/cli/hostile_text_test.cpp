@@ -74,6 +74,7 @@ TEST_F(HostileText, OfADeviceReachesNoStream) {
       "usb-reset",     "doctor", "doctor --report -", "factory-reset --yes",
       "presets save X"};
   for (const std::string& line : lines) expectSafeRun(wordsOf(line));
+  expectedViolations_.assign(2, "3 bytes on report 0xff instead of 64");
 }
 
 TEST_F(HostileText, OfSeveralDevicesReachesNoStream) {

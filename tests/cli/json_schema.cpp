@@ -179,6 +179,9 @@ bool printsDocument(const std::vector<std::string>& words) {
 }
 
 Faults documentFaults(const std::vector<std::string>& words, const Outcome& outcome) {
+  // What monitors nothing until it is interrupted has no line to print.
+  const bool monitors = std::find(words.begin(), words.end(), "monitor") != words.end();
+  if (monitors && outcome.out.empty() && outcome.status != ExitStatus::wrongUsage) return {};
   const Json document = Json::parse(outcome.out, nullptr, false);
   if (document.is_discarded()) return {"standard output is no document: " + outcome.out};
   const bool isError = document.size() == 1 && document.contains("error");

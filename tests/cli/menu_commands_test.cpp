@@ -155,11 +155,13 @@ TEST_F(FactoryResetCommand, GivesOneDocument) {
 
 TEST_F(FactoryResetCommand, WithoutYesItRefusesAndSendsNothing) {
   base();
-  const Outcome wanted{ExitStatus::wrongUsage, "",
-                       "This sets every set back to defaults and cannot be undone. Note the values "
-                       "you care about first (quorvanectl read); then run it again with --yes\n"};
-  EXPECT_EQ(run("factory-reset"), wanted);
-  EXPECT_EQ(run("--json factory-reset"), wanted);
+  const std::string message =
+      "This sets every set back to defaults and cannot be undone. Note the values you care about "
+      "first (quorvanectl read); then run it again with --yes";
+  EXPECT_EQ(run("factory-reset"), (Outcome{ExitStatus::wrongUsage, "", message + "\n"}));
+  EXPECT_EQ(
+      run("--json factory-reset"),
+      (Outcome{ExitStatus::wrongUsage, errorDocument("wrongUsage", message), message + "\n"}));
   EXPECT_EQ(transcript(), Lines{});
 }
 

@@ -312,7 +312,9 @@ TEST_F(SavePreset, ANameThatIsNoneTouchesNothing) {
               (Outcome{ExitStatus::wrongUsage, "", "The preset needs a name\n"}));
   }
   EXPECT_EQ(presets({"save", "GT\xFF", "--json"}),
-            (Outcome{ExitStatus::wrongUsage, "", "The preset's name is not UTF-8\n"}));
+            (Outcome{ExitStatus::wrongUsage,
+                     errorDocument("wrongUsage", "The preset's name is not UTF-8"),
+                     "The preset's name is not UTF-8\n"}));
   EXPECT_EQ(transcript(), Lines{});
   EXPECT_EQ(directory_.names(), std::set<std::string>{});
 }

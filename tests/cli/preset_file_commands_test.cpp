@@ -242,7 +242,7 @@ TEST_F(ExportPresets, WritesThoseNamed) {
   const std::string file = path("mine.json");
   EXPECT_EQ(presets({"export", file, "second", factoryName()}).status, ExitStatus::done);
   EXPECT_EQ(contentOf(file), encodePresets({second_, TuningPreset::builtIn().front()}));
-  EXPECT_EQ(presets({"export", file, firstID}),
+  EXPECT_EQ(presets({"export", "--force", file, firstID}),
             (Outcome{ExitStatus::done, "Exported 1 preset to " + file + "\n", ""}));
   EXPECT_EQ(contentOf(file), encodePresets({first_}));
 }
@@ -329,7 +329,7 @@ TEST_F(ExportPresets, APlaceThatCannotBeWrittenIsAFailure) {
 TEST_F(ExportPresets, AStoreThatCannotBeReadLeavesTheBuiltInOnes) {
   damageStore();
   const std::string file = put("mine.json", "from another day");
-  EXPECT_EQ(presets({"export", file, factoryName()}),
+  EXPECT_EQ(presets({"export", "--force", file, factoryName()}),
             (Outcome{ExitStatus::done, "Exported 1 preset to " + file + "\n", unreadable()}));
   EXPECT_EQ(contentOf(file), encodePresets({TuningPreset::builtIn().front()}));
 }
