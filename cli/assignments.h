@@ -14,7 +14,7 @@ namespace quorvane {
 // What one word of `set` asks for: "FF=80" a value, "FF+=5" and "FF-=5" a change of the present
 // one.
 struct Assignment {
-  TuningParameter parameter;
+  TuningParameter parameter = TuningParameter::slot;
   std::int64_t number = 0;  // display units; as a value of SEN, 0 is AUTO
   bool isRelative = false;
 

@@ -15,12 +15,12 @@ ExitStatus readCommand(const CommandContext& context);
 ExitStatus setCommand(const CommandContext& context, const std::vector<std::string>& words);
 // A set's number or, of the standard menu, its name: "A" is set 1, "C" is set 2 unless another
 // custom set is active already.
-ExitStatus selectCommand(const CommandContext& context, const std::string& set);
+ExitStatus selectCommand(const CommandContext& context, const std::string& word);
 
 // Shows the mode; with "standard" or "advanced" in either case, switches to it first.
-ExitStatus modeCommand(const CommandContext& context, const std::string& mode);
+ExitStatus modeCommand(const CommandContext& context, const std::string& word);
 
-ExitStatus rotationCommand(const CommandContext& context, const std::string& degrees);
+ExitStatus rotationCommand(const CommandContext& context, const std::string& word);
 ExitStatus rawCommand(const CommandContext& context, const std::vector<std::string>& words);
 ExitStatus factoryResetCommand(const CommandContext& context, bool yes);
 ExitStatus usbResetCommand(const CommandContext& context);

@@ -73,7 +73,7 @@ TuningSnapshot switchTo(WheelBase& base, std::int64_t set, TuningLayout layout) 
 
 std::string parseMode(const std::string& word) {
   const std::vector<std::string> modes{"standard", "advanced"};
-  const std::string mode = lowerCase(word);
+  std::string mode = lowerCase(word);
   if (std::find(modes.begin(), modes.end(), mode) != modes.end()) return mode;
   const auto near = nearestWord(word, modes);
   throw UsageError(fmt::format("There is no mode \"{}\": give standard or advanced", oneLine(word)),

@@ -103,7 +103,7 @@ SimulatedState state(const JSONValue& base) {
 
 std::vector<SimulatedState> states(const JSONValue& json) {
   require(json.is_object() && json.contains("format") && json["format"] == format,
-          fmt::format("\"format\" is not \"{}\"", format));
+          fmt::format(R"("format" is not "{}")", format));
   require(json.size() == 2, "it has other members");
   std::vector<SimulatedState> result;
   for (const JSONValue& base : list(json, "bases")) result.push_back(state(base));

@@ -88,7 +88,7 @@ void takeChanges(SimulatedMenu::State& kept, const SimulatedMenu::State& before,
 
 class SimulatedStateFile::Storage final : public MenuStorage {
  public:
-  Storage(const SimulatedStateFile& file, std::size_t number) : file_(file), number_(number) {}
+  Storage(SimulatedStateFile file, std::size_t number) : file_(std::move(file)), number_(number) {}
 
   std::optional<SimulatedMenu::State> read() override {
     const auto content = contentOf(file_.path_);

@@ -46,6 +46,8 @@ std::string contentOf(const path& file, const UniqueFd& fd, std::uint64_t size,
     if (length == 0) return content;
     requireLength(content.size() + static_cast<std::size_t>(length));
     content.append(block.data(), static_cast<std::size_t>(length));
+    // It grows while it is read, perhaps without end.
+    if (size > 0 && content.size() > size) return content;
   }
 }
 

@@ -121,7 +121,7 @@ Outcome CommandLineTest::run(const std::vector<std::string>& words) {
   CapturedStream out;
   CapturedStream err;
   const ExitStatus status = runCommandLine(words, world(out.file(), err.file()));
-  const Outcome outcome{status, out.text(), err.text()};
+  Outcome outcome{status, out.text(), err.text()};
   if (printsDocument(words)) {
     EXPECT_EQ(documentFaults(words, outcome), Lines{});
   }

@@ -1,5 +1,7 @@
 #include "tests/cli/json_schema.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -88,7 +90,7 @@ class Validator {
     Faults found;
     for (const auto& [name, schema] : schemas.items()) {
       if (!value.contains(name)) continue;
-      const Faults more = faults(schema, value[name], place + "/" + name);
+      const Faults more = faults(schema, value[name], fmt::format("{}/{}", place, name));
       found.insert(found.end(), more.begin(), more.end());
     }
     return found;
@@ -103,7 +105,7 @@ class Validator {
       if (known.contains(name)) continue;
       const Faults more = wanted.is_boolean()
                               ? unless(wanted.get<bool>(), place, "has an unknown " + name)
-                              : faults(wanted, other, place + "/" + name);
+                              : faults(wanted, other, fmt::format("{}/{}", place, name));
       found.insert(found.end(), more.begin(), more.end());
     }
     return found;

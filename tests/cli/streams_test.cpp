@@ -56,8 +56,7 @@ class DamagedRun {
   DamagedRun(std::vector<std::string> words, Condition condition, bool interrupted)
       : condition_(condition) {
     prepareHome();
-    process_ = ::fork();
-    if (process_ == 0) become(std::move(words), interrupted);
+    start(std::move(words), interrupted);
   }
 
   const Condition& condition() const { return condition_; }
@@ -74,6 +73,11 @@ class DamagedRun {
   pid_t process() const { return process_; }
 
  private:
+  void start(std::vector<std::string> words, bool interrupted) {
+    process_ = ::fork();
+    if (process_ == 0) become(std::move(words), interrupted);
+  }
+
   void prepareHome() const {
     for (const char* folder : {"Quorvane", "Quorvane/simulated"}) {
       std::filesystem::create_directories(directory_ / folder);

@@ -181,7 +181,7 @@ TEST_F(ClosingTest, ChangesMadeDuringASaveAreAskedAboutAfterIt) {
 
 TEST_F(ClosingTest, ItIsNotWaitedForLongerThanTenSeconds) {
   openStaged();
-  QTimer& timeout = find<QTimer>("closingTimeout");
+  auto& timeout = find<QTimer>("closingTimeout");
   EXPECT_EQ(timeout.interval(), 10'000);
   whileWriting([this] { model().saveStaged(); },
                [&] {

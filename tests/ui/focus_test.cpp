@@ -212,7 +212,7 @@ TEST_F(Focus, TabGoesOnFromWhereTheDeletedPresetWas) {
 TEST_F(Focus, AnotherSectionNeverBeginsOnAButtonThatDestroys) {
   openWithoutBase();
   model().importSettings([this] {
-    const std::filesystem::path file = directory_ / "wet.json";
+    std::filesystem::path file = directory_ / "wet.json";
     putFile(file, encodePresets({presetOf("Wet", {{P::forceFeedback, 80}})}));
     return file;
   }());

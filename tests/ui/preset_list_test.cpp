@@ -23,6 +23,7 @@ class PresetListTest : public WindowTest {
   // Opens the section with so many presets of the user's.
   void openMany(int count) {
     std::vector<TuningPreset> presets;
+    presets.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
       presets.push_back(presetOf("Preset " + std::to_string(i), {{P::forceFeedback, 80}}));
     }

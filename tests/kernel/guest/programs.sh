@@ -42,7 +42,7 @@ ctl_as() {
     run as_uid "$uid" quorvanectl "$@"
 }
 
-# Programs of another maker: root's, so that nobody else sees who has the node open.
+# Programs of another maker, run as the user at the seat, as a game is.
 
 declare -A holder_input=() holder_packets=()
 
@@ -70,7 +70,8 @@ start_holder() {
     exec {input}<>"$work/$name.stdin"
     holder_input[$name]=$input
     holder_packets[$name]=0
-    hold_node "$2" <"$work/$name.stdin" >"$work/$name.stdout" {input}>&- &
+    become 1000 bash -c "$(declare -f hold_node send_packet)"$'\n''hold_node "$1"' "$name" "$2" \
+        <"$work/$name.stdin" >"$work/$name.stdout" {input}>&- &
     background[$name]=$!
     wait_until 10 "'$name' to open $2" holder_said "$name" open 1
 }
