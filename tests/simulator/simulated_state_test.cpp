@@ -91,7 +91,7 @@ TEST(SimulatedState, WhatIsNoneIsRefusedInWords) {
       {R"({"bases":[1],"format":"quorvane-simulated-bases-1"})",
        begin + "a base has other members"},
       {replaced(good, "\"mode\"", "\"menu\""), begin + "\"mode\" is missing"},
-      {replaced(good, "\"mode\"", "\"a\" : 1, \"mode\""), begin + "a base has other members"},
+      {replaced(good, R"("mode")", R"("a" : 1, "mode")"), begin + "a base has other members"},
       {replaced(good, "\"standard\"", "\"sport\""),
        begin + "\"mode\" is neither standard nor advanced"},
       {replaced(good, "\"standard\"", "1"), begin + "\"mode\" is not a text"},
