@@ -64,12 +64,14 @@ void HIDDeviceWatcher::start() {
     // The monitor exists before the first look, so that nothing can arrive in between unseen.
     auto monitor = backend_.monitor(vendorID_);
     if (!monitor) return;
-    auto watch = std::make_shared<Watch>(std::move(monitor), shared_);
-    thread_ = Thread(
-        "FanatecKit.HIDDeviceWatcher",
-        [watch, vendorID = vendorID_, &backend = backend_] { watch->run(vendorID, backend); });
-    watch_ = std::move(watch);
+    // Set before the thread begins, since its handler may call stop().
+    watch_ = std::make_shared<Watch>(std::move(monitor), shared_);
+    thread_ = Thread("FanatecKit.HIDDeviceWatcher",
+                     [watch = watch_, vendorID = vendorID_, &backend = backend_] {
+                       watch->run(vendorID, backend);
+                     });
   } catch (const std::system_error& error) {
+    watch_.reset();
     throw FanatecError::ioFailed(error.what());
   }
 }
