@@ -63,7 +63,7 @@ bool isPersons(std::uint32_t user) {
 bool isNode(std::string_view target, std::string_view node) {
   if (target == node) return true;
   const auto name = [](std::string_view path) { return path.substr(path.rfind('/') + 1); };
-  return node.starts_with("/dev/") && target.starts_with('/') && name(target) == name(node);
+  return node.starts_with("/dev/hidraw") && target.starts_with('/') && name(target) == name(node);
 }
 
 // By the descriptor, since the path that it was opened by may be another node's by now.

@@ -76,6 +76,17 @@ TEST(NodeHolders, AreFoundWhereTheirViewHasTheNodeAtAnotherPlace) {
   EXPECT_EQ(holders(tree), "200 game; all");
 }
 
+TEST(NodeHolders, OfOtherFilesAreThoseOfTheSamePath) {
+  const std::string file = "/dev/shm/mine/node";
+  const SystemTree tree;
+  tree.addProcess(200, "game", "/dev/shm/other/node");
+  const SystemFiles system(tree.root());
+  EXPECT_EQ(NodeHolders(system, self, {file}).of(file), std::vector<NodeHolder>{});
+  tree.addProcess(201, "same", file);
+  EXPECT_EQ(NodeHolders(system, self, {file}).of(file),
+            (std::vector<NodeHolder>{{201, "same", false, false, false}}));
+}
+
 TEST(NodeHolders, TellWhoHasItsTurnAtWritingAndWhetherItIsStopped) {
   const std::string other = "lock:\t1: OFDLCK ADVISORY  READ -1 00:05:333 1 1\n";
   const std::string turn = "lock:\t2: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0\n";
