@@ -12,6 +12,10 @@ void AppModel::followPresets() {
   QObject::connect(&presets_, &SharedPresets::saveFailed, this, [this](const std::string& reason) {
     append(Messages::couldNotSavePresets(reason), true);
   });
+  QObject::connect(&presets_, &SharedPresets::removalRefused, this, [this](const auto& preset) {
+    if (deletedPreset_ == preset) deletedPreset_.reset();
+    append(Messages::notDeleted(preset.name), true);
+  });
 }
 
 void AppModel::saveCurrentAsPreset(const std::string& name) {

@@ -107,6 +107,10 @@ std::string couldNotSaveReport(std::string_view reason) {
 
 std::string presetSaved(std::string_view name) { return "Saved preset " + inQuotes(name); }
 
+std::string notDeleted(std::string_view name) {
+  return inQuotes(name) + " was changed by another program and not deleted";
+}
+
 std::string presetDeleted(std::string_view name) { return "Deleted " + inQuotes(name); }
 
 std::string presetBroughtBack(std::string_view name) { return "Brought back " + inQuotes(name); }

@@ -56,6 +56,7 @@ std::string couldNotSaveReport(std::string_view reason);
 
 std::string presetSaved(std::string_view name);
 std::string presetDeleted(std::string_view name);
+std::string notDeleted(std::string_view name);
 std::string presetBroughtBack(std::string_view name);
 std::string couldNotSavePresets(std::string_view reason);
 std::string exportedSettings(const std::filesystem::path& file);

@@ -1,5 +1,6 @@
 #include "app/shared_presets.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -8,18 +9,18 @@ namespace {
 
 constexpr std::chrono::milliseconds retryInterval(20);
 
+constexpr std::chrono::milliseconds longestReadingPause(60'000);
+
 }  // namespace
 
 SharedPresets::SharedPresets(const PresetStore& store, std::chrono::milliseconds timeout)
     : store_(store), timeout_(timeout), watch_(store.fileURL()) {
   connect(&watch_, &FileWatch::touched, this, &SharedPresets::lookAgain);
   connect(&retry_, &QTimer::timeout, this, &SharedPresets::write);
+  connect(&reading_, &QTimer::timeout, this, &SharedPresets::lookAgain);
   retry_.setInterval(retryInterval);
-  try {
-    adopt(store_.contents());
-  } catch (const std::exception&) {
-    return;  // the first change says what is wrong
-  }
+  reading_.setSingleShot(true);
+  lookAgain();
 }
 
 void SharedPresets::change(const PresetChange& change) {
@@ -29,19 +30,25 @@ void SharedPresets::change(const PresetChange& change) {
   write();
 }
 
-PresetStore::Change SharedPresets::pendingChanges() const {
-  return [this](std::vector<TuningPreset>& presets) {
-    for (const PresetChange& change : pending_) change.apply(presets);
-  };
+// Returns what stays although it was to be removed.
+std::vector<TuningPreset> SharedPresets::applyPending(std::vector<TuningPreset>& presets) const {
+  std::vector<TuningPreset> refused;
+  for (const PresetChange& change : pending_) {
+    if (!change.apply(presets)) refused.push_back(*change.removed());
+  }
+  return refused;
 }
 
 // A damaged file costs nothing of what was read before: it is replaced by the whole list.
 void SharedPresets::write() {
   try {
-    if (auto contents = store_.tryChange(pendingChanges(), place_, stored_)) {
+    std::vector<TuningPreset> refused;
+    const auto change = [&](std::vector<TuningPreset>& list) { refused = applyPending(list); };
+    if (auto contents = store_.tryChange(change, place_, stored_)) {
       stopWaiting();
       pending_.clear();
       adopt(*std::move(contents));
+      for (const TuningPreset& preset : refused) emit removalRefused(preset);
     } else if (std::chrono::steady_clock::now() < deadline_) {
       retry_.start();
     } else {
@@ -62,27 +69,36 @@ void SharedPresets::finish() {
   if (!retry_.isActive()) return;
   stopWaiting();
   try {
-    store_.change(pendingChanges(), stored_);
+    store_.change([this](std::vector<TuningPreset>& presets) { applyPending(presets); }, stored_);
   } catch (const std::runtime_error& error) {
     emit saveFailed(error.what());
   }
 }
 
-// What was written here has the version that is known already. A file that cannot be read now is
-// perhaps being rewritten, which is told again.
+// What was written here has the version that is known already. Nothing is said of a file that
+// cannot be read: it may be being rewritten, and the next change says what is wrong.
 void SharedPresets::lookAgain() {
   try {
     if (store_.version() != version_) adopt(store_.contents());
+    reading_.stop();
+    readingPause_ = firstReadingPause;
+  } catch (const DecodingError&) {
+    return;  // until it is another file, which is told
   } catch (const std::exception&) {
-    return;
+    readLater();
   }
+}
+
+void SharedPresets::readLater() {
+  reading_.start(readingPause_);
+  readingPause_ = std::min(2 * readingPause_, longestReadingPause);
 }
 
 void SharedPresets::adopt(PresetStore::Contents contents) {
   stored_ = std::move(contents.presets);
   version_ = contents.version;
   std::vector<TuningPreset> shown = stored_;
-  pendingChanges()(shown);
+  applyPending(shown);
   if (shown == shown_) return;
   shown_ = std::move(shown);
   emit changed();

@@ -18,7 +18,8 @@ namespace quorvane {
 //
 // A change shows at once and is written at once, to the file as it is then. While another program
 // has the file locked, writing is tried again by a timer, without ever waiting for the lock. A
-// change that cannot be written stays in the list, and is written with the next one.
+// change that cannot be written stays in the list, and is written with the next one. A file that
+// cannot be read is read again by a timer.
 //
 // Lives on the main thread. Signals are emitted from within the calls as well.
 class SharedPresets final : public QObject {
@@ -27,7 +28,10 @@ class SharedPresets final : public QObject {
  public:
   static constexpr std::chrono::milliseconds longestWait{2000};
 
-  // Reads the file; a list that cannot be read is empty. The store outlives this.
+  // Before a file that could not be read is read again; doubled from one attempt to the next.
+  static constexpr std::chrono::milliseconds firstReadingPause{250};
+
+  // Reads the file; a list that cannot be read is empty for now. The store outlives this.
   explicit SharedPresets(const PresetStore& store, std::chrono::milliseconds timeout = longestWait);
 
   const std::vector<TuningPreset>& presets() const { return shown_; }
@@ -45,12 +49,16 @@ class SharedPresets final : public QObject {
 
   void saveFailed(const std::string& reason);
 
+  // The preset was not removed: another program has changed it.
+  void removalRefused(const TuningPreset& preset);
+
  private:
   void write();
   void stopWaiting();
   void lookAgain();
   void adopt(PresetStore::Contents contents);
-  PresetStore::Change pendingChanges() const;
+  void readLater();
+  std::vector<TuningPreset> applyPending(std::vector<TuningPreset>& presets) const;
 
   const PresetStore& store_;
   const std::chrono::milliseconds timeout_;
@@ -62,6 +70,8 @@ class SharedPresets final : public QObject {
   std::chrono::steady_clock::time_point deadline_;  // for the lock
   SharedFile::Place place_;                         // in line for the lock, while retry_ is active
   QTimer retry_;                                    // active while another program has the lock
+  QTimer reading_;                                  // active while the file cannot be read
+  std::chrono::milliseconds readingPause_ = firstReadingPause;  // the next one
 };
 
 }  // namespace quorvane

@@ -56,6 +56,11 @@ bool PresetChange::apply(Presets& presets) const {
   return std::visit([&](const auto& what) { return applyTo(presets, what); }, what_);
 }
 
+const TuningPreset* PresetChange::removed() const {
+  const Remove* const remove = std::get_if<Remove>(&what_);
+  return remove == nullptr ? nullptr : &remove->preset;
+}
+
 bool PresetChange::applyTo(Presets& presets, const Add& add) {
   for (std::size_t i = 0; i < add.presets.size(); ++i) {
     TuningPreset preset = add.presets[i];

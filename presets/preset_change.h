@@ -47,6 +47,9 @@ class PresetChange {
   // False when the record stays although it was to be removed, as another program changed it.
   bool apply(std::vector<TuningPreset>& presets) const;
 
+  // The record that this removes; none when it is another change.
+  const TuningPreset* removed() const;
+
  private:
   struct Add {
     std::vector<TuningPreset> presets;

@@ -52,16 +52,6 @@ auto decoded(const path& file, const std::string& content, Decode decode) {
   }
 }
 
-// The state; none when there is no file.
-std::optional<FileState> stateOf(const path& file) {
-  try {
-    return readFileState(file);
-  } catch (const FileError& error) {
-    if (error.isMissingFile()) return std::nullopt;
-    throw;
-  }
-}
-
 std::string corruptSuffix() {
   return fmt::format("corrupt-{:%Y%m%dT%H%M%SZ}",
                      fmt::gmtime(wholeSeconds(WallClock::now()).time_since_epoch().count()));
@@ -151,13 +141,13 @@ std::vector<TuningPreset> PresetStore::load() const {
 }
 
 std::vector<TuningPreset> PresetStore::read() const {
-  const auto state = stateOf(fileURL_);
+  const auto state = readFileStateIfAny(fileURL_);
   if (!state) return {};
   return decoded(fileURL_, state->content, decodePresets);
 }
 
 PresetStore::Contents PresetStore::contents() const {
-  const auto state = stateOf(fileURL_);
+  const auto state = readFileStateIfAny(fileURL_);
   if (!state) return {};
   return {asOwn(decoded(fileURL_, state->content, decodePresets)), state->version, {}, {}};
 }

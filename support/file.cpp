@@ -105,6 +105,15 @@ FileState readFileState(const path& path, std::uint64_t limit) {
   throw FileError(path, "Another program is writing to it");
 }
 
+std::optional<FileState> readFileStateIfAny(const path& path) {
+  try {
+    return readFileState(path);
+  } catch (const FileError& error) {
+    if (error.isMissingFile()) return std::nullopt;
+    throw;
+  }
+}
+
 std::optional<FileVersion> versionOfFile(const path& path) {
   const auto status = statusOf(path);
   if (!status) return std::nullopt;

@@ -51,6 +51,9 @@ struct FileState {
 // As readFile, with the version that the content is of.
 FileState readFileState(const std::filesystem::path& path, std::uint64_t limit = anyLength);
 
+// The same; none when there is no such file.
+std::optional<FileState> readFileStateIfAny(const std::filesystem::path& path);
+
 // None when there is no such file. Throws FileError when that cannot be told.
 std::optional<FileVersion> versionOfFile(const std::filesystem::path& path);
 

@@ -83,16 +83,6 @@ std::optional<UniqueFd> tryLockFor(const path& file, UniqueFd& waiting) {
   return std::exchange(waiting, UniqueFd());
 }
 
-// None when there is no file.
-std::optional<FileState> stateOf(const path& file) {
-  try {
-    return readFileState(file);
-  } catch (const FileError& error) {
-    if (error.isMissingFile()) return std::nullopt;
-    throw;
-  }
-}
-
 std::optional<FileVersion> versionOf(const std::optional<FileState>& state) {
   if (!state) return std::nullopt;
   return state->version;
@@ -160,7 +150,7 @@ std::optional<SharedFile::Result> SharedFile::tryChange(const Change& change, Pl
 // None when the file was changed by a program that takes no lock.
 std::optional<SharedFile::Result> SharedFile::attempt(const path& file,
                                                       const Change& change) const {
-  const auto state = stateOf(file);
+  const auto state = readFileStateIfAny(file);
   const auto update = change(state ? std::optional(state->content) : std::nullopt);
   if (!update) return Result{versionOf(state), {}};
   if (state && update->keepOldAs && !isSettled(file, *state)) return std::nullopt;
@@ -175,7 +165,7 @@ std::optional<SharedFile::Result> SharedFile::attempt(const path& file,
 
 bool SharedFile::isSettled(const path& file, const FileState& state) const {
   clock_.sleepFor(settlingPause);
-  const auto again = stateOf(file);
+  const auto again = readFileStateIfAny(file);
   return again && again->version == state.version && again->content == state.content;
 }
 

@@ -69,6 +69,10 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
                     [](char x, char y) { return lower(x) == lower(y); });
 }
 
+bool startsWithIgnoringCase(std::string_view text, std::string_view beginning) {
+  return equalIgnoringCase(text.substr(0, beginning.size()), beginning);
+}
+
 std::string counted(std::size_t count, std::string_view noun) {
   return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }

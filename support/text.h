@@ -11,6 +11,7 @@ namespace quorvane {
 // ASCII letters only: menu codes and words on a command line are ASCII.
 std::string lowerCase(std::string_view text);
 bool equalIgnoringCase(std::string_view a, std::string_view b);
+bool startsWithIgnoringCase(std::string_view text, std::string_view beginning);
 
 // "1 value", "2 values": the noun takes an "s" unless there is one.
 std::string counted(std::size_t count, std::string_view noun);

@@ -118,6 +118,7 @@ TEST(Messages, OfPresetsAndFiles) {
   const TuningPreset dry = presetOf("Dry", {});
   expectTexts({
       {Messages::presetSaved("Wet"), "Saved preset \"Wet\""},
+      {Messages::notDeleted("Spa"), "\"Spa\" was changed by another program and not deleted"},
       {Messages::couldNotSavePresets("the reason"), "Could not save presets: the reason"},
       {Messages::exportedSettings(file), "Exported settings to /home/me/my settings.quorvane"},
       {Messages::exportedPresets(0, file), "Exported 0 presets to /home/me/my settings.quorvane"},

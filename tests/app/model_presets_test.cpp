@@ -149,7 +149,9 @@ TEST_F(ModelPresets, AreDeletedByTheirID) {
   startWithoutBase();
   TuningPreset renamed = presets[2];
   renamed.name = "another";
+  changes_ = 0;
   model().deletePreset(renamed);
+  EXPECT_EQ(changes_, 2);  // the line in the log, and the list
   EXPECT_EQ(model().userPresets(), (std::vector<TuningPreset>{presets[0], presets[1]}));
   EXPECT_EQ(store_->read(), model().userPresets());
   model().deletePreset(presetOf("Dry", {}));

@@ -153,6 +153,39 @@ TEST_F(SharedPresetsTest, NoCallThatFailsOnceCostsAPreset) {
   }
 }
 
+TEST_F(SharedPresetsTest, AFileThatCannotBeReadIsReadAgainByATimer) {
+  store_.save({named("wet")});
+  std::optional<SharedPresets> list;
+  {
+    const FileCalls calls(FileCalls::failEach("open", EMFILE));
+    list.emplace(store_);
+    EXPECT_GT(calls.count("open"), 0U);
+  }
+  EXPECT_EQ(shown(*list), "");
+  QEventLoop loop;
+  QObject::connect(&*list, &SharedPresets::changed, &loop, &QEventLoop::quit);
+  loop.exec();
+  EXPECT_EQ(shown(*list), "wet ");
+}
+
+TEST_F(SharedPresetsTest, APresetThatAnotherProgramChangedIsNotRemoved) {
+  const TuningPreset ours = named("wet");
+  TuningPreset theirs = ours;
+  theirs.game = "theirs";
+  store_.save({ours});
+  SharedPresets list(store_);
+  std::vector<std::string> refused;
+  QObject::connect(&list, &SharedPresets::removalRefused,
+                   [&](const TuningPreset& preset) { refused.push_back(preset.name); });
+  store_.save({theirs});
+  list.change(PresetChange::remove(ours));
+  EXPECT_EQ(refused, std::vector<std::string>{"wet"});
+  EXPECT_EQ(list.presets(), std::vector<TuningPreset>{theirs});
+  list.change(PresetChange::remove(theirs));
+  EXPECT_EQ(refused.size(), 1U);
+  EXPECT_EQ(stored(), "");
+}
+
 TEST_F(SharedPresetsTest, FinishingWithNothingToWriteTouchesNothing) {
   SharedPresets list(store_);
   list.finish();

@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <optional>
-#include <random>
 #include <set>
 #include <sstream>
 #include <string>
@@ -11,7 +8,7 @@
 #include "presets/preset_change.h"
 #include "presets/preset_store.h"
 #include "tests/support/child_process.h"
-#include "tests/support/file_calls.h"
+#include "tests/support/killed_commands.h"
 #include "tests/support/temporary_directory.h"
 
 namespace quorvane {
@@ -39,19 +36,6 @@ class PresetSharing : public testing::Test {
     });
   }
 
-  // Runs a command as a process that is killed at a random system call when asked for; whether it
-  // came to its end.
-  static bool runCommand(std::mt19937& random, bool isKilled,
-                         const std::function<void()>& command) {
-    const std::size_t last = std::uniform_int_distribution<std::size_t>(0, 30)(random);
-    return inChildProcess([&]() -> std::string {
-             std::optional<FileCalls> calls;
-             if (isKilled) calls.emplace(FileCalls::dieAt(last));
-             command();
-             return "done";
-           }) == "done";
-  }
-
   Names stored() const {
     Names names;
     for (const TuningPreset& preset : store_.read()) names.insert(preset.name);
@@ -73,11 +57,11 @@ TEST_F(PresetSharing, EveryPresetWhoseSaveEndedIsThere) {
   constexpr int saves = 400;
   const auto lane = [&](unsigned seed) {
     return [this, seed]() -> std::string {
-      std::mt19937 random(seed);
+      KilledCommands commands(seed);
       std::string done;
       for (int i = 0; i < saves; ++i) {
         const std::string name = std::to_string(seed) + "-" + std::to_string(i);
-        if (runCommand(random, i % 10 == 9, [&] { add(named(name)); })) done += name + " ";
+        if (commands.run([&] { add(named(name)); })) done += name + " ";
       }
       return done;
     };
@@ -97,11 +81,10 @@ TEST_F(PresetSharing, SavesImportsAndDeletionsMix) {
   constexpr int rounds = 60;
   const auto lane = [&](unsigned seed) {
     return [this, seed]() -> std::string {
-      std::mt19937 random(seed);
+      KilledCommands commands(seed);
       std::string lines;
       for (int i = 0; i < rounds; ++i) {
         const std::string name = std::to_string(seed) + "-" + std::to_string(i);
-        const bool isKilled = i % 10 == 9;
         const auto save = [&] { add(named(name)); };
         const auto import = [&] {
           const std::string file = directory_ / (name + ".json");
@@ -109,12 +92,11 @@ TEST_F(PresetSharing, SavesImportsAndDeletionsMix) {
           add(PresetStore::importPresets(file).front());
           std::filesystem::remove(file);
         };
-        const bool isSaved =
-            i % 2 == 0 ? runCommand(random, isKilled, save) : runCommand(random, isKilled, import);
+        const bool isSaved = i % 2 == 0 ? commands.run(save) : commands.run(import);
         if (!isSaved) continue;
         if (i % 3 != 0) {
           lines += "+" + name + " ";
-        } else if (runCommand(random, i % 9 == 0, [&] { remove(name); })) {
+        } else if (commands.run([&] { remove(name); })) {
           lines += "-" + name + " ";
         }
       }

@@ -55,6 +55,15 @@ TEST(EqualIgnoringCase, ComparesWholeTexts) {
   }
 }
 
+TEST(StartsWithIgnoringCase, ComparesTheBeginning) {
+  EXPECT_TRUE(startsWithIgnoringCase("Mine: a", "mINE:"));
+  EXPECT_TRUE(startsWithIgnoringCase("SEN", "sen"));
+  EXPECT_TRUE(startsWithIgnoringCase("SEN", ""));
+  EXPECT_TRUE(startsWithIgnoringCase("", ""));
+  EXPECT_FALSE(startsWithIgnoringCase("SE", "SEN"));
+  EXPECT_FALSE(startsWithIgnoringCase("ASEN", "SEN"));
+}
+
 TEST(ParseInteger, ReadsAWholeDecimalNumber) {
   const std::vector<std::pair<std::string_view, std::int64_t>> cases{
       {"0", 0},

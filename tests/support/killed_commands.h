@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <random>
+#include <string>
+
+#include "tests/support/child_process.h"
+#include "tests/support/file_calls.h"
+
+namespace quorvane {
+
+// Runs commands as processes of their own, one after the other. Every tenth one is killed at a
+// random system call.
+class KilledCommands {
+ public:
+  explicit KilledCommands(unsigned seed) : random_(seed) {}
+
+  // Whether the command came to its end.
+  bool run(const std::function<void()>& command) {
+    const bool isKilled = ++number_ % 10 == 0;
+    const std::size_t last = std::uniform_int_distribution<std::size_t>(0, 30)(random_);
+    return inChildProcess([&]() -> std::string {
+             std::optional<FileCalls> calls;
+             if (isKilled) calls.emplace(FileCalls::dieAt(last));
+             command();
+             return "done";
+           }) == "done";
+  }
+
+ private:
+  std::mt19937 random_;
+  int number_ = 0;
+};
+
+}  // namespace quorvane
