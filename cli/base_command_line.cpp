@@ -80,6 +80,7 @@ struct BaseWords {
   std::string degrees;
   std::string mode;
   std::string report;
+  bool force = false;
   bool yes = false;
 };
 
@@ -134,11 +135,15 @@ class BaseParser {
   void addMachine() {
     add("monitor", "Print a line for each arrival, removal and changed value until Ctrl-C",
         monitorFooter, monitorCommand);
-    add("doctor", "Find out why a base is not found or does not answer", doctorFooter,
-        [words = words_](auto& context) { return doctorCommand(context, words->report); })
+    CLI::App& doctor = add("doctor", "Find out why a base is not found or does not answer",
+                           doctorFooter, [words = words_](auto& context) {
+                             return doctorCommand(context, words->report, words->force);
+                           });
+    doctor
         .add_option("--report", words_->report,
                     "Write what a bug report needs to this file as well; \"-\" is standard output")
         ->type_name("FILE");
+    doctor.add_flag("--force", words_->force, "Replace the file if there is one");
     add("udev-rule", "Print the udev rule that lets you use the base without being root",
         udevRuleFooter, udevRuleCommand);
   }

@@ -29,8 +29,9 @@ ExitStatus usbResetCommand(const CommandContext& context);
 ExitStatus monitorCommand(const CommandContext& context);
 
 // Shows what keeps a base from working; fails when there is something. With a file, writes a report
-// to it as well; "-" is standard output, which then carries nothing else. Throws FileError.
-ExitStatus doctorCommand(const CommandContext& context, const std::string& report);
+// to it as well, over one that is there only with `replace`; "-" is standard output, which then
+// carries nothing else. Throws FileError.
+ExitStatus doctorCommand(const CommandContext& context, const std::string& report, bool replace);
 
 ExitStatus udevRuleCommand(const CommandContext& context);
 

@@ -55,10 +55,6 @@ CompletionChoice choiceFor(const CompletionPlace& place, const World& world) {
 // Whether the shells take the word as it is.
 bool isSafeWord(const std::string& word) { return oneLine(word) == word; }
 
-bool startsWith(const std::string& word, const std::string& typed) {
-  return equalIgnoringCase(std::string_view(word).substr(0, typed.size()), typed);
-}
-
 }  // namespace
 
 ExitStatus printCompletions(const CLI::App& app, const std::vector<std::string>& words,
@@ -71,7 +67,8 @@ ExitStatus printCompletions(const CLI::App& app, const std::vector<std::string>&
     return ExitStatus::done;
   }
   for (const CompletionCandidate& candidate : choice.candidates) {
-    if (!startsWith(candidate.word, place.typed) || !isSafeWord(candidate.word)) continue;
+    if (!startsWithIgnoringCase(candidate.word, place.typed)) continue;
+    if (!isSafeWord(candidate.word)) continue;
     writeTo(world.out,
             fmt::format("{}{}\t{}\n", place.lead, candidate.word, oneLine(candidate.description)));
   }

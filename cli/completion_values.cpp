@@ -4,9 +4,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <string_view>
 
 #include "cli/base_access.h"
 #include "cli/preset_library.h"
+#include "cli/preset_names.h"
 #include "cli/value_words.h"
 #include "support/text.h"
 
@@ -111,20 +113,35 @@ Candidates commandsBelow(const CLI::App& app, const std::vector<std::string>& wo
   return result;
 }
 
-// A name that cannot stand on a command line as it is gives way to the id.
-bool isPlain(const std::string& name) {
-  return !name.empty() && !name.starts_with('-') && oneLine(name) == name;
+bool isPlain(const std::string& word) {
+  return !word.empty() && !word.starts_with('-') && oneLine(word) == word;
+}
+
+// The shortest word for a preset that can stand on a command line as it is; another one when its
+// beginning is typed. Empty when none continues what is typed.
+std::string presetWord(const std::vector<TuningPreset>& presets, const TuningPreset& preset,
+                       const std::string& typed) {
+  constexpr std::string_view shortestBeginning = "mine:";
+  std::vector<std::string> words = wordsNaming(presets, preset);
+  std::erase_if(words, [](const std::string& word) { return !isPlain(word); });
+  if (typed.size() < shortestBeginning.size()) words.resize(std::min<std::size_t>(words.size(), 1));
+  const auto found = std::find_if(words.begin(), words.end(), [&](const std::string& word) {
+    return startsWithIgnoringCase(word, typed);
+  });
+  return found == words.end() ? "" : *found;
 }
 
 Candidates presets(const CompletionPlace& place, const World& world) {
   World chosen = world;
   if (place.simulates) chosen.presets = world.simulatedPresets;
   const PresetLibrary library(chosen);
+  const std::vector<TuningPreset> all = library.all();
   const bool mayBeBuiltIn = place.command->get_name() != "delete";
   Candidates result;
-  for (const TuningPreset& preset : mayBeBuiltIn ? library.all() : library.own()) {
-    const bool plain = isPlain(preset.name);
-    result.push_back({plain ? preset.name : preset.id.text(), plain ? preset.game : preset.name});
+  for (const TuningPreset& preset : all) {
+    if (preset.isBuiltIn && !mayBeBuiltIn) continue;
+    const std::string word = presetWord(all, preset, place.typed);
+    if (!word.empty()) result.push_back({word, word == preset.name ? preset.game : preset.name});
   }
   return result;
 }

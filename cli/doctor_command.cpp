@@ -6,6 +6,7 @@
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
+#include "cli/output_file.h"
 #include "doctor/report.h"
 #include "support/file.h"
 #include "support/printing.h"
@@ -71,8 +72,9 @@ void print(const CommandContext& context, const Diagnosis& diagnosis, const std:
 
 }  // namespace
 
-ExitStatus doctorCommand(const CommandContext& context, const std::string& report) {
+ExitStatus doctorCommand(const CommandContext& context, const std::string& report, bool replace) {
   requireFileName(report);
+  if (!report.empty() && report != standardOutput) requireFreeName(report, replace);
   const Diagnosis diagnosis = diagnose(context);
   if (report == standardOutput) {
     printTo(context.world.out, "{}", reportText(diagnosis));

@@ -63,7 +63,7 @@ void printRepeatedName(const World& world, const PresetLibrary& library,
 }
 
 // Saves it with the id and at the place of the user's own preset of exactly that name, if there is
-// one.
+// one; else as a new one.
 PresetLibrary withReplaced(const World& world, TuningPreset& preset) {
   PresetLibrary library(world, PresetLibrary::IfUnreadable::fail);
   std::vector<TuningPreset> sameName = library.own();
@@ -97,10 +97,11 @@ ExitStatus savePresetCommand(const CommandContext& context, const std::string& n
   TuningPreset preset = TuningPreset::capture(base->product(), wanted, snapshot);
   preset.game = savedGame;
 
+  const UUID newID = preset.id;
   const PresetLibrary library = replace ? withReplaced(context.world, preset)
                                         : PresetLibrary::withAdded(context.world, {preset});
   printSaved(context, library, preset);
-  printRepeatedName(context.world, library, preset);
+  if (preset.id == newID) printRepeatedName(context.world, library, preset);
   return ExitStatus::done;
 }
 

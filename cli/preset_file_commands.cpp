@@ -1,10 +1,9 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <filesystem>
-
 #include "cli/base_access.h"
 #include "cli/json_output.h"
+#include "cli/output_file.h"
 #include "cli/preset_commands.h"
 #include "cli/preset_library.h"
 #include "cli/preset_text.h"
@@ -33,13 +32,6 @@ std::vector<TuningPreset> presetsIn(const std::string& file) {
   }
   const auto piped = readPipe(file, longest);
   return piped ? PresetStore::importPresets(file, *piped) : PresetStore::importPresets(file);
-}
-
-// Whoever names a file that is there may have meant another name.
-void requireFreeName(const std::string& file, bool replace) {
-  std::error_code unknown;
-  if (replace || !std::filesystem::is_regular_file(file, unknown)) return;
-  throw FileError(file, "File exists; give --force to replace it");
 }
 
 // Several files, as far as they can be read.

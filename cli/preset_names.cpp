@@ -56,7 +56,7 @@ Matches answering(const Matches& presets, const std::string& which) {
 
 Matches named(const Presets& presets, const std::string& which) {
   for (const Scope& scope : scopes) {
-    if (!equalIgnoringCase(which.substr(0, scope.prefix.size()), scope.prefix)) continue;
+    if (!startsWithIgnoringCase(which, scope.prefix)) continue;
     const Matches inScope = matching(pointersTo(presets), [&](const TuningPreset& preset) {
       return preset.isBuiltIn == scope.isBuiltIn;
     });
@@ -72,18 +72,13 @@ bool isTypeable(const std::string& word) {
          word.find_first_of("\"$`\\!") == std::string::npos;
 }
 
-bool isOnlyAnswer(const Presets& presets, const TuningPreset& preset, const std::string& word) {
-  return isTypeable(word) && named(presets, word) == Matches{&preset};
-}
-
-// What names this preset alone, as it is typed, with its name where that does not say it. The id
-// when there is nothing: records may share that too.
+// What names this preset alone, as it is typed: a name, else the id with the name behind it.
 std::string wordText(const Presets& presets, const TuningPreset& preset) {
-  const std::string scoped = std::string(scopes.at(preset.isBuiltIn ? 0 : 1).prefix) + preset.name;
-  for (const std::string& word : {preset.name, scoped}) {
-    if (isOnlyAnswer(presets, preset, word)) return fmt::format("\"{}\"", word);
+  const std::string id = idText(preset);
+  for (const std::string& word : wordsNaming(presets, preset)) {
+    if (word != id && isTypeable(word)) return fmt::format("\"{}\"", word);
   }
-  return fmt::format("{:<36}  {}", idText(preset), oneLine(preset.name));
+  return fmt::format("{:<36}  {}", id, oneLine(preset.name));
 }
 
 // The names that contain the text, or all.
@@ -155,6 +150,15 @@ const TuningPreset& presetNamed(const Presets& presets, const std::string& which
   });
   if (!areOne) throw UsageError(ambiguousText(presets, found, which));
   return first;
+}
+
+std::vector<std::string> wordsNaming(const Presets& presets, const TuningPreset& preset) {
+  const std::string scoped = std::string(scopes.at(preset.isBuiltIn ? 0 : 1).prefix) + preset.name;
+  std::vector<std::string> words{preset.name, scoped};
+  std::erase_if(words,
+                [&](const std::string& word) { return named(presets, word) != Matches{&preset}; });
+  if (!preset.isBuiltIn) words.push_back(preset.id.text());
+  return words;
 }
 
 std::string sharedNamesText(const Presets& presets) {

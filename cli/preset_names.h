@@ -18,6 +18,12 @@ enum class Twins { refuse, takeFirst };
 const TuningPreset& presetNamed(const std::vector<TuningPreset>& presets, const std::string& which,
                                 Twins twins = Twins::refuse);
 
+// The words that name one of `presets` alone, not quoted for a shell: its name, and its name behind
+// "builtin:" or "mine:". One of the user's own has its id as the last word in any case, although
+// records may share it.
+std::vector<std::string> wordsNaming(const std::vector<TuningPreset>& presets,
+                                     const TuningPreset& preset);
+
 // A line for each preset whose name does not name it alone, with the word that does.
 std::string sharedNamesText(const std::vector<TuningPreset>& presets);
 

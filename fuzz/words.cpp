@@ -118,7 +118,7 @@ void expectCompletions(Words words) {
   if (oneLine(typed) != typed) return;
   for (const std::string& line : lines) {
     invariant(std::count(line.begin(), line.end(), '\t') == 1, "a candidate has a description");
-    invariant(equalIgnoringCase(offered(line).substr(0, typed.size()), typed),
+    invariant(startsWithIgnoringCase(offered(line), typed),
               "a candidate begins with what is typed");
   }
   // One that ends in "=" wants more to follow it.
@@ -172,7 +172,8 @@ void expectName(const std::string& word) {
   }
   try {
     const TuningPreset& named = presetNamed(TuningPreset::builtIn(), word);
-    invariant(equalIgnoringCase(named.name, word) || UUID::parse(word) == named.id,
+    const std::size_t scope = word.size() - std::min(word.size(), named.name.size());
+    invariant(equalIgnoringCase(word.substr(scope), named.name) || UUID::parse(word) == named.id,
               "a preset answers to its name");
   } catch (const UsageError& error) {
     invariant(std::string_view(error.what()).find('\t') == std::string_view::npos,

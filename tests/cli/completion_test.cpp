@@ -138,12 +138,32 @@ TEST_F(Completion, NamesPresets) {
   store_.save({ownPreset(firstID, "My GT7"), ownPreset(secondID, "--fast"),
                ownPreset(thirdID, "two\nlines")});
   EXPECT_EQ(lines({"presets", "show", "my"}), Words{"My GT7\tCustom"});
-  EXPECT_EQ(offered({"presets", "delete", ""}), (Words{"My GT7", secondID, thirdID}));
+  EXPECT_EQ(offered({"presets", "delete", ""}), (Words{"My GT7", "mine:--fast", thirdID}));
   EXPECT_EQ(lines({"presets", "apply", thirdID}), Words{std::string(thirdID) + "\ttwo lines"});
   EXPECT_EQ(offered({"presets", "apply", "fanatec fac"}), Words{factoryName()});
   EXPECT_EQ(offered({"presets", "apply", "My GT7", ""}), Words());
-  EXPECT_EQ(offered({"presets", "share", "--preset", "M"}), Words{"My GT7"});
+  EXPECT_EQ(offered({"presets", "share", "--preset", "My"}), Words{"My GT7"});
   EXPECT_EQ(offered({"presets", "export", "all.json", "My GT7", "my"}), Words{"My GT7"});
+}
+
+TEST_F(Completion, APresetWhoseNameAnotherHasIsOfferedByAWordOfItsOwn) {
+  const std::string ofMine = "mine:" + factoryName();
+  store_.save({ownPreset(firstID, factoryName()), ownPreset(secondID, "My GT7"),
+               ownPreset(thirdID, "My GT7")});
+  EXPECT_EQ(offered({"presets", "show", "fanatec fac"}), Words());
+  EXPECT_EQ(offered({"presets", "show", "builtin:fanatec fac"}), Words{"builtin:" + factoryName()});
+  EXPECT_EQ(lines({"presets", "show", "mine:"}), Words{ofMine + "\t" + factoryName()});
+  EXPECT_EQ(offered({"presets", "delete", ""}), (Words{ofMine, secondID, thirdID}));
+}
+
+TEST_F(Completion, BuiltInAndMineTellPresetsApartAlsoWhenTheyNeedNot) {
+  store_.save({ownPreset(firstID, "My GT7"), ownPreset(secondID, "Spa")});
+  EXPECT_EQ(offered({"presets", "apply", "m"}), Words{"My GT7"});
+  EXPECT_EQ(offered({"presets", "apply", "MINE:m"}), Words{"mine:My GT7"});
+  EXPECT_EQ(offered({"presets", "apply", "mine:f"}), Words());
+  EXPECT_EQ(offered({"presets", "apply", "builtin:fanatec fac"}),
+            Words{"builtin:" + factoryName()});
+  EXPECT_EQ(offered({"presets", "apply", std::string(firstID)}), Words{firstID});
 }
 
 TEST_F(Completion, NamesThePresetsOfSimulatedBases) {

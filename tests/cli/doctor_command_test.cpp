@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdio>
+#include <fstream>
 #include <string_view>
 
 #include "cli/command_line.h"
@@ -146,6 +147,19 @@ TEST_F(DoctorCommand, AReportThatCannotBeWrittenIsAFailure) {
   EXPECT_EQ(run({"doctor", "--report", file}), (Outcome{ExitStatus::failed, "", message + "\n"}));
   EXPECT_EQ(run({"doctor", "--json", "--report", file}),
             (Outcome{ExitStatus::failed, errorDocument("fileFailed", message), message + "\n"}));
+}
+
+TEST_F(DoctorCommand, AReportThatIsThereIsReplacedOnlyWhenAskedFor) {
+  base();
+  std::ofstream(reportFile()) << "another day";
+  const std::string message = reportFile() + ": File exists; give --force to replace it";
+  EXPECT_EQ(run({"doctor", "--report", reportFile()}),
+            (Outcome{ExitStatus::failed, "", message + "\n"}));
+  EXPECT_EQ(run({"doctor", "--json", "--report", reportFile()}),
+            (Outcome{ExitStatus::failed, errorDocument("fileFailed", message), message + "\n"}));
+  EXPECT_EQ(contentOf(reportFile()), "another day");
+  EXPECT_EQ(run({"doctor", "--force", "--report", reportFile()}).status, ExitStatus::done);
+  EXPECT_NE(contentOf(reportFile()), "another day");
 }
 
 TEST_F(DoctorCommand, ExaminesTheNamedBase) {

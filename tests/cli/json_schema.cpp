@@ -7,6 +7,7 @@
 #include <fstream>
 #include <map>
 #include <regex>
+#include <sstream>
 #include <stdexcept>
 
 #include "cli/completion.h"
@@ -153,6 +154,19 @@ std::string schemaOf(const std::vector<std::string>& words) {
   throw std::runtime_error("a command without a schema");
 }
 
+// Of a text that has a document of the monitor in each line, and may have none.
+Faults lineFaults(const std::string& text) {
+  Faults all;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const Json document = Json::parse(line, nullptr, false);
+    const Faults faults = document.is_discarded() ? Faults{"a line is no document: " + line}
+                                                  : schemaFaults(schemaNamed("monitor"), document);
+    all.insert(all.end(), faults.begin(), faults.end());
+  }
+  return all;
+}
+
 }  // namespace
 
 std::vector<std::string> schemaNames() {
@@ -181,9 +195,8 @@ bool printsDocument(const std::vector<std::string>& words) {
 }
 
 Faults documentFaults(const std::vector<std::string>& words, const Outcome& outcome) {
-  // What monitors nothing until it is interrupted has no line to print.
   const bool monitors = std::find(words.begin(), words.end(), "monitor") != words.end();
-  if (monitors && outcome.out.empty() && outcome.status != ExitStatus::wrongUsage) return {};
+  if (monitors && outcome.status == ExitStatus::done) return lineFaults(outcome.out);
   const Json document = Json::parse(outcome.out, nullptr, false);
   if (document.is_discarded()) return {"standard output is no document: " + outcome.out};
   const bool isError = document.size() == 1 && document.contains("error");

@@ -288,6 +288,15 @@ TEST_F(SavePreset, ReplacesOnesOwnOfThatNameWhenAskedTo) {
   EXPECT_EQ(stored[1], other);
 }
 
+TEST_F(SavePreset, ReplacingOneWithABuiltInsNameIsNoNews) {
+  base();
+  store_.save({ownPreset(firstID, factoryName())});
+  const Outcome outcome = presets({"save", "--replace", factoryName()});
+  EXPECT_EQ(outcome.status, ExitStatus::done);
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(store_.read().at(0).values.at("FF"), 65);
+}
+
 TEST_F(SavePreset, WithNothingToReplaceItIsAdded) {
   base();
   EXPECT_EQ(presets({"save", "--replace", factoryName()}).status, ExitStatus::done);

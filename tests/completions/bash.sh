@@ -62,6 +62,7 @@ expect 'quorvanectl set acp=C' CbP CH
 expect 'quorvanectl --layout=' sdk linux
 expect 'quorvanectl presets apply "Fanatec f' 'Fanatec factory defaults'
 expect 'quorvanectl presets apply Fanatec\ f' 'Fanatec factory defaults'
+expect 'quorvanectl presets apply mine:M' 'My GT7'
 expect 'quorvanectl presets apply "My GT7" ' ''
 expect 'quorvane --simulate=0006' 0006
 echo "bash: $cases cases, $failures failures"

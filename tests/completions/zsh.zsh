@@ -27,6 +27,7 @@ run_cases
 expect 'quorvanectl set ACP=' ACP=CbP ACP=CH ACP=Bt ACP=AnA
 expect 'quorvanectl --layout=' --layout=sdk --layout=linux
 expect 'quorvanectl presets apply Fanatec f' ''
+expect 'quorvanectl presets apply mine:M' 'mine:My GT7'
 expect 'quorvanectl presets apply "My GT7" ' ''
 expect 'quorvane --simulate=0006' --simulate=0006
 print "zsh: $cases cases, $failures failures"
