@@ -82,7 +82,7 @@ case_pedals_have_no_rotation() {
     ctl rotation 900
     expect_status 1
     expect_no_output
-    expect_error_text 'SEN is not available on ClubSport Pedals V3'
+    expect_error_text 'ClubSport Pedals V3 has no steering angle'
     ctl --json rotation 900
     expect_status 1
     expect_json '.error.kind == "notAvailable"'

@@ -40,8 +40,15 @@ case_unsaved_changes_are_asked_about_first() {
     click window "connect $(node_of csl)"
     click window confirmButton
     expect_log window "$csl"
+    expect_bases window "" Connected
     expect_writes dd1 0
-    quit_model window
+    # The edits are staged for each base that is connected, so quitting asks too.
+    tell window quit
+    await_state window '.question | endswith("FF 37 would be lost.")'
+    click window closeDiscardButton
+    join window
+    expect_status 0
+    expect_writes csl 0
 }
 
 case_a_window_for_one_base_waits_for_it() {

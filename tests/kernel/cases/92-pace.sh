@@ -12,11 +12,14 @@ processor_us() {
 
 # measure SECONDS PID: leaves how often it woke and its time, a second, in WAKEUPS and PROCESSOR_US.
 measure() {
-    local slept time
+    local slept time begin end
+    milliseconds begin
     slept=$(wakeups "$2") time=$(processor_us "$2")
     pause "$1"
-    WAKEUPS=$((($(wakeups "$2") - slept) / $1))
-    PROCESSOR_US=$((($(processor_us "$2") - time) / $1))
+    slept=$(($(wakeups "$2") - slept)) time=$(($(processor_us "$2") - time))
+    milliseconds end  # a busy machine makes the pause longer
+    WAKEUPS=$((slept * 1000 / (end - begin)))
+    PROCESSOR_US=$((time * 1000 / (end - begin)))
 }
 
 rests() {
