@@ -57,6 +57,11 @@ def matches(wanted, printed):
     return bool(printed) and wanted[0] == printed[0] and matches(wanted[1:], printed[1:])
 
 
+def _take_interrupts():
+    """The background jobs of scripts are started to ignore them, and so are their children."""
+    signal.signal(signal.SIGINT, signal.SIG_DFL)
+
+
 class Sandbox:
     def __init__(self, build):
         self._directory = tempfile.TemporaryDirectory()
@@ -88,7 +93,7 @@ class Sandbox:
         process = subprocess.Popen(
             ["bash", "-c", "set -o pipefail; " + command], cwd=self._home, env=self._environment,
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-            start_new_session=True)
+            start_new_session=True, preexec_fn=_take_interrupts)
         overdue = threading.Timer(LIMIT, os.killpg, (process.pid, signal.SIGKILL))
         overdue.start()
         first = ""
