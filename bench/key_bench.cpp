@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "app/no_panels.h"
 #include "bench/samples.h"
 #include "simulator/simulated_backend.h"
 #include "simulator/simulated_usb_bus.h"
@@ -20,12 +21,6 @@ namespace {
 
 constexpr int warmUp = 50;
 constexpr int presses = 1000;
-
-class NoPanels final : public FilePanels {
- public:
-  void chooseDestination(const Request& /*request*/, Chosen /*chosen*/) override {}
-  void chooseFile(const Request& /*request*/, Chosen /*chosen*/) override {}
-};
 
 // Sees every paint of a row's number.
 class Paints final : public QObject {

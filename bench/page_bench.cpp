@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/no_panels.h"
 #include "bench/samples.h"
 #include "simulator/simulated_backend.h"
 #include "simulator/simulated_usb_bus.h"
@@ -21,12 +22,6 @@ namespace {
 
 constexpr int openings = 21;
 constexpr int rounds = 10;  // of events that come of others
-
-class NoPanels final : public FilePanels {
- public:
-  void chooseDestination(const Request& /*request*/, Chosen /*chosen*/) override {}
-  void chooseFile(const Request& /*request*/, Chosen /*chosen*/) override {}
-};
 
 std::vector<TuningPreset> presets(int count) {
   const std::vector<TuningPreset>& samples = TuningPreset::builtIn();

@@ -24,6 +24,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/no_panels.h"
 #include "bench/wired_device.h"
 #include "hid/reading_pace.h"
 #include "simulator/simulated_base.h"
@@ -73,12 +74,6 @@ class WiredBackend final : public HIDBackend {
 class NoBus final : public USBBus {
  public:
   std::vector<std::unique_ptr<USBDevice>> devices() override { return {}; }
-};
-
-class NoPanels final : public FilePanels {
- public:
-  void chooseDestination(const Request& /*request*/, Chosen /*chosen*/) override {}
-  void chooseFile(const Request& /*request*/, Chosen /*chosen*/) override {}
 };
 
 // Starts the base on one end of a wire and returns the other.

@@ -29,6 +29,10 @@ bar_text() {  # bar_text [at-most|at-least BAR]
 
 row() {  # row WHAT MEASURED UNIT [at-most|at-least BAR]
   local measured verdict
+  if [[ ! $2 =~ ^-?[0-9] ]]; then
+    echo "bench: nothing was measured: $1" >&2
+    exit 1
+  fi
   read -r measured verdict < <(awk -v measured="$2" -v unit="$3" -v rule="${4-}" -v bar="${5-}" 'BEGIN {
     verdict = ""
     if (rule == "at-most") verdict = measured <= bar + 0 ? "ok" : "over"
