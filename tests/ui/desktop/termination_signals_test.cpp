@@ -8,10 +8,14 @@
 namespace quorvane {
 namespace {
 
-// What the process does at a signal without any of this.
+// Gives a signal a handling for the length of a test. Background jobs of a script are started to
+// ignore SIGINT.
 class Handling {
  public:
-  explicit Handling(int signal) : signal_(signal) { ::sigaction(signal, nullptr, &before_); }
+  explicit Handling(int signal, void (*handling)(int) = SIG_DFL) : signal_(signal) {
+    ::sigaction(signal, nullptr, &before_);
+    std::signal(signal, handling);
+  }
   ~Handling() { ::sigaction(signal_, &before_, nullptr); }
   Handling(const Handling&) = delete;
   Handling& operator=(const Handling&) = delete;
@@ -42,8 +46,7 @@ TEST(TerminationSignals, TheSecondOfAKindEndsTheProcess) {
 }
 
 TEST(TerminationSignals, AnIgnoredSignalStaysIgnored) {
-  const Handling handling(SIGHUP);
-  std::signal(SIGHUP, SIG_IGN);
+  const Handling handling(SIGHUP, SIG_IGN);
   const TerminationSignals termination;
   struct sigaction now {};
   ::sigaction(SIGHUP, nullptr, &now);
@@ -52,7 +55,6 @@ TEST(TerminationSignals, AnIgnoredSignalStaysIgnored) {
 
 TEST(TerminationSignals, TheFormerHandlingComesBack) {
   const Handling handling(SIGTERM);
-  std::signal(SIGTERM, SIG_DFL);
   { const TerminationSignals termination; }
   struct sigaction now {};
   ::sigaction(SIGTERM, nullptr, &now);
