@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <cerrno>
 #include <optional>
 #include <set>
@@ -10,6 +11,7 @@
 
 #include "presets/preset_change.h"
 #include "presets/preset_coding.h"
+#include "support/thread.h"
 #include "tests/app/model_fixture.h"
 #include "tests/support/child_process.h"
 #include "tests/support/file_calls.h"
@@ -193,7 +195,15 @@ TEST_F(ModelSharedPresets, NothingIsLostBetweenTwoProgramsAndTheWindow) {
     model().saveCurrentAsPreset("here" + std::to_string(i));
     QCoreApplication::processEvents();
   }
-  std::istringstream said(first.end() + second.end());
+  // A window whose event loop stands still keeps its place in line for the lock.
+  QEventLoop loop;
+  std::istringstream said;
+  Thread waiting("waits", [&] {
+    said.str(first.end() + second.end());
+    QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+  });
+  loop.exec();
+  waiting.join();
   model().saveCurrentAsPreset("last");
   const PresetNames names = stored();
   const std::set<std::string> found(names.begin(), names.end());
