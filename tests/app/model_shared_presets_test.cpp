@@ -16,6 +16,7 @@
 #include "tests/support/child_process.h"
 #include "tests/support/file_calls.h"
 #include "tests/support/killed_commands.h"
+#include "tests/support/patient_clock.h"
 
 namespace quorvane {
 namespace {
@@ -44,7 +45,8 @@ class ModelSharedPresets : public ModelTest {
     changeElsewhere(PresetChange::add({preset}));
   }
   void changeElsewhere(const PresetChange& change) const {
-    PresetStore(store_->fileURL()).change([&](auto& presets) { change.apply(presets); });
+    PatientClock clock;
+    PresetStore(store_->fileURL(), clock).change([&](auto& presets) { change.apply(presets); });
   }
 
   const TuningPreset wet_ = presetOf("Wet", {{TuningParameter::forceFeedback, 70}});

@@ -9,6 +9,7 @@
 #include "presets/preset_store.h"
 #include "tests/support/child_process.h"
 #include "tests/support/killed_commands.h"
+#include "tests/support/patient_clock.h"
 #include "tests/support/temporary_directory.h"
 
 namespace quorvane {
@@ -50,7 +51,8 @@ class PresetSharing : public testing::Test {
   }
 
   const TemporaryDirectory directory_;
-  const PresetStore store_{directory_ / "presets.json"};
+  PatientClock clock_;
+  const PresetStore store_{directory_ / "presets.json", clock_};
 };
 
 TEST_F(PresetSharing, EveryPresetWhoseSaveEndedIsThere) {
