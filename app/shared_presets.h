@@ -28,9 +28,6 @@ class SharedPresets final : public QObject {
  public:
   static constexpr std::chrono::milliseconds longestWait{2000};
 
-  // Before a file that could not be read is read again; doubled from one attempt to the next.
-  static constexpr std::chrono::milliseconds firstReadingPause{250};
-
   // Reads the file; a list that cannot be read is empty for now. The store outlives this.
   explicit SharedPresets(const PresetStore& store, std::chrono::milliseconds timeout = longestWait);
 
@@ -53,6 +50,9 @@ class SharedPresets final : public QObject {
   void removalRefused(const TuningPreset& preset);
 
  private:
+  // Before a file that could not be read is read again; doubled from one attempt to the next.
+  static constexpr std::chrono::milliseconds firstReadingPause{250};
+
   void write();
   void stopWaiting();
   void lookAgain();

@@ -9,9 +9,8 @@
 namespace quorvane {
 
 // The commands of `quorvanectl presets`, under the same rules as those in commands.h; FileError and
-// DecodingError are thrown besides. `which` is a word as presetNamed
-// takes it. A file "-" is standard
-// output, which then carries nothing but that file.
+// DecodingError are thrown besides. `which` is a word as presetNamed takes it. A file "-" is
+// standard output, which then carries nothing but that file.
 
 ExitStatus listPresetsCommand(const CommandContext& context);
 ExitStatus showPresetCommand(const CommandContext& context, const std::string& which);

@@ -182,13 +182,8 @@ TEST_F(ModelSharedPresets, NothingIsLostBetweenTwoProgramsAndTheWindow) {
   start();
   const auto lane = [&](unsigned seed) {
     return [this, seed]() -> std::string {
-      KilledCommands commands(seed);
-      std::string done;
-      for (int i = 0; i < savesOfEach; ++i) {
-        const std::string name = std::to_string(seed) + "-" + std::to_string(i);
-        if (commands.run([&] { addElsewhere(presetOf(name, {})); })) done += name + " ";
-      }
-      return done;
+      return KilledCommands(seed).runEach(
+          savesOfEach, [this](const std::string& name) { addElsewhere(presetOf(name, {})); });
     };
   };
   ChildProcess first(lane(1));

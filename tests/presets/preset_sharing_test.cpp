@@ -59,13 +59,8 @@ TEST_F(PresetSharing, EveryPresetWhoseSaveEndedIsThere) {
   constexpr int saves = 400;
   const auto lane = [&](unsigned seed) {
     return [this, seed]() -> std::string {
-      KilledCommands commands(seed);
-      std::string done;
-      for (int i = 0; i < saves; ++i) {
-        const std::string name = std::to_string(seed) + "-" + std::to_string(i);
-        if (commands.run([&] { add(named(name)); })) done += name + " ";
-      }
-      return done;
+      return KilledCommands(seed).runEach(saves,
+                                          [this](const std::string& name) { add(named(name)); });
     };
   };
   ChildProcess first(lane(1));

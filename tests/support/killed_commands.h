@@ -14,7 +14,7 @@ namespace quorvane {
 // random system call.
 class KilledCommands {
  public:
-  explicit KilledCommands(unsigned seed) : random_(seed) {}
+  explicit KilledCommands(unsigned seed) : seed_(seed), random_(seed) {}
 
   // Whether the command came to its end.
   bool run(const std::function<void()>& command) {
@@ -28,7 +28,19 @@ class KilledCommands {
            }) == "done";
   }
 
+  // Runs a command for each of the names "SEED-0", "SEED-1" and so on. Gives those names whose
+  // commands came to their end, each with a space behind it.
+  std::string runEach(int count, const std::function<void(const std::string& name)>& command) {
+    std::string done;
+    for (int i = 0; i < count; ++i) {
+      const std::string name = std::to_string(seed_) + "-" + std::to_string(i);
+      if (run([&] { command(name); })) done += name + " ";
+    }
+    return done;
+  }
+
  private:
+  const unsigned seed_;
   std::mt19937 random_;
   int number_ = 0;
 };
