@@ -7,6 +7,14 @@ source "$here/../../scripts/display.sh"
 process=
 scratch=$(mktemp -d)
 
+# use_display x11|wayland: which one the run is about. False for others.
+use_display() {
+  [ "$1" = x11 ] || [ "$1" = wayland ] || return 1
+  # shellcheck source=tests/window/wayland.sh
+  source "$here/$1.sh"
+}
+use_display x11
+
 # Ends the run: only a continuous-integration machine promises to have everything.
 lacking() {  # lacking WHAT
   echo "tests/window: this machine lacks $1; to install it: scripts/setup window" >&2
@@ -16,7 +24,7 @@ lacking() {  # lacking WHAT
 
 check_means() {
   local program
-  for program in Xvfb xdotool dbus-daemon dbus-send; do
+  for program in "${display_means[@]}" dbus-daemon dbus-send; do
     command -v "$program" >/dev/null || lacking "$program"
   done
   /usr/bin/python3 -c 'import gi; gi.require_version("Atspi", "2.0")' 2>/dev/null ||
@@ -29,7 +37,7 @@ finish() {
     wait "$process" 2>/dev/null || true
   fi
   stop_bus
-  stop_display
+  end_display
   rm -rf "$scratch"
 }
 
@@ -38,7 +46,7 @@ start_program() {
   check_means
   trap finish EXIT
   plain_environment "$scratch"
-  start_display "$scratch"
+  begin_display
   start_bus "$scratch"
   export PYTHONDONTWRITEBYTECODE=1
   export QUORVANE_LOG_STDERR=1
