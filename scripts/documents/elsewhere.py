@@ -31,6 +31,7 @@ ROWS = [
      "tests/kernel/guest/rules.sh", "our_rule=/etc/udev/rules.d/70-quorvane.rules"),
     (r"sudo udevadm control --reload && sudo udevadm trigger",
      "tests/kernel/cases/60-permission.sh", "udevadm trigger"),
+    (r"scripts/bundle", "scripts/check-bundle", 'scripts/bundle "$build"'),
     # The window.
     (r"quorvane --simulate(=DD1)?", "tests/window/smoke", '"$bin/quorvane" --simulate'),
     (r"QUORVANE_LOG_STDERR=1 quorvane --simulate", "bench/parts/drawing.sh",

@@ -35,7 +35,7 @@ def broken(document, target, by_path):
 def names_missing_path(code, root):
     word = code.split()[0]
     folder, slash, _ = word.partition("/")
-    if not slash or folder == "build" or re.search(r"[*<>{}=A-Z]", word):
+    if not slash or folder in ("", ".", "build") or re.search(r"[*<>{}=A-Z]", word):
         return False
     return (root / folder).is_dir() and not (root / word).exists()
 
