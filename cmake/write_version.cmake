@@ -1,17 +1,6 @@
-# Run with -P at build time: fills TEMPLATE with VERSION and the commit checked out in SOURCE, and
-# writes OUTPUT when its text changes. A tree that is not a checkout, or a machine without git,
-# gives "unknown".
+# Run with -P at build time: fills TEMPLATE with VERSION and the commit of the tree SOURCE, and writes
+# OUTPUT when its text changes.
 
-set(COMMIT "unknown")
-if(EXISTS "${SOURCE}/.git")
-  execute_process(
-    COMMAND git -C "${SOURCE}" rev-parse --short=10 HEAD
-    RESULT_VARIABLE result
-    OUTPUT_VARIABLE output
-    OUTPUT_STRIP_TRAILING_WHITESPACE
-    ERROR_QUIET)
-  if(result STREQUAL "0")
-    set(COMMIT "${output}")
-  endif()
-endif()
+include("${CMAKE_CURRENT_LIST_DIR}/QuorvaneCommit.cmake")
+quorvane_commit("${SOURCE}" COMMIT time)
 configure_file("${TEMPLATE}" "${OUTPUT}" @ONLY)
