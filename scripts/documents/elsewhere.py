@@ -33,6 +33,15 @@ ROWS = [
     (r"sudo udevadm control --reload && sudo udevadm trigger",
      "tests/kernel/cases/60-permission.sh", "udevadm trigger"),
     (r"scripts/bundle", "scripts/check-bundle", 'scripts/bundle "$build"'),
+    (r"(tar -xf|cd) quorvane-\*-linux-x86_64(\.tar\.xz)?", "scripts/check-bundle", 'tar -xf "$archive"'),
+    (r"\./install --user", "scripts/check-bundle", 'in_home "$moved/install" --user'),
+    (r"flatpak run --command=quorvanectl \S+ udev-rule \| sudo tee .*", "doctor/sandbox.cpp",
+     "flatpak run --command=quorvanectl {} udev-rule | sudo tee"),
+    (r"printf '%s\\n' .* \| sudo tee /etc/atomic-update.conf.d/quorvane.conf",
+     "hid/linux/own_udev_rule.cpp", '"/etc/atomic-update.conf.d/quorvane.conf\\n"'),
+    # Releasing.
+    (r'git tag -s "v\$VERSION" .*', "scripts/release", "git tag --points-at HEAD"),
+    (r"scripts/release( --rehearse)?", ".ci/run", "scripts/release --rehearse build/dev"),
     # The window.
     (r"quorvane --simulate(=DD1)?", "tests/window/smoke", '"$bin/quorvane" --simulate'),
     (r"QUORVANE_LOG_STDERR=1 quorvane --simulate", "bench/parts/drawing.sh",
