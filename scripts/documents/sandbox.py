@@ -39,6 +39,8 @@ def can_run(command):
             return False
         if words[0] == "quorvane" and words[1:] not in (["--help"], ["--version"]):
             return False
+        if words[:2] == ["quorvanectl", "udev-rule"] and words[2:] in (["--install"], ["--remove"]):
+            return False  # changes the system's files
     return True
 
 
