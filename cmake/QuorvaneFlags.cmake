@@ -31,6 +31,13 @@ endif()
 
 add_link_options(LINKER:--as-needed)
 
+if(QUORVANE_ASSERTIONS)
+  add_compile_options(-D_GLIBCXX_ASSERTIONS)
+endif()
+if(QUORVANE_LLD AND NOT CMAKE_EXE_LINKER_FLAGS MATCHES "-fuse-ld=")
+  add_link_options(-fuse-ld=lld)
+endif()
+
 # Debug information and __FILE__ name the sources from the root of the tree, wherever that is.
 # Coverage needs the real paths. A path with a space stays one argument here, unlike in CMAKE_CXX_FLAGS.
 if(NOT QUORVANE_COVERAGE)
@@ -50,6 +57,9 @@ if(QUORVANE_SANITIZE)
 endif()
 
 if(QUORVANE_COVERAGE)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "QUORVANE_COVERAGE needs clang: leave CXX unset, or set it to clang++")
+  endif()
   add_compile_options(
     -fprofile-instr-generate -fcoverage-mapping -fprofile-update=atomic)
   add_link_options(-fprofile-instr-generate)
@@ -57,7 +67,7 @@ endif()
 
 if(QUORVANE_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-    message(FATAL_ERROR "QUORVANE_FUZZ needs clang: cmake --preset fuzz")
+    message(FATAL_ERROR "QUORVANE_FUZZ needs clang: leave CXX unset, or set it to clang++")
   endif()
   # Everything counts what runs through it; the fuzzers' own main() comes with their link option.
   add_compile_options(-fsanitize=fuzzer-no-link)
