@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 #include "app/environment.h"
 #include "simulator/simulated_machine.h"
@@ -19,6 +20,7 @@
 #include "ui/closing.h"
 #include "ui/desktop/dark_preference.h"
 #include "ui/desktop/desktop_panels.h"
+#include "ui/desktop/display_failure.h"
 #include "ui/desktop/platform_data.h"
 #include "ui/desktop/session_bus.h"
 #include "ui/desktop/single_instance.h"
@@ -175,7 +177,9 @@ int main(int argc, char** argv) {
     return EXIT_FAILURE;
   }
   const QVariantMap platformData = PlatformData::fromEnvironment();
+  std::optional<DisplayFailure> displayFailure(std::in_place);
   const QApplication application(argc, argv);
+  displayFailure.reset();
   QGuiApplication::setDesktopFileName(Addresses::applicationID());
   return start(options, platformData);
 }
