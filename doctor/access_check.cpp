@@ -42,11 +42,16 @@ struct RuleOutcome {
     const bool opens = rule.mode && (*rule.mode & othersMayAll) == othersMayAll;
     const bool closes = rule.mode && (*rule.mode & groupOrOthers) == 0;
     if ((rule.tagsForSeat && rule.isInTime) || opens) {
-      granting = &rule;
+      if (taking != nullptr || !isAlways(granting) || isAlways(&rule)) granting = &rule;
       taking = nullptr;
     } else if (granting != nullptr && takesBack(rule, closes)) {
       taking = &rule;
     }
+  }
+
+  // Gives it whatever happens to the device.
+  static bool isAlways(const UdevRuleFacts* rule) {
+    return rule != nullptr && rule->runsOnAdd && rule->runsOnChange;
   }
 
   bool takesBack(const UdevRuleFacts& rule, bool closes) const {
@@ -133,6 +138,23 @@ Verdict judgeWithoutRule(const NodeFacts& node, const RuleOutcome& rules, const 
                                    reload));
 }
 
+// The rule tags the device for the seat on some events alone.
+Verdict judgeHalfRule(const UdevRuleFacts& rule) {
+  if (rule.runsOnAdd) {
+    return Verdict::fail(
+        fmt::format("the rule in {} runs only when the base is added (ACTION==\"add\"): since "
+                    "systemd 258 the access comes with change events",
+                    placeOf(rule)),
+        fmt::format("Have it run on changes too, without ACTION==\"add\", then: {}", reload));
+  }
+  return Verdict::fail(
+      fmt::format(
+          "the rule in {} runs only when the base changes (ACTION==\"change\"), not when it "
+          "is added",
+          placeOf(rule)),
+      fmt::format("Have it run on both, without ACTION==\"change\", then: {}", reload));
+}
+
 // A rule for whoever sits at the machine is at work, but not for this user.
 Verdict judgeSeat(const NodeFacts& node, const UdevRuleFacts& rule, const MachineFacts& machine) {
   constexpr const char* viaGroup =
@@ -152,6 +174,7 @@ Verdict judgeSeat(const NodeFacts& node, const UdevRuleFacts& rule, const Machin
                     node.path),
         fmt::format("Log in at the machine itself, not over the network. Or {}", viaGroup));
   }
+  if (!rule.runsOnAdd || !rule.runsOnChange) return judgeHalfRule(rule);
   if (node.isTaggedForSeat != true) {
     return Verdict::fail(
         fmt::format("the rule in {} was not there yet when the base was plugged in", placeOf(rule)),

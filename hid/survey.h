@@ -34,12 +34,16 @@ struct UdevRule {
   std::string text;
 };
 
-// A rule that concerns a node, by what it does to the node's permissions.
+// A rule that concerns a node, by what it does to the node's permissions. udev runs its rules when
+// a device is added and again whenever it changes: a trigger is a change, and so is another user
+// taking the seat. From systemd 258 on a tag that is not set again then no longer counts.
 struct UdevRuleFacts {
   UdevRule rule;
   bool tagsForSeat = false;    // gives it to whoever sits at the machine
   bool untagsForSeat = false;  // takes that back
   bool isInTime = true;        // runs before the seat's access lists are made
+  bool runsOnAdd = true;
+  bool runsOnChange = true;
   std::optional<std::uint32_t> mode;
   std::string group;
 };

@@ -154,12 +154,13 @@ bool matchesAny(const std::string& patterns, const std::vector<std::string>& tex
 }
 
 // What a condition asks about; none for what only a running udev knows.
-std::optional<std::vector<std::string>> asked(const Token& token, const RuleSubject& subject) {
+std::optional<std::vector<std::string>> asked(const Token& token, const RuleSubject& subject,
+                                              const char* action) {
   using Texts = std::vector<std::string>;
   const bool isOnUSB = !subject.vendorID.empty();
   if (token.key == "SUBSYSTEM") return Texts{"hidraw"};
   if (token.key == "KERNEL") return Texts{subject.node};
-  if (token.key == "ACTION") return Texts{"add"};
+  if (token.key == "ACTION") return Texts{action};
   if (token.key == "SUBSYSTEMS") return subject.subsystems;
   if (token.key == "KERNELS") return subject.names;
   const bool isVendor = token.attribute == "idVendor" || token.attribute == "ID_VENDOR_ID";
@@ -171,11 +172,11 @@ std::optional<std::vector<std::string>> asked(const Token& token, const RuleSubj
   return std::nullopt;
 }
 
-Verdict verdictOf(const Rule& rule, const RuleSubject& subject) {
+Verdict verdictOf(const Rule& rule, const RuleSubject& subject, const char* action) {
   Verdict verdict = Verdict::yes;
   for (const Token& token : rule.tokens) {
     if (!token.isCondition() && token.key != "IMPORT" && token.key != "PROGRAM") continue;
-    const auto texts = token.isCondition() ? asked(token, subject) : std::nullopt;
+    const auto texts = token.isCondition() ? asked(token, subject, action) : std::nullopt;
     if (!texts) {
       verdict = Verdict::unknown;
     } else if (matchesAny(token.value, *texts) != (token.operation == "==")) {
@@ -238,17 +239,40 @@ std::string valueOf(const Rule& rule, std::string_view key) {
   return {};
 }
 
-// Adds what the rules of one file do, following their jumps, which only lead forward.
+// One run through the rules of a file on an event with this action, following their jumps, which
+// only lead forward.
+class RuleRun {
+ public:
+  RuleRun(const RuleSubject& subject, const char* action) : subject_(subject), action_(action) {}
+
+  // Whether the next rule of the file is carried out.
+  bool runs(const Rule& rule) {
+    if (!label_.empty() && valueOf(rule, "LABEL") != label_) return false;
+    label_.clear();
+    const Verdict verdict = verdictOf(rule, subject_, action_);
+    if (verdict == Verdict::yes) label_ = valueOf(rule, "GOTO");
+    return verdict == Verdict::yes || (verdict == Verdict::unknown && namesVendor(rule));
+  }
+
+ private:
+  const RuleSubject& subject_;
+  const char* const action_;
+  std::string label_;  // to go on at
+};
+
+// Adds what the rules of one file do when the device is added and when it changes.
 void addRules(const UdevRuleFile& file, const RuleSubject& subject,
               std::vector<UdevRuleFacts>& result) {
-  std::string label;  // to go on at
+  RuleRun added(subject, "add");
+  RuleRun changed(subject, "change");
   for (const Rule& rule : parseRules(file)) {
-    if (!label.empty() && valueOf(rule, "LABEL") != label) continue;
-    label.clear();
-    const Verdict verdict = verdictOf(rule, subject);
-    if (verdict == Verdict::yes) label = valueOf(rule, "GOTO");
-    if (verdict == Verdict::no || (verdict == Verdict::unknown && !namesVendor(rule))) continue;
-    if (auto facts = effectOf(rule)) result.push_back(std::move(*facts));
+    const bool runsOnAdd = added.runs(rule);
+    const bool runsOnChange = changed.runs(rule);
+    auto facts = runsOnAdd || runsOnChange ? effectOf(rule) : std::nullopt;
+    if (!facts) continue;
+    facts->runsOnAdd = runsOnAdd;
+    facts->runsOnChange = runsOnChange;
+    result.push_back(std::move(*facts));
   }
 }
 

@@ -195,6 +195,34 @@ const std::vector<Situation>& situations() {
        "Install the rule: quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules "
        "&& " +
            reload},
+      {"a rule that runs only when the base is added",
+       [](Machine& machine) {
+         closedWith({{SystemTree::ourRule, "ACTION==\"add\", " + ourText}})(machine);
+         machine.tree().udevKnows(true);
+       },
+       "+++x+..++", "access",
+       "the rule in /etc/udev/rules.d/70-quorvane.rules, line 1 runs only when the base is added "
+       "(ACTION==\"add\"): since systemd 258 the access comes with change events",
+       "Have it run on changes too, without ACTION==\"add\", then: " + reload},
+      {"a file of rules that is left on changes",
+       closedWith({{SystemTree::ourRule,
+                    "ACTION!=\"add\", GOTO=\"end\"\n" + ourText + "LABEL=\"end\"\n"}}),
+       "+++x+..++", "access",
+       "the rule in /etc/udev/rules.d/70-quorvane.rules, line 2 runs only when the base is added "
+       "(ACTION==\"add\"): since systemd 258 the access comes with change events",
+       "Have it run on changes too"},
+      {"a rule that runs only when the base changes",
+       closedWith({{SystemTree::ourRule, "ACTION==\"change\", " + ourText}}), "+++x+..++", "access",
+       "the rule in /etc/udev/rules.d/70-quorvane.rules, line 1 runs only when the base changes "
+       "(ACTION==\"change\"), not when it is added",
+       "Have it run on both, without ACTION==\"change\", then: " + reload},
+      {"a rule that runs only when the base is added, behind one that always does",
+       closedWith({{SystemTree::ourRule, ourText},
+                   {"/etc/udev/rules.d/71-a.rules", "ACTION==\"add\", " + ourText}}),
+       "+++x+..++", "access",
+       "the rule in /etc/udev/rules.d/70-quorvane.rules, line 1 was not there yet when the base "
+       "was plugged in",
+       "Unplug the base"},
       {"a rule for another device",
        closedWith({{"/etc/udev/rules.d/70-a.rules",
                     R"(KERNEL=="hidraw*", ATTRS{idVendor}=="0EB7", TAG+="uaccess")"}}),

@@ -27,6 +27,8 @@ std::string effects(const std::vector<UdevRuleFacts>& rules) {
     if (rule.untagsForSeat) text += "-";
     if (rule.mode) text += std::to_string(*rule.mode);
     text += rule.group;
+    if (!rule.runsOnChange) text += "(add)";
+    if (!rule.runsOnAdd) text += "(change)";
   }
   return text;
 }
@@ -62,6 +64,17 @@ TEST(UdevRules, AreThoseThatSetThePermissionsOfTheNode) {
       {R"(KERNEL=="hidraw*", ATTR{idVendor}=="0eb7", TAG+="uaccess")", ""},
       {R"(KERNEL=="hidraw*", ATTRS{idVendor}!="0eb7", TAG+="uaccess")", ""},
       {R"(ACTION=="remove", SUBSYSTEM=="hidraw", TAG+="uaccess")", ""},
+
+      // On some events alone.
+      {R"(ACTION=="add", SUBSYSTEM=="hidraw", TAG+="uaccess")", "1:+(add)"},
+      {R"(ACTION=="change", SUBSYSTEM=="hidraw", TAG+="uaccess")", "1:+(change)"},
+      {R"(ACTION=="add|change", SUBSYSTEM=="hidraw", TAG+="uaccess")", "1:+"},
+      {R"(ACTION!="remove", SUBSYSTEM=="hidraw", TAG+="uaccess")", "1:+"},
+      {R"(ACTION=="bind", SUBSYSTEM=="hidraw", TAG+="uaccess")", ""},
+      {"ACTION!=\"add\", GOTO=\"end\"\nMODE=\"0660\"\nLABEL=\"end\"\nTAG+=\"uaccess\"",
+       "2:432(add) 4:+"},
+      {"ACTION==\"add\", GOTO=\"end\"\nMODE=\"0660\"\nLABEL=\"end\", GROUP=\"wheel\"",
+       "2:432(change) 3:wheel"},
 
       // What only udev knows counts for rules that name the vendor.
       {R"(SUBSYSTEM=="hidraw", ENV{ID_HARDWARE_WALLET}=="1", TAG+="uaccess")", ""},
