@@ -6,11 +6,13 @@
 #include <filesystem>
 
 #include "doctor/device_checks.h"
+#include "doctor/sandbox.h"
 
 namespace quorvane {
 namespace {
 
 constexpr const char* reload = "sudo udevadm control --reload && sudo udevadm trigger";
+constexpr const char* ruleFile = "/etc/udev/rules.d/70-quorvane.rules";
 constexpr const char* replugOrTrigger =
     "Unplug the base and plug it in again, or: sudo udevadm trigger";
 constexpr std::uint32_t othersMayAll = 06;
@@ -109,8 +111,33 @@ Verdict judgeHidden(const HiddenRules& hidden) {
                         std::filesystem::path(hidden.hiddenBy).parent_path().string(), reload));
 }
 
+// No rule for the node is there at all.
+Verdict judgeMissingRule(const NodeFacts& node, const MachineFacts& machine) {
+  if (machine.isRuleLost) {
+    return Verdict::fail(
+        fmt::format("the rule {} is gone, as an update of the system can do", ruleFile),
+        machine.sandbox ? "Install it again: " + installRuleOutside(*machine.sandbox)
+                        : "Install it again: quorvanectl udev-rule --install");
+  }
+  if (machine.sandbox) {
+    return Verdict::fail(
+        machine.sandbox->showsHostRules
+            ? fmt::format("no udev rule outside of this sandbox gives you {}", node.path)
+            : fmt::format("{} is not yours to read and write, and this sandbox does not show the "
+                          "udev rules outside of it",
+                          node.path),
+        "Install the rule: " + installRuleOutside(*machine.sandbox));
+  }
+  return Verdict::fail(fmt::format("no udev rule gives you {}", node.path),
+                       fmt::format("Type quorvanectl udev-rule --install, or do the same by hand. "
+                                   "Install the rule: quorvanectl udev-rule | sudo tee {} && {}",
+                                   ruleFile, reload));
+}
+
 // No rule that could grant it has a say.
-Verdict judgeWithoutRule(const NodeFacts& node, const RuleOutcome& rules, const UserFacts& user) {
+Verdict judgeWithoutRule(const NodeFacts& node, const RuleOutcome& rules,
+                         const MachineFacts& machine) {
+  const UserFacts& user = machine.user;
   if (rules.tooLate != nullptr) {
     const std::string& file = rules.tooLate->rule.file;
     return Verdict::fail(
@@ -132,10 +159,7 @@ Verdict judgeWithoutRule(const NodeFacts& node, const RuleOutcome& rules, const 
                          replugOrTrigger);
   }
   if (!node.hiddenRules.empty()) return judgeHidden(node.hiddenRules.front());
-  return Verdict::fail(fmt::format("no udev rule gives you {}", node.path),
-                       fmt::format("Install the rule: quorvanectl udev-rule | sudo tee "
-                                   "/etc/udev/rules.d/70-quorvane.rules && {}",
-                                   reload));
+  return judgeMissingRule(node, machine);
 }
 
 // The rule tags the device for the seat on some events alone.
@@ -160,6 +184,13 @@ Verdict judgeSeat(const NodeFacts& node, const UdevRuleFacts& rule, const Machin
   constexpr const char* viaGroup =
       "have a rule of your own give the node to a group of yours, with GROUP=\"...\" and "
       "MODE=\"0660\".";
+  if (!machine.seatedUsers && machine.sandbox) {
+    return Verdict::fail(
+        fmt::format("outside of this sandbox, {} gives {} to whoever sits at the machine, but you "
+                    "may not open it",
+                    placeOf(rule), node.path),
+        std::string(replugOrTrigger) + ". Log in at the machine itself, not over the network.");
+  }
   if (!machine.seatedUsers) {
     return Verdict::fail(
         fmt::format("{} gives {} to whoever sits at the machine, but nothing here keeps track of "
@@ -188,7 +219,7 @@ Verdict judgeSeat(const NodeFacts& node, const UdevRuleFacts& rule, const Machin
 }
 
 Verdict judgeDenied(const NodeFacts& node, const MachineFacts& machine) {
-  if (!machine.hasUdev) {
+  if (!machine.hasUdev && !machine.sandbox) {
     return Verdict::fail(
         fmt::format("{} is not yours to read and write, and no udev runs here to change that",
                     node.path),
@@ -196,7 +227,7 @@ Verdict judgeDenied(const NodeFacts& node, const MachineFacts& machine) {
                     machine.isContainer ? "Outside of this container, " : "By hand, ", node.path));
   }
   const RuleOutcome rules(node.rules);
-  if (rules.granting == nullptr) return judgeWithoutRule(node, rules, machine.user);
+  if (rules.granting == nullptr) return judgeWithoutRule(node, rules, machine);
   if (rules.taking != nullptr) {
     return Verdict::fail(
         fmt::format("two rules conflict: {} gives you {}, {} takes it away",
@@ -222,8 +253,14 @@ Verdict judgeAccess(const DoctorFacts& facts, const Trail& trail) {
   const NodeFacts& node = *trail.node;
   if (!node.mayRead || !node.mayWrite) return judgeDenied(node, facts.machine);
   if (isRefused) {
+    const std::string finding =
+        fmt::format("the permissions of {} allow it, but opening it is refused", node.path);
+    if (facts.machine.sandbox) {
+      return Verdict::fail(
+          finding, "Outside of the sandbox, type: " + allowDevicesOutside(*facts.machine.sandbox));
+    }
     return Verdict::fail(
-        fmt::format("the permissions of {} allow it, but opening it is refused", node.path),
+        finding,
         facts.machine.isContainer
             ? fmt::format("Allow this container the device: pass it with --device {}.", node.path)
             : "A sandbox or a security policy keeps the base away: allow this program devices.");

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "doctor/sandbox.h"
+
 namespace quorvane {
 
 const char* const noBaseReason = "no base is there to look at";
@@ -169,6 +171,11 @@ Verdict judgeNode(const DoctorFacts& facts, const Trail& trail) {
   }
   const std::string& path = trail.hid->node->path;
   if (trail.node == nullptr) {
+    if (facts.machine.sandbox) {
+      return Verdict::fail(path + " is kept from this sandbox",
+                           "Outside of it, type: " + allowDevicesOutside(*facts.machine.sandbox) +
+                               ". If that does not help, " + replug + ".");
+    }
     return Verdict::fail(
         path + " is missing",
         facts.machine.isContainer

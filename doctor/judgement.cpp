@@ -34,6 +34,12 @@ constexpr std::array<Step, 9> steps{{
     {"presets", "Preset file", presets},
 }};
 
+// What a sandbox cannot do is typed outside of it.
+std::string forSandbox(const std::string& nextStep) {
+  if (nextStep.find("sudo ") == std::string::npos) return nextStep;
+  return "Use a terminal outside of the sandbox for this. " + nextStep;
+}
+
 }  // namespace
 
 std::vector<DoctorCheck> judge(const DoctorFacts& facts) {
@@ -42,6 +48,7 @@ std::vector<DoctorCheck> judge(const DoctorFacts& facts) {
   checks.reserve(steps.size());
   for (const Step& step : steps) {
     Verdict verdict = step.judge(facts, trail);
+    if (facts.machine.sandbox) verdict.nextStep = forSandbox(verdict.nextStep);
     checks.push_back({std::string(step.id), std::string(step.title), verdict.outcome,
                       std::move(verdict.finding), std::move(verdict.nextStep)});
   }

@@ -78,6 +78,12 @@ void writeSystem(ReportWriter& writer, const MachineFacts& machine) {
   writer.line(fmt::format("Desktop       {}", orNone(machine.desktop)));
   writer.line(fmt::format("udev          {}", machine.hasUdev ? "yes" : "no"));
   writer.line(fmt::format("Container     {}", machine.isContainer ? "yes" : "no"));
+  if (machine.sandbox) {
+    writer.line(fmt::format("Sandbox       {}; rules outside shown: {}",
+                            orNone(machine.sandbox->application),
+                            machine.sandbox->showsHostRules ? "yes" : "no"));
+  }
+  if (machine.isRuleLost) writer.line("udev rule     was installed, and is gone");
   std::string seated = "not recorded";
   if (machine.seatedUsers) {
     seated =

@@ -91,6 +91,12 @@ struct HIDFacts {
   std::optional<NodeFacts> node;  // none: the kernel made none
 };
 
+// The Flatpak sandbox that this program runs in.
+struct SandboxFacts {
+  std::string application;      // its ID
+  bool showsHostRules = false;  // all udev rules of the system outside; else only some or none
+};
+
 // The user who asks.
 struct UserFacts {
   std::uint32_t id = 0;
@@ -104,6 +110,8 @@ struct MachineFacts {
   bool hasUSB = false;       // it shows a USB bus
   bool hasUdev = false;
   bool isContainer = false;
+  std::optional<SandboxFacts> sandbox;
+  bool isRuleLost = false;  // the rule of this program was kept over updates, and is gone
   std::optional<std::vector<std::uint32_t>> seatedUsers;  // none: nobody keeps seats
   UserFacts user;
   std::string kernel;

@@ -9,6 +9,8 @@
 
 #include "hid/linux/fields.h"
 #include "hid/linux/node_facts.h"
+#include "hid/linux/os_release.h"
+#include "hid/linux/own_udev_rule.h"
 #include "hid/linux/sysfs_facts.h"
 #include "hid/linux/udev_rule_files.h"
 #include "support/text.h"
@@ -17,26 +19,6 @@
 namespace quorvane {
 namespace {
 
-// The value of the first line "KEY=VALUE", without quotes around it.
-std::string assigned(const std::string& text, std::string_view key) {
-  for (std::string_view line : split(text, '\n')) {
-    if (!line.starts_with(key) || line.substr(key.size()).substr(0, 1) != "=") continue;
-    line.remove_prefix(key.size() + 1);
-    if (line.size() >= 2 && line.front() == '"' && line.back() == '"') {
-      line = line.substr(1, line.size() - 2);
-    }
-    return std::string(line);
-  }
-  return {};
-}
-
-std::string distribution(const SystemFiles& system) {
-  for (const char* const file : {"/etc/os-release", "/usr/lib/os-release"}) {
-    if (system.exists(file)) return oneLine(assigned(system.content(file), "PRETTY_NAME"));
-  }
-  return {};
-}
-
 bool isContainer(const SystemFiles& system) {
   constexpr std::array<const char*, 3> marks{"/run/systemd/container", "/run/.containerenv",
                                              "/.dockerenv"};
@@ -44,12 +26,25 @@ bool isContainer(const SystemFiles& system) {
                      [&](const char* mark) { return system.exists(mark); });
 }
 
+std::optional<SandboxFacts> sandbox(const SystemFiles& system) {
+  constexpr const char* mark = "/.flatpak-info";
+  if (!system.exists(mark)) return std::nullopt;
+  return SandboxFacts{
+      oneLine(assignedValue(system.content(mark), "name")),
+      system.exists("/run/host/etc") && system.exists("/run/host/usr/lib/udev/rules.d")};
+}
+
+// The files of the system outside of a sandbox, as far as it shows them.
+SystemFiles hostOf(const SystemFiles& system, bool isSandboxed) {
+  return isSandboxed ? SystemFiles(system.place("/run/host")) : system;
+}
+
 std::optional<std::vector<std::uint32_t>> seatedUsers(const SystemFiles& system) {
   const std::string seats = "/run/systemd/seats/";
   if (!system.exists(seats)) return std::nullopt;
   std::vector<std::uint32_t> users;
   for (const std::string& seat : system.names(seats)) {
-    const auto user = parseInteger(assigned(system.content(seats + seat), "ACTIVE_UID"));
+    const auto user = parseInteger(assignedValue(system.content(seats + seat), "ACTIVE_UID"));
     if (user) users.push_back(static_cast<std::uint32_t>(*user));
   }
   return users;
@@ -76,15 +71,18 @@ UserFacts thisUser() {
 }  // namespace
 
 MachineFacts SystemSurvey::take(std::int64_t vendorID) {
-  const UdevRuleFiles rules = collectUdevRules(system_);
   MachineFacts machine;
+  machine.sandbox = sandbox(system_);
+  const SystemFiles host = hostOf(system_, machine.sandbox.has_value());
+  const UdevRuleFiles rules = collectUdevRules(host);
+  machine.isRuleLost = isOwnRuleLost(host);
   machine.hasUSB = system_.exists("/sys/bus/usb");
   machine.hasUdev = system_.exists("/run/udev");
   machine.isContainer = isContainer(system_);
   machine.seatedUsers = seatedUsers(system_);
   machine.user = thisUser();
   machine.kernel = system_.line("/proc/sys/kernel/osrelease");
-  machine.distribution = distribution(system_);
+  machine.distribution = oneLine(osReleaseField(system_, "PRETTY_NAME"));
   machine.sessionType = variable("XDG_SESSION_TYPE");
   machine.desktop = variable("XDG_CURRENT_DESKTOP");
   machine.usb = usbFacts(system_, vendorID);

@@ -101,6 +101,15 @@ std::function<void(Machine&)> closedWith(std::vector<std::pair<std::string, std:
 
 const std::string reload = "sudo udevadm control --reload && sudo udevadm trigger";
 const std::string ourText = SystemTree::ruleText;
+const std::string ruleOutside =
+    "flatpak run --command=quorvanectl org.example.Quorvane udev-rule | sudo tee "
+    "/etc/udev/rules.d/70-quorvane.rules && " +
+    reload;
+
+void sandbox(Machine& machine) {
+  machine.tree().file("/.flatpak-info",
+                      "[Application]\nname=org.example.Quorvane\nruntime=runtime/x\n");
+}
 
 const std::vector<Situation>& situations() {
   static const std::vector<Situation> all{
@@ -195,6 +204,18 @@ const std::vector<Situation>& situations() {
        "Install the rule: quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules "
        "&& " +
            reload},
+      {"a rule that is kept over updates and gone",
+       closedWith({{"/etc/atomic-update.conf.d/quorvane.conf", "/etc/udev/rules.d/..."}}),
+       "+++x+..++", "access",
+       "the rule /etc/udev/rules.d/70-quorvane.rules is gone, as an update of the system can do",
+       "Install it again: quorvanectl udev-rule --install"},
+      {"a rule that is gone, and another that is there",
+       closedWith({{"/etc/atomic-update.conf.d/quorvane.conf", ""},
+                   {"/etc/udev/rules.d/90-base.rules", ourText}}),
+       "+++x+..++", "access",
+       "the rule in /etc/udev/rules.d/90-base.rules, line 1 comes too late: access lists are made "
+       "by 73-seat-late.rules",
+       "Give it a number below 73"},
       {"a rule that runs only when the base is added",
        [](Machine& machine) {
          closedWith({{SystemTree::ourRule, "ACTION==\"add\", " + ourText}})(machine);
@@ -223,6 +244,71 @@ const std::vector<Situation>& situations() {
        "the rule in /etc/udev/rules.d/70-quorvane.rules, line 1 was not there yet when the base "
        "was plugged in",
        "Unplug the base"},
+
+      {"in a sandbox without the node",
+       [](Machine& machine) {
+         machine.tree().addOpenBase();
+         machine.tree().remove(SystemTree::node);
+         sandbox(machine);
+       },
+       "++x.....+", "node", "/dev/hidraw3 is kept from this sandbox",
+       "Outside of it, type: flatpak override --user --device=all org.example.Quorvane"},
+      {"in a sandbox that shows no rules",
+       [](Machine& machine) {
+         closedBase(machine);
+         sandbox(machine);
+         machine.tree().file(SystemTree::ourRule, ourText);  // the sandbox's own, which counts not
+       },
+       "+++x+..++", "access",
+       "/dev/hidraw3 is not yours to read and write, and this sandbox does not show the udev rules "
+       "outside of it",
+       "Use a terminal outside of the sandbox for this. Install the rule: " + ruleOutside},
+      {"in a sandbox that shows all rules",
+       [](Machine& machine) {
+         closedBase(machine);
+         sandbox(machine);
+         machine.tree().directory("/run/host/etc/udev/rules.d");
+         machine.tree().directory("/run/host/usr/lib/udev/rules.d");
+       },
+       "+++x+..++", "access", "no udev rule outside of this sandbox gives you /dev/hidraw3",
+       "Use a terminal outside of the sandbox for this. Install the rule: " + ruleOutside},
+      {"in a sandbox, with a rule outside",
+       [](Machine& machine) {
+         closedBase(machine);
+         sandbox(machine);
+         machine.tree().remove("/run/systemd");
+         machine.tree().remove("/run/udev");
+         machine.tree().file("/run/host/etc/udev/rules.d/70-quorvane.rules", ourText);
+       },
+       "+++x+..++", "access",
+       "outside of this sandbox, /etc/udev/rules.d/70-quorvane.rules, line 1 gives /dev/hidraw3 to "
+       "whoever sits at the machine, but you may not open it",
+       "Use a terminal outside of the sandbox for this. Unplug the base and plug it in again, or: "
+       "sudo udevadm trigger"},
+      {"in a sandbox, with a rule outside that is gone",
+       [](Machine& machine) {
+         closedBase(machine);
+         sandbox(machine);
+         machine.tree().file("/run/host/etc/atomic-update.conf.d/quorvane.conf", "");
+       },
+       "+++x+..++", "access",
+       "the rule /etc/udev/rules.d/70-quorvane.rules is gone, as an update of the system can do",
+       "Install it again: " + ruleOutside},
+      {"in a sandbox that refuses devices",
+       [](Machine& machine) {
+         openBase(machine).failOpenWith(HIDReturnCode::notPermitted);
+         sandbox(machine);
+       },
+       "+++x+..++", "access", "the permissions of /dev/hidraw3 allow it, but opening it is refused",
+       "Outside of the sandbox, type: flatpak override --user --device=all org.example.Quorvane"},
+      {"in a sandbox, with a driver that is missing",
+       [](Machine& machine) {
+         machine.tree().attach();
+         machine.tree().addInterface("");
+         sandbox(machine);
+       },
+       "+x......+", "driver", "no driver serves its interface 3-1:1.0",
+       "Use a terminal outside of the sandbox for this. Load the driver"},
       {"a rule for another device",
        closedWith({{"/etc/udev/rules.d/70-a.rules",
                     R"(KERNEL=="hidraw*", ATTRS{idVendor}=="0EB7", TAG+="uaccess")"}}),

@@ -76,6 +76,28 @@ TEST(SystemSurvey, TellsWhatTheSystemIs) {
   EXPECT_EQ(machine.seatedUsers, std::nullopt);
 }
 
+TEST(SystemSurvey, KnowsTheSandboxItIsIn) {
+  const SystemTree tree;
+  tree.addOpenBase();
+  EXPECT_FALSE(factsOf(tree).sandbox);
+
+  tree.file("/.flatpak-info", "[Application]\nname=org.example.Quorvane\n");
+  MachineFacts machine = factsOf(tree);
+  ASSERT_TRUE(machine.sandbox);
+  EXPECT_EQ(machine.sandbox->application, "org.example.Quorvane");
+  EXPECT_FALSE(machine.sandbox->showsHostRules);
+  EXPECT_TRUE(machine.hid[0].node->rules.empty());  // its own rules are nobody's
+
+  // What it shows of the system outside has the paths that it has there.
+  tree.file("/run/host/etc/udev/rules.d/70-quorvane.rules", SystemTree::ruleText);
+  machine = factsOf(tree);
+  EXPECT_FALSE(machine.sandbox->showsHostRules);
+  ASSERT_EQ(machine.hid[0].node->rules.size(), 1U);
+  EXPECT_EQ(machine.hid[0].node->rules[0].rule.file, SystemTree::ourRule);
+  tree.directory("/run/host/usr/lib/udev/rules.d");
+  EXPECT_TRUE(factsOf(tree).sandbox->showsHostRules);
+}
+
 TEST(SystemSurvey, LeavesOtherVendorsOut) {
   const SystemTree tree;
   tree.addOpenBase();
