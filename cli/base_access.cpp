@@ -13,9 +13,7 @@ namespace quorvane {
 
 const char* const permissionHint =
     "The udev rule 70-quorvane.rules that grants you the device is missing, or does not work: see "
-    "quorvanectl doctor. Install it with: "
-    "quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules && "
-    "sudo udevadm control --reload && sudo udevadm trigger";
+    "quorvanectl doctor. Install it with: quorvanectl udev-rule --install";
 
 const char* const noBaseHint = "No base found. Power it on in PC mode and connect it.";
 

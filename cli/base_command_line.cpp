@@ -68,8 +68,13 @@ constexpr const char* doctorFooter =
     "  quorvanectl doctor --report quorvane-report.txt";
 
 constexpr const char* udevRuleFooter =
-    "After it is in place: sudo udevadm control --reload && sudo udevadm trigger\n\n"
-    "Example:\n"
+    "Without an option it prints the rule. --install asks for root once, through pkexec or sudo,\n"
+    "applies the rule to an attached base and says whether that opens now. By hand, after the "
+    "rule\n"
+    "is in place: sudo udevadm control --reload && sudo udevadm trigger\n\n"
+    "Examples:\n"
+    "  quorvanectl udev-rule --install\n"
+    "  quorvanectl udev-rule --remove\n"
     "  quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules";
 
 // The words of one command, as CLI11 fills them in.
@@ -82,6 +87,7 @@ struct BaseWords {
   std::string report;
   bool force = false;
   bool yes = false;
+  UdevRuleWish udevRule;
 };
 
 // Adds the commands one by one; their words live as long as what they run.
@@ -144,8 +150,13 @@ class BaseParser {
                     "Write what a bug report needs to this file as well; \"-\" is standard output")
         ->type_name("FILE");
     doctor.add_flag("--force", words_->force, "Replace the file if there is one");
-    add("udev-rule", "Print the udev rule that lets you use the base without being root",
-        udevRuleFooter, udevRuleCommand);
+    CLI::App& rule =
+        add("udev-rule", "Print the udev rule that lets you use the base without being root",
+            udevRuleFooter,
+            [words = words_](auto& context) { return udevRuleCommand(context, words->udevRule); });
+    rule.add_flag("--install", words_->udevRule.installs,
+                  "Put it in /etc/udev/rules.d, as root, and have udev apply it");
+    rule.add_flag("--remove", words_->udevRule.removes, "Take it away from there again");
   }
 
  private:

@@ -33,6 +33,13 @@ ExitStatus monitorCommand(const CommandContext& context);
 // carries nothing else. Throws FileError.
 ExitStatus doctorCommand(const CommandContext& context, const std::string& report, bool replace);
 
-ExitStatus udevRuleCommand(const CommandContext& context);
+struct UdevRuleWish {
+  bool installs = false;
+  bool removes = false;
+};
+
+// Prints the udev rule; or puts it in place or takes it away, as root, and tries the attached
+// bases. Fails when one of them does not open then.
+ExitStatus udevRuleCommand(const CommandContext& context, const UdevRuleWish& wish);
 
 }  // namespace quorvane

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "cli/interruption.h"
+#include "cli/root_access.h"
 #include "cli/user_presets.h"
 #include "hid/port.h"
 #include "hid/survey.h"
@@ -66,6 +67,7 @@ struct World {
   std::function<const PresetStore&()> presets = userPresetStore;  // asked for only when needed
   HIDSurvey& survey = HIDSurvey::system();
   std::function<const PresetStore&()> simulatedPresets = simulatedPresetStore;  // for --simulate
+  RootAccess rootAccess = {};
 };
 
 // The options that all commands share.

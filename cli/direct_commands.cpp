@@ -3,7 +3,6 @@
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
-#include "cli/udev_rule.h"
 #include "cli/value_words.h"
 #include "hid/usb_reset.h"
 #include "protocol/error.h"
@@ -12,9 +11,6 @@
 
 namespace quorvane {
 namespace {
-
-// Where the rule goes without a package.
-constexpr const char* udevRuleFile = "/etc/udev/rules.d/70-quorvane.rules";
 
 HIDReportPacket parsePacket(const std::vector<std::string>& words) {
   std::string text;
@@ -82,15 +78,6 @@ ExitStatus usbResetCommand(const CommandContext& context) {
     printJson(context.world, {{"locationID", location}});
   } else {
     printTo(context.world.out, "USB reset issued; the base will reconnect in a few seconds\n");
-  }
-  return ExitStatus::done;
-}
-
-ExitStatus udevRuleCommand(const CommandContext& context) {
-  if (context.options.json) {
-    printJson(context.world, {{"file", udevRuleFile}, {"rule", udevRuleText()}});
-  } else {
-    printLinesTo(context.world.out, udevRuleText());
   }
   return ExitStatus::done;
 }

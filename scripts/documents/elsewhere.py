@@ -30,6 +30,8 @@ ROWS = [
      'cmake --install build/dev --prefix "$prefix"'),
     (r"quorvanectl udev-rule \| sudo tee /etc/udev/rules.d/70-quorvane.rules",
      "tests/kernel/guest/rules.sh", "our_rule=/etc/udev/rules.d/70-quorvane.rules"),
+    (r"quorvanectl udev-rule --(install|remove)",
+     "tests/kernel/cases/60-permission.sh", "run quorvanectl udev-rule --install"),
     (r"sudo udevadm control --reload && sudo udevadm trigger",
      "tests/kernel/cases/60-permission.sh", "udevadm trigger"),
     (r"scripts/bundle", "scripts/check-bundle", 'scripts/bundle "$build"'),

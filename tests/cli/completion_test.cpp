@@ -59,6 +59,8 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
       {{"read", "--js"}, {"--json"}},
       {{"presets", "share", "--p"}, {"--preset"}},
       {{"factory-reset", "--y"}, {"--yes"}},
+      {{"udev-rule", "--i"}, {"--install"}},
+      {{"udev-rule", "--rem"}, {"--remove"}},
       {{"read", "--he"}, {"--help"}},
       {{"read", "--vers"}, {}},
       {{"--vers"}, {"--version"}},

@@ -325,7 +325,7 @@ TEST_F(Usage, HelpOfACommandNamesItsArguments) {
       {"usb-reset", {"Re-enumerate the base"}},
       {"monitor", {"Ctrl-C"}},
       {"doctor", {"--report FILE", "quorvanectl doctor --report", "Exit status 0"}},
-      {"udev-rule", {"/etc/udev/rules.d/70-quorvane.rules"}},
+      {"udev-rule", {"--install", "--remove", "/etc/udev/rules.d/70-quorvane.rules"}},
       {"presets",
        {"\n  list ", "\n  show ", "\n  apply ", "\n  save ", "\n  delete ", "\n  import ",
         "\n  export ", "\n  share ", "presets apply \"My GT7\""}},

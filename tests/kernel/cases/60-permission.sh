@@ -40,6 +40,29 @@ case_the_rule_is_what_grants_access() {
     expect_success
 }
 
+# Root types it here: the guest has nobody to ask for a password.
+case_the_rule_is_installed_and_removed_by_a_command() {
+    set_rule_aside
+    start_base main --transport usb
+    run quorvanectl udev-rule --install
+    expect_success
+    expect_line "Installed $our_rule"
+    cmp "$our_rule" "$work/rule" || fail "another rule"
+    ctl read
+    expect_success
+    ctl udev-rule --install
+    expect_success
+    expect_line "The rule is in $our_rule already"
+    expect_line "$(node_of main) opens now"
+    run quorvanectl udev-rule --remove
+    expect_success
+    [[ ! -e $our_rule ]] || fail "the rule is still there"
+    unplug main
+    plug main
+    ctl read
+    expect_the_rule_to_be_named
+}
+
 # grant_late: what a person types who installs the rule with the base plugged in.
 grant_late() {
     put_rule_back
@@ -56,6 +79,20 @@ case_monitor_goes_on_when_access_comes_late() {
     wait_until 20 "the first read" packets_reached main "$menu_requests" 1
     base_command main turn FF 41
     wait_until 20 "the value in the monitor's output" grep -qF '"value":41' "$work/monitor.out"
+    interrupt monitor
+    join monitor
+    expect_status 0
+}
+
+# From systemd 258 on, logind gives the nodes to who takes the seat by triggering them.
+case_monitor_goes_on_when_the_user_takes_the_seat() {
+    give_seat 1001
+    start_base main --transport uhid
+    start_ctl monitor --json monitor
+    wait_until 20 "the line about the rule" grep -qF 70-quorvane.rules "$work/monitor.err"
+    give_seat 1000
+    udevadm trigger --action=change --subsystem-match=hidraw
+    wait_until 20 "the first read" packets_reached main "$menu_requests" 1
     interrupt monitor
     join monitor
     expect_status 0
