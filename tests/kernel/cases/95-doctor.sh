@@ -101,6 +101,25 @@ case_a_rule_with_too_high_a_number() {
     expect_check access '.nextStep | contains("mv /etc/udev/rules.d/90-quorvane.rules /etc/udev/rules.d/70-quorvane.rules")'
 }
 
+# What a trigger does, logind does from systemd 258 on whenever another user takes the seat.
+case_a_rule_that_runs_only_when_the_base_is_added() {
+    set_rule_aside
+    sed 's/^SUBSYSTEM/ACTION=="add", &/' "$work/rule" >"$our_rule"
+    udevadm control --reload
+    start_base main --transport uhid
+    udevadm trigger
+    udev_settles
+    doctor
+    put_rule_back
+    if (($(udevadm --version | grep -o '^[0-9]*') < 258)); then
+        expect_status 0
+        return
+    fi
+    expect_status 1
+    expect_outcomes '+++x+..++'
+    expect_check access '.finding | contains("runs only when the base is added")'
+}
+
 case_two_rules_that_conflict() {
     echo 'KERNELS=="0003:0EB7:*", TAG="locked"' >/etc/udev/rules.d/72-lock.rules
     udevadm control --reload

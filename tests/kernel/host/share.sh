@@ -13,8 +13,8 @@ find_program() {
 }
 
 write_settings() {
-    printf 'MODULES=%q\nUDEVD=%q\nPATTERN=%q\nCASE_SECONDS=%q\n' \
-        "$kernel_dir/lib/modules" "$(udevd_path)" "$1" "$case_seconds"
+    printf 'MODULES=%q\nUDEVD=%q\nUDEV_ROOT=%q\nPATTERN=%q\nCASE_SECONDS=%q\n' \
+        "$kernel_dir/lib/modules" "$(udevd_path)" "${udev_root-}" "$1" "$case_seconds"
 }
 
 # installed FILE: a file of the installed package.
