@@ -91,9 +91,8 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
 
   QRect inner = rect().adjusted(padding, 0, -padding, 0);
   if (!symbol_.isEmpty()) {
-    const int y = (height() - Metrics::symbolSize) / 2;
-    painter.drawPixmap(inner.left(), y,
-                       symbol(symbol_, Metrics::symbolSize, look.ink, devicePixelRatioF()));
+    const qreal y = (height() - Metrics::symbolSize) / 2.0;
+    drawSymbol(painter, QPointF(inner.left(), y), symbol_, Metrics::symbolSize, look.ink);
     inner.setLeft(inner.left() + Metrics::symbolSize + Metrics::gap);
   }
   if (menu() != nullptr) {
@@ -134,7 +133,7 @@ void IconButton::paintEvent(QPaintEvent* /*event*/) {
   if (active && destructive_) ink = t.error;
   if (!isEnabled()) ink = t.inkDisabled;
   const int inset = (iconButtonSize - Metrics::symbolSize) / 2;
-  painter.drawPixmap(inset, inset, symbol(symbol_, Metrics::symbolSize, ink, devicePixelRatioF()));
+  drawSymbol(painter, QPointF(inset, inset), symbol_, Metrics::symbolSize, ink);
 }
 
 bool isDestructive(const QWidget& widget) {

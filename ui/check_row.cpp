@@ -53,16 +53,14 @@ class OutcomeMark final : public QLabel {
     const Theme& t = theme();
     QPainter painter(this);
     if (outcome_ == CheckOutcome::failed) {
-      painter.drawPixmap(0, (height() - markSize) / 2,
-                         symbol(QStringLiteral("exclamationmark.triangle.fill"), markSize, t.error,
-                                devicePixelRatioF()));
+      drawSymbol(painter, QPointF(0, (height() - markSize) / 2.0),
+                 QStringLiteral("exclamationmark.triangle.fill"), markSize, t.error);
       return;
     }
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(outcome_ == CheckOutcome::passed ? t.ok : t.idle);
-    painter.drawEllipse((markSize - Metrics::dotSize) / 2, (height() - Metrics::dotSize) / 2,
-                        Metrics::dotSize, Metrics::dotSize);
+    drawDot(painter,
+            QRectF((markSize - Metrics::dotSize) / 2.0, (height() - Metrics::dotSize) / 2.0,
+                   Metrics::dotSize, Metrics::dotSize),
+            outcome_ == CheckOutcome::passed ? t.ok : t.idle);
   }
 
  private:

@@ -85,7 +85,9 @@ class Card::Body final : public QWidget {
     for (int i = 0; i < column_->count(); ++i) {
       const QWidget* const shown = row(i);
       if (shown == nullptr || shown->isHidden()) continue;
-      if (!isFirst) painter.fillRect(QRect(1, shown->y() - 1, width() - 2, 1), t.hairline);
+      if (!isFirst) {
+        drawEdge(painter, QRect(1, 0, width() - 2, shown->y()), Qt::BottomEdge, t.hairline);
+      }
       isFirst = false;
     }
   }
@@ -225,7 +227,7 @@ void PageHeader::resizeEvent(QResizeEvent* /*event*/) {
 void PageHeader::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), theme().window);
-  painter.fillRect(QRect(0, height() - 1, width(), 1), theme().line);
+  drawEdge(painter, rect(), Qt::BottomEdge, theme().line);
 }
 
 FormPage::FormPage(const QString& title, int widestCard, int cardGap, QWidget* parent)

@@ -49,7 +49,7 @@ int LinkRow::heightForWidth(int width) const {
 void LinkRow::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
-  painter.drawPixmap(0, 0, symbol(symbol_, Metrics::symbolSize, t.brandText, devicePixelRatioF()));
+  drawSymbol(painter, QPointF(), symbol_, Metrics::symbolSize, t.brandText);
   QFont font = Metrics::font(Metrics::Type::callout);
   font.setUnderline(underMouse());
   painter.setFont(font);

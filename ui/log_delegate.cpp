@@ -63,9 +63,8 @@ void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const QRect box = textBox(option, index, rect.width()).translated(rect.left(), rect.top());
   if (isError) {
     const int top = rect.top() + linePadding() + (QFontMetrics(body).height() - errorSymbol) / 2;
-    painter->drawPixmap(box.left() - gutter, top,
-                        symbol(QStringLiteral("exclamationmark.triangle.fill"), errorSymbol,
-                               t.error, painter->device()->devicePixelRatioF()));
+    drawSymbol(*painter, QPointF(box.left() - gutter, top),
+               QStringLiteral("exclamationmark.triangle.fill"), errorSymbol, t.error);
   }
   painter->setFont(body);
   painter->setPen(isError ? t.error : t.ink);
@@ -73,9 +72,9 @@ void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                     Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
                     index.data(Qt::DisplayRole).toString());
   if (option.state.testFlag(QStyle::State_HasFocus)) {
-    painter->setPen(QPen(t.ring, Metrics::ringWidth));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRect(rect.adjusted(1, 1, -1, -1));
+    for (const Qt::Edge edge : {Qt::TopEdge, Qt::BottomEdge, Qt::LeftEdge, Qt::RightEdge}) {
+      drawEdge(*painter, rect, edge, t.ring, Metrics::ringWidth);
+    }
   }
 }
 

@@ -2,20 +2,30 @@
 
 #include <QColor>
 #include <QPainter>
-#include <QRect>
+#include <QRectF>
 #include <QString>
 #include <string>
 #include <string_view>
 
 namespace quorvane {
 
+// All of these end on the boundaries of device pixels, at every scale.
+
 // A filled box with a border of one device pixel, drawn inside the rectangle. An invalid colour
 // draws nothing.
-void drawBox(QPainter& painter, const QRect& rect, qreal radius, const QColor& ground,
+void drawBox(QPainter& painter, const QRectF& rect, qreal radius, const QColor& ground,
              const QColor& border);
 
+// A line along an edge of the rectangle, inside of it.
+void drawEdge(QPainter& painter, const QRectF& rect, Qt::Edge edge, const QColor& colour,
+              qreal thickness = 1);
+
+// A bar or a dot whose size is the same wherever it is.
+void drawBar(QPainter& painter, const QRectF& rect, const QColor& colour);
+void drawDot(QPainter& painter, const QRectF& rect, const QColor& colour);
+
 // The focus ring around a rectangle: outside of it, with its gap.
-void drawRing(QPainter& painter, const QRect& around, qreal radius);
+void drawRing(QPainter& painter, const QRectF& around, qreal radius);
 
 inline QString text(std::string_view utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));

@@ -64,8 +64,8 @@ void ParameterRow::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   painter.fillRect(rect(), isChanged() ? t.tint : t.surface);
-  painter.fillRect(QRect(0, height() - 1, width(), 1), t.hairline);
-  if (isChanged()) painter.fillRect(QRect(0, 0, RowLayout::changeBar, height() - 1), t.brand);
+  if (isChanged()) drawEdge(painter, rect(), Qt::LeftEdge, t.brand, RowLayout::changeBar);
+  drawEdge(painter, rect(), Qt::BottomEdge, t.hairline);
   paintName(painter);
   paintState(painter);
 }

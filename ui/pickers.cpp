@@ -49,7 +49,7 @@ class Segment final : public QRadioButton {
     QColor ground = isChecked() ? t.selection : underMouse() && isEnabled() ? t.hover : t.surface;
     const QColor border = group_.isChanged() ? t.brand : isEnabled() ? t.edge : t.line;
     drawBox(painter, box, Metrics::controlRadius, ground, border);
-    if (!isFirst) painter.fillRect(QRect(0, 0, 1, height()), border);
+    if (!isFirst) drawEdge(painter, rect(), Qt::LeftEdge, border);
     painter.setFont(Metrics::font(isChecked() ? Metrics::Type::value : Metrics::Type::body));
     painter.setPen(isChecked() ? t.ink : isEnabled() ? t.ink2 : t.inkDisabled);
     painter.drawText(rect(), Qt::AlignCenter, text());

@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "ui/painting.h"
 #include "ui/theme.h"
 
 namespace quorvane {
@@ -184,7 +185,7 @@ void PresetList::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const int first = std::max(1, event->rect().top() / height);
   for (int y = first * height - lineBetween; y <= event->rect().bottom(); y += height) {
-    painter.fillRect(QRect(0, y, width(), lineBetween), theme().hairline);
+    drawEdge(painter, QRect(0, y, width(), lineBetween), Qt::TopEdge, theme().hairline);
   }
 }
 

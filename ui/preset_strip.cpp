@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/device_pixels.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
 #include "ui/preset_text.h"
@@ -109,12 +110,13 @@ void PresetStrip::paint(QPainter& painter, const Cell& cell, const QRect& rect) 
             : QStringLiteral("·");
   painter.drawText(rect.left(), rect.top() + codes.height() + values.ascent(), value);
   if (!cell.place) return;
-  const QRect bar(rect.left(), rect.bottom() + 1 - barHeight, rect.width(), barHeight);
-  drawBox(painter, bar, barHeight / 2.0, t.groove, QColor());
-  const int filled = static_cast<int>(std::lround(*cell.place * bar.width()));
+  const QRectF bar = DevicePixels(painter).placed(
+      QRectF(rect.left(), rect.bottom() + 1 - barHeight, rect.width(), barHeight));
+  const qreal radius = bar.height() / 2;
+  drawBox(painter, bar, radius, t.groove, QColor());
+  const auto filled = static_cast<qreal>(std::lround(*cell.place * rect.width()));
   if (filled > 0) {
-    drawBox(painter, QRect(bar.topLeft(), QSize(filled, barHeight)), barHeight / 2.0, t.bar,
-            QColor());
+    drawBox(painter, QRectF(bar.topLeft(), QSizeF(filled, bar.height())), radius, t.bar, QColor());
   }
 }
 

@@ -94,7 +94,7 @@ void SaveBar::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   painter.fillRect(rect(), t.tint);
-  painter.fillRect(QRect(0, 0, width(), 1), t.tintLine);
+  drawEdge(painter, rect(), Qt::TopEdge, t.tintLine);
   const int inset = isNarrow_ ? Metrics::narrowInset : Metrics::pageInset;
   drawBox(painter, QRect(inset, (height() - square) / 2, square, square), 2, t.brand, QColor());
 }

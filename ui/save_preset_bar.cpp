@@ -119,7 +119,7 @@ void SavePresetBar::resizeEvent(QResizeEvent* event) {
 void SavePresetBar::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), theme().window);
-  painter.fillRect(QRect(0, 0, width(), 1), theme().line);
+  drawEdge(painter, rect(), Qt::TopEdge, theme().line);
 }
 
 }  // namespace quorvane

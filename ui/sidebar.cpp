@@ -67,11 +67,11 @@ class SidebarRow final : public QAbstractButton {
       drawBox(painter, rect(), Metrics::controlRadius, chosen ? t.selection : t.hover, QColor());
     }
     if (chosen) {
-      painter.fillRect(QRect(0, (height() - markHeight) / 2, markWidth, markHeight), t.brand);
+      drawBar(painter, QRectF(0, (height() - markHeight) / 2.0, markWidth, markHeight), t.brand);
     }
     const QColor ink = chosen ? t.brandText : t.ink2;
-    painter.drawPixmap(symbolInset, (height() - sectionSymbol) / 2,
-                       symbol(text(symbolName(section_)), sectionSymbol, ink, devicePixelRatioF()));
+    drawSymbol(painter, QPointF(symbolInset, (height() - sectionSymbol) / 2.0),
+               text(symbolName(section_)), sectionSymbol, ink);
     painter.setFont(Metrics::font(chosen ? Metrics::Type::value : Metrics::Type::body));
     painter.setPen(t.ink);
     painter.drawText(rect().adjusted(symbolInset + sectionSymbol + symbolGap, 0, 0, 0),
@@ -145,9 +145,9 @@ void Sidebar::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   painter.fillRect(rect(), t.sidebar);
-  painter.fillRect(QRect(width() - 1, 0, 1, height()), t.line);
+  drawEdge(painter, rect(), Qt::RightEdge, t.line);
   const int divider = layout()->itemAt(layout()->count() - 1)->geometry().top() - linkInset;
-  painter.fillRect(QRect(0, divider, width() - 1, 1), t.line);
+  drawEdge(painter, QRect(0, divider, width(), 1), Qt::TopEdge, t.line);
 }
 
 }  // namespace quorvane

@@ -90,12 +90,11 @@ void StatusBar::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   painter.fillRect(rect(), t.window);
-  painter.fillRect(QRect(0, 0, width(), 1), t.line);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(model().isConnected() ? t.ok : t.idle);
-  painter.drawEllipse(sideInset, (height() - Metrics::dotSize) / 2, Metrics::dotSize,
-                      Metrics::dotSize);
+  drawEdge(painter, rect(), Qt::TopEdge, t.line);
+  drawDot(
+      painter,
+      QRectF(sideInset, (height() - Metrics::dotSize) / 2.0, Metrics::dotSize, Metrics::dotSize),
+      model().isConnected() ? t.ok : t.idle);
 }
 
 }  // namespace quorvane

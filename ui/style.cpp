@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "ui/device_pixels.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
 #include "ui/pickers.h"
@@ -18,6 +19,7 @@ namespace {
 
 constexpr int comboPadding = 10;
 constexpr int chevronRoom = 26;
+constexpr int stepSign = 7;
 constexpr int holdBeforeRepeat = 400;  // milliseconds
 constexpr int scrollBarWidth = 12;
 constexpr int handleInset = 3;
@@ -47,11 +49,16 @@ void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter, const Q
 
 void drawStep(QPainter& painter, const QRect& rect, bool plus, bool enabled, bool hovered) {
   const Theme& t = theme();
-  if (hovered && enabled) painter.fillRect(rect.adjusted(1, 1, -1, -1), t.hover);
-  const QPoint centre = rect.center();
+  const DevicePixels pixels(painter);
+  const QRectF ground = pixels.snapped(rect);
+  const qreal border = pixels.one();
+  if (hovered && enabled) {
+    painter.fillRect(ground.adjusted(border, border, -border, -border), t.hover);
+  }
   const QColor ink = enabled ? t.ink2 : t.inkDisabled;
-  painter.fillRect(QRect(centre.x() - 3, centre.y(), 7, 1), ink);
-  if (plus) painter.fillRect(QRect(centre.x(), centre.y() - 3, 1, 7), ink);
+  const QRectF across = pixels.centred(ground, stepSign, 1);
+  painter.fillRect(across, ink);
+  if (plus) painter.fillRect(pixels.centred(across, 1, stepSign), ink);
 }
 
 void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainter& painter,
@@ -72,8 +79,8 @@ void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainte
   drawStep(painter, plus, true,
            enabled && option.stepEnabled.testFlag(QAbstractSpinBox::StepUpEnabled),
            hovered && option.activeSubControls == QStyle::SC_SpinBoxUp);
-  painter.fillRect(QRect(minus.right(), minus.top() + 1, 1, minus.height() - 2), t.line);
-  painter.fillRect(QRect(plus.left(), plus.top() + 1, 1, plus.height() - 2), t.line);
+  drawEdge(painter, minus.adjusted(0, 1, 0, -1), Qt::RightEdge, t.line);
+  drawEdge(painter, plus.adjusted(0, 1, 0, -1), Qt::LeftEdge, t.line);
 }
 
 QRect spinBoxRect(const QRect& all, QStyle::SubControl part) {

@@ -1,14 +1,16 @@
 #pragma once
 
 #include <QColor>
-#include <QIcon>
-#include <QPixmap>
+#include <QPainter>
+#include <QPointF>
 #include <QString>
 
 namespace quorvane {
 
-// One of our symbols ("steeringwheel", "trash", ...) in a colour, `size` logical pixels square, for
-// a screen of that pixel ratio. Drawn once and kept.
-QPixmap symbol(const QString& name, int size, const QColor& colour, qreal devicePixelRatio);
+// Draws one of our symbols ("steeringwheel", "trash", ...) in a colour, `size` logical pixels
+// square, with its corner on the boundary of device pixels that is nearest to the place. It is made
+// for the painter's scale once, and kept.
+void drawSymbol(QPainter& painter, const QPointF& place, const QString& name, int size,
+                const QColor& colour);
 
 }  // namespace quorvane

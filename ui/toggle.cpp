@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
+#include "ui/device_pixels.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
 #include "ui/theme.h"
@@ -63,18 +64,17 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
   } else if (hovered) {
     track = on ? t.ink : t.ink2;
   }
-  const QRect box = switchRect();
-  drawBox(painter, box, switchHeight / 2.0, track, border);
-  const int size = switchHeight - 2 * knobInset;
-  const int x = on ? box.right() + 1 - knobInset - size : box.left() + knobInset;
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(knob);
-  painter.drawEllipse(x, box.top() + knobInset, size, size);
+  const DevicePixels pixels(painter);
+  const QRectF box = pixels.placed(switchRect());
+  drawBox(painter, box, box.height() / 2, track, border);
+  const qreal inset = pixels.length(knobInset);
+  const qreal size = box.height() - 2 * inset;
+  const qreal x = on ? box.right() - inset - size : box.left() + inset;
+  drawDot(painter, QRectF(x, box.top() + inset, size, size), knob);
 
   painter.setFont(Metrics::font(Metrics::Type::callout));
   painter.setPen(t.ink2);
-  painter.drawText(rect().adjusted(box.right() + 1 + wordGap, 0, 0, 0),
+  painter.drawText(rect().adjusted(switchRect().right() + 1 + wordGap, 0, 0, 0),
                    Qt::AlignLeft | Qt::AlignVCenter, text());
 }
 

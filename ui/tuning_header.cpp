@@ -172,7 +172,7 @@ void TuningHeader::resizeEvent(QResizeEvent* /*event*/) { place(); }
 void TuningHeader::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), theme().window);
-  painter.fillRect(QRect(0, height() - 1, width(), 1), theme().line);
+  drawEdge(painter, rect(), Qt::BottomEdge, theme().line);
 }
 
 }  // namespace quorvane

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <utility>
 
+#include "ui/device_pixels.h"
 #include "ui/metrics.h"
 #include "ui/painting.h"
 #include "ui/theme.h"
@@ -21,6 +22,7 @@ constexpr int graduationDrop = 7;  // from the middle of the groove
 constexpr int graduations = 4;
 constexpr int capWidth = 10;
 constexpr int capHeight = 18;
+constexpr int capLine = 8;
 constexpr int tickHeight = 14;
 constexpr int ringMargin = Metrics::ringGap + Metrics::ringWidth;
 constexpr int margin = capWidth / 2 + ringMargin;  // beside the groove
@@ -98,24 +100,28 @@ void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(Qt::NoPen);
   const bool hovered = isEnabled() && underMouse();
   const qreal middle = height() / 2.0;
+  const DevicePixels pixels(painter);
+  const QRectF groove = pixels.placed(
+      QRectF(margin, middle - grooveHeight / 2.0, width() - 2 * margin, grooveHeight));
   const auto track = [&](qreal from, qreal to, const QColor& colour) {
     painter.setBrush(colour);
-    painter.drawRoundedRect(QRectF(from, middle - grooveHeight / 2.0, to - from, grooveHeight),
-                            grooveHeight / 2.0, grooveHeight / 2.0);
+    painter.drawRoundedRect(QRectF(from, groove.top(), to - from, groove.height()),
+                            groove.height() / 2, groove.height() / 2);
   };
   track(margin, width() - margin, hovered && !isSpecial_ ? t.graduation : t.groove);
-  painter.setBrush(t.graduation);
   for (int i = 0; i <= graduations; ++i) {
     const qreal x = margin + (width() - 2.0 * margin) * i / graduations;
-    painter.drawRect(QRectF(std::floor(x - 0.5), middle + graduationDrop, 1, graduationHeight));
+    drawBar(painter, QRectF(std::floor(x - 0.5), middle + graduationDrop, 1, graduationHeight),
+            t.graduation);
   }
 
-  const QRect cap = capRect();
+  const QRectF cap = pixels.placed(capRect());
   if (isSpecial_) {
+    const qreal line = pixels.length(1);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(t.capEdge, 1, Qt::DashLine));
-    painter.drawRoundedRect(QRectF(cap).adjusted(0.5, 0.5, -0.5, -0.5), Metrics::plateRadius,
-                            Metrics::plateRadius);
+    painter.setPen(QPen(t.capEdge, line, Qt::DashLine));
+    painter.drawRoundedRect(cap.adjusted(line / 2, line / 2, -line / 2, -line / 2),
+                            Metrics::plateRadius, Metrics::plateRadius);
     return;
   }
   const qreal now = place(value());
@@ -124,8 +130,8 @@ void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
   track(margin, std::min(now, before), t.fill);
   if (isChanged) {
     track(std::min(now, before), std::max(now, before), t.brand);
-    painter.setBrush(t.ink);
-    painter.drawRect(QRectF(std::round(before) - 1, middle - tickHeight / 2.0, 2, tickHeight));
+    drawBar(painter, QRectF(std::round(before) - 1, middle - tickHeight / 2.0, 2, tickHeight),
+            t.ink);
   }
   QColor ground = isChanged ? t.brand : t.cap;
   QColor edge = isChanged ? t.brand : hovered ? t.capHoverEdge : t.capEdge;
@@ -136,9 +142,7 @@ void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
     if (!isChanged && t.isDark) ground = t.graduation;
   }
   drawBox(painter, cap, Metrics::plateRadius, ground, edge);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(hairline);
-  painter.drawRect(QRectF(cap.center().x(), cap.center().y() - 3, 1, 8));
+  painter.fillRect(pixels.centred(cap, 1, capLine), hairline);
 }
 
 void ValueSlider::mousePressEvent(QMouseEvent* event) {

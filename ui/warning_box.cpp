@@ -43,9 +43,8 @@ void WarningBox::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   drawBox(painter, rect(), Metrics::cardRadius, t.warningGround, t.warningLine);
-  painter.drawPixmap(boxInset, boxInset,
-                     symbol(QStringLiteral("exclamationmark.triangle.fill"), warningSymbol,
-                            t.warningIcon, devicePixelRatioF()));
+  drawSymbol(painter, QPointF(boxInset, boxInset), QStringLiteral("exclamationmark.triangle.fill"),
+             warningSymbol, t.warningIcon);
 }
 
 }  // namespace quorvane
