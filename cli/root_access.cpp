@@ -23,8 +23,8 @@ bool isGiven(const char* variable) {
 
 // pkexec asks in a window, and in a terminal where no window can; sudo in a terminal alone.
 std::string askerFor(const RootAccess& access, const Caller& caller) {
-  const std::string pkexec = systemProgram(access, "pkexec");
-  const std::string sudo = systemProgram(access, "sudo");
+  std::string pkexec = systemProgram(access, "pkexec");
+  std::string sudo = systemProgram(access, "sudo");
   if (caller.isGraphical && !pkexec.empty()) return pkexec;
   if (!caller.hasTerminal) return {};
   return sudo.empty() ? pkexec : sudo;

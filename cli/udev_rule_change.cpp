@@ -18,7 +18,7 @@ constexpr const char* removeAgain = "quorvanectl udev-rule --remove";
 [[noreturn]] void fail(const std::string& message) { throw CommandError("fileFailed", message); }
 
 std::string requireUdevadm(const RootAccess& access) {
-  const std::string udevadm = systemProgram(access, "udevadm");
+  std::string udevadm = systemProgram(access, "udevadm");
   if (udevadm.empty()) {
     fail(
         "There is no udevadm here, so no udev either that would read the rule. In a container, "
