@@ -6,6 +6,7 @@
 #include "cli/assignments.h"
 #include "cli/command_line.h"
 #include "cli/completion.h"
+#include "cli/json_output.h"
 #include "cli/preset_names.h"
 #include "cli/value_words.h"
 #include "fuzz/input.h"
@@ -80,6 +81,14 @@ Words linesOf(const std::string& text) {
   return lines;
 }
 
+// Whether nothing is printed, or the error as a document for programs.
+bool isNothingOrError(const std::string& out) {
+  if (out.empty()) return true;
+  const Json document = Json::parse(out, nullptr, false);
+  return document.is_object() && document.contains("error") &&
+         document["error"].value("kind", "") == "wrongUsage";
+}
+
 void expectRead(const Words& words) {
   const Reading reading(words);
   invariant((reading.out + reading.err).find('\0') == std::string::npos,
@@ -87,7 +96,8 @@ void expectRead(const Words& words) {
   if (!reading.status) {
     invariant(reading.out.empty() && reading.err.empty(), "a command prints for itself");
   } else if (*reading.status == ExitStatus::wrongUsage) {
-    invariant(reading.out.empty() && reading.err.ends_with('\n'), "wrong words are explained");
+    invariant(reading.err.ends_with('\n'), "wrong words are explained");
+    invariant(isNothingOrError(reading.out), "wrong words give nothing else than their error");
   } else {
     invariant(*reading.status == ExitStatus::done && reading.err.empty(), "help is no failure");
     const bool isCompletion = words.front() == completionWord;
