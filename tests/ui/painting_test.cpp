@@ -206,7 +206,7 @@ std::string acrossWidget(qreal scale, const QRect& place, bool isLevel) {
 TEST(Painting, LinesAlongTheEdgesOfAWidgetAreWhole) {
   for (const qreal scale : drawnScales) {
     const std::string line(static_cast<std::size_t>(wholePixels(1, scale)), '#');
-    const std::regex twoLines(fmt::format("\\.*{0}\\.+{0}\\.*", line));
+    const std::regex twoLines(fmt::format(R"(\.*{0}\.+{0}\.*)", line));
     for (int at = 0; at < 8; ++at) {
       for (int size = 10; size < 18; ++size) {
         for (const bool isLevel : {true, false}) {
