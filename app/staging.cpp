@@ -5,8 +5,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::int64_t automatic = 0;  // of the steering angle
-
 // The pieces between the separators, empty ones included.
 std::vector<std::string_view> split(std::string_view text, char separator) {
   std::vector<std::string_view> pieces;
@@ -32,10 +30,9 @@ std::optional<ParameterValue> parseEdit(std::string_view piece) {
 bool isCurrentValue(const ParameterValue& wanted, const std::optional<TuningSnapshot>& menu,
                     const std::optional<FanatecProduct>& product) {
   if (!menu) return false;
-  const std::int64_t current = menu->value(wanted.parameter, product);
-  if (current == wanted.value) return true;
-  return wanted.parameter == TuningParameter::sensitivity && wanted.value == automatic && product &&
-         current == product->autoRotation;
+  const TuningParameter parameter = wanted.parameter;
+  return parameter.written(menu->value(parameter, product), product) ==
+         parameter.written(wanted.value, product);
 }
 
 std::vector<ParameterValue> parseDemoStage(std::string_view text) {

@@ -7,8 +7,8 @@
 
 #include "cli/context.h"
 #include "cli/suggestion.h"
-#include "cli/value_words.h"
 #include "protocol/error.h"
+#include "protocol/menu_text.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -26,7 +26,7 @@ std::string codeList() {
 // The words that a parameter takes besides numbers, for messages.
 std::string wordsOf(TuningParameter parameter) {
   std::string text;
-  for (const std::string& word : valueWords(parameter)) text += " or " + word;
+  for (const std::string& word : MenuText::words(parameter)) text += " or " + word;
   return text;
 }
 
@@ -53,8 +53,8 @@ AssignmentParts partsOf(const std::string& word) {
 
 // A plus sign would be read as "more" by some and as a part of the number by others.
 void refusePlus(TuningParameter parameter, const std::string& text) {
-  if (!text.starts_with('+') || !hasNumbers(parameter)) return;
-  const auto number = parseNumberWord(parameter, text.substr(1));
+  if (!text.starts_with('+') || !MenuText::hasNumbers(parameter)) return;
+  const auto number = MenuText::parseNumber(parameter, text.substr(1));
   if (!number || *number < 0) return;
   throw UsageError(
       fmt::format("\"{0}={1}\" could mean two things. For {2} more: {0}+={2}; for the "
@@ -64,7 +64,7 @@ void refusePlus(TuningParameter parameter, const std::string& text) {
 
 std::int64_t valueOf(TuningParameter parameter, const std::string& text) {
   refusePlus(parameter, text);
-  const auto value = parseValueWord(parameter, text);
+  const auto value = MenuText::parse(parameter, text);
   if (value) return *value;
   throw UsageError(fmt::format("\"{}\" is no value for {}: give a whole number{}", oneLine(text),
                                parameter.code(), wordsOf(parameter)));
@@ -73,12 +73,12 @@ std::int64_t valueOf(TuningParameter parameter, const std::string& text) {
 // What is to be added.
 std::int64_t changeOf(TuningParameter parameter, const AssignmentParts& parts) {
   const std::string typed = fmt::format("{}{}={}", parameter.code(), parts.sign, parts.value);
-  if (!hasNumbers(parameter)) {
+  if (!MenuText::hasNumbers(parameter)) {
     throw UsageError(fmt::format("\"{}\": the values of {} are words, with nothing to add to{}",
                                  oneLine(typed), parameter.code(),
                                  ":" + wordsOf(parameter).substr(3)));
   }
-  const auto number = parseNumberWord(parameter, parts.value);
+  const auto number = MenuText::parseNumber(parameter, parts.value);
   if (!number || *number < 0) {
     throw UsageError(fmt::format("\"{}\" is no number to add or take away: {}{}={} would be one",
                                  oneLine(parts.value), parameter.code(), parts.sign,
@@ -126,18 +126,6 @@ std::vector<std::string> accepted(std::vector<std::string> words) {
   }
 }
 
-std::int64_t presentValue(TuningParameter parameter, const TuningSnapshot& menu,
-                          const std::optional<FanatecProduct>& product) {
-  return parameter == TuningParameter::slot ? menu.slot() : menu.value(parameter, product);
-}
-
-// The values of the range that are shown as numbers.
-ClosedRange numbersOf(TuningParameter parameter, const std::optional<FanatecProduct>& product) {
-  ClosedRange range = parameter.allowedRange(product);
-  while (range.upper > range.lower && parameter.label(range.upper, product)) --range.upper;
-  return range;
-}
-
 bool isOnMenu(TuningParameter parameter, const std::optional<FanatecProduct>& product) {
   const auto menu = TuningParameter::available(product);
   return std::find(menu.begin(), menu.end(), parameter) != menu.end();
@@ -183,19 +171,19 @@ WantedValue wantedValue(const Assignment& assignment, const TuningSnapshot& menu
     return {std::nullopt,
             FanatecError::notAvailable(parameter, std::string(product->name)).errorDescription()};
   }
-  const std::int64_t present = presentValue(parameter, menu, product);
+  const std::int64_t present = menu.settingValue(parameter, product);
   if (const auto label = parameter.label(present, product)) {
     return {std::nullopt, fmt::format("{} is {} now, which is no number to change; give the value "
                                       "itself",
                                       parameter.code(), *label)};
   }
-  const ClosedRange range = numbersOf(parameter, product);
+  const ClosedRange range = parameter.amounts(product);
   const std::int64_t change = assignment.number;
   const bool isLess = change < 0;
   if (isLess ? change < range.lower - present : change > range.upper - present) {
     return {std::nullopt,
             fmt::format("{} is {} now; {} {} would be outside {}...{}", parameter.code(),
-                        valueText(parameter, present, product), isLess ? -change : change,
+                        MenuText::text(parameter, present, product), isLess ? -change : change,
                         isLess ? "less" : "more", range.lower, range.upper)};
   }
   return {present + change, {}};

@@ -9,7 +9,8 @@
 #include "cli/base_access.h"
 #include "cli/preset_library.h"
 #include "cli/preset_names.h"
-#include "cli/value_words.h"
+#include "protocol/menu_text.h"
+#include "protocol/setting.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -32,8 +33,7 @@ Candidates alternatives(const std::string& typeName) {
 
 Candidates sets() {
   Candidates numbers;
-  const ClosedRange range = TuningParameter(TuningParameter::slot).allowedRange(std::nullopt);
-  for (std::int64_t set = range.lower; set <= range.upper; ++set) {
+  for (std::int64_t set = tuningSets.lower; set <= tuningSets.upper; ++set) {
     numbers.push_back({std::to_string(set), "Set"});
   }
   return numbers;
@@ -46,8 +46,8 @@ Candidates codes(const std::vector<std::string>& given) {
     });
   };
   Candidates result;
-  for (const TuningParameter parameter : TuningParameter::allCases()) {
-    if (parameter == TuningParameter::slot || isGiven(parameter)) continue;
+  for (const TuningParameter parameter : TuningParameter::adjustable(std::nullopt)) {
+    if (isGiven(parameter)) continue;
     result.push_back({std::string(parameter.code()) + "=", std::string(parameter.title())});
   }
   return result;
@@ -57,8 +57,8 @@ Candidates codes(const std::vector<std::string>& given) {
 Candidates valuesOf(TuningParameter parameter, const std::string& lead) {
   Candidates result;
   const std::string title(parameter.title());
-  for (const std::string& word : valueWords(parameter)) {
-    const auto label = parameter.label(parseValueWord(parameter, word).value_or(0), std::nullopt);
+  for (const std::string& word : MenuText::words(parameter)) {
+    const auto label = parameter.label(MenuText::parse(parameter, word).value_or(0), std::nullopt);
     const bool explains = label && *label != word;
     result.push_back({lead + word, explains ? std::string(*label) : title});
   }

@@ -3,9 +3,9 @@
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
-#include "cli/value_words.h"
 #include "hid/usb_reset.h"
 #include "protocol/error.h"
+#include "protocol/menu_text.h"
 #include "support/printing.h"
 #include "support/text.h"
 
@@ -23,7 +23,7 @@ HIDReportPacket parsePacket(const std::vector<std::string>& words) {
 }
 
 std::int64_t parseDegrees(const std::string& word) {
-  const auto degrees = parseNumberWord(TuningParameter::sensitivity, word);
+  const auto degrees = MenuText::parseNumber(TuningParameter::sensitivity, word);
   if (degrees) return *degrees;
   throw UsageError(
       fmt::format("\"{}\" is no steering angle: give whole degrees, such as 540", oneLine(word)));

@@ -67,8 +67,7 @@ Json identityJson(const std::optional<IdentityReport>& identity) {
 
 Json tuningJson(const TuningSnapshot& snapshot, const std::optional<FanatecProduct>& product) {
   Json values = Json::object();
-  for (const TuningParameter parameter : TuningParameter::available(product)) {
-    if (parameter == TuningParameter::slot) continue;
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
     values[std::string(parameter.code())] = snapshot.value(parameter, product);
   }
   return {{"set", snapshot.slot()},

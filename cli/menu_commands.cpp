@@ -7,6 +7,7 @@
 #include "cli/json_output.h"
 #include "cli/suggestion.h"
 #include "protocol/error.h"
+#include "protocol/setting.h"
 #include "support/printing.h"
 #include "support/text.h"
 
@@ -24,9 +25,6 @@ void report(const CommandContext& context, const WheelBase& base, const TuningSn
   }
 }
 
-constexpr std::int64_t autoSetup = 1;
-constexpr std::int64_t firstCustom = 2;
-
 // The set that a word names.
 struct NamedSet {
   std::int64_t number = 0;
@@ -35,17 +33,16 @@ struct NamedSet {
 
 NamedSet parseSet(const std::string& word) {
   const std::string name = lowerCase(word.substr(0, word.find(" (")));
-  if (name == "a") return {autoSetup, true};
-  if (name == "c") return {firstCustom, true};
+  if (name == "a") return {autoSet, true};
+  if (name == "c") return {customSet, true};
   const auto number = parseInteger(word);
   if (!number) {
     throw UsageError(fmt::format(
         "There is no set \"{}\": give 1 to 5, or A or C of the standard menu", oneLine(word)));
   }
-  const ClosedRange sets = TuningParameter(TuningParameter::slot).allowedRange(std::nullopt);
-  if (!sets.contains(*number)) {
+  if (!tuningSets.contains(*number)) {
     throw CommandError("outOfRange", fmt::format("Set {}: there are sets {} to {}", *number,
-                                                 sets.lower, sets.upper));
+                                                 tuningSets.lower, tuningSets.upper));
   }
   return {*number, false};
 }
@@ -58,7 +55,7 @@ std::optional<TuningSnapshot> menuOfName(WheelBase& base, std::int64_t number) {
     throw UsageError(
         "The sets of the advanced menu are called 1 to 5; A and C are those of the standard menu");
   }
-  const bool isThere = number == autoSetup ? menu.slot() == autoSetup : menu.slot() != autoSetup;
+  const bool isThere = number == autoSet ? menu.slot() == autoSet : menu.slot() != autoSet;
   if (isThere) return menu;
   return std::nullopt;
 }

@@ -6,9 +6,9 @@
 #include "cli/commands.h"
 #include "cli/event_queue.h"
 #include "cli/json_output.h"
-#include "cli/value_words.h"
 #include "hid/device_watcher.h"
 #include "protocol/error.h"
+#include "protocol/menu_text.h"
 #include "session/candidates.h"
 #include "support/printing.h"
 #include "support/text.h"
@@ -87,15 +87,15 @@ class Monitor {
   }
 
   void printChangedValues(const TuningSnapshot& before, const TuningSnapshot& now) {
-    for (const TuningParameter parameter : TuningParameter::available(base_->product())) {
-      if (parameter == TuningParameter::slot) continue;
+    for (const TuningParameter parameter : TuningParameter::adjustable(base_->product())) {
       if (now.rawValue(parameter) == before.rawValue(parameter)) continue;
       const std::int64_t value = now.value(parameter, base_->product());
       print({{"event", "value"},
              {"parameter", parameter.code()},
              {"value", value},
              {"previous", before.value(parameter, base_->product())}},
-            fmt::format("{} {}", parameter.code(), valueText(parameter, value, base_->product())));
+            fmt::format("{} {}", parameter.code(),
+                        MenuText::text(parameter, value, base_->product())));
     }
   }
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "cli/value_words.h"
+#include "protocol/menu_text.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -53,8 +53,8 @@ std::string rowText(std::string_view code, const std::string& value, std::string
 
 // A preset asks for the automatic angle by 0 degrees.
 std::string presetValueText(TuningParameter parameter, std::int64_t value) {
-  if (parameter == TuningParameter::sensitivity && value == 0) return "AUTO";
-  return valueText(parameter, value, std::nullopt);
+  if (parameter.isSpecial(value, {})) return MenuText::presetText(parameter, value, {});
+  return MenuText::text(parameter, value, {});
 }
 
 std::string valuesText(const TuningPreset& preset) {

@@ -1,8 +1,8 @@
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
-#include "cli/value_words.h"
 #include "protocol/error.h"
+#include "protocol/menu_text.h"
 #include "support/printing.h"
 #include "support/text.h"
 
@@ -29,11 +29,10 @@ void printHeading(const World& world, const WheelBase& base,
 }
 
 void printValues(const World& world, const WheelBase& base, const TuningSnapshot& snapshot) {
-  for (const TuningParameter parameter : TuningParameter::available(base.product())) {
-    if (parameter == TuningParameter::slot) continue;
+  for (const TuningParameter parameter : TuningParameter::adjustable(base.product())) {
     const std::int64_t value = snapshot.value(parameter, base.product());
     printTo(world.out, "  {:<4} {:<24} {}\n", parameter.code(),
-            valueText(parameter, value, base.product()), parameter.title());
+            MenuText::text(parameter, value, base.product()), parameter.title());
   }
 }
 

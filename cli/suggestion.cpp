@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "cli/value_words.h"
+#include "protocol/menu_text.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -51,7 +51,7 @@ class AssignmentReader {
     if (rest.starts_with('=') || rest.starts_with(':')) rest.erase(0, 1);
     if (rest.empty() && !atEnd()) rest = words_[at_++];
     const auto value =
-        sign.empty() ? parseValueWord(*parameter, rest) : parseNumberWord(*parameter, rest);
+        sign.empty() ? MenuText::parse(*parameter, rest) : MenuText::parseNumber(*parameter, rest);
     if (!value) return std::nullopt;
     if (!atEnd() && equalIgnoringCase(words_[at_], parameter->unit())) ++at_;
     return std::string(parameter->code()) + sign + "=" + rest;

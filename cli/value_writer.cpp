@@ -6,8 +6,8 @@
 #include <chrono>
 
 #include "cli/json_output.h"
-#include "cli/value_words.h"
 #include "protocol/error.h"
+#include "protocol/menu_text.h"
 #include "session/menu_writer.h"
 #include "support/printing.h"
 #include "support/text.h"
@@ -25,11 +25,6 @@ struct Receipt {
   std::string text;  // of the value read back
 };
 
-std::int64_t readBackOf(const TuningSnapshot& snapshot, TuningParameter parameter,
-                        const std::optional<FanatecProduct>& product) {
-  return parameter == TuningParameter::slot ? snapshot.slot() : snapshot.value(parameter, product);
-}
-
 // Writes one base's values, one after the other.
 class ReceiptWriter {
  public:
@@ -42,7 +37,7 @@ class ReceiptWriter {
     const WantedValue wanted = wantedValue(assignment, base_.tuning().value_or(menu_), product());
     receipt.error = wanted.error;
     if (wanted.value) {
-      receipt.wanted = writtenValue(assignment.parameter, *wanted.value, product());
+      receipt.wanted = assignment.parameter.written(*wanted.value, product());
       if (!wanted.error) write(*wanted.value, receipt);
     }
     receipt.milliseconds =
@@ -56,7 +51,7 @@ class ReceiptWriter {
   void write(std::int64_t value, Receipt& receipt) {
     const TuningParameter parameter = receipt.assignment.parameter;
     try {
-      take(readBackOf(writer_.write(parameter, value), parameter, product()), receipt);
+      take(writer_.write(parameter, value).settingValue(parameter, product()), receipt);
     } catch (const FanatecError& error) {
       receipt.error = error.errorDescription();
       if (const auto* const ignored = std::get_if<FanatecError::WriteIgnored>(&error.value())) {
@@ -67,8 +62,8 @@ class ReceiptWriter {
 
   void take(std::int64_t readBack, Receipt& receipt) const {
     const TuningParameter parameter = receipt.assignment.parameter;
-    receipt.readBack = writtenValue(parameter, readBack, product());
-    receipt.text = valueText(parameter, readBack, product());
+    receipt.readBack = parameter.written(readBack, product());
+    receipt.text = MenuText::text(parameter, readBack, product());
   }
 
   WheelBase& base_;

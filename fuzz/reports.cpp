@@ -92,8 +92,7 @@ void expectBlock(const Bytes& wire, const Bytes& menu, TuningParameter parameter
 
 void expectWritesBack(WheelBase& base, const TuningSnapshot& snapshot) {
   const FanatecProduct& product = *base.product();
-  for (const TuningParameter parameter : TuningParameter::available(product)) {
-    if (parameter == TuningParameter::slot) continue;
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
     const std::uint8_t raw = snapshot.rawValue(parameter);
     const std::int64_t value = snapshot.value(parameter, product);
     // A classic angle of 0 is what the automatic angle of a CSL Elite is asked for by.

@@ -103,8 +103,7 @@ class Conversation {
   void expectWritten(const Bytes& wire, const Bytes& before) {
     const Bytes after = base_.menu().report();
     const std::size_t shift = behaviour_.layout == TuningLayout::inPlace ? 0 : 1;
-    for (const TuningParameter parameter : TuningParameter::available(base_.product())) {
-      if (parameter == TuningParameter::slot) continue;
+    for (const TuningParameter parameter : TuningParameter::adjustable(base_.product())) {
       const std::size_t offset = parameter.offset();
       const bool isTaken = offset + shift < wire.size() &&
                            isInMenu(parameter, wire[offset + shift], base_.product()) &&
@@ -120,8 +119,7 @@ class Conversation {
     invariant(snapshot->slot() >= 1 && snapshot->slot() <= SimulatedMenu::setCount,
               "one of the sets is active");
     Bytes others(snapshot->raw().begin() + menuBegin, snapshot->raw().end());
-    for (const TuningParameter parameter : TuningParameter::available(base_.product())) {
-      if (parameter == TuningParameter::slot) continue;
+    for (const TuningParameter parameter : TuningParameter::adjustable(base_.product())) {
       invariant(isInMenu(parameter, snapshot->rawValue(parameter), base_.product()),
                 "a menu has only values that its product can have");
       others[parameter.offset() - menuBegin] = 0;

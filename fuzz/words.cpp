@@ -8,9 +8,9 @@
 #include "cli/completion.h"
 #include "cli/json_output.h"
 #include "cli/preset_names.h"
-#include "cli/value_words.h"
 #include "fuzz/input.h"
 #include "fuzz/properties.h"
+#include "protocol/menu_text.h"
 #include "simulator/simulate_option.h"
 #include "simulator/simulated_backend.h"
 #include "support/invariant.h"
@@ -159,11 +159,11 @@ void expectAssignments(Words words) {
 
 void expectValue(const std::string& word) {
   for (const TuningParameter parameter : TuningParameter::allCases()) {
-    const auto value = parseValueWord(parameter, word);
+    const auto value = MenuText::parse(parameter, word);
     if (!value) continue;
-    const auto again = parseValueWord(parameter, std::to_string(*value));
+    const auto again = MenuText::parse(parameter, std::to_string(*value));
     invariant(again == value, "a word stands for the number that it means");
-    invariant(!valueText(parameter, *value, std::nullopt).empty(), "a value has a text");
+    invariant(!MenuText::text(parameter, *value, std::nullopt).empty(), "a value has a text");
   }
 }
 

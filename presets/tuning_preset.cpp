@@ -27,12 +27,9 @@ std::vector<TuningParameter> TuningPreset::parameters() const {
 
 std::vector<ParameterValue> TuningPreset::applicable(
     const std::optional<FanatecProduct>& product) const {
-  const std::vector<TuningParameter> available = TuningParameter::available(product);
   std::vector<ParameterValue> result;
-  for (const TuningParameter parameter : parameters()) {
-    if (parameter == TuningParameter::slot) continue;
-    if (std::find(available.begin(), available.end(), parameter) == available.end()) continue;
-    result.push_back({parameter, *value(parameter)});
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
+    if (const auto kept = value(parameter)) result.push_back({parameter, *kept});
   }
   return result;
 }
@@ -41,8 +38,7 @@ TuningPreset TuningPreset::capture(const std::optional<FanatecProduct>& product,
                                    const TuningSnapshot& snapshot) {
   TuningPreset preset;
   preset.name = std::move(name);
-  for (const TuningParameter parameter : TuningParameter::available(product)) {
-    if (parameter == TuningParameter::slot) continue;
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
     preset.values.emplace(parameter.code(), snapshot.value(parameter, product));
   }
   return preset;

@@ -29,6 +29,16 @@ std::optional<ProductKind> productKind(std::string_view rawValue);
 // The kind of tuning menu that a device carries.
 enum class TuningFamily { none, classic, cslElite, directDrive };
 
+// The menus that settings belong to, one bit each.
+namespace MenuKind {
+
+inline constexpr unsigned classic = 1;
+inline constexpr unsigned cslElite = 2;
+inline constexpr unsigned directDrive = 4;
+inline constexpr unsigned fullForce = 8;
+
+}  // namespace MenuKind
+
 // One row of the catalogue of known USB devices.
 struct FanatecProduct {
   std::int64_t productID = 0;  // USB product ID
@@ -54,5 +64,11 @@ struct FanatecProduct {
   // The row's name, or "Unknown Fanatec device 0x" and the ID in four upper-case digits.
   static std::string describe(std::int64_t productID);
 };
+
+// The menus that this product's tuning menu is made of: bits of MenuKind, 0 without a menu.
+unsigned menusOf(const FanatecProduct& product);
+
+// The base type of the product's identity report (see IdentityReport::baseType); 0 without a menu.
+std::uint8_t baseTypeOf(const FanatecProduct& product);
 
 }  // namespace quorvane

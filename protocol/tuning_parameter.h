@@ -22,8 +22,7 @@ struct ClosedRange {
   bool operator==(const ClosedRange&) const = default;
 };
 
-// One setting of the tuning menu that the base keeps. The single source of truth for its texts,
-// its range and its byte in the 64-byte tuning report.
+// One setting of the tuning menu that the base keeps. Its facts are a row of protocol/setting.h.
 //
 // Values are integers in display units (degrees, percent, ...). Functions that take a product
 // accept none: they then speak of the largest menu there is.
@@ -48,8 +47,9 @@ class TuningParameter {
     interpolation,
     naturalInertia,
     fullForce,
+    caseCount  // no setting
   };
-  static constexpr std::size_t count = 18;
+  static constexpr std::size_t count = caseCount;
 
   // Cases are parameters: `TuningParameter p = TuningParameter::slot;`
   constexpr TuningParameter(Case value) : value_(value) {}  // NOLINT(google-explicit-constructor)
@@ -67,6 +67,9 @@ class TuningParameter {
   // What this product's menu offers, in menu order; all cases without a product.
   static std::vector<TuningParameter> available(const std::optional<FanatecProduct>& product);
 
+  // As `available`, without `slot`, which says what set the others belong to.
+  static std::vector<TuningParameter> adjustable(const std::optional<FanatecProduct>& product);
+
   // The abbreviation on the base's own display; also the key in files. Unique ignoring case.
   std::string_view code() const;
   std::string_view title() const;
@@ -80,9 +83,22 @@ class TuningParameter {
   // of a product without steering stops the program.
   ClosedRange allowedRange(const std::optional<FanatecProduct>& product) const;
 
+  // The settable values that are amounts: the allowed range without the special value.
+  ClosedRange amounts(const std::optional<FanatecProduct>& product) const;
+
   // The word that the display shows instead of the number ("AUT", "OFF", "LIN", ...), if any.
   std::optional<std::string_view> label(std::int64_t value,
                                         const std::optional<FanatecProduct>& product) const;
+
+  // Whether the value stands for a state ("AUT", "OFF") instead of an amount.
+  bool isSpecial(std::int64_t value, const std::optional<FanatecProduct>& product) const;
+
+  // Whether this product's menu has the special value; the largest menu there is has it.
+  bool hasSpecial(const std::optional<FanatecProduct>& product) const;
+
+  // The value to write so that the menu shows this one. It differs only for a special value, such
+  // as 0 for the automatic steering angle.
+  std::int64_t written(std::int64_t value, const std::optional<FanatecProduct>& product) const;
 
   // Display value of a raw byte. Total: every byte has a value, also outside the allowed range.
   std::int64_t decode(std::uint8_t raw, const std::optional<FanatecProduct>& product) const;

@@ -52,6 +52,12 @@ class TuningSnapshot {
     return parameter.decode(rawValue(parameter), product);
   }
 
+  // As `value`, but the number of the set for `slot`.
+  std::int64_t settingValue(TuningParameter parameter,
+                            const std::optional<FanatecProduct>& product) const {
+    return parameter == TuningParameter::slot ? slot() : value(parameter, product);
+  }
+
   std::string hexDump() const { return quorvane::hexDump(raw_); }
 
   bool operator==(const TuningSnapshot&) const = default;

@@ -35,16 +35,6 @@ constexpr std::array<std::pair<TuningParameter, std::int64_t>, 7> customValues{{
     {TuningParameter::naturalInertia, 5},
 }};
 
-// The base's own type code for a product.
-std::uint8_t baseTypeOf(const FanatecProduct& product) {
-  constexpr std::array<std::pair<std::int64_t, std::uint8_t>, 7> types{
-      {{0x0001, 1}, {0x0004, 2}, {0x0005, 5}, {0x0006, 6}, {0x0007, 8}, {0x0020, 10}, {0x0E03, 4}}};
-  const auto* const found = std::find_if(types.begin(), types.end(), [&](const auto& type) {
-    return type.first == product.productID;
-  });
-  return found == types.end() ? std::uint8_t{0} : found->second;
-}
-
 void putLittleEndian16(Bytes& bytes, std::size_t offset, std::uint16_t value) {
   bytes[offset] = static_cast<std::uint8_t>(value);
   bytes[offset + 1] = static_cast<std::uint8_t>(value >> 8U);

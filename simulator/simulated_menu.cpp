@@ -1,7 +1,6 @@
 #include "simulator/simulated_menu.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "protocol/error.h"
 #include "support/invariant.h"
@@ -10,29 +9,6 @@ namespace quorvane {
 namespace {
 
 constexpr std::uint8_t standardModeBit = 0x80;
-
-using Values = std::array<std::pair<TuningParameter, std::int64_t>, 17>;
-
-// What a base ships with; 0 degrees is the automatic angle.
-constexpr Values factoryValues{{
-    {TuningParameter::sensitivity, 0},
-    {TuningParameter::forceFeedback, 100},
-    {TuningParameter::vibration, 100},
-    {TuningParameter::brakeLevelIndicator, 101},
-    {TuningParameter::forceFeedbackScaling, 1},
-    {TuningParameter::driftMode, 0},
-    {TuningParameter::forceEffect, 100},
-    {TuningParameter::springEffect, 100},
-    {TuningParameter::damperEffect, 100},
-    {TuningParameter::naturalDamper, 50},
-    {TuningParameter::naturalFriction, 0},
-    {TuningParameter::brakeForce, 50},
-    {TuningParameter::forceEffectIntensity, 100},
-    {TuningParameter::analogPaddles, 1},
-    {TuningParameter::interpolation, 11},
-    {TuningParameter::naturalInertia, 0},
-    {TuningParameter::fullForce, 0},
-}};
 
 }  // namespace
 
@@ -75,8 +51,7 @@ void SimulatedMenu::restore(const State& state) {
 }
 
 void SimulatedMenu::write(ByteView menu) {
-  for (const TuningParameter parameter : TuningParameter::available(product_)) {
-    if (parameter == TuningParameter::slot) continue;
+  for (const TuningParameter parameter : TuningParameter::adjustable(product_)) {
     const std::size_t index = parameter.offset() - menuOffset;
     if (index < menu.size() && accepts(parameter, menu[index])) {
       byte(active(), parameter) = menu[index];
@@ -89,17 +64,13 @@ void SimulatedMenu::put(TuningParameter parameter, std::int64_t value) {
 }
 
 SimulatedMenu::Menu SimulatedMenu::factoryMenu() const {
-  const auto available = TuningParameter::available(product_);
-  const auto has = [&](TuningParameter parameter) {
-    return std::find(available.begin(), available.end(), parameter) != available.end();
-  };
   Menu menu{};
-  for (const auto& [parameter, value] : factoryValues) {
-    if (!has(parameter)) continue;
-    const bool automatic = parameter == TuningParameter::sensitivity && value == 0;
-    const std::int64_t settable =
-        automatic && product_.autoRotation == 0 ? product_.maxRotation : value;
-    byte(menu, parameter) = parameter.encode(settable, product_);
+  for (const TuningParameter parameter : TuningParameter::adjustable(product_)) {
+    const std::int64_t factory = settingOf(parameter).factory;
+    const bool isMissing =
+        parameter.isSpecial(factory, product_) && !parameter.hasSpecial(product_);
+    const std::int64_t value = isMissing ? parameter.allowedRange(product_).upper : factory;
+    byte(menu, parameter) = parameter.encode(value, product_);
   }
   return menu;
 }
@@ -111,8 +82,7 @@ std::uint8_t& SimulatedMenu::byte(Menu& menu, TuningParameter parameter) const {
 // Bytes that belong to no parameter are never written.
 bool SimulatedMenu::canHave(const Menu& menu) const {
   Menu others = menu;
-  for (const TuningParameter parameter : TuningParameter::available(product_)) {
-    if (parameter == TuningParameter::slot) continue;
+  for (const TuningParameter parameter : TuningParameter::adjustable(product_)) {
     const std::size_t index = parameter.offset() - menuOffset;
     if (!accepts(parameter, menu[index])) return false;
     others[index] = 0;
@@ -122,11 +92,9 @@ bool SimulatedMenu::canHave(const Menu& menu) const {
 
 bool SimulatedMenu::accepts(TuningParameter parameter, std::uint8_t raw) const {
   const std::int64_t value = parameter.decode(raw, product_);
-  if (parameter == TuningParameter::sensitivity && product_.autoRotation > 0 &&
-      value == product_.autoRotation) {
-    return true;
-  }
-  return parameter.allowedRange(product_).contains(value);
+  if (parameter.allowedRange(product_).contains(value)) return true;
+  const auto& special = settingOf(parameter).special;
+  return special && parameter.label(value, product_) == special->word;
 }
 
 }  // namespace quorvane

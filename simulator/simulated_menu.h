@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "protocol/commands.h"
+#include "protocol/setting.h"
 #include "protocol/tuning_parameter.h"
 #include "support/bytes.h"
 
@@ -12,7 +13,7 @@ namespace quorvane {
 // The tuning menu as a base keeps it: five sets of bytes, the active one, and the mode.
 class SimulatedMenu {
  public:
-  static constexpr int setCount = 5;
+  static constexpr int setCount = static_cast<int>(tuningSets.upper);
   static constexpr std::size_t menuOffset = 3;
   using Menu = std::array<std::uint8_t, TuningSnapshot::length - menuOffset>;
 

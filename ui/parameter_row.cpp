@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <algorithm>
 
+#include "protocol/menu_text.h"
+#include "protocol/setting.h"
 #include "ui/availability.h"
 #include "ui/button.h"
 #include "ui/elided_label.h"
@@ -24,16 +26,12 @@ QString partName(TuningParameter parameter, const char* part) {
   return text(parameter.code()) + QString::fromLatin1(part);
 }
 
-std::vector<Choice> choices(const RowState& state) {
-  if (state.parameter == TuningParameter::forceFeedbackScaling) {
-    return {{0, QStringLiteral("LIN, Linear")}, {1, QStringLiteral("PEA, Peak")}};
-  }
+std::vector<Choice> choices(const SettingInfo& setting) {
   std::vector<Choice> result;
-  const ClosedRange range = state.parameter.allowedRange(state.product);
-  for (std::int64_t value = range.lower; value <= range.upper; ++value) {
-    const auto label = state.parameter.label(value, state.product);
-    result.push_back(
-        {static_cast<int>(value), label ? text(*label) : QString::number(static_cast<int>(value))});
+  int value = static_cast<int>(setting.range.lower);
+  for (const ValueLabel& label : setting.valueLabels.labels) {
+    result.push_back({value, text(label.choice)});
+    ++value;
   }
   return result;
 }
@@ -52,11 +50,16 @@ void ParameterRow::build() {
   title_ = new ElidedLabel(Qt::ElideRight, this);
   title_->setText(text(state_.parameter.title()));
   title_->setObjectName(partName(state_.parameter, "Title"));
-  if (state_.parameter == TuningParameter::forceFeedbackScaling ||
-      state_.parameter == TuningParameter::analogPaddles) {
-    buildPicker();
-  } else {
-    buildSlider();
+  switch (settingOf(state_.parameter).editor) {
+    case Editor::slider:
+      buildSlider();
+      break;
+    case Editor::segments:
+      buildSegments();
+      break;
+    case Editor::list:
+      buildList();
+      break;
   }
   revert_ = new IconButton(QStringLiteral("arrow.uturn.backward"), false, this);
   revert_->setObjectName(partName(state_.parameter, "Revert"));
@@ -69,7 +72,7 @@ void ParameterRow::build() {
 }
 
 void ParameterRow::buildSlider() {
-  const ClosedRange range = sliderRange(state_.parameter, state_.product);
+  const ClosedRange range = state_.parameter.amounts(state_.product);
   const int lowest = static_cast<int>(range.lower);
   const int highest = static_cast<int>(range.upper);
   const int step = static_cast<int>(state_.parameter.step());
@@ -79,32 +82,32 @@ void ParameterRow::buildSlider() {
   connect(slider_, &ValueSlider::chosen, this, [this](int value) { stage(value); });
   connect(slider_, &ValueSlider::dragged, this, &ParameterRow::previewDrag);
 
-  if (const std::string word = switchWord(state_.parameter); !word.empty()) {
-    toggle_ = new Toggle(text(word), this);
+  if (const auto& special = settingOf(state_.parameter).special) {
+    toggle_ = new Toggle(text(special->switchWord), this);
     toggle_->setObjectName(partName(state_.parameter, "Toggle"));
     connect(toggle_, &Toggle::chosen, this, &ParameterRow::toggle);
   }
   readout_ = new Readout(this);
   readout_->setObjectName(partName(state_.parameter, "Readout"));
-  readout_->setScale(lowest, highest, step, text(unitOf(state_.parameter)));
+  readout_->setScale(lowest, highest, step, text(state_.parameter.unit()));
   connect(readout_, &Readout::chosen, this, [this](int value) { stage(value); });
 }
 
-void ParameterRow::buildPicker() {
-  if (state_.parameter == TuningParameter::forceFeedbackScaling) {
-    segments_ = new Segments(choices(state_), this);
-    segments_->setObjectName(partName(state_.parameter, "Segments"));
-    for (QRadioButton* const button : segments_->buttons()) {
-      button->setObjectName(partName(state_.parameter, "Segment") + button->text().left(3));
-    }
-    connect(segments_, &Segments::chosen, this, [this](int value) { stage(value); });
-  } else {
-    picker_ = new Picker(this);
-    picker_->setObjectName(partName(state_.parameter, "Picker"));
-    picker_->setChoices(choices(state_));
-    connect(picker_, &Picker::chosen, this, [this](int value) { stage(value); });
-    title_->setBuddy(picker_);
+void ParameterRow::buildSegments() {
+  segments_ = new Segments(choices(settingOf(state_.parameter)), this);
+  segments_->setObjectName(partName(state_.parameter, "Segments"));
+  for (QRadioButton* const button : segments_->buttons()) {
+    button->setObjectName(partName(state_.parameter, "Segment") + button->text().left(3));
   }
+  connect(segments_, &Segments::chosen, this, [this](int value) { stage(value); });
+}
+
+void ParameterRow::buildList() {
+  picker_ = new Picker(this);
+  picker_->setObjectName(partName(state_.parameter, "Picker"));
+  picker_->setChoices(choices(settingOf(state_.parameter)));
+  connect(picker_, &Picker::chosen, this, [this](int value) { stage(value); });
+  title_->setBuddy(picker_);
 }
 
 QWidget* ParameterRow::mainControl() const {
@@ -158,7 +161,8 @@ void ParameterRow::stage(std::int64_t value) {
 }
 
 void ParameterRow::toggle(bool on) {
-  stage(on ? specialValue(state_.parameter) : ordinaryValue(state_, state_.current, lastOrdinary_));
+  stage(on ? settingOf(state_.parameter).special->value
+           : ordinaryValue(state_, state_.current, lastOrdinary_));
 }
 
 // The readout follows the finger; nothing is staged yet.
@@ -213,10 +217,11 @@ void ParameterRow::renderSlider(bool enabled) {
     const bool wasSpecial =
         RowState{state_.parameter, state_.current, {}, state_.product}.isSpecial();
     toggle_->show(special, isChanged() && special != wasSpecial);
-    toggle_->setEnabled(enabled && (special || hasSpecialValue(state_.parameter, state_.product)));
+    toggle_->setEnabled(enabled && (special || state_.parameter.hasSpecial(state_.product)));
   }
   if (!slider_->isSliderDown()) {
-    readout_->show(special ? ordinary : shown, text(valueWord(state_, shown)), isChanged());
+    readout_->show(special ? ordinary : shown,
+                   text(MenuText::word(state_.parameter, shown, state_.product)), isChanged());
   }
   readout_->setEnabled(enabled);
 }
@@ -255,14 +260,15 @@ void ParameterRow::explain() {
     QString help;
     if (control == slider_ && whyNot_.isEmpty() && state_.isSpecial()) {
       help = QStringLiteral("Turn %1 off to set a number").arg(toggle_->text());
-    } else if (control == toggle_ && !hasSpecialValue(state_.parameter, state_.product)) {
-      help = QStringLiteral("This base has no automatic steering angle");
+    } else if (control == toggle_ && !state_.parameter.hasSpecial(state_.product)) {
+      help = text(settingOf(state_.parameter).special->whyMissing);
     }
     const QString& shown = whyNot_.isEmpty() ? help : whyNot_;
     if (control->toolTip() != shown) PlainText::setToolTip(*control, shown);
     const bool isNumber = control == slider_ || control == readout_;
-    control->setAccessibleDescription(
-        shown.isEmpty() && isNumber ? text(rangeText(state_.parameter, state_.product)) : shown);
+    control->setAccessibleDescription(shown.isEmpty() && isNumber
+                                          ? text(MenuText::range(state_.parameter, state_.product))
+                                          : shown);
   }
   setAvailable(*revert_, whyNot_,
                QStringLiteral("Back to %1").arg(text(format(state_, state_.current))));

@@ -52,7 +52,8 @@ class ParameterRow final : public QWidget {
  private:
   void build();
   void buildSlider();
-  void buildPicker();
+  void buildSegments();
+  void buildList();
   void place();
   void render();
   void renderControl(bool enabled);

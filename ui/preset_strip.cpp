@@ -36,7 +36,7 @@ int cellHeight() {
 std::optional<qreal> placeOf(const ParameterValue& value,
                              const std::optional<FanatecProduct>& product) {
   if (isWord(value, product)) return std::nullopt;
-  const ClosedRange range = sliderRange(value.parameter, product);
+  const ClosedRange range = value.parameter.amounts(product);
   const auto kept = std::clamp(value.value, range.lower, range.upper);
   return static_cast<qreal>(kept - range.lower) / static_cast<qreal>(range.upper - range.lower);
 }
@@ -46,7 +46,7 @@ std::optional<qreal> placeOf(const ParameterValue& value,
 PresetStrip::PresetStrip(const TuningPreset& preset, const std::optional<FanatecProduct>& product,
                          QWidget* parent)
     : QWidget(parent) {
-  for (const TuningParameter parameter : listedParameters(product)) {
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
     Cell cell{text(parameter.code()), {}, {}};
     if (const auto value = preset.value(parameter)) {
       const ParameterValue pair{parameter, *value};

@@ -2,20 +2,12 @@
 
 #include <fmt/format.h>
 
+#include "protocol/menu_text.h"
+#include "protocol/setting.h"
 #include "support/text.h"
-#include "ui/row_text.h"
 
 namespace quorvane {
 namespace {
-
-RowState rowOf(const ParameterValue& value, const std::optional<FanatecProduct>& product) {
-  return {value.parameter, value.value, {}, product};
-}
-
-bool isAutomatic(const ParameterValue& value, const std::optional<FanatecProduct>& product) {
-  return rowOf(value, product).isAuto() || (value.parameter == TuningParameter::sensitivity &&
-                                            value.value == specialValue(value.parameter));
-}
 
 // "Sensitivity", where the title goes on to explain itself.
 std::string_view shortTitle(TuningParameter parameter) {
@@ -26,26 +18,25 @@ std::string_view shortTitle(TuningParameter parameter) {
 }  // namespace
 
 bool isWord(const ParameterValue& value, const std::optional<FanatecProduct>& product) {
-  return isAutomatic(value, product) || !valueWord(rowOf(value, product), value.value).empty();
+  return !MenuText::word(value.parameter, value.value, product).empty();
 }
 
 std::string presetValue(const ParameterValue& value, const std::optional<FanatecProduct>& product) {
-  if (isAutomatic(value, product)) return "AUTO";
-  const std::string word = valueWord(rowOf(value, product), value.value);
-  return word.empty() ? fmt::format("{}", value.value) : word;
+  return MenuText::presetText(value.parameter, value.value, product);
 }
 
 std::string presetSummary(const TuningPreset& preset,
                           const std::optional<FanatecProduct>& product) {
   std::string summary;
-  for (const TuningParameter parameter : listedParameters(product)) {
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
     const auto value = preset.value(parameter);
     if (!value) continue;
     const ParameterValue pair{parameter, *value};
     summary += summary.empty() ? "" : ", ";
     summary += fmt::format("{} {}", shortTitle(parameter), presetValue(pair, product));
-    const std::string unit = unitOf(parameter);
-    if (!unit.empty() && !isWord(pair, product)) summary += " " + unit;
+    if (!parameter.unit().empty() && !isWord(pair, product)) {
+      summary += fmt::format(" {}", parameter.unit());
+    }
   }
   return summary.empty() ? "No values" : summary;
 }

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "protocol/setting.h"
 #include "ui/availability.h"
 #include "ui/button.h"
 #include "ui/metrics.h"
@@ -20,8 +21,6 @@ constexpr int labelGap = 8;
 constexpr int groupGap = 20;
 constexpr int afterTitle = 28;
 constexpr int narrowGap = 12;
-constexpr int standardSets = 2;
-constexpr int advancedSets = 5;
 constexpr int narrowTop = 8;
 
 QLabel* label(const QString& text, Metrics::Type type, QPalette::ColorRole role, QWidget* parent) {
@@ -33,11 +32,11 @@ QLabel* label(const QString& text, Metrics::Type type, QPalette::ColorRole role,
 
 std::vector<Choice> sets(const TuningSnapshot& menu) {
   if (!menu.isAdvancedMode()) {
-    return {{1, QStringLiteral("A, Auto")}, {standardSets, QStringLiteral("C, Custom")}};
+    return {{autoSet, QStringLiteral("A, Auto")}, {customSet, QStringLiteral("C, Custom")}};
   }
   std::vector<Choice> choices;
-  for (int number = 1; number <= advancedSets; ++number) {
-    choices.push_back({number, QStringLiteral("Set %1").arg(number)});
+  for (auto set = tuningSets.lower; set <= tuningSets.upper; ++set) {
+    choices.push_back({static_cast<int>(set), QStringLiteral("Set %1").arg(set)});
   }
   return choices;
 }

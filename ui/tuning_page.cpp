@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "protocol/setting.h"
 #include "ui/availability.h"
 #include "ui/metrics.h"
 #include "ui/parameter_row.h"
@@ -114,7 +115,7 @@ void TuningPage::render() {
 void TuningPage::renderRows(const TuningSnapshot& menu) {
   if (rows_.empty() || product_ != model().product()) {
     product_ = model().product();
-    buildRows(listedParameters(product_));
+    buildRows(TuningParameter::adjustable(product_));
   }
   for (ParameterRow* const row : rows_) {
     const TuningParameter parameter = row->parameter();

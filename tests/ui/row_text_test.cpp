@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "protocol/menu_text.h"
+#include "protocol/setting.h"
 #include "tests/ui/products.h"
 
 namespace quorvane {
@@ -68,8 +70,8 @@ TEST(RowText, TheAngleIsAutomaticWhenItIsTheProductsOwnOrNone) {
 TEST(RowText, ASwitchThatIsTurnedOffLandsOnAnOrdinaryValue) {
   const auto landing = [](TuningParameter parameter, std::int64_t current,
                           std::optional<std::int64_t> last) {
-    return ordinaryValue({parameter, current, specialValue(parameter), directDrive},
-                         specialValue(parameter), last);
+    return ordinaryValue({parameter, current, settingOf(parameter).special->value, directDrive},
+                         settingOf(parameter).special->value, last);
   };
   EXPECT_EQ(landing(sensitivity, 900, 540), 900);
   EXPECT_EQ(landing(sensitivity, 2530, 540), 540);
@@ -85,10 +87,10 @@ TEST(RowText, SaysWhatAScreenReaderNeeds) {
   EXPECT_EQ(spokenName({vibration, 100, {}, directDrive}), "Wheel vibration motor, 100 %");
   EXPECT_EQ(spokenName({forceFeedbackScaling, 0, 1, directDrive}),
             "Force feedback scaling, PEA, was LIN");
-  EXPECT_EQ(rangeText(forceEffect, directDrive), "0 to 120 %, step 10");
-  EXPECT_EQ(rangeText(sensitivity, directDrive), "90 to 2520 deg, step 10");
-  EXPECT_EQ(rangeText(interpolation, directDrive), "0 to 20, step 1");
-  EXPECT_EQ(rangeText(brakeLevelIndicator, directDrive), "0 to 100 %, step 1");
+  EXPECT_EQ(MenuText::range(forceEffect, directDrive), "0 to 120 %, step 10");
+  EXPECT_EQ(MenuText::range(sensitivity, directDrive), "90 to 2520 deg, step 10");
+  EXPECT_EQ(MenuText::range(interpolation, directDrive), "0 to 20, step 1");
+  EXPECT_EQ(MenuText::range(brakeLevelIndicator, directDrive), "0 to 100 %, step 1");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "cli/value_words.h"
+#include "protocol/menu_text.h"
 
 #include <gtest/gtest.h>
 
@@ -7,14 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "cli/context.h"
+#include "protocol/product.h"
 
 namespace quorvane {
 namespace {
 
 using P = TuningParameter;
 
-TEST(ParseValueWord, TakesNumbersAndTheWordsOfTheDisplay) {
+TEST(MenuTextParse, TakesNumbersAndTheWordsOfTheDisplay) {
   struct Case {
     P parameter;
     std::string word;
@@ -75,11 +75,11 @@ TEST(ParseValueWord, TakesNumbersAndTheWordsOfTheDisplay) {
       {P::analogPaddles, "(clutch", std::nullopt},
   };
   for (const auto& [parameter, word, value] : cases) {
-    EXPECT_EQ(parseValueWord(parameter, word), value) << parameter.code() << " \"" << word << '"';
+    EXPECT_EQ(MenuText::parse(parameter, word), value) << parameter.code() << " \"" << word << '"';
   }
 }
 
-TEST(ValueText, ShowsTheWordOfTheDisplayOrTheNumberWithItsUnit) {
+TEST(MenuText, ShowsTheWordOfTheDisplayOrTheNumberWithItsUnit) {
   const auto direct = FanatecProduct::lookup(0x0020);
   const auto classic = FanatecProduct::lookup(0x0001);
   struct Case {
@@ -105,12 +105,12 @@ TEST(ValueText, ShowsTheWordOfTheDisplayOrTheNumberWithItsUnit) {
       {P::slot, 3, direct, "3"},
   };
   for (const auto& [parameter, value, product, text] : cases) {
-    EXPECT_EQ(valueText(parameter, value, product), text) << parameter.code() << ' ' << value;
+    EXPECT_EQ(MenuText::text(parameter, value, product), text) << parameter.code() << ' ' << value;
   }
 }
 
 // Every value that a menu can show, typed as it is shown, is written as the same byte.
-TEST(ValueText, CanBeTypedBackForEveryValueOfEveryParameterOfEveryProduct) {
+TEST(MenuText, CanBeTypedBackForEveryValueOfEveryParameterOfEveryProduct) {
   for (const FanatecProduct& product : FanatecProduct::all()) {
     for (const P parameter : P::available(product)) {
       const ClosedRange range = parameter.allowedRange(product);
@@ -120,25 +120,25 @@ TEST(ValueText, CanBeTypedBackForEveryValueOfEveryParameterOfEveryProduct) {
         values.push_back(product.autoRotation);
       }
       for (const std::int64_t value : values) {
-        const std::string text = valueText(parameter, value, product);
-        const auto typed = parseValueWord(parameter, text);
+        const std::string text = MenuText::text(parameter, value, product);
+        const auto typed = MenuText::parse(parameter, text);
         ASSERT_TRUE(typed) << product.name << ' ' << parameter.code() << '=' << text;
-        EXPECT_EQ(*typed, writtenValue(parameter, value, product)) << text;
+        EXPECT_EQ(*typed, parameter.written(value, product)) << text;
         EXPECT_EQ(parameter.encode(*typed, product), parameter.encode(value, product)) << text;
       }
     }
   }
 }
 
-TEST(WrittenValue, IsTheNumberButForTheAutomaticAngle) {
+TEST(WrittenValue, IsTheNumberExceptForTheAutomaticAngle) {
   const auto direct = FanatecProduct::lookup(0x0020);
   const auto elite = FanatecProduct::lookup(0x0E03);
-  EXPECT_EQ(writtenValue(P::sensitivity, 2530, direct), 0);
-  EXPECT_EQ(writtenValue(P::sensitivity, 1090, elite), 0);
-  EXPECT_EQ(writtenValue(P::sensitivity, 1090, direct), 1090);
-  EXPECT_EQ(writtenValue(P::sensitivity, 0, direct), 0);
-  EXPECT_EQ(writtenValue(P::sensitivity, 2530, std::nullopt), 2530);
-  EXPECT_EQ(writtenValue(P::brakeLevelIndicator, 101, direct), 101);
+  EXPECT_EQ(P(P::sensitivity).written(2530, direct), 0);
+  EXPECT_EQ(P(P::sensitivity).written(1090, elite), 0);
+  EXPECT_EQ(P(P::sensitivity).written(1090, direct), 1090);
+  EXPECT_EQ(P(P::sensitivity).written(0, direct), 0);
+  EXPECT_EQ(P(P::sensitivity).written(2530, std::nullopt), 2530);
+  EXPECT_EQ(P(P::brakeLevelIndicator).written(101, direct), 101);
 }
 
 }  // namespace
