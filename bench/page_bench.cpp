@@ -14,8 +14,8 @@
 #include "bench/samples.h"
 #include "simulator/simulated_backend.h"
 #include "simulator/simulated_usb_bus.h"
-#include "ui/main_window.h"
-#include "ui/style.h"
+#include "ui/kit/style.h"
+#include "ui/shell/main_window.h"
 
 namespace quorvane {
 namespace {

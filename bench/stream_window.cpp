@@ -30,8 +30,8 @@
 #include "simulator/simulated_base.h"
 #include "support/semaphore.h"
 #include "support/unique_fd.h"
-#include "ui/main_window.h"
-#include "ui/style.h"
+#include "ui/kit/style.h"
+#include "ui/shell/main_window.h"
 
 namespace quorvane {
 namespace {

@@ -16,8 +16,6 @@
 #include "support/standard_streams.h"
 #include "support/text.h"
 #include "support/user_directories.h"
-#include "ui/addresses.h"
-#include "ui/closing.h"
 #include "ui/desktop/dark_preference.h"
 #include "ui/desktop/desktop_panels.h"
 #include "ui/desktop/display_failure.h"
@@ -25,10 +23,12 @@
 #include "ui/desktop/session_bus.h"
 #include "ui/desktop/single_instance.h"
 #include "ui/desktop/termination_signals.h"
-#include "ui/main_window.h"
-#include "ui/painting.h"
-#include "ui/start_options.h"
-#include "ui/style.h"
+#include "ui/kit/style.h"
+#include "ui/kit/text.h"
+#include "ui/model/addresses.h"
+#include "ui/shell/closing.h"
+#include "ui/shell/main_window.h"
+#include "ui/shell/start_options.h"
 
 namespace quorvane {
 namespace {

@@ -18,12 +18,12 @@
 #include "app/no_panels.h"
 #include "support/standard_streams.h"
 #include "tests/windowless/line_input.h"
-#include "ui/base_row.h"
-#include "ui/check_row.h"
-#include "ui/main_window.h"
-#include "ui/painting.h"
-#include "ui/parameter_row.h"
-#include "ui/style.h"
+#include "ui/base/base_row.h"
+#include "ui/base/check_row.h"
+#include "ui/kit/style.h"
+#include "ui/kit/text.h"
+#include "ui/shell/main_window.h"
+#include "ui/tuning/parameter_row.h"
 
 namespace quorvane {
 namespace {

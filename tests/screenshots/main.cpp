@@ -23,10 +23,10 @@
 
 #include "app/no_panels.h"
 #include "simulator/simulated_machine.h"
-#include "ui/main_window.h"
-#include "ui/metrics.h"
-#include "ui/painting.h"
-#include "ui/style.h"
+#include "ui/kit/metrics.h"
+#include "ui/kit/style.h"
+#include "ui/kit/text.h"
+#include "ui/shell/main_window.h"
 
 namespace quorvane {
 namespace {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "tests/ui/window_fixture.h"
-#include "ui/base_row.h"
-#include "ui/button.h"
+#include "ui/base/base_row.h"
+#include "ui/kit/button.h"
 
 namespace quorvane {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "protocol/identity_report.h"
 #include "tests/ui/window_fixture.h"
-#include "ui/form.h"
-#include "ui/time_text.h"
+#include "ui/kit/form.h"
+#include "ui/model/time_text.h"
 
 namespace quorvane {
 namespace {

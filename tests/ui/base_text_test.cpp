@@ -1,4 +1,4 @@
-#include "ui/base_text.h"
+#include "ui/base/base_text.h"
 
 #include <gtest/gtest.h>
 

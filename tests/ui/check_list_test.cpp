@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "tests/ui/window_fixture.h"
-#include "ui/check_row.h"
-#include "ui/check_text.h"
+#include "ui/base/check_row.h"
+#include "ui/base/check_text.h"
 
 namespace quorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/check_text.h"
+#include "ui/base/check_text.h"
 
 #include <gtest/gtest.h>
 

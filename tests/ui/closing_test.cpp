@@ -1,4 +1,4 @@
-#include "ui/closing.h"
+#include "ui/shell/closing.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "tests/ui/window_fixture.h"
-#include "ui/button.h"
+#include "ui/kit/button.h"
 
 namespace quorvane {
 namespace {

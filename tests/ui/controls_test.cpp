@@ -8,10 +8,10 @@
 #include <QWheelEvent>
 #include <vector>
 
-#include "ui/pickers.h"
-#include "ui/readout.h"
-#include "ui/toggle.h"
-#include "ui/value_slider.h"
+#include "ui/kit/pickers.h"
+#include "ui/kit/readout.h"
+#include "ui/kit/toggle.h"
+#include "ui/kit/value_slider.h"
 
 namespace quorvane {
 namespace {

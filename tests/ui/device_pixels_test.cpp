@@ -1,4 +1,4 @@
-#include "ui/device_pixels.h"
+#include "ui/kit/device_pixels.h"
 
 #include <gtest/gtest.h>
 

@@ -7,9 +7,9 @@
 
 #include "presets/preset_coding.h"
 #include "tests/ui/window_fixture.h"
-#include "ui/button.h"
-#include "ui/focus_ring.h"
-#include "ui/preset_row.h"
+#include "ui/kit/button.h"
+#include "ui/kit/focus_ring.h"
+#include "ui/presets/preset_row.h"
 
 namespace quorvane {
 namespace {

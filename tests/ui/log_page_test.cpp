@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "tests/ui/window_fixture.h"
-#include "ui/log_model.h"
-#include "ui/theme.h"
-#include "ui/time_text.h"
+#include "ui/kit/theme.h"
+#include "ui/log/log_model.h"
+#include "ui/model/time_text.h"
 
 namespace quorvane {
 namespace {

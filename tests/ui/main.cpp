@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QByteArray>
 
-#include "ui/style.h"
+#include "ui/kit/style.h"
 
 // The window's tests need no display.
 int main(int argc, char** argv) {

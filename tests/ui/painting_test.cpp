@@ -1,4 +1,4 @@
-#include "ui/painting.h"
+#include "ui/kit/painting.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -14,8 +14,8 @@
 #include <vector>
 
 #include "tests/ui/scales.h"
-#include "ui/symbols.h"
-#include "ui/theme.h"
+#include "ui/kit/symbols.h"
+#include "ui/kit/theme.h"
 
 namespace quorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/parameter_row.h"
+#include "ui/tuning/parameter_row.h"
 
 #include <gtest/gtest.h>
 
@@ -14,9 +14,9 @@
 #include <vector>
 
 #include "tests/ui/window_fixture.h"
-#include "ui/pickers.h"
-#include "ui/toggle.h"
-#include "ui/value_slider.h"
+#include "ui/kit/pickers.h"
+#include "ui/kit/toggle.h"
+#include "ui/kit/value_slider.h"
 
 namespace quorvane {
 namespace {

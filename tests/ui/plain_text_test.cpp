@@ -1,4 +1,4 @@
-#include "ui/plain_text.h"
+#include "ui/kit/plain_text.h"
 
 #include <gtest/gtest.h>
 
@@ -14,8 +14,8 @@
 
 #include "presets/preset_coding.h"
 #include "tests/ui/window_fixture.h"
-#include "ui/elided_label.h"
-#include "ui/painting.h"
+#include "ui/kit/elided_label.h"
+#include "ui/kit/text.h"
 
 namespace quorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/preset_list.h"
+#include "ui/presets/preset_list.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 
 #include "presets/preset_coding.h"
 #include "tests/ui/window_fixture.h"
-#include "ui/preset_row.h"
+#include "ui/presets/preset_row.h"
 
 namespace quorvane {
 namespace {

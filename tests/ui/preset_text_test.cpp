@@ -1,4 +1,4 @@
-#include "ui/preset_text.h"
+#include "ui/presets/preset_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ui/row_text.h"
+#include "ui/tuning/row_text.h"
 
 #include <gtest/gtest.h>
 

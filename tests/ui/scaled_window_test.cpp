@@ -5,8 +5,8 @@
 
 #include "tests/ui/scales.h"
 #include "tests/ui/window_fixture.h"
-#include "ui/painting.h"
-#include "ui/theme.h"
+#include "ui/kit/text.h"
+#include "ui/kit/theme.h"
 
 namespace quorvane {
 namespace {

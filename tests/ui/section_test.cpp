@@ -1,4 +1,4 @@
-#include "ui/section.h"
+#include "ui/model/section.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/symbols.h"
+#include "ui/kit/symbols.h"
 
 namespace quorvane {
 namespace {

@@ -15,10 +15,10 @@
 
 #include "presets/preset_coding.h"
 #include "tests/ui/window_fixture.h"
-#include "ui/desktop/file_uri.h"
-#include "ui/focus_ring.h"
-#include "ui/style.h"
-#include "ui/theme.h"
+#include "ui/kit/file_uri.h"
+#include "ui/kit/focus_ring.h"
+#include "ui/kit/style.h"
+#include "ui/kit/theme.h"
 
 namespace quorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/start_options.h"
+#include "ui/shell/start_options.h"
 
 #include <gtest/gtest.h>
 

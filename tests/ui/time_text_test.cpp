@@ -1,4 +1,4 @@
-#include "ui/time_text.h"
+#include "ui/model/time_text.h"
 
 #include <gtest/gtest.h>
 

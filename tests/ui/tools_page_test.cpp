@@ -8,8 +8,8 @@
 
 #include "protocol/identity_report.h"
 #include "tests/ui/window_fixture.h"
-#include "ui/button.h"
-#include "ui/form.h"
+#include "ui/kit/button.h"
+#include "ui/kit/form.h"
 
 namespace quorvane {
 namespace {

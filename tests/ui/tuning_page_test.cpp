@@ -13,9 +13,9 @@
 #include <vector>
 
 #include "tests/ui/window_fixture.h"
-#include "ui/button.h"
-#include "ui/parameter_row.h"
-#include "ui/pickers.h"
+#include "ui/kit/button.h"
+#include "ui/kit/pickers.h"
+#include "ui/tuning/parameter_row.h"
 
 namespace quorvane {
 namespace {

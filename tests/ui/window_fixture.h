@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "tests/app/model_fixture.h"
-#include "ui/main_window.h"
+#include "ui/shell/main_window.h"
 
 namespace quorvane {
 

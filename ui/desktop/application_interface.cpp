@@ -5,8 +5,8 @@
 
 #include "ui/desktop/platform_data.h"
 #include "ui/desktop/single_instance.h"
-#include "ui/painting.h"
-#include "ui/section.h"
+#include "ui/kit/text.h"
+#include "ui/model/section.h"
 
 namespace quorvane {
 

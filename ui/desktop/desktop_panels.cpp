@@ -10,7 +10,7 @@
 
 #include "ui/desktop/file_filter.h"
 #include "ui/desktop/portal_chooser.h"
-#include "ui/painting.h"
+#include "ui/kit/text.h"
 
 namespace quorvane {
 namespace {

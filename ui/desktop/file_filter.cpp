@@ -4,7 +4,7 @@
 #include <QDBusMetaType>
 
 #include "presets/settings_share_file.h"
-#include "ui/painting.h"
+#include "ui/kit/text.h"
 
 namespace quorvane {
 namespace {

@@ -7,8 +7,8 @@
 #include <QUuid>
 #include <utility>
 
-#include "ui/desktop/file_uri.h"
 #include "ui/desktop/portal.h"
+#include "ui/kit/file_uri.h"
 
 namespace quorvane {
 namespace {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "ui/desktop/application_interface.h"
-#include "ui/desktop/file_uri.h"
-#include "ui/painting.h"
+#include "ui/kit/file_uri.h"
+#include "ui/kit/text.h"
 
 namespace quorvane {
 namespace {

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-#include "ui/section.h"
+#include "ui/model/section.h"
 
 namespace quorvane {
 

@@ -4,9 +4,9 @@
 #include <QStringList>
 
 #include "presets/settings_share_file.h"
-#include "ui/addresses.h"
-#include "ui/painting.h"
-#include "ui/section.h"
+#include "ui/kit/text.h"
+#include "ui/model/addresses.h"
+#include "ui/model/section.h"
 
 namespace quorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/desktop/file_uri.h"
+#include "ui/kit/file_uri.h"
 
 #include <gtest/gtest.h>
 

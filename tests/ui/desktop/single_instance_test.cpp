@@ -14,8 +14,8 @@
 
 #include "tests/ui/desktop/fake_object.h"
 #include "tests/ui/desktop/private_bus.h"
-#include "ui/desktop/file_uri.h"
-#include "ui/painting.h"
+#include "ui/kit/file_uri.h"
+#include "ui/kit/text.h"
 
 namespace quorvane {
 namespace {

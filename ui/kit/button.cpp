@@ -1,0 +1,148 @@
+#include "ui/kit/button.h"
+
+#include <QEvent>
+#include <QMenu>
+#include <QPainter>
+#include <algorithm>
+#include <utility>
+
+#include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
+#include "ui/kit/symbols.h"
+#include "ui/kit/text.h"
+#include "ui/kit/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int padding = 12;
+constexpr int chevronWidth = 8;
+constexpr int iconButtonSize = 28;
+
+struct Look {
+  QColor ground;
+  QColor border;
+  QColor ink;
+};
+
+Look look(const Button& button) {
+  const Theme& t = theme();
+  if (!button.isEnabled()) return {t.window, t.line, t.inkDisabled};
+  const bool hovered = button.underMouse();
+  switch (button.kind()) {
+    case Button::Kind::plain:
+      if (button.isDown()) return {t.selection, t.edge, t.ink};
+      return {hovered ? t.hover : t.surface, t.edge, t.ink};
+    case Button::Kind::prominent:
+      if (button.isDown()) return {t.brandPress, QColor(), t.onBrand};
+      return {hovered ? t.brandHover : t.brand, QColor(), t.onBrand};
+    case Button::Kind::destructive:
+      return {hovered || button.isDown() ? t.errorGround : t.surface, t.errorLine, t.error};
+  }
+  return {};
+}
+
+void drawChevron(QPainter& painter, const QPointF& centre, const QColor& colour) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  constexpr qreal half = chevronWidth / 2.0;
+  painter.drawPolyline(QPolygonF({centre + QPointF(-half, -half / 2), centre + QPointF(0, half / 2),
+                                  centre + QPointF(half, -half / 2)}));
+  painter.restore();
+}
+
+}  // namespace
+
+Button::Button(const QString& text, Kind kind, QWidget* parent)
+    : QPushButton(text, parent), kind_(kind) {
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void Button::setSymbol(const QString& name) {
+  symbol_ = name;
+  updateGeometry();
+}
+
+void Button::setSymbolOnly(bool alone) {
+  if (symbolOnly_ == alone) return;
+  symbolOnly_ = alone;
+  updateGeometry();
+  update();
+}
+
+QFont Button::labelFont() const {
+  return Metrics::font(kind_ == Kind::prominent ? Metrics::Type::value : Metrics::Type::body);
+}
+
+QSize Button::sizeHint() const {
+  const QFontMetrics metrics(labelFont());
+  int width = 2 * padding;
+  if (!symbolOnly_) width += metrics.horizontalAdvance(text().remove(u'&'));
+  if (!symbol_.isEmpty()) width += Metrics::symbolSize + (symbolOnly_ ? 0 : Metrics::gap);
+  if (menu() != nullptr) width += Metrics::gap + chevronWidth;
+  return {width, Metrics::atLeast(Metrics::buttonHeight, labelFont())};
+}
+
+void Button::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const Look look = quorvane::look(*this);
+  drawBox(painter, rect(), Metrics::controlRadius, look.ground, look.border);
+
+  QRect inner = rect().adjusted(padding, 0, -padding, 0);
+  if (!symbol_.isEmpty()) {
+    const qreal y = (height() - Metrics::symbolSize) / 2.0;
+    drawSymbol(painter, QPointF(inner.left(), y), symbol_, Metrics::symbolSize, look.ink);
+    inner.setLeft(inner.left() + Metrics::symbolSize + Metrics::gap);
+  }
+  if (menu() != nullptr) {
+    drawChevron(painter, {inner.right() - chevronWidth / 2.0, height() / 2.0}, look.ink);
+    inner.setRight(inner.right() - chevronWidth - Metrics::gap);
+  }
+  if (symbolOnly_) return;
+  painter.setFont(labelFont());
+  painter.setPen(look.ink);
+  painter.drawText(inner, Qt::AlignCenter | Qt::TextShowMnemonic, text());
+}
+
+bool Button::event(QEvent* event) {
+  if (event->type() == QEvent::FontChange) updateGeometry();
+  return QPushButton::event(event);
+}
+
+IconButton::IconButton(QString symbol, bool destructive, QWidget* parent)
+    : QAbstractButton(parent), symbol_(std::move(symbol)), destructive_(destructive) {
+  setAttribute(Qt::WA_Hover);
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void IconButton::setProminent(bool prominent) {
+  prominent_ = prominent;
+  update();
+}
+
+QSize IconButton::sizeHint() const { return {iconButtonSize, iconButtonSize}; }
+
+void IconButton::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  const bool active = isEnabled() && (underMouse() || isDown());
+  if (active) drawBox(painter, rect(), Metrics::controlRadius, t.hover, QColor());
+  QColor ink = prominent_ ? t.brandText : t.ink2;
+  if (active && destructive_) ink = t.error;
+  if (!isEnabled()) ink = t.inkDisabled;
+  const int inset = (iconButtonSize - Metrics::symbolSize) / 2;
+  drawSymbol(painter, QPointF(inset, inset), symbol_, Metrics::symbolSize, ink);
+}
+
+bool isDestructive(const QWidget& widget) {
+  if (const auto* const icon = qobject_cast<const IconButton*>(&widget)) {
+    return icon->isDestructive();
+  }
+  const auto* const button = qobject_cast<const Button*>(&widget);
+  return button != nullptr && button->kind() == Button::Kind::destructive;
+}
+
+}  // namespace quorvane

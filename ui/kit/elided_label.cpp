@@ -1,0 +1,47 @@
+#include "ui/kit/elided_label.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include "ui/kit/plain_text.h"
+
+namespace quorvane {
+
+ElidedLabel::ElidedLabel(Qt::TextElideMode mode, QWidget* parent) : QLabel(parent), mode_(mode) {
+  setTextFormat(Qt::PlainText);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+}
+
+void ElidedLabel::setText(const QString& text) {
+  QLabel::setText(text);
+  setAccessibleName(text);
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+  return {fontMetrics().horizontalAdvance(QStringLiteral("…")) * 3, fontMetrics().height()};
+}
+
+bool ElidedLabel::isElided() const {
+  return fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.setPen(
+      palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, foregroundRole()));
+  painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine,
+                   fontMetrics().elidedText(text(), mode_, contentsRect().width()));
+}
+
+bool ElidedLabel::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()) return QLabel::event(event);
+  if (isElided()) {
+    PlainText::showToolTip(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+  } else {
+    QToolTip::hideText();
+  }
+  return true;
+}
+
+}  // namespace quorvane

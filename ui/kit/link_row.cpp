@@ -1,0 +1,61 @@
+#include "ui/kit/link_row.h"
+
+#include <QDesktopServices>
+#include <QPainter>
+#include <algorithm>
+#include <utility>
+
+#include "ui/kit/metrics.h"
+#include "ui/kit/plain_text.h"
+#include "ui/kit/symbols.h"
+#include "ui/kit/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int textLeft = Metrics::symbolSize + 7;
+
+}  // namespace
+
+LinkRow::LinkRow(QString symbol, const QString& text, const QUrl& target, const QString& objectName,
+                 QWidget* parent)
+    : QAbstractButton(parent), symbol_(std::move(symbol)), target_(target) {
+  setText(text);
+  setObjectName(objectName);
+  setAccessibleDescription(target.toString());
+  PlainText::setToolTip(*this, target.toString());
+  setFocusPolicy(Qt::StrongFocus);
+  setCursor(Qt::PointingHandCursor);
+  setAttribute(Qt::WA_Hover);
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  policy.setHeightForWidth(true);
+  setSizePolicy(policy);
+  connect(this, &QAbstractButton::clicked, this, [this] { QDesktopServices::openUrl(target_); });
+}
+
+QSize LinkRow::sizeHint() const {
+  const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
+  const int width = textLeft + metrics.horizontalAdvance(text());
+  return {width, std::max(Metrics::symbolSize, metrics.height())};
+}
+
+int LinkRow::heightForWidth(int width) const {
+  const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
+  const QRect box = metrics.boundingRect(QRect(0, 0, width - textLeft, QWIDGETSIZE_MAX),
+                                         Qt::AlignLeft | Qt::TextWordWrap, text());
+  return std::max(Metrics::symbolSize, box.height());
+}
+
+void LinkRow::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  drawSymbol(painter, QPointF(), symbol_, Metrics::symbolSize, t.brandText);
+  QFont font = Metrics::font(Metrics::Type::callout);
+  font.setUnderline(underMouse());
+  painter.setFont(font);
+  painter.setPen(t.brandText);
+  painter.drawText(rect().adjusted(textLeft, 0, 0, 0),
+                   Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text());
+}
+
+}  // namespace quorvane

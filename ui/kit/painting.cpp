@@ -1,0 +1,75 @@
+#include "ui/kit/painting.h"
+
+#include "ui/kit/device_pixels.h"
+#include "ui/kit/metrics.h"
+#include "ui/kit/theme.h"
+
+namespace quorvane {
+namespace {
+
+// The part of the rectangle that a line along its edge covers.
+QRectF along(QRectF rect, Qt::Edge edge, qreal thickness) {
+  switch (edge) {
+    case Qt::TopEdge:
+      rect.setBottom(rect.top() + thickness);
+      break;
+    case Qt::BottomEdge:
+      rect.setTop(rect.bottom() - thickness);
+      break;
+    case Qt::LeftEdge:
+      rect.setRight(rect.left() + thickness);
+      break;
+    case Qt::RightEdge:
+      rect.setLeft(rect.right() - thickness);
+      break;
+  }
+  return rect;
+}
+
+}  // namespace
+
+void drawBox(QPainter& painter, const QRectF& rect, qreal radius, const QColor& ground,
+             const QColor& border) {
+  const DevicePixels pixels(painter);
+  const qreal half = border.isValid() ? pixels.one() / 2 : 0;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(border.isValid() ? QPen(border, pixels.one()) : QPen(Qt::NoPen));
+  painter.setBrush(ground.isValid() ? QBrush(ground) : QBrush(Qt::NoBrush));
+  painter.drawRoundedRect(pixels.snapped(rect).adjusted(half, half, -half, -half), radius, radius);
+  painter.restore();
+}
+
+void drawEdge(QPainter& painter, const QRectF& rect, Qt::Edge edge, const QColor& colour,
+              qreal thickness) {
+  const DevicePixels pixels(painter);
+  painter.fillRect(along(pixels.snapped(rect), edge, pixels.length(thickness)), colour);
+}
+
+void drawBar(QPainter& painter, const QRectF& rect, const QColor& colour) {
+  painter.fillRect(DevicePixels(painter).placed(rect), colour);
+}
+
+void drawDot(QPainter& painter, const QRectF& rect, const QColor& colour) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(colour);
+  painter.drawEllipse(DevicePixels(painter).placed(rect));
+  painter.restore();
+}
+
+void drawRing(QPainter& painter, const QRectF& around, qreal radius) {
+  const DevicePixels pixels(painter);
+  const qreal width = pixels.length(Metrics::ringWidth);
+  const qreal middle = pixels.length(Metrics::ringGap) + width / 2;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(theme().ring, width));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(pixels.snapped(around).adjusted(-middle, -middle, middle, middle),
+                          radius + middle, radius + middle);
+  painter.restore();
+}
+
+}  // namespace quorvane

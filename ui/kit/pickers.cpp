@@ -1,0 +1,138 @@
+#include "ui/kit/pickers.h"
+
+#include <QAbstractItemView>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+#include <algorithm>
+#include <utility>
+
+#include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
+#include "ui/kit/text.h"
+#include "ui/kit/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int textPadding = 10;
+constexpr int arrowRoom = 34;
+constexpr int segmentPadding = 12;
+
+// One of joined buttons: a radio button that looks like its part of the whole.
+class Segment final : public QRadioButton {
+ public:
+  Segment(const QString& title, const Segments& group) : QRadioButton(title), group_(group) {
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  }
+
+  QSize sizeHint() const override {
+    const QFont font = Metrics::font(Metrics::Type::value);
+    return {QFontMetrics(font).horizontalAdvance(text()) + 2 * segmentPadding,
+            Metrics::atLeast(Metrics::rowControlHeight, font)};
+  }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+
+  void paintEvent(QPaintEvent* /*event*/) override {
+    const Theme& t = theme();
+    QPainter painter(this);
+    const bool isFirst = group_.buttons().front() == this;
+    const bool isLast = group_.buttons().back() == this;
+    // The ends are round: what would lie beyond a joint is cut off.
+    const int beyond = 2 * Metrics::controlRadius;
+    const QRect box = rect().adjusted(isFirst ? 0 : -beyond, 0, isLast ? 0 : beyond, 0);
+    QColor ground = isChecked() ? t.selection : underMouse() && isEnabled() ? t.hover : t.surface;
+    const QColor border = group_.isChanged() ? t.brand : isEnabled() ? t.edge : t.line;
+    drawBox(painter, box, Metrics::controlRadius, ground, border);
+    if (!isFirst) drawEdge(painter, rect(), Qt::LeftEdge, border);
+    painter.setFont(Metrics::font(isChecked() ? Metrics::Type::value : Metrics::Type::body));
+    painter.setPen(isChecked() ? t.ink : isEnabled() ? t.ink2 : t.inkDisabled);
+    painter.drawText(rect(), Qt::AlignCenter, text());
+  }
+
+ private:
+  const Segments& group_;
+};
+
+}  // namespace
+
+Picker::Picker(QWidget* parent) : QComboBox(parent) {
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  connect(this, &QComboBox::activated, this,
+          [this](int index) { emit chosen(choices_[static_cast<std::size_t>(index)].value); });
+}
+
+void Picker::setChoices(const std::vector<Choice>& choices) {
+  if (choices == choices_) return;
+  const QSignalBlocker silent(this);
+  choices_ = choices;
+  clear();
+  for (const Choice& choice : choices_) addItem(choice.title, choice.value);
+  updateGeometry();
+}
+
+void Picker::show(int value, bool changed) {
+  if (view()->isVisible()) return;
+  const QSignalBlocker silent(this);
+  setCurrentIndex(findData(value));
+  if (changed_ == changed) return;
+  changed_ = changed;
+  update();
+}
+
+QSize Picker::sizeHint() const {
+  const QFontMetrics metrics(font());
+  int widest = 0;
+  for (const Choice& choice : choices_) {
+    widest = std::max(widest, metrics.horizontalAdvance(choice.title));
+  }
+  return {widest + textPadding + arrowRoom, Metrics::atLeast(Metrics::buttonHeight, font())};
+}
+
+void Picker::wheelEvent(QWheelEvent* event) {
+  if (hasFocus()) {
+    QComboBox::wheelEvent(event);
+  } else {
+    event->ignore();
+  }
+}
+
+Segments::Segments(std::vector<Choice> choices, QWidget* parent)
+    : QWidget(parent), choices_(std::move(choices)) {
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(0);
+  for (const Choice& choice : choices_) {
+    auto* const button = new Segment(choice.title, *this);
+    buttons_.push_back(button);
+    row->addWidget(button);
+    connect(button, &QRadioButton::toggled, this, [this, value = choice.value](bool on) {
+      if (on) emit chosen(value);
+    });
+  }
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void Segments::show(int value, bool changed) {
+  changed_ = changed;
+  const bool hasFocus = std::any_of(buttons_.begin(), buttons_.end(),
+                                    [](const QRadioButton* button) { return button->hasFocus(); });
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    const QSignalBlocker silent(buttons_[i]);
+    if (choices_[i].value == value) {
+      buttons_[i]->setChecked(true);
+      if (hasFocus) buttons_[i]->setFocus(Qt::OtherFocusReason);
+    }
+    buttons_[i]->update();
+  }
+}
+
+}  // namespace quorvane

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QComboBox>
+#include <QRadioButton>
+#include <QWidget>
+#include <vector>
+
+namespace quorvane {
+
+// A choice among a few values.
+struct Choice {
+  int value = 0;
+  QString title;
+
+  bool operator==(const Choice&) const = default;
+};
+
+// One choice as a list that opens. The wheel turns it only while it has the keyboard's focus.
+class Picker final : public QComboBox {
+  Q_OBJECT
+  Q_PROPERTY(bool changed READ isChanged)  // the style reads it
+
+ public:
+  explicit Picker(QWidget* parent = nullptr);
+
+  // Leaves the list alone when the choices are the same.
+  void setChoices(const std::vector<Choice>& choices);
+
+  // A value that is no choice shows nothing.
+  void show(int value, bool changed);
+  bool isChanged() const { return changed_; }
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ signals:
+  void chosen(int value);
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  std::vector<Choice> choices_;
+  bool changed_ = false;
+};
+
+// One choice of two or three as joined buttons, all of which show.
+class Segments final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit Segments(std::vector<Choice> choices, QWidget* parent = nullptr);
+
+  void show(int value, bool changed);
+  bool isChanged() const { return changed_; }
+
+  const std::vector<QRadioButton*>& buttons() const { return buttons_; }
+
+ signals:
+  void chosen(int value);
+
+ private:
+  std::vector<Choice> choices_;
+  std::vector<QRadioButton*> buttons_;
+  bool changed_ = false;
+};
+
+}  // namespace quorvane

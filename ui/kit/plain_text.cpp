@@ -1,0 +1,39 @@
+#include "ui/kit/plain_text.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QToolTip>
+#include <QWidget>
+
+namespace quorvane::PlainText {
+
+QLabel* label(const QString& text, QWidget* parent) {
+  auto* const label = new QLabel(parent);
+  label->setTextFormat(Qt::PlainText);
+  label->setText(text);
+  return label;
+}
+
+// Tooltips know no plain text: they guess. What could be guessed wrong becomes markup for itself.
+QString toolTip(const QString& text) {
+  if (!Qt::mightBeRichText(text)) return text;
+  return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
+}
+
+void setToolTip(QWidget& widget, const QString& text) { widget.setToolTip(toolTip(text)); }
+
+void setToolTip(QAction& action, const QString& text) { action.setToolTip(toolTip(text)); }
+
+void showToolTip(const QPoint& globalPosition, const QString& text, QWidget* widget) {
+  QToolTip::showText(globalPosition, toolTip(text), widget);
+}
+
+void setWindowTitle(QWidget& window, const QString& text) {
+  window.setWindowTitle(QString(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+}
+
+QString withoutMnemonic(QString text) {
+  return text.replace(QLatin1String("&"), QLatin1String("&&"));
+}
+
+}  // namespace quorvane::PlainText

@@ -1,0 +1,82 @@
+#include "ui/kit/toggle.h"
+
+#include <QPainter>
+#include <QSignalBlocker>
+
+#include "ui/kit/device_pixels.h"
+#include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
+#include "ui/kit/text.h"
+#include "ui/kit/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int switchWidth = 30;
+constexpr int switchHeight = 16;
+constexpr int knobInset = 2;
+constexpr int wordGap = 7;
+
+}  // namespace
+
+Toggle::Toggle(const QString& word, QWidget* parent) : QAbstractButton(parent) {
+  setText(word);
+  setCheckable(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  connect(this, &QAbstractButton::toggled, this, &Toggle::chosen);
+}
+
+void Toggle::show(bool on, bool changed) {
+  if (on == isChecked() && changed == changed_) return;
+  changed_ = changed;
+  const QSignalBlocker silent(this);
+  setChecked(on);
+  update();
+}
+
+QRect Toggle::switchRect() const {
+  return {Metrics::ringGap + Metrics::ringWidth, (height() - switchHeight) / 2, switchWidth,
+          switchHeight};
+}
+
+QSize Toggle::sizeHint() const {
+  const QFont font = Metrics::font(Metrics::Type::callout);
+  const int word = QFontMetrics(font).horizontalAdvance(text());
+  return {switchRect().right() + 1 + wordGap + word,
+          Metrics::atLeast(Metrics::rowControlHeight, font)};
+}
+
+void Toggle::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  const bool on = isChecked();
+  const bool hovered = isEnabled() && underMouse();
+  QColor track = on ? t.switchOn : t.switchOff;
+  QColor border;
+  QColor knob = on ? t.knobOn : t.knobOff;
+  if (changed_) {
+    track = on ? t.brand : t.surface;
+    border = t.brand;
+    knob = on ? t.knobOff : t.brand;
+  } else if (!isEnabled()) {
+    track = on ? t.inkDisabled : t.graduation;
+  } else if (hovered) {
+    track = on ? t.ink : t.ink2;
+  }
+  const DevicePixels pixels(painter);
+  const QRectF box = pixels.placed(switchRect());
+  drawBox(painter, box, box.height() / 2, track, border);
+  const qreal inset = pixels.length(knobInset);
+  const qreal size = box.height() - 2 * inset;
+  const qreal x = on ? box.right() - inset - size : box.left() + inset;
+  drawDot(painter, QRectF(x, box.top() + inset, size, size), knob);
+
+  painter.setFont(Metrics::font(Metrics::Type::callout));
+  painter.setPen(t.ink2);
+  painter.drawText(rect().adjusted(switchRect().right() + 1 + wordGap, 0, 0, 0),
+                   Qt::AlignLeft | Qt::AlignVCenter, text());
+}
+
+}  // namespace quorvane

@@ -1,0 +1,81 @@
+#include "ui/log/log_delegate.h"
+
+#include <QPainter>
+#include <QWidget>
+#include <algorithm>
+
+#include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
+#include "ui/kit/symbols.h"
+#include "ui/kit/theme.h"
+#include "ui/log/log_model.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int timeGap = 16;
+constexpr int gutter = 22;
+constexpr int errorSymbol = 14;
+
+int linePadding() {
+  const QFontMetrics body(Metrics::font(Metrics::Type::body));
+  return std::max(0, Metrics::logRowHeight - body.height()) / 2;
+}
+
+int messageLeft(const QWidget& view, const QString& time) {
+  const QFontMetrics fixed(Metrics::font(Metrics::Type::fixed));
+  return Metrics::inset(view) + fixed.horizontalAdvance(time) + timeGap + gutter;
+}
+
+QRect textBox(const QStyleOptionViewItem& option, const QModelIndex& index, int width) {
+  const int left = messageLeft(*option.widget, index.data(LogModel::timeRole).toString());
+  return {
+      left, 0,
+      std::max(1, std::min(width, Metrics::contentWidth) - left - Metrics::inset(*option.widget)),
+      QWIDGETSIZE_MAX};
+}
+
+}  // namespace
+
+QSize LogDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const int width = option.rect.width();
+  const QFontMetrics body(Metrics::font(Metrics::Type::body));
+  const QRect box = body.boundingRect(textBox(option, index, width), Qt::TextWordWrap,
+                                      index.data(Qt::DisplayRole).toString());
+  return {width, std::max(Metrics::logRowHeight, box.height() + 2 * linePadding())};
+}
+
+void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const {
+  const Theme& t = theme();
+  const QRect rect = option.rect;
+  const bool isError = index.data(LogModel::isErrorRole).toBool();
+  const bool isChosen = option.state.testFlag(QStyle::State_Selected);
+  painter->fillRect(rect, isChosen ? t.selection : isError ? t.errorGround : t.surface);
+
+  const QFont body = Metrics::font(Metrics::Type::body);
+  const QFont fixed = Metrics::font(Metrics::Type::fixed);
+  const QString time = index.data(LogModel::timeRole).toString();
+  const int baseline = rect.top() + linePadding() + QFontMetrics(body).ascent();
+  painter->setFont(fixed);
+  painter->setPen(t.ink2);
+  painter->drawText(rect.left() + Metrics::inset(*option.widget), baseline, time);
+  const QRect box = textBox(option, index, rect.width()).translated(rect.left(), rect.top());
+  if (isError) {
+    const int top = rect.top() + linePadding() + (QFontMetrics(body).height() - errorSymbol) / 2;
+    drawSymbol(*painter, QPointF(box.left() - gutter, top),
+               QStringLiteral("exclamationmark.triangle.fill"), errorSymbol, t.error);
+  }
+  painter->setFont(body);
+  painter->setPen(isError ? t.error : t.ink);
+  painter->drawText(box.translated(0, linePadding()),
+                    Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
+                    index.data(Qt::DisplayRole).toString());
+  if (option.state.testFlag(QStyle::State_HasFocus)) {
+    for (const Qt::Edge edge : {Qt::TopEdge, Qt::BottomEdge, Qt::LeftEdge, Qt::RightEdge}) {
+      drawEdge(*painter, rect, edge, t.ring, Metrics::ringWidth);
+    }
+  }
+}
+
+}  // namespace quorvane

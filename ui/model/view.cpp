@@ -1,0 +1,95 @@
+#include "ui/model/view.h"
+
+#include <QApplication>
+#include <QMetaObject>
+
+#include "ui/kit/tab_order.h"
+
+namespace quorvane {
+
+View::View(AppModel& model, QWidget* parent) : QWidget(parent), model_(model) {
+  connect(&model, &AppModel::changed, this, &View::schedule);
+}
+
+void View::schedule() {
+  isDue_ = true;
+  if (isScheduled_ || !isVisible()) return;
+  isScheduled_ = true;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        isScheduled_ = false;
+        if (isVisible()) renderIfDue();
+      },
+      Qt::QueuedConnection);
+}
+
+void View::renderIfDue() {
+  if (!isDue_) return;
+  isDue_ = false;
+  render();
+  returnFocus();
+}
+
+bool View::isFocusFree() {
+  const QWidget* const focused = QApplication::focusWidget();
+  return focused == nullptr || qobject_cast<const View*>(focused) != nullptr;
+}
+
+void View::takeFocus() {
+  QWidget* const last = focusWidget();
+  QWidget* const control = last != nullptr && last != this && takesTab(*last)
+                               ? last
+                               : nextControl(*this, [this](const QWidget& candidate) {
+                                   return isAncestorOf(&candidate) && isSafeToFocus(candidate);
+                                 });
+  (control != nullptr ? control : this)->setFocus(Qt::OtherFocusReason);
+}
+
+void View::keepFocus(QWidget* place) {
+  place_ = place;
+  unfocused_.clear();
+  setFocus(Qt::OtherFocusReason);
+}
+
+void View::returnFocus() {
+  if (!unfocused_) return;
+  if (window()->focusWidget() != this) {
+    unfocused_.clear();
+  } else if (takesTab(*unfocused_)) {
+    unfocused_->setFocus(Qt::OtherFocusReason);
+    unfocused_.clear();
+  }
+}
+
+// The toolkit calls this for the Tab key, and for a control that is disabled or hidden while it has
+// the focus: the focus would go to a neighbour, whatever that does.
+bool View::focusNextPrevChild(bool next) {
+  QWidget* const focused = window()->focusWidget();
+  if (isVisible() && focused != nullptr) {
+    if (isAncestorOf(focused) && !(focused->isVisible() && focused->isEnabled())) {
+      keepFocus(focused);
+      if (qobject_cast<View*>(focused) == nullptr) unfocused_ = focused;
+      return true;
+    }
+    if (focused == this && place_) {
+      QWidget* const control = next ? nextControl(*place_) : previousControl(*place_);
+      if (control == nullptr) return false;
+      control->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+      return true;
+    }
+  }
+  return QWidget::focusNextPrevChild(next);
+}
+
+void View::hideEvent(QHideEvent* event) {
+  unfocused_.clear();
+  QWidget::hideEvent(event);
+}
+
+void View::showEvent(QShowEvent* event) {
+  renderIfDue();
+  QWidget::showEvent(event);
+}
+
+}  // namespace quorvane

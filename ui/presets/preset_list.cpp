@@ -1,0 +1,192 @@
+#include "ui/presets/preset_list.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <algorithm>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "ui/kit/painting.h"
+#include "ui/kit/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int lineBetween = 1;
+constexpr int spareRows = 6;  // beyond what is in view
+
+}  // namespace
+
+PresetList::PresetList(NewRow newRow, QWidget* parent)
+    : QWidget(parent), newRow_(std::move(newRow)) {
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  policy.setHeightForWidth(true);
+  setSizePolicy(policy);
+}
+
+void PresetList::clear() {
+  for (const Entry& entry : std::exchange(entries_, {})) delete entry.row;
+}
+
+void PresetList::setPresets(const std::vector<TuningPreset>& presets) {
+  const bool isSame = std::equal(
+      entries_.begin(), entries_.end(), presets.begin(), presets.end(),
+      [](const Entry& entry, const TuningPreset& preset) { return entry.preset == preset; });
+  if (isSame) return;
+  std::vector<Entry> before = std::exchange(entries_, {});
+  idsBefore_.clear();
+  for (const Entry& entry : before) idsBefore_.push_back(entry.preset.id);
+  entries_.reserve(presets.size());
+  for (const TuningPreset& preset : presets) entries_.push_back({preset, nullptr});
+  adopt(before);
+  const QWidget* const focused = window()->focusWidget();
+  const auto left = std::find_if(before.begin(), before.end(), [&](const Entry& entry) {
+    return entry.row != nullptr && entry.row->isAncestorOf(focused);
+  });
+  const auto number = static_cast<std::size_t>(left - before.begin());
+  if (left != before.end()) emit focusLeft(rowBefore(number));
+  for (const Entry& entry : before) delete entry.row;
+  // The height of all rows is that of a row that was made.
+  if (!entries_.empty() && rows().empty()) emit made({make(entries_.front())}, nullptr);
+  updateGeometry();
+  place();
+  emit resized();
+}
+
+// Takes over the widgets of presets that are still there. One id may be there several times.
+void PresetList::adopt(std::vector<Entry>& before) {
+  std::multimap<std::string, Entry*> known;
+  for (Entry& entry : before) known.emplace(entry.preset.id.text(), &entry);
+  for (Entry& entry : entries_) {
+    const auto found = known.find(entry.preset.id.text());
+    if (found == known.end()) continue;
+    Entry& former = *found->second;
+    known.erase(found);
+    if (former.row == nullptr) continue;
+    if (former.preset == entry.preset) {
+      entry.row = std::exchange(former.row, nullptr);
+    } else {
+      replace(entry, std::exchange(former.row, nullptr));
+    }
+  }
+}
+
+void PresetList::replace(Entry& entry, PresetRow* former) {
+  const QWidget* const focused = window()->focusWidget();
+  const bool hasFocus = former->isAncestorOf(focused);
+  PresetRow* const row = make(entry);
+  emit made({row}, former);
+  if (hasFocus) {
+    if (auto* const control = row->findChild<QWidget*>(focused->objectName())) {
+      control->setFocus(Qt::OtherFocusReason);
+    }
+  }
+  delete former;
+}
+
+PresetRow* PresetList::make(Entry& entry) {
+  entry.row = newRow_(entry.preset);
+  entry.row->setParent(this);
+  entry.row->show();
+  return entry.row;
+}
+
+std::vector<PresetRow*> PresetList::rows() const {
+  std::vector<PresetRow*> rows;
+  for (const Entry& entry : entries_) {
+    if (entry.row != nullptr) rows.push_back(entry.row);
+  }
+  return rows;
+}
+
+PresetRow* PresetList::rowBefore(std::size_t number) const {
+  for (std::size_t i = std::min(number, entries_.size()); i > 0; --i) {
+    if (entries_[i - 1].row != nullptr) return entries_[i - 1].row;
+  }
+  return nullptr;
+}
+
+void PresetList::makeRows(const QRect& visible) {
+  if (entries_.empty() || visible.isEmpty()) return;
+  const int height = pitch(width());
+  const int last = static_cast<int>(entries_.size()) - 1;
+  const int from = std::clamp(visible.top() / height - spareRows, 0, last);
+  const int to = std::clamp(visible.bottom() / height + spareRows, 0, last);
+  PresetRow* before = rowBefore(static_cast<std::size_t>(from));
+  std::vector<PresetRow*> fresh;
+  const auto tell = [&] {
+    if (!fresh.empty()) emit made(std::exchange(fresh, {}), before);
+  };
+  for (int i = from; i <= to; ++i) {
+    Entry& entry = entries_[static_cast<std::size_t>(i)];
+    if (entry.row == nullptr) {
+      fresh.push_back(make(entry));
+    } else {
+      tell();
+      before = entry.row;
+    }
+  }
+  tell();
+  place();
+}
+
+int PresetList::takeShiftAt(int y) {
+  const std::vector<UUID> before = std::exchange(idsBefore_, {});
+  const int height = pitch(width());
+  const auto number = static_cast<std::size_t>(std::max(0, y) / height);
+  for (std::size_t i = number; i < before.size(); ++i) {
+    const auto now = std::find_if(entries_.begin(), entries_.end(),
+                                  [&](const Entry& entry) { return entry.preset.id == before[i]; });
+    if (now == entries_.end()) continue;
+    return (static_cast<int>(now - entries_.begin()) - static_cast<int>(i)) * height;
+  }
+  return 0;
+}
+
+// From the top of a row to that of the next.
+int PresetList::pitch(int width) const {
+  const PresetRow* const row = rowBefore(entries_.size());
+  return row == nullptr ? lineBetween : row->heightForWidth(width) + lineBetween;
+}
+
+int PresetList::heightForWidth(int width) const {
+  return std::max(0, static_cast<int>(entries_.size()) * pitch(width) - lineBetween);
+}
+
+QSize PresetList::sizeHint() const {
+  const PresetRow* const row = rowBefore(entries_.size());
+  return {row == nullptr ? 0 : row->sizeHint().width(), heightForWidth(width())};
+}
+
+void PresetList::place() {
+  const int height = pitch(width());
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    if (entries_[i].row == nullptr) continue;
+    entries_[i].row->setGeometry(0, static_cast<int>(i) * height, width(), height - lineBetween);
+  }
+}
+
+void PresetList::resizeEvent(QResizeEvent* /*event*/) {
+  place();
+  emit resized();
+}
+
+bool PresetList::event(QEvent* event) {
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    updateGeometry();
+    place();
+  }
+  return QWidget::event(event);
+}
+
+void PresetList::paintEvent(QPaintEvent* event) {
+  const int height = pitch(width());
+  QPainter painter(this);
+  const int first = std::max(1, event->rect().top() / height);
+  for (int y = first * height - lineBetween; y <= event->rect().bottom(); y += height) {
+    drawEdge(painter, QRect(0, y, width(), lineBetween), Qt::TopEdge, theme().hairline);
+  }
+}
+
+}  // namespace quorvane

@@ -1,0 +1,56 @@
+#include "ui/presets/preset_text.h"
+
+#include <fmt/format.h>
+
+#include "protocol/menu_text.h"
+#include "protocol/setting.h"
+#include "support/text.h"
+
+namespace quorvane {
+namespace {
+
+// "Sensitivity", where the title goes on to explain itself.
+std::string_view shortTitle(TuningParameter parameter) {
+  const std::string_view title = parameter.title();
+  return title.substr(0, title.find(" ("));
+}
+
+}  // namespace
+
+bool isWord(const ParameterValue& value, const std::optional<FanatecProduct>& product) {
+  return !MenuText::word(value.parameter, value.value, product).empty();
+}
+
+std::string presetValue(const ParameterValue& value, const std::optional<FanatecProduct>& product) {
+  return MenuText::presetText(value.parameter, value.value, product);
+}
+
+std::string presetSummary(const TuningPreset& preset,
+                          const std::optional<FanatecProduct>& product) {
+  std::string summary;
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
+    const auto value = preset.value(parameter);
+    if (!value) continue;
+    const ParameterValue pair{parameter, *value};
+    summary += summary.empty() ? "" : ", ";
+    summary += fmt::format("{} {}", shortTitle(parameter), presetValue(pair, product));
+    if (!parameter.unit().empty() && !isWord(pair, product)) {
+      summary += fmt::format(" {}", parameter.unit());
+    }
+  }
+  return summary.empty() ? "No values" : summary;
+}
+
+std::string applyQuestion(const TuningPreset& preset) {
+  return fmt::format("Apply \"{}\" to the active set?", oneLine(preset.name));
+}
+
+std::string applyConsequence(const TuningSnapshot& menu) {
+  const bool isAutoSet = menu.slot() == autoSet;
+  std::string text = fmt::format("Values will be written to set {} and verified one by one.",
+                                 isAutoSet ? "A (Auto Setup)" : "C (Custom)");
+  if (isAutoSet) text += " This is the Auto set, so they will not survive a power cycle.";
+  return text;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,167 @@
+#include "ui/presets/presets_page.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "ui/kit/confirm_dialog.h"
+#include "ui/kit/form.h"
+#include "ui/kit/metrics.h"
+#include "ui/kit/tab_order.h"
+#include "ui/kit/text.h"
+#include "ui/model/availability.h"
+#include "ui/presets/preset_list.h"
+#include "ui/presets/preset_row.h"
+#include "ui/presets/preset_text.h"
+#include "ui/presets/save_preset_bar.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int cardGap = 10;
+
+QString progressText(const AppModel& model, const TuningPreset& preset) {
+  const auto& progress = model.progress();
+  if (!progress || progress->preset != preset.id) return {};
+  return QStringLiteral("%1 of %2").arg(progress->done).arg(progress->total);
+}
+
+QString whyNotApply(const AppModel& model) {
+  if (model.isConnected() && !model.busy() && !model.tuning()) {
+    return QStringLiteral("The base has not told its menu yet");
+  }
+  return whyNotNow(model);
+}
+
+}  // namespace
+
+PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
+    : View(model, parent),
+      page_(new FormPage(QStringLiteral("Presets"), Metrics::contentWidth - 2 * Metrics::pageInset,
+                         cardGap)),
+      builtIn_(new Card(QStringLiteral("Built in"))),
+      mine_(new Card(QStringLiteral("Mine"))),
+      hint_(messageRow(QStringLiteral("Save the current menu below to create your first preset."),
+                       QStringLiteral("noPresetsHint"))),
+      own_(new PresetList([this](const TuningPreset& preset) { return newRow(preset); })),
+      saveBar_(new SavePresetBar(model)) {
+  setObjectName(QStringLiteral("presetsPage"));
+  setAccessibleName(QStringLiteral("Presets"));
+  builtIn_->setObjectName(QStringLiteral("builtInPresets"));
+  mine_->setObjectName(QStringLiteral("minePresets"));
+  mine_->add(hint_);
+  mine_->add(own_);
+  page_->add(builtIn_);
+  page_->add(mine_);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(page_, 1);
+  column->addWidget(saveBar_);
+  // A text field that has the focus takes the key for itself.
+  auto* const undo = new QAction(this);
+  undo->setObjectName(QStringLiteral("undoDeleteAction"));
+  undo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+  connect(undo, &QAction::triggered, this, [this] { this->model().undoDelete(); });
+  addAction(undo);
+  connect(page_, &FormPage::scrolled, this, &PresetsPage::makeRows);
+  connect(own_, &PresetList::resized, this, &PresetsPage::makeRows);
+  connect(own_, &PresetList::made, this, &PresetsPage::orderRows);
+  connect(own_, &PresetList::focusLeft, this, [this](const PresetRow* before) {
+    if (before == nullptr) before = builtInRows_.back();
+    keepFocus(before->lastControl());
+  });
+}
+
+void PresetsPage::render() {
+  renderRows();
+  renderQuestion();
+}
+
+void PresetsPage::renderRows() {
+  const bool isOtherProduct = !isBuilt_ || product_ != model().product();
+  isBuilt_ = true;
+  product_ = model().product();
+  if (isOtherProduct) {
+    own_->clear();
+    buildBuiltIn();
+  }
+  showMine();
+  for (PresetRow* const row : builtInRows_) renderRow(*row);
+  for (PresetRow* const row : own_->rows()) renderRow(*row);
+}
+
+void PresetsPage::renderRow(PresetRow& row) {
+  row.show(whyNotApply(model()), whyWait(model()), progressText(model(), row.preset()));
+}
+
+void PresetsPage::buildBuiltIn() {
+  for (PresetRow* const row : std::exchange(builtInRows_, {})) delete row;
+  for (const TuningPreset& preset : TuningPreset::builtIn()) {
+    builtInRows_.push_back(newRow(preset));
+    builtIn_->add(builtInRows_.back());
+  }
+  orderControls();
+}
+
+// What is in view stays in view when rows above it come or go.
+void PresetsPage::showMine() {
+  const auto& presets = model().userPresets();
+  const QRect visible = page_->visiblePart(*own_);
+  const bool isAnchored = !visible.isEmpty() && own_->count() > 0 && visible.top() > 0;
+  own_->setPresets(presets);
+  hint_->setVisible(presets.empty());
+  own_->setVisible(!presets.empty());
+  if (isAnchored) page_->scrollBy(own_->takeShiftAt(visible.top()), *own_);
+}
+
+void PresetsPage::makeRows() { own_->makeRows(page_->visiblePart(*own_)); }
+
+void PresetsPage::orderControls() {
+  std::vector<QWidget*> inReadingOrder(builtInRows_.begin(), builtInRows_.end());
+  for (PresetRow* const row : own_->rows()) inReadingOrder.push_back(row);
+  inReadingOrder.push_back(saveBar_);
+  chainTabOrder(inReadingOrder);
+}
+
+void PresetsPage::orderRows(const std::vector<PresetRow*>& rows, PresetRow* before) {
+  std::vector<QWidget*> inReadingOrder{before != nullptr ? before : builtInRows_.back()};
+  for (PresetRow* const row : rows) {
+    renderRow(*row);
+    inReadingOrder.push_back(row);
+  }
+  chainTabOrder(inReadingOrder);
+}
+
+PresetRow* PresetsPage::newRow(const TuningPreset& preset) {
+  auto* const row = new PresetRow(preset, product_);
+  connect(row, &PresetRow::applied, this, [this, preset] { ask(preset); });
+  connect(
+      row, &PresetRow::deleted, this, [this, preset] { model().deletePreset(preset); },
+      Qt::QueuedConnection);
+  return row;
+}
+
+void PresetsPage::ask(const TuningPreset& preset) {
+  if (question_ || !model().tuning()) return;
+  question_ =
+      new ConfirmDialog(text(applyQuestion(preset)), text(applyConsequence(*model().tuning())),
+                        QStringLiteral("Apply preset"), Button::Kind::prominent,
+                        ConfirmDialog::Default::confirm, window());
+  connect(question_, &QDialog::accepted, this, [this, preset] { model().apply(preset); });
+  question_->open();
+}
+
+// What it says stays true while it is open; without a base there is nothing to ask any more.
+void PresetsPage::renderQuestion() {
+  if (!question_) return;
+  if (model().isConnected() && model().tuning()) {
+    question_->setMessage(text(applyConsequence(*model().tuning())));
+  } else {
+    question_->reject();
+  }
+}
+
+}  // namespace quorvane

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QPointer>
+#include <vector>
+
+#include "ui/model/view.h"
+
+class QLabel;
+
+namespace quorvane {
+
+class Card;
+class ConfirmDialog;
+class FormPage;
+class PresetList;
+class PresetRow;
+class SavePresetBar;
+
+// The section "Presets": the catalogue and the user's own, each to be applied after a question.
+class PresetsPage final : public View {
+  Q_OBJECT
+
+ public:
+  explicit PresetsPage(AppModel& model, QWidget* parent = nullptr);
+
+ protected:
+  void render() override;
+
+ private:
+  void renderRows();
+  void renderQuestion();
+  void buildBuiltIn();
+  void showMine();
+  void makeRows();
+  void orderControls();
+  void orderRows(const std::vector<PresetRow*>& rows, PresetRow* before);
+  PresetRow* newRow(const TuningPreset& preset);
+  void renderRow(PresetRow& row);
+  void ask(const TuningPreset& preset);
+
+  FormPage* page_;
+  Card* builtIn_;
+  Card* mine_;
+  QLabel* hint_;
+  PresetList* own_;
+  SavePresetBar* saveBar_;
+  std::vector<PresetRow*> builtInRows_;
+  std::optional<FanatecProduct> product_;  // that the rows were built for
+  bool isBuilt_ = false;
+  QPointer<ConfirmDialog> question_;  // while it is open
+};
+
+}  // namespace quorvane

@@ -1,0 +1,250 @@
+#include "ui/shell/main_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDragEnterEvent>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "app/environment.h"
+#include "ui/base/base_page.h"
+#include "ui/kit/file_uri.h"
+#include "ui/kit/focus_ring.h"
+#include "ui/kit/metrics.h"
+#include "ui/kit/plain_text.h"
+#include "ui/kit/readout.h"
+#include "ui/kit/text.h"
+#include "ui/log/log_page.h"
+#include "ui/model/addresses.h"
+#include "ui/model/availability.h"
+#include "ui/presets/presets_page.h"
+#include "ui/shell/closing.h"
+#include "ui/shell/shortcuts_sheet.h"
+#include "ui/shell/sidebar.h"
+#include "ui/shell/status_bar.h"
+#include "ui/tools/tools_page.h"
+#include "ui/tuning/tuning_page.h"
+
+namespace quorvane {
+namespace {
+
+Section firstSection() { return section(Environment::section()).value_or(Section::tuning); }
+
+}  // namespace
+
+MainWindow::MainWindow(AppModel& model, const QString& note)
+    : model_(model),
+      section_(firstSection()),
+      closing_(new Closing(model, *this)),
+      sidebar_(new Sidebar(model)),
+      pages_(new QStackedWidget) {
+  setObjectName(QStringLiteral("mainWindow"));
+  PlainText::setWindowTitle(*this, note.isEmpty() ? QStringLiteral("Quorvane")
+                                                  : QStringLiteral("Quorvane (%1)").arg(note));
+  setAcceptDrops(true);
+  setMinimumSize(Metrics::minimumWidth, Metrics::minimumHeight);
+  resize(Metrics::defaultWidth, Metrics::defaultHeight);
+
+  auto* const detail = new QWidget;
+  auto* const column = new QVBoxLayout(detail);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(pages_, 1);
+  column->addWidget(new StatusBar(model));
+  auto* const centre = new QWidget;
+  auto* const row = new QHBoxLayout(centre);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(0);
+  row->addWidget(sidebar_);
+  row->addWidget(detail, 1);
+  setCentralWidget(centre);
+  buildMenus();
+  new FocusRing(this);
+
+  connect(sidebar_, &Sidebar::chosen, this, &MainWindow::setSection);
+  connect(&model_, &AppModel::changed, this, &MainWindow::modelChanged);
+  setSection(section_);
+  modelChanged();
+}
+
+void MainWindow::setSection(Section section) {
+  section_ = section;
+  sidebar_->setSection(section);
+  View* const next = page(section);
+  if (next == pages_->currentWidget()) return;
+  // The toolkit would give the focus to any control of the page.
+  const QWidget* const focused = focusWidget();
+  const bool movesFocus = focused != nullptr && pages_->isAncestorOf(focused);
+  if (movesFocus) pages_->setFocus(Qt::OtherFocusReason);
+  pages_->setCurrentWidget(next);
+  if (movesFocus) next->takeFocus();
+}
+
+View* MainWindow::page(Section section) {
+  View*& page = built_[static_cast<std::size_t>(section)];
+  if (page == nullptr) {
+    page = buildPage(section);
+    pages_->addWidget(page);
+  }
+  return page;
+}
+
+View* MainWindow::buildPage(Section section) {
+  switch (section) {
+    case Section::tuning:
+      return new TuningPage(model_);
+    case Section::base:
+      return new BasePage(model_);
+    case Section::presets:
+      return new PresetsPage(model_);
+    case Section::tools:
+      return new ToolsPage(model_);
+    case Section::log:
+      return new LogPage(model_);
+  }
+  Q_UNREACHABLE();
+}
+
+void MainWindow::buildMenus() {
+  buildFileMenu(newMenu(QStringLiteral("&File")));
+  buildEditMenu(newMenu(QStringLiteral("&Edit")));
+  buildViewMenu(newMenu(QStringLiteral("&View")));
+  buildHelpMenu(newMenu(QStringLiteral("&Help")));
+}
+
+QMenu* MainWindow::newMenu(const QString& title) {
+  QMenu* const menu = menuBar()->addMenu(title);
+  menu->setToolTipsVisible(true);
+  return menu;
+}
+
+void MainWindow::buildFileMenu(QMenu* menu) {
+  QAction* const import =
+      menu->addAction(QStringLiteral("&Import…"), QKeySequence(Qt::CTRL | Qt::Key_I), &model_,
+                      &AppModel::importSettingsFile);
+  import->setObjectName(QStringLiteral("importAction"));
+  share_ = menu->addAction(QStringLiteral("&Share…"), QKeySequence(Qt::CTRL | Qt::Key_E), &model_,
+                           &AppModel::shareCurrentSettings);
+  share_->setObjectName(QStringLiteral("shareAction"));
+  export_ = menu->addAction(QStringLiteral("E&xport mine…"), &model_, &AppModel::exportPresets);
+  export_->setObjectName(QStringLiteral("exportAction"));
+  menu->addSeparator();
+  QAction* const quit = menu->addAction(QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
+                                        this, &QWidget::close);
+  quit->setObjectName(QStringLiteral("quitAction"));
+}
+
+void MainWindow::buildEditMenu(QMenu* menu) {
+  save_ = menu->addAction(QStringLiteral("&Save to set"), QKeySequence(Qt::CTRL | Qt::Key_S), this,
+                          [this] { onTuning(&AppModel::saveStaged); });
+  save_->setObjectName(QStringLiteral("saveAction"));
+  discard_ =
+      menu->addAction(QStringLiteral("&Discard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z),
+                      this, [this] { onTuning(&AppModel::discardStaged); });
+  discard_->setObjectName(QStringLiteral("discardAction"));
+  readAgain_ = menu->addAction(QStringLiteral("&Read again"), &model_, &AppModel::refresh);
+  readAgain_->setObjectName(QStringLiteral("readAgainAction"));
+  readAgain_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_R), QKeySequence(Qt::Key_F5)});
+}
+
+void MainWindow::buildViewMenu(QMenu* menu) {
+  for (std::size_t i = 0; i < allSections.size(); ++i) {
+    const Section section = allSections[i];
+    QAction* const action = menu->addAction(
+        text(rawValue(section)),
+        QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(i))), this,
+        [this, section] { setSection(section); });
+    action->setObjectName(QStringLiteral("view%1Action").arg(text(rawValue(section))));
+  }
+  menu->addSeparator();
+  QAction* const sheet =
+      menu->addAction(QStringLiteral("&Keyboard shortcuts"), QKeySequence(Qt::Key_F1), this,
+                      [this] { (new ShortcutsSheet(this))->open(); });
+  sheet->setObjectName(QStringLiteral("shortcutsAction"));
+}
+
+void MainWindow::buildHelpMenu(QMenu* menu) {
+  const auto link = [&](const QString& title, const QUrl& url, const char* name) {
+    QAction* const action = menu->addAction(title, this, [url] { QDesktopServices::openUrl(url); });
+    action->setObjectName(QString::fromLatin1(name));
+  };
+  link(QStringLiteral("Quorvane website"), Addresses::website(), "websiteAction");
+  link(QStringLiteral("Support the firmware work"), Addresses::firmwareSupport(), "supportAction");
+  link(QStringLiteral("Email support"), Addresses::supportMail(), "mailAction");
+}
+
+// What concerns the staged edits acts where they are seen, and brings them to the front first.
+void MainWindow::onTuning(void (AppModel::*action)()) {
+  if (section_ == Section::tuning) {
+    // What is still being typed counts.
+    if (auto* const typed = qobject_cast<Readout*>(QApplication::focusWidget())) typed->commit();
+    (model_.*action)();
+  } else {
+    setSection(Section::tuning);
+  }
+}
+
+void MainWindow::modelChanged() {
+  const QString whyNot = whyNotNow(model_);
+  const QString noEdits =
+      model_.staged().empty() ? QStringLiteral("There are no unsaved changes") : whyNot;
+  setAvailable(save_, noEdits);
+  setAvailable(discard_, noEdits);
+  setAvailable(readAgain_, whyNot);
+  setAvailable(share_, model_.isConnected() && model_.tuning()
+                           ? QString()
+                           : QStringLiteral("Connect a base first: its menu is what gets shared"));
+  setAvailable(export_, model_.userPresets().empty()
+                            ? QStringLiteral("There is no preset of your own to export yet")
+                            : QString());
+  followRequest();
+}
+
+void MainWindow::followRequest() {
+  if (!model_.requestedSection()) return;
+  const auto wanted = quorvane::section(*model_.requestedSection());
+  if (!wanted) return;
+  setSection(*wanted);
+  model_.setRequestedSection(std::nullopt);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+  constexpr int leastBeside = Metrics::minimumWidth - Metrics::sidebarMinimum;
+  sidebar_->setFixedWidth(
+      std::clamp(width() - leastBeside, Metrics::sidebarMinimum, Metrics::sidebarWidth));
+  QMainWindow::resizeEvent(event);
+}
+
+// What is no file of this machine is refused under its own name.
+void MainWindow::importFiles(const QStringList& uris) {
+  for (const QString& uri : uris) {
+    model_.importSettings(FileURI::toPath(uri).value_or(text(uri)));
+  }
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  QStringList uris;
+  for (const QUrl& url : event->mimeData()->urls()) uris += url.toString(QUrl::FullyEncoded);
+  importFiles(uris);
+  event->acceptProposedAction();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(closing_->mayClose()); }
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  auto* const tuning = qobject_cast<TuningPage*>(pages_->currentWidget());
+  if (event->key() == Qt::Key_Escape && tuning != nullptr && tuning->focusDiscard()) return;
+  QMainWindow::keyPressEvent(event);
+}
+
+}  // namespace quorvane

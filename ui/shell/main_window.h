@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QStringList>
+#include <array>
+
+#include "app/app_model.h"
+#include "ui/model/section.h"
+
+class QStackedWidget;
+
+namespace quorvane {
+
+class Closing;
+class Sidebar;
+class StatusBar;
+class View;
+
+// The one window: sidebar, the chosen section, status bar and menus. Sections are built on their
+// first visit.
+class MainWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  // `note` follows the program's name in the title.
+  explicit MainWindow(AppModel& model, const QString& note = {});
+
+  Section section() const { return section_; }
+  void setSection(Section section);
+
+  // Imports settings files, one after another in the order given.
+  void importFiles(const QStringList& uris);
+
+  Closing& closing() { return *closing_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void buildMenus();
+  QMenu* newMenu(const QString& title);
+  void buildFileMenu(QMenu* menu);
+  void buildEditMenu(QMenu* menu);
+  void buildViewMenu(QMenu* menu);
+  void buildHelpMenu(QMenu* menu);
+  View* page(Section section);
+  View* buildPage(Section section);
+  void modelChanged();
+  void followRequest();
+  void onTuning(void (AppModel::*action)());
+
+  AppModel& model_;
+  Section section_;
+  Closing* closing_;
+  Sidebar* sidebar_;
+  QStackedWidget* pages_;
+  std::array<View*, allSections.size()> built_{};
+
+  QAction* save_ = nullptr;
+  QAction* discard_ = nullptr;
+  QAction* readAgain_ = nullptr;
+  QAction* share_ = nullptr;
+  QAction* export_ = nullptr;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,101 @@
+#include "ui/shell/status_bar.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+
+#include "app/messages.h"
+#include "support/text.h"
+#include "ui/kit/elided_label.h"
+#include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
+#include "ui/kit/plain_text.h"
+#include "ui/kit/spinner.h"
+#include "ui/kit/text.h"
+#include "ui/kit/text_link.h"
+#include "ui/kit/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int sideInset = 12;
+
+}  // namespace
+
+StatusBar::StatusBar(AppModel& model, QWidget* parent)
+    : View(model, parent),
+      line_(new ElidedLabel(Qt::ElideMiddle)),
+      undo_(new TextLink(QStringLiteral("Undo"))),
+      progress_(PlainText::label()),
+      spinner_(new Spinner) {
+  setObjectName(QStringLiteral("statusBar"));
+  line_->setObjectName(QStringLiteral("statusLine"));
+  line_->setFont(Metrics::font(Metrics::Type::callout));
+  line_->setForegroundRole(QPalette::Dark);
+  undo_->setObjectName(QStringLiteral("undoDeleteLink"));
+  PlainText::setToolTip(*undo_, QStringLiteral("Bring the deleted preset back (Ctrl+Z)"));
+  undo_->hide();
+  connect(undo_, &TextLink::clicked, this, [this] { this->model().undoDelete(); });
+  progress_->setObjectName(QStringLiteral("progress"));
+  progress_->setFont(Metrics::font(Metrics::Type::callout));
+  progress_->setForegroundRole(QPalette::Dark);
+  progress_->hide();
+  spinner_->setObjectName(QStringLiteral("busySpinner"));
+  spinner_->setAccessibleName(QStringLiteral("Busy"));
+  spinner_->hide();
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(sideInset + Metrics::dotSize + Metrics::gap, 0, sideInset, 0);
+  row->setSpacing(Metrics::gap);
+  row->addWidget(line_);
+  row->addWidget(undo_);
+  row->addStretch(1);
+  row->addWidget(progress_);
+  row->addWidget(spinner_);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+QSize StatusBar::sizeHint() const {
+  return {0, Metrics::atLeast(Metrics::statusBarHeight, line_->font())};
+}
+
+void StatusBar::render() {
+  const QString line = text(model().statusLine());
+  if (line != line_->text()) {
+    line_->setText(line);
+    line_->setAccessibleName(line);
+    QAccessibleEvent change(line_, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&change);
+  }
+  renderUndo();
+  spinner_->setVisible(model().busy());
+  const auto& progress = model().progress();
+  if (progress) {
+    progress_->setText(QStringLiteral("%1 of %2").arg(progress->done).arg(progress->total));
+  }
+  progress_->setVisible(progress.has_value());
+  update();
+}
+
+// Until the next line.
+void StatusBar::renderUndo() {
+  const auto& deleted = model().deletedPreset();
+  undo_->setVisible(deleted && model().statusLine() == Messages::presetDeleted(deleted->name));
+  if (deleted) {
+    undo_->setAccessibleName(
+        QStringLiteral("Undo, bring back %1").arg(text(oneLine(deleted->name))));
+  }
+}
+
+void StatusBar::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  painter.fillRect(rect(), t.window);
+  drawEdge(painter, rect(), Qt::TopEdge, t.line);
+  drawDot(
+      painter,
+      QRectF(sideInset, (height() - Metrics::dotSize) / 2.0, Metrics::dotSize, Metrics::dotSize),
+      model().isConnected() ? t.ok : t.idle);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QWidget>
+#include <optional>
+#include <vector>
+
+#include "ui/tuning/row_text.h"
+
+namespace quorvane {
+
+class ElidedLabel;
+class IconButton;
+class Picker;
+class Readout;
+class Segments;
+class Toggle;
+class ValueSlider;
+
+// One parameter of the menu: its name, its control, its value, and what it was when it is changed.
+class ParameterRow final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ParameterRow(const RowState& state, QWidget* parent = nullptr);
+
+  TuningParameter parameter() const { return state_.parameter; }
+
+  // Why the row cannot be edited now, or nothing.
+  void show(const RowState& state, const QString& whyNot);
+  using QWidget::show;
+
+  // Says for a few seconds that the value was changed at the base.
+  void noteChangeAtBase();
+
+  // The layout for narrow windows: less room, and the state in two lines.
+  void setNarrow(bool narrow);
+
+  QSize sizeHint() const override;
+
+ signals:
+  void staged(quorvane::TuningParameter parameter, std::int64_t value);
+  void reverted(quorvane::TuningParameter parameter);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+  bool event(QEvent* event) override;
+
+ private:
+  void build();
+  void buildSlider();
+  void buildSegments();
+  void buildList();
+  void place();
+  void render();
+  void renderControl(bool enabled);
+  void renderSlider(bool enabled);
+  void describe();
+  void explain();
+  void paintName(QPainter& painter) const;
+  void paintState(QPainter& painter) const;
+  QRect stateRect() const;
+  std::vector<QWidget*> controls() const;
+  void stage(std::int64_t value);
+  void toggle(bool on);
+  void previewDrag(int value);
+  QWidget* mainControl() const;
+  bool isChanged() const { return state_.staged.has_value(); }
+
+  RowState state_;
+  QString whyNot_;
+  QBasicTimer notice_;  // runs while the row says that the base changed it
+  bool isNarrow_ = false;
+  bool isTouched_ = false;  // a control was moved, and may show other than the state
+  std::optional<std::int64_t> lastOrdinary_;
+
+  ElidedLabel* title_ = nullptr;
+  ValueSlider* slider_ = nullptr;
+  Toggle* toggle_ = nullptr;
+  Segments* segments_ = nullptr;
+  Picker* picker_ = nullptr;
+  Readout* readout_ = nullptr;
+  IconButton* revert_ = nullptr;
+};
+
+}  // namespace quorvane

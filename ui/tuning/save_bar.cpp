@@ -1,0 +1,103 @@
+#include "ui/tuning/save_bar.h"
+
+#include <QAccessible>
+#include <QLabel>
+#include <QPainter>
+#include <algorithm>
+
+#include "app/messages.h"
+#include "support/text.h"
+#include "ui/kit/button.h"
+#include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
+#include "ui/kit/plain_text.h"
+#include "ui/kit/text.h"
+#include "ui/kit/theme.h"
+#include "ui/model/availability.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int square = 8;
+constexpr int countGap = 10;
+
+}  // namespace
+
+SaveBar::SaveBar(AppModel& model, QWidget* parent)
+    : View(model, parent),
+      count_(PlainText::label({}, this)),
+      discard_(new Button(QStringLiteral("Discard"), Button::Kind::plain, this)),
+      save_(new Button({}, Button::Kind::prominent, this)) {
+  setObjectName(QStringLiteral("saveBar"));
+  setAccessibleName(QStringLiteral("Unsaved changes"));
+  count_->setObjectName(QStringLiteral("unsavedCount"));
+  count_->setFont(Metrics::font(Metrics::Type::value));
+  discard_->setObjectName(QStringLiteral("discardButton"));
+  save_->setObjectName(QStringLiteral("saveButton"));
+  connect(discard_, &Button::clicked, this, [this] { this->model().discardStaged(); });
+  connect(save_, &Button::clicked, this, [this] { this->model().saveStaged(); });
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void SaveBar::focusDiscard() { discard_->setFocus(Qt::ShortcutFocusReason); }
+
+void SaveBar::setNarrow(bool narrow) {
+  isNarrow_ = narrow;
+  place();
+}
+
+QSize SaveBar::sizeHint() const {
+  return {0, Metrics::saveBarHeight - Metrics::buttonHeight +
+                 Metrics::atLeast(Metrics::buttonHeight, font())};
+}
+
+// How many edits wait or, while they are saved, which one is being written.
+QString SaveBar::countText() const {
+  const auto& progress = model().progress();
+  if (progress && !progress->preset) {
+    return QStringLiteral("Saving %1 of %2…")
+        .arg(std::min(progress->done + 1, progress->total))
+        .arg(progress->total);
+  }
+  return text(counted(model().staged().size(), "unsaved change"));
+}
+
+void SaveBar::render() {
+  const QString count = countText();
+  if (count != count_->text()) {
+    count_->setText(count);
+    QAccessibleEvent change(count_, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&change);
+  }
+  save_->setText(QStringLiteral("Save to set %1").arg(text(Messages::setName(model().tuning()))));
+  setAvailable(*discard_, whyWait(model()),
+               QStringLiteral("Discard all unsaved changes (Ctrl+Shift+Z)"));
+  setAvailable(*save_, whyWait(model()), QStringLiteral("Write the changes to the base (Ctrl+S)"));
+  place();
+}
+
+void SaveBar::place() {
+  const int inset = isNarrow_ ? Metrics::narrowInset : Metrics::pageInset;
+  const auto put = [&](QWidget* widget, int right) {
+    const QSize size = widget->sizeHint();
+    widget->setGeometry(right - size.width(), (height() - size.height()) / 2, size.width(),
+                        size.height());
+  };
+  put(save_, std::min(width(), Metrics::contentWidth) - inset);
+  put(discard_, save_->x() - Metrics::gap);
+  const int left = inset + square + countGap;
+  count_->setGeometry(left, 0, std::max(0, discard_->x() - Metrics::gap - left), height());
+}
+
+void SaveBar::resizeEvent(QResizeEvent* /*event*/) { place(); }
+
+void SaveBar::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  QPainter painter(this);
+  painter.fillRect(rect(), t.tint);
+  drawEdge(painter, rect(), Qt::TopEdge, t.tintLine);
+  const int inset = isNarrow_ ? Metrics::narrowInset : Metrics::pageInset;
+  drawBox(painter, QRect(inset, (height() - square) / 2, square, square), 2, t.brand, QColor());
+}
+
+}  // namespace quorvane

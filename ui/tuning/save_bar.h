@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ui/model/view.h"
+
+class QLabel;
+
+namespace quorvane {
+
+class Button;
+
+// How many edits wait, and what to do with them.
+class SaveBar final : public View {
+  Q_OBJECT
+
+ public:
+  explicit SaveBar(AppModel& model, QWidget* parent = nullptr);
+
+  void focusDiscard();
+  void setNarrow(bool narrow);
+
+  QSize sizeHint() const override;
+
+ protected:
+  void render() override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  QString countText() const;
+  void place();
+
+  bool isNarrow_ = false;
+  QLabel* count_;
+  Button* discard_;
+  Button* save_;
+};
+
+}  // namespace quorvane

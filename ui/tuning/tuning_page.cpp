@@ -1,0 +1,189 @@
+#include "ui/tuning/tuning_page.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "protocol/setting.h"
+#include "ui/kit/metrics.h"
+#include "ui/kit/plain_text.h"
+#include "ui/kit/tab_order.h"
+#include "ui/kit/warning_box.h"
+#include "ui/model/availability.h"
+#include "ui/tuning/parameter_row.h"
+#include "ui/tuning/save_bar.h"
+#include "ui/tuning/tuning_header.h"
+
+namespace quorvane {
+namespace {
+
+QWidget* framed(QWidget* widget, int inset) {
+  auto* const frame = new QWidget;
+  auto* const box = new QVBoxLayout(frame);
+  box->setContentsMargins(inset, inset / 2 + 2, inset, inset / 2 + 2);
+  box->addWidget(widget);
+  return frame;
+}
+
+}  // namespace
+
+TuningPage::TuningPage(AppModel& model, QWidget* parent)
+    : View(model, parent),
+      message_(PlainText::label()),
+      content_(new QWidget),
+      header_(new TuningHeader(model)),
+      warningFrame_(framed(
+          new WarningBox(
+              QStringLiteral("This is the A set, Fanatec's Auto Setup."),
+              QStringLiteral("Games that support Auto Setup control these values, and the base "
+                             "reloads factory defaults at boot. Changes you save here work until "
+                             "the next power cycle. Use set C or an advanced set for values you "
+                             "want to keep.")),
+          Metrics::pageInset)),
+      list_(new QScrollArea),
+      saveBar_(new SaveBar(model)) {
+  setObjectName(QStringLiteral("tuningPage"));
+  setAccessibleName(QStringLiteral("Tuning menu"));
+  message_->setObjectName(QStringLiteral("tuningMessage"));
+  message_->setAlignment(Qt::AlignCenter);
+  message_->setFont([] {
+    QFont font = Metrics::font(Metrics::Type::dialogTitle);
+    font.setWeight(QFont::Normal);
+    return font;
+  }());
+  message_->setForegroundRole(QPalette::Dark);
+  message_->setWordWrap(true);
+
+  auto* const rows = new QWidget;
+  rows->setBackgroundRole(QPalette::Base);
+  rows->setAutoFillBackground(true);
+  column_ = new QVBoxLayout(rows);
+  column_->setContentsMargins(0, 0, 0, 0);
+  column_->setSpacing(0);
+  column_->addStretch();
+  list_->setObjectName(QStringLiteral("parameterList"));
+  list_->setFrameShape(QFrame::NoFrame);
+  list_->setWidgetResizable(true);
+  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  list_->setFocusPolicy(Qt::NoFocus);
+  list_->setWidget(rows);
+
+  auto* const inner = new QVBoxLayout(content_);
+  inner->setContentsMargins(0, 0, 0, 0);
+  inner->setSpacing(0);
+  inner->addWidget(header_);
+  inner->addWidget(warningFrame_);
+  inner->addWidget(list_, 1);
+  inner->addWidget(saveBar_);
+  auto* const outer = new QVBoxLayout(this);
+  outer->setContentsMargins(0, 0, 0, 0);
+  outer->setSpacing(0);
+  outer->addWidget(message_, 1);
+  outer->addWidget(content_, 1);
+  connect(&model, &AppModel::menuChangedAtBase, this, &TuningPage::noteChanges);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*before*/, QWidget* now) {
+    if (now != nullptr && list_->isAncestorOf(now)) lastEdited_ = now;
+  });
+  saveBar_->hide();
+  warningFrame_->hide();
+  content_->hide();
+}
+
+bool TuningPage::focusDiscard() {
+  if (!saveBar_->isVisible()) return false;
+  saveBar_->focusDiscard();
+  return true;
+}
+
+void TuningPage::render() {
+  const auto& menu = model().tuning();
+  const bool hasMenu = model().isConnected() && menu;
+  message_->setText(model().isConnected()
+                        ? QStringLiteral("Waiting for the tuning menu…")
+                        : QStringLiteral("Connect a base to edit its tuning menu."));
+  message_->setVisible(!hasMenu);
+  if (hasMenu) {
+    renderRows(*menu);
+    warningFrame_->setVisible(!menu->isAdvancedMode() && menu->slot() == autoSet);
+    showSaveBar(!model().staged().empty());
+  }
+  content_->setVisible(hasMenu);
+}
+
+void TuningPage::renderRows(const TuningSnapshot& menu) {
+  if (rows_.empty() || product_ != model().product()) {
+    product_ = model().product();
+    buildRows(TuningParameter::adjustable(product_));
+  }
+  for (ParameterRow* const row : rows_) {
+    const TuningParameter parameter = row->parameter();
+    row->show({parameter, menu.value(parameter, product_), unsaved(parameter), product_},
+              whyWait(model()));
+  }
+}
+
+// The staged value; while a save runs, of those that the base has not taken yet.
+std::optional<std::int64_t> TuningPage::unsaved(TuningParameter parameter) const {
+  const auto staged = model().staged().find(parameter);
+  if (staged == model().staged().end()) return std::nullopt;
+  const bool isSaved =
+      model().progress() && isCurrentValue({parameter, staged->second}, model().tuning(), product_);
+  return isSaved ? std::nullopt : std::optional(staged->second);
+}
+
+// A bar that goes while it has the focus gives it back to what was edited.
+void TuningPage::showSaveBar(bool shows) {
+  const bool leavesFocus = saveBar_->isVisible() && !shows &&
+                           (isFocusFree() || saveBar_->isAncestorOf(QApplication::focusWidget()));
+  saveBar_->setVisible(shows);
+  if (leavesFocus && lastEdited_ && lastEdited_->isVisible()) {
+    lastEdited_->setFocus(Qt::OtherFocusReason);
+  }
+}
+
+void TuningPage::noteChanges(const TuningSnapshot& before) {
+  const auto& menu = model().tuning();
+  if (!menu || menu->slot() != before.slot() || menu->isAdvancedMode() != before.isAdvancedMode()) {
+    return;
+  }
+  for (ParameterRow* const row : rows_) {
+    if (menu->rawValue(row->parameter()) != before.rawValue(row->parameter())) {
+      row->noteChangeAtBase();
+    }
+  }
+}
+
+void TuningPage::buildRows(const std::vector<TuningParameter>& parameters) {
+  for (ParameterRow* const row : rows_) delete row;
+  rows_.clear();
+  for (const TuningParameter parameter : parameters) {
+    auto* const row =
+        new ParameterRow({parameter, model().tuning()->value(parameter, product_), {}, product_});
+    row->setNarrow(isNarrow_);
+    column_->insertWidget(static_cast<int>(rows_.size()), row);
+    rows_.push_back(row);
+    connect(row, &ParameterRow::staged, this,
+            [this](TuningParameter changed, std::int64_t value) { model().stage(changed, value); });
+    connect(row, &ParameterRow::reverted, this,
+            [this](TuningParameter changed) { model().revert(changed); });
+  }
+  std::vector<QWidget*> inReadingOrder(rows_.begin(), rows_.end());
+  inReadingOrder.push_back(saveBar_);
+  chainTabOrder(inReadingOrder);
+}
+
+void TuningPage::setNarrow(bool narrow) {
+  isNarrow_ = narrow;
+  header_->setNarrow(narrow);
+  saveBar_->setNarrow(narrow);
+  for (ParameterRow* const row : rows_) row->setNarrow(narrow);
+}
+
+void TuningPage::resizeEvent(QResizeEvent* event) {
+  setNarrow(window()->width() < Metrics::narrowBelow);
+  View::resizeEvent(event);
+}
+
+}  // namespace quorvane
