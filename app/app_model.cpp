@@ -44,7 +44,7 @@ struct AppModel::Opening {
 
 AppModel::AppModel(const World& world, std::string which)
     : world_(world),
-      which_(std::move(which)),
+      deviceSelector_(std::move(which)),
       statusLine_(Messages::looking),
       presets_(world_.store),
       work_("quorvane.hid"),
@@ -128,7 +128,7 @@ void AppModel::connectToFirst() {
     return;
   }
   if (base_ || opening_) return;
-  const std::vector<HIDDeviceInfo> candidates = wheelBaseCandidates(devices_, which_);
+  const std::vector<HIDDeviceInfo> candidates = wheelBaseCandidates(devices_, deviceSelector_);
   if (candidates.empty()) {
     waitForNamed();
   } else {
@@ -138,7 +138,7 @@ void AppModel::connectToFirst() {
 
 // Lists come often; only another one is worth a line.
 void AppModel::waitForNamed() {
-  std::string line = Messages::waitingFor(which_, devices_);
+  std::string line = Messages::waitingFor(deviceSelector_, devices_);
   if (line == waiting_) {
     setStatus(std::move(line));
   } else {

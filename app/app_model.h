@@ -114,7 +114,7 @@ class AppModel final : public QObject {
   const StagedValues& staged() const { return staged_; }
 
   // No base is connected, or the connected one did not answer the last time its menu was read.
-  bool isTroubled() const;
+  bool needsExamination() const;
 
   // Since the trouble began, if it was asked for; and whether another one is under way.
   const std::optional<Examination>& examination() const { return examination_; }
@@ -234,7 +234,7 @@ class AppModel final : public QObject {
              const std::filesystem::path& file);
 
   const World world_;
-  const std::string which_;  // the base to connect to unasked; empty: the first
+  const std::string deviceSelector_;  // the base to connect to unasked; empty: the first
 
   std::vector<HIDDeviceInfo> devices_;
   std::optional<std::string> connectedName_;

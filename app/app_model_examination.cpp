@@ -28,7 +28,7 @@ void keep(std::shared_ptr<StoppableClock> clock) {
 
 }  // namespace
 
-bool AppModel::isTroubled() const {
+bool AppModel::needsExamination() const {
   if (base_) return menuUnanswered_;
   return !opening_ || isExamining() || examination_;
 }
@@ -42,7 +42,7 @@ void AppModel::menuAnswered(bool answered) {
 std::optional<HIDDeviceInfo> AppModel::baseToExamine() const {
   if (base_) return base_->info();
   if (tried_ && findDevice(devices_, *tried_)) return tried_;
-  const std::vector<HIDDeviceInfo> candidates = wheelBaseCandidates(devices_, which_);
+  const std::vector<HIDDeviceInfo> candidates = wheelBaseCandidates(devices_, deviceSelector_);
   return candidates.empty() ? std::nullopt : std::optional(candidates.front());
 }
 

@@ -112,11 +112,11 @@ class Monitor {
           number, {changed.wheelID().value_or(0), changed.firmwareVersion().value_or(0)}});
     });
     try {
-      auto attention = base->connection().attend();
+      auto scope = base->connection().lowLatencyScope();
       base->connect(WheelBase::Use::reading);
       base->sendRaw(FanatecCommands::requestTuningSnapshot());
       base_ = std::move(base);
-      attention_ = std::move(attention);
+      scope_ = std::move(scope);
     } catch (const FanatecError& error) {
       closeBase(*base);
       if (context_.options.json) {
@@ -132,7 +132,7 @@ class Monitor {
   void drop() {
     if (base_) closeBase(*base_);
     base_.reset();
-    attention_.reset();
+    scope_.reset();
     before_.reset();
   }
 
@@ -149,8 +149,8 @@ class Monitor {
   EventQueue<Event>& events_;
   std::vector<HIDDeviceInfo> present_;
   std::shared_ptr<WheelBase> base_;
-  std::optional<HIDConnection::Attention> attention_;  // of its connection
-  int number_ = 0;                                     // of the base followed last
+  std::optional<HIDConnection::LowLatencyScope> scope_;  // of its connection
+  int number_ = 0;                                       // of the base followed last
   std::optional<TuningSnapshot> before_;
 };
 

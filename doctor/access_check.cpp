@@ -242,15 +242,15 @@ Verdict judgeDenied(const NodeFacts& node, const MachineFacts& machine) {
 
 }  // namespace
 
-Verdict judgeAccess(const DoctorFacts& facts, const Trail& trail) {
-  if (trail.isEmpty()) return Verdict::skip(noBaseReason);
+Verdict judgeAccess(const DoctorFacts& facts, const DevicePath& path) {
+  if (path.isEmpty()) return Verdict::skip(noBaseReason);
   const bool isRefused = facts.answers.opening == BaseAnswers::Opening::notPermitted;
   if (facts.machine.isSimulated && isRefused) {
     return Verdict::fail("the simulated base refuses to be opened", "Simulate one that does not.");
   }
   if (facts.machine.isSimulated) return Verdict::skip(simulatedReason);
-  if (trail.node == nullptr) return Verdict::skip("there is no node to open");
-  const NodeFacts& node = *trail.node;
+  if (path.node == nullptr) return Verdict::skip("there is no node to open");
+  const NodeFacts& node = *path.node;
   if (!node.mayRead || !node.mayWrite) return judgeDenied(node, facts.machine);
   if (isRefused) {
     const std::string finding =

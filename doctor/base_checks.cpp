@@ -108,7 +108,7 @@ Verdict judgeExclusive(const NodeFacts& node) {
 // Whoever is stopped in its turn at writing keeps everybody from writing.
 std::optional<Verdict> judgeStopped(const NodeFacts& node) {
   for (const NodeHolder& holder : node.holders) {
-    if (!holder.hasTurn || !holder.isStopped) continue;
+    if (!holder.hasWriteLock || !holder.isStopped) continue;
     return Verdict::fail(
         fmt::format("{} is stopped while it is writing to the base, and keeps others from writing",
                     nameOf(holder)),
@@ -138,20 +138,20 @@ Verdict judgeOpenings(const NodeFacts& node, const BaseAnswers& answers) {
 
 }  // namespace
 
-Verdict judgeReports(const DoctorFacts& /*facts*/, const Trail& trail) {
-  if (trail.isEmpty()) return Verdict::skip(noBaseReason);
-  if (trail.base == nullptr) return Verdict::skip("there is no node to describe the base");
-  const std::string missing = missingReports(*trail.base);
+Verdict judgeReports(const DoctorFacts& /*facts*/, const DevicePath& path) {
+  if (path.isEmpty()) return Verdict::skip(noBaseReason);
+  if (path.base == nullptr) return Verdict::skip("there is no node to describe the base");
+  const std::string missing = missingReports(*path.base);
   if (missing.empty()) {
     return Verdict::pass(fmt::format("the 64-byte reports, and short commands on report 0x{:02x}",
-                                     *trail.base->commandReportID()));
+                                     *path.base->commandReportID()));
   }
   return Verdict::fail(fmt::format("the base does not offer: {}", missing),
                        plus(pcMode, "If it offers no more then, update its firmware."));
 }
 
-Verdict judgeIdentity(const DoctorFacts& facts, const Trail& trail) {
-  if (trail.isEmpty()) return Verdict::skip(noBaseReason);
+Verdict judgeIdentity(const DoctorFacts& facts, const DevicePath& path) {
+  if (path.isEmpty()) return Verdict::skip(noBaseReason);
   const BaseAnswers& answers = facts.answers;
   if (auto verdict = judgeOpening(answers)) return *verdict;
   if (answers.identity) {
@@ -163,8 +163,8 @@ Verdict judgeIdentity(const DoctorFacts& facts, const Trail& trail) {
                       "Its menu works without; a firmware update may bring the answer.");
 }
 
-Verdict judgeTuning(const DoctorFacts& facts, const Trail& trail) {
-  if (trail.isEmpty()) return Verdict::skip(noBaseReason);
+Verdict judgeTuning(const DoctorFacts& facts, const DevicePath& path) {
+  if (path.isEmpty()) return Verdict::skip(noBaseReason);
   const BaseAnswers& answers = facts.answers;
   if (!isAsked(answers)) return Verdict::skip(notOpenReason);
   if (answers.tuning) {
@@ -173,7 +173,7 @@ Verdict judgeTuning(const DoctorFacts& facts, const Trail& trail) {
     return Verdict::pass(fmt::format("{} menu, set {}{}", answers.tuning->modeName(),
                                      answers.tuning->setName(), firmware));
   }
-  const auto product = trail.base != nullptr ? trail.base->knownProduct() : std::nullopt;
+  const auto product = path.base != nullptr ? path.base->knownProduct() : std::nullopt;
   if (product && !product->hasTuningMenu()) {
     return Verdict::skip(fmt::format("{} has no tuning menu", product->name));
   }
@@ -181,15 +181,15 @@ Verdict judgeTuning(const DoctorFacts& facts, const Trail& trail) {
                       "If the menu stays silent, update the base's firmware.");
 }
 
-Verdict judgeHolders(const DoctorFacts& facts, const Trail& trail) {
-  if (trail.isEmpty()) return Verdict::skip(noBaseReason);
+Verdict judgeHolders(const DoctorFacts& facts, const DevicePath& path) {
+  if (path.isEmpty()) return Verdict::skip(noBaseReason);
   const bool isHeld = facts.answers.opening == Opening::heldByAnother;
   if (facts.machine.isSimulated && isHeld) {
     return Verdict::fail("another session keeps the simulated base to itself", "End it.");
   }
   if (facts.machine.isSimulated) return Verdict::skip(simulatedReason);
-  if (trail.node == nullptr) return Verdict::skip("there is no node to have open");
-  return judgeOpenings(*trail.node, facts.answers);
+  if (path.node == nullptr) return Verdict::skip("there is no node to have open");
+  return judgeOpenings(*path.node, facts.answers);
 }
 
 }  // namespace quorvane

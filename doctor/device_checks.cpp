@@ -71,10 +71,10 @@ Verdict judgeMissing(const MachineFacts& machine) {
 }
 
 // The HID interface that matters: the base's own, else the first.
-const USBInterfaceFacts* hidInterface(const Trail& trail) {
-  for (const USBInterfaceFacts& interface : trail.usb->interfaces) {
+const USBInterfaceFacts* hidInterface(const DevicePath& path) {
+  for (const USBInterfaceFacts& interface : path.usb->interfaces) {
     if (!interface.isHID) continue;
-    if (trail.hid == nullptr || trail.hid->usbInterface == interface.name) return &interface;
+    if (path.hid == nullptr || path.hid->usbInterface == interface.name) return &interface;
   }
   return nullptr;
 }
@@ -109,85 +109,85 @@ Verdict judgeInterface(const USBInterfaceFacts& interface, const HIDFacts* hid) 
   return Verdict::pass(fmt::format("{}, {}", interface.driver, hid->driver));
 }
 
-Verdict judgeUSBDriver(const Trail& trail) {
-  const USBDeviceFacts& device = *trail.usb;
+Verdict judgeUSBDriver(const DevicePath& path) {
+  const USBDeviceFacts& device = *path.usb;
   if (!device.isAuthorized) {
     return Verdict::fail(
         fmt::format("the system's policy keeps the device at {} from being used", device.name),
         fmt::format("Allow it: echo 1 | sudo tee /sys/bus/usb/devices/{}/authorized", device.name));
   }
-  const USBInterfaceFacts* const interface = hidInterface(trail);
+  const USBInterfaceFacts* const interface = hidInterface(path);
   if (interface == nullptr) {
     return Verdict::fail(
         "the device has no HID interface",
         fmt::format("Switch the base to PC mode with its mode button, then {}.", replug));
   }
-  return judgeInterface(*interface, trail.hid);
+  return judgeInterface(*interface, path.hid);
 }
 
-bool isServed(const Trail& trail) { return trail.hid != nullptr && !trail.hid->driver.empty(); }
+bool isServed(const DevicePath& path) { return path.hid != nullptr && !path.hid->driver.empty(); }
 
 }  // namespace
 
-Verdict judgeBus(const DoctorFacts& facts, const Trail& trail) {
+Verdict judgeBus(const DoctorFacts& facts, const DevicePath& path) {
   if (facts.machine.isSimulated) {
-    if (trail.base != nullptr) return Verdict::pass(trail.base->displayName() + ", simulated");
+    if (path.base != nullptr) return Verdict::pass(path.base->displayName() + ", simulated");
     return Verdict::fail("the simulated base is unplugged", "Start again with --simulate.");
   }
-  if (trail.usb != nullptr) {
+  if (path.usb != nullptr) {
     return Verdict::pass(
-        fmt::format("{} at {}", nameOf(trail.usb->productID, trail.usb->product), trail.usb->name));
+        fmt::format("{} at {}", nameOf(path.usb->productID, path.usb->product), path.usb->name));
   }
-  if (trail.hid != nullptr) {
-    return Verdict::pass(nameOf(trail.hid->productID, trail.hid->product) +
+  if (path.hid != nullptr) {
+    return Verdict::pass(nameOf(path.hid->productID, path.hid->product) +
                          ", not on USB: a virtual device");
   }
-  if (trail.base != nullptr) return Verdict::pass(trail.base->displayName());
+  if (path.base != nullptr) return Verdict::pass(path.base->displayName());
   return judgeMissing(facts.machine);
 }
 
-Verdict judgeDriver(const DoctorFacts& facts, const Trail& trail) {
-  if (trail.isEmpty()) return Verdict::skip(noBaseReason);
+Verdict judgeDriver(const DoctorFacts& facts, const DevicePath& path) {
+  if (path.isEmpty()) return Verdict::skip(noBaseReason);
   if (facts.machine.isSimulated) return Verdict::skip(simulatedReason);
-  if (trail.hid != nullptr && trail.hid->driver.empty()) {
+  if (path.hid != nullptr && path.hid->driver.empty()) {
     return Verdict::fail(
-        fmt::format("no driver serves the HID device {}", trail.hid->name),
+        fmt::format("no driver serves the HID device {}", path.hid->name),
         fmt::format("Load the driver, then {}: sudo modprobe hid-generic", replug));
   }
-  if (trail.usb != nullptr) return judgeUSBDriver(trail);
-  if (trail.hid != nullptr) return Verdict::pass(trail.hid->driver);
+  if (path.usb != nullptr) return judgeUSBDriver(path);
+  if (path.hid != nullptr) return Verdict::pass(path.hid->driver);
   return Verdict::fail(
       "the kernel does not show the device's driver",
       "The base is there without an entry in /sys: make /sys visible to this program.");
 }
 
-Verdict judgeNode(const DoctorFacts& facts, const Trail& trail) {
-  if (trail.isEmpty()) return Verdict::skip(noBaseReason);
+Verdict judgeNode(const DoctorFacts& facts, const DevicePath& path) {
+  if (path.isEmpty()) return Verdict::skip(noBaseReason);
   if (facts.machine.isSimulated) return Verdict::skip(simulatedReason);
-  if (!isServed(trail)) return Verdict::skip(noDriverReason);
-  if (!trail.hid->node) {
+  if (!isServed(path)) return Verdict::skip(noDriverReason);
+  if (!path.hid->node) {
     return Verdict::fail("the kernel has made no hidraw node",
                          "Use a kernel with CONFIG_HIDRAW, as distributions have it.");
   }
-  const std::string& path = trail.hid->node->path;
-  if (trail.node == nullptr) {
+  const std::string& node = path.hid->node->path;
+  if (path.node == nullptr) {
     if (facts.machine.sandbox) {
-      return Verdict::fail(path + " is kept from this sandbox",
+      return Verdict::fail(node + " is kept from this sandbox",
                            "Outside of it, type: " + allowDevicesOutside(*facts.machine.sandbox) +
                                ". If that does not help, " + replug + ".");
     }
     return Verdict::fail(
-        path + " is missing",
+        node + " is missing",
         facts.machine.isContainer
-            ? fmt::format("Pass the node into the container, such as with --device {}.", path)
+            ? fmt::format("Pass the node into the container, such as with --device {}.", node)
             : fmt::format("To have the system make it, {}.", replug));
   }
-  if (trail.base == nullptr) {
-    return Verdict::fail(path + " is there, but udev has not announced it",
+  if (path.base == nullptr) {
+    return Verdict::fail(node + " is there, but udev has not announced it",
                          "Have udev go through the devices again: sudo udevadm trigger && "
                          "sudo udevadm settle");
   }
-  return Verdict::pass(path);
+  return Verdict::pass(node);
 }
 
 }  // namespace quorvane

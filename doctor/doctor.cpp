@@ -2,9 +2,9 @@
 
 #include <system_error>
 
-#include "doctor/errand.h"
 #include "doctor/judgement.h"
 #include "doctor/preset_check.h"
+#include "doctor/timed_task.h"
 #include "session/candidates.h"
 
 namespace quorvane {
@@ -18,20 +18,20 @@ class PresetReading {
  public:
   explicit PresetReading(const std::optional<std::filesystem::path>& file) : file_(file) {
     try {
-      errand_.emplace([file] { return examinePresets(file); });
+      presetTask_.emplace([file] { return examinePresets(file); });
     } catch (const std::system_error&) {  // no thread is to be had
     }
   }
 
   PresetFacts await(Monotonic::time_point deadline) {
-    if (!errand_) return examinePresets(file_);
-    auto found = errand_->await(deadline);
+    if (!presetTask_) return examinePresets(file_);
+    auto found = presetTask_->await(deadline);
     return found ? *std::move(found) : presetsOutOfTime(file_);
   }
 
  private:
   const std::optional<std::filesystem::path> file_;
-  std::optional<Errand<PresetFacts>> errand_;
+  std::optional<TimedTask<PresetFacts>> presetTask_;
 };
 
 std::optional<HIDDeviceInfo> firstCandidate(const std::vector<HIDDeviceInfo>& devices) {

@@ -15,10 +15,10 @@ namespace {
 struct Step {
   std::string_view id;
   std::string_view title;
-  Verdict (*judge)(const DoctorFacts&, const Trail&);
+  Verdict (*judge)(const DoctorFacts&, const DevicePath&);
 };
 
-Verdict presets(const DoctorFacts& facts, const Trail& /*trail*/) {
+Verdict presets(const DoctorFacts& facts, const DevicePath& /*path*/) {
   return judgePresets(facts.presets);
 }
 
@@ -43,11 +43,11 @@ std::string forSandbox(const std::string& nextStep) {
 }  // namespace
 
 std::vector<DoctorCheck> judge(const DoctorFacts& facts) {
-  const Trail trail = followTrail(facts);
+  const DevicePath path = devicePathOf(facts);
   std::vector<DoctorCheck> checks;
   checks.reserve(steps.size());
   for (const Step& step : steps) {
-    Verdict verdict = step.judge(facts, trail);
+    Verdict verdict = step.judge(facts, path);
     if (facts.machine.sandbox) verdict.nextStep = forSandbox(verdict.nextStep);
     checks.push_back({std::string(step.id), std::string(step.title), verdict.outcome,
                       std::move(verdict.finding), std::move(verdict.nextStep)});

@@ -65,7 +65,7 @@ class ReportWriter {
 
 std::string stateOf(const NodeHolder& holder) {
   return fmt::format("{}{}{}", holder.isExclusive ? ", exclusively" : "",
-                     holder.hasTurn ? ", at its turn to write" : "",
+                     holder.hasWriteLock ? ", at its turn to write" : "",
                      holder.isStopped ? ", stopped" : "");
 }
 

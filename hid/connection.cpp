@@ -102,7 +102,7 @@ class HIDConnection::State {
   }
 
   HandlerID addReportHandler(ReportSubscriber subscriber) {
-    if (!subscriber.interest) attend();
+    if (!subscriber.interest) requireLowLatency();
     ReportRegistry::Snapshot old;
     MutexLock held(lock_);
     const auto id = nextHandler();
@@ -111,7 +111,7 @@ class HIDConnection::State {
   }
 
   HandlerID addValueHandler(ValueHandler handler) {
-    attend();
+    requireLowLatency();
     ValueRegistry::Snapshot old;
     MutexLock held(lock_);
     const auto id = nextHandler();
@@ -127,16 +127,16 @@ class HIDConnection::State {
     oldValues = valueHandlers_.remove(id);
     if (!oldReports && !oldValues) return;
     ++registrations_;
-    if (oldValues || !oldReports->at(id).interest) unattend();
+    if (oldValues || !oldReports->at(id).interest) releaseLowLatency();
   }
 
-  // Until `unattend`, reports are delivered as they arrive.
-  void attend() {
+  // Until `releaseLowLatency`, reports are delivered as they arrive.
+  void requireLowLatency() {
     if (!pace_.hold()) return;
     if (const auto open = port()) open->hurry();
   }
 
-  void unattend() { pace_.release(); }
+  void releaseLowLatency() { pace_.release(); }
 
   void setOnGone(std::function<void()> handler) {
     auto replaced =
@@ -167,7 +167,7 @@ class HIDConnection::State {
     pace_.restart();
     for (;;) {
       const HIDPort::ReadResult result =
-          pace_.mayGather() ? port.readRelaxed(buffer_) : port.read(buffer_);
+          pace_.mayGather() ? port.readBatched(buffer_) : port.read(buffer_);
       if (result.code != HIDReturnCode::success) return result.code;
       pace_.took(result.length > 0 &&
                  deliver(result.reportID, ByteView(buffer_.data(), result.length)));
@@ -308,24 +308,26 @@ void HIDConnection::setOnGone(std::function<void()> handler) {
 
 void HIDConnection::removeHandler(HandlerID id) { state_->removeHandler(id); }
 
-HIDConnection::Attention HIDConnection::attend() { return Attention(state_); }
+HIDConnection::LowLatencyScope HIDConnection::lowLatencyScope() { return LowLatencyScope(state_); }
 
-HIDConnection::Attention::Attention(std::shared_ptr<State> state) : state_(std::move(state)) {
-  state_->attend();
+HIDConnection::LowLatencyScope::LowLatencyScope(std::shared_ptr<State> state)
+    : state_(std::move(state)) {
+  state_->requireLowLatency();
 }
 
-HIDConnection::Attention& HIDConnection::Attention::operator=(Attention&& other) noexcept {
+HIDConnection::LowLatencyScope& HIDConnection::LowLatencyScope::operator=(
+    LowLatencyScope&& other) noexcept {
   std::swap(state_, other.state_);
   return *this;
 }
 
-HIDConnection::Attention::~Attention() {
-  if (state_) state_->unattend();
+HIDConnection::LowLatencyScope::~LowLatencyScope() {
+  if (state_) state_->releaseLowLatency();
 }
 
 void HIDConnection::send(const HIDReportPacket& packet) {
   const auto port = state_->openPort();
-  const Attention attention = attend();
+  const LowLatencyScope scope = lowLatencyScope();
   const HIDReturn code = port->write(packet.reportID, packet.wireBytes());
   if (code != HIDReturnCode::success) {
     throw FanatecError::ioFailed(
@@ -335,7 +337,7 @@ void HIDConnection::send(const HIDReportPacket& packet) {
 
 Bytes HIDConnection::getReport(HIDReportKind kind, std::uint8_t reportID, std::size_t length) {
   const auto port = state_->openPort();
-  const Attention attention = attend();
+  const LowLatencyScope scope = lowLatencyScope();
   Bytes buffer(std::max<std::size_t>(length, 1) + 1);
   buffer[0] = reportID;
   std::size_t returned = buffer.size();
@@ -354,13 +356,15 @@ Bytes HIDConnection::getFeature(std::uint8_t reportID, std::size_t length) {
   return getReport(HIDReportKind::feature, reportID, length);
 }
 
-bool HIDConnection::tryWriteTurn() { return state_->openPort()->tryWriteTurn(); }
+bool HIDConnection::tryWriteLock() { return state_->openPort()->tryWriteLock(); }
 
-void HIDConnection::endWriteTurn() {
-  if (const auto port = state_->port()) port->endWriteTurn();
+void HIDConnection::endWriteLock() {
+  if (const auto port = state_->port()) port->endWriteLock();
 }
 
-std::optional<NodeHolder> HIDConnection::turnHolder() { return state_->openPort()->turnHolder(); }
+std::optional<NodeHolder> HIDConnection::writeLockHolder() {
+  return state_->openPort()->writeLockHolder();
+}
 
 void HIDConnection::watchForOthers() { state_->openPort()->watchForOthers(); }
 

@@ -17,8 +17,8 @@ namespace quorvane {
 // to registered handlers, and packets and report requests go out on demand.
 //
 // Reports are delivered as they arrive while somebody wants them so: a handler of every report or
-// of values is registered, an Attention is held, something is being sent or asked for; and for a
-// while after that and after a report of interest (ReadingPace). At other times they may be
+// of values is registered, a LowLatencyScope is held, something is being sent or asked for; and for
+// a while after that and after a report of interest (ReadingPace). At other times they may be
 // gathered for up to ReadingPace::gatherPause, but for the first after silence.
 //
 // Any thread may call any operation, except that open, close and destruction belong to one owner.
@@ -81,10 +81,11 @@ class HIDConnection {
   // removed when the next report comes, or when it ends.
   void removeHandler(HandlerID id);
 
-  // Keeps delivery prompt while it lives. Any thread may hold any number of them, also while the
-  // connection is closed or gone. Whoever waits for a report takes one before asking for it.
-  class Attention;
-  [[nodiscard]] Attention attend();
+  // While one of these lives, reports are delivered as they arrive, not in batches. Any thread may
+  // hold any number of them, also while the connection is closed or gone. Take one before sending a
+  // request whose answer you wait for.
+  class LowLatencyScope;
+  [[nodiscard]] LowLatencyScope lowLatencyScope();
 
   // Sends one output report; may block. Throws notConnected or ioFailed.
   void send(const HIDReportPacket& packet);
@@ -94,11 +95,11 @@ class HIDConnection {
   Bytes getReport(HIDReportKind kind, std::uint8_t reportID, std::size_t length);
   Bytes getFeature(std::uint8_t reportID, std::size_t length);
 
-  // Turns at writing among all who have the device open, as HIDPort has them; one thread at a time.
-  // None blocks. All but endWriteTurn throw notConnected; a close ends the turn as well.
-  bool tryWriteTurn();
-  void endWriteTurn();
-  std::optional<NodeHolder> turnHolder();
+  // The device's write lock, as in HIDPort; one thread at a time. None blocks. All but endWriteLock
+  // throw notConnected. A close releases the lock as well.
+  bool tryWriteLock();
+  void endWriteLock();
+  std::optional<NodeHolder> writeLockHolder();
   void watchForOthers();
   bool othersMayHaveWritten();
 
@@ -118,17 +119,17 @@ class HIDConnection {
   Thread thread_;
 };
 
-class HIDConnection::Attention {
+class HIDConnection::LowLatencyScope {
  public:
-  Attention(Attention&&) noexcept = default;
-  Attention& operator=(Attention&& other) noexcept;
-  Attention(const Attention&) = delete;
-  Attention& operator=(const Attention&) = delete;
-  ~Attention();
+  LowLatencyScope(LowLatencyScope&&) noexcept = default;
+  LowLatencyScope& operator=(LowLatencyScope&& other) noexcept;
+  LowLatencyScope(const LowLatencyScope&) = delete;
+  LowLatencyScope& operator=(const LowLatencyScope&) = delete;
+  ~LowLatencyScope();
 
  private:
   friend class HIDConnection;
-  explicit Attention(std::shared_ptr<State> state);
+  explicit LowLatencyScope(std::shared_ptr<State> state);
 
   std::shared_ptr<State> state_;  // none once moved from
 };

@@ -45,7 +45,7 @@ class HIDPort {
   // up to ReadingPace::gatherPause, to be returned together with those behind it. That the device
   // is gone may be seen as late, an interruption is not. `hurry`, from any thread, ends the keeping
   // of this read, or of the next one that keeps. A port that has no wake-ups to save reads as ever.
-  virtual ReadResult readRelaxed(std::span<std::uint8_t> buffer) { return read(buffer); }
+  virtual ReadResult readBatched(std::span<std::uint8_t> buffer) { return read(buffer); }
   virtual void hurry() {}
 
   // How often reports may have been lost since the opening, because the reader came too late: it
@@ -60,27 +60,27 @@ class HIDPort {
   virtual HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID,
                               std::span<std::uint8_t> buffer, std::size_t& length) = 0;
 
-  // Whoever has the device open, in this program or another, takes turns at writing to it, in the
-  // order of asking. These operations belong to one thread at a time; none of them blocks. As they
-  // are here, nobody else has the device.
+  // The write lock: of all ports that have the device open, in any program, one may write at a
+  // time, first come, first served. One thread at a time calls these; none of them blocks. The
+  // defaults are for devices that nobody else can open.
 
-  // Asks for the turn: true when this port has it, and then until endWriteTurn. False keeps the
-  // port's place in the line, for it to ask again. True as well where the platform has no turns.
-  virtual bool tryWriteTurn() { return true; }
+  // Whether this port holds the write lock, until endWriteLock. False queues the port, which asks
+  // again later. True as well on platforms without such locks.
+  virtual bool tryWriteLock() { return true; }
 
-  // Gives back the turn, or the place in the line. Closing the port does the same.
-  virtual void endWriteTurn() {}
+  // Releases the write lock, or leaves the queue. Closing the port does the same.
+  virtual void endWriteLock() {}
 
-  // The program that has the turn, when it is another one and can be told. May take a fraction of a
+  // The program that holds the write lock, if it is another one and known. May take a fraction of a
   // second.
-  virtual std::optional<NodeHolder> turnHolder() { return std::nullopt; }
+  virtual std::optional<NodeHolder> writeLockHolder() { return std::nullopt; }
 
-  // From now on notices others that open the device.
+  // Starts to watch for other programs that open the device.
   virtual void watchForOthers() {}
 
-  // Whether somebody else may have written since the watch began, or may yet: had the device open
-  // then or before, or has it now, or nobody can tell, as without a watch. Once true in a watch,
-  // always true, since who was there once may be there again unseen. To be asked in the turn.
+  // Whether another program may have written since the watch began: it had the device open at some
+  // time, or that is unknown, as without a watch. Stays true once it is. Call it while holding the
+  // write lock.
   virtual bool othersMayHaveWritten() { return false; }
 };
 

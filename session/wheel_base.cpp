@@ -7,8 +7,8 @@
 
 #include "protocol/error.h"
 #include "session/menu_writer.h"
-#include "session/report_news.h"
-#include "session/write_turn.h"
+#include "session/report_filter.h"
+#include "session/write_lock.h"
 
 namespace quorvane {
 namespace {
@@ -87,7 +87,7 @@ void WheelBase::connect(Use use) {
     throw;
   }
   connection_.onReport(
-      [news = std::make_shared<ReportNews>()](ByteView report) { return news->isNews(report); },
+      [news = std::make_shared<ReportFilter>()](ByteView report) { return news->passes(report); },
       [weak = weak_from_this()](const HIDInputReport& report) {
         if (const auto base = weak.lock()) base->handle(report);
       });
@@ -186,7 +186,7 @@ void WheelBase::keep(WheelStatus status) {
 // there; the next report drops it.
 bool WheelBase::await(std::vector<Waiter> WheelBase::*waiters,
                       const std::vector<HIDReportPacket>& requests, Seconds timeout) {
-  const HIDConnection::Attention attention = connection_.attend();
+  const HIDConnection::LowLatencyScope scope = connection_.lowLatencyScope();
   const auto waiter = std::make_shared<Semaphore>();
   {
     MutexLock held(lock_);
@@ -236,7 +236,7 @@ HIDReportPacket WheelBase::packetFrom(const TuningSnapshot& menu, TuningParamete
                                       writeLayout, clearSetupFlagOnWrite);
 }
 
-// In the turn.
+// Call it while holding the write lock.
 void WheelBase::readUnlessSure() {
   const bool mayHaveMissedAny = connection_.possibleLosses() != lossesMadeUpFor_;
   if (connection_.othersMayHaveWritten() || mayHaveMissedAny) fetchTuning(readTimeout);
@@ -257,7 +257,7 @@ std::optional<TuningSnapshot> WheelBase::set(TuningParameter parameter, std::int
   const bool isSlot = parameter == TuningParameter::slot;
   // What cannot be written is refused before anything is waited for.
   if (!isSlot) packet(parameter, value);
-  const WriteTurn turn(connection_, clock_, readTimeout);
+  const WriteLock lock(connection_, clock_, readTimeout);
   if (isSlot) {
     connection_.send(FanatecCommands::selectTuningSlot(value, TuningLayout::inPlace));
   } else {
@@ -299,7 +299,7 @@ void WheelBase::sendAckBurst() {
 }
 
 TuningSnapshot WheelBase::selectSlot(std::int64_t slot, TuningLayout layout) {
-  const WriteTurn turn(connection_, clock_, readTimeout);
+  const WriteLock lock(connection_, clock_, readTimeout);
   connection_.send(FanatecCommands::selectTuningSlot(slot, layout));
   clock_.sleepFor(selectPause);
   return fetchTuning(readTimeout);
@@ -308,14 +308,14 @@ TuningSnapshot WheelBase::selectSlot(std::int64_t slot, TuningLayout layout) {
 void WheelBase::toggleAdvancedMode() { connection_.send(FanatecCommands::toggleAdvancedMode()); }
 
 TuningSnapshot WheelBase::switchMenuMode() {
-  const WriteTurn turn(connection_, clock_, readTimeout);
+  const WriteLock lock(connection_, clock_, readTimeout);
   toggleAdvancedMode();
   clock_.sleepFor(menuPause);
   return fetchTuning(readTimeout);
 }
 
 TuningSnapshot WheelBase::factoryReset() {
-  const WriteTurn turn(connection_, clock_, readTimeout);
+  const WriteLock lock(connection_, clock_, readTimeout);
   connection_.send(FanatecCommands::resetTuningToFactoryDefaults());
   clock_.sleepFor(menuPause);
   return fetchTuning(readTimeout);

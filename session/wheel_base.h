@@ -22,18 +22,18 @@ namespace quorvane {
 // The session with one wheel base: it routes the base's reports, keeps the latest of each kind and
 // carries out reads, writes and menu commands.
 //
-// It leaves the connection free to gather reports: what the base says unasked, for instance when
-// its own menu is turned, may be known up to 30 ms late. Whoever wants it sooner holds an Attention
-// of the connection. Answers are never late.
+// The connection may batch reports: what the base sends unasked, for instance while somebody uses
+// its own menu, may arrive up to 30 ms late. Hold a LowLatencyScope of the connection to get it at
+// once. Answers are never late.
 //
 // Always held by a shared pointer (WheelBase::create): reports that come in while the last owner
 // lets go keep it alive until they are handled. Operations block their caller for the pauses and
-// time-outs given; they must not be called on the connection's delivery thread. They make one
-// attempt and are not serialised against each other: one caller at a time issues writes. Against
-// other sessions and programs they are: what writes and reads back takes a turn (WriteTurn), waits
-// for it up to `readTimeout`, and throws timeout when it does not come. The kept
-// reports may be read from any thread and outlive disconnect(). A session is for one connection:
-// after disconnect(), or when its base has left, a new one is made.
+// time-outs given; they must not be called on the connection's delivery thread. There are no
+// retries. Within a session the caller serialises writes. Across sessions and programs each
+// verified write holds the device's write lock (WriteLock); it waits for the lock up to
+// `readTimeout`, then throws timeout. The kept reports may be read from any thread and outlive
+// disconnect(). A session is for one connection: after disconnect(), or when its base has left, a
+// new one is made.
 class WheelBase : public std::enable_shared_from_this<WheelBase> {
  public:
   using TuningHandler = std::function<void(const TuningSnapshot&)>;
@@ -98,8 +98,8 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   // the base kept another byte, and returns what was read; without: returns nothing. `slot`
   // switches the set instead, unchecked. When others may have written, or reports may have been
   // lost, since the menu was read, reads it first. With `meantFor`, throws invalidReport instead of
-  // writing when the base is in another set or mode than that. Throws what packet, the turn, the
-  // send and fetchTuning throw.
+  // writing when the base is in another set or mode than that. Throws what packet, WriteLock, send
+  // and fetchTuning throw.
   std::optional<TuningSnapshot> set(TuningParameter parameter, std::int64_t value, bool verify,
                                     const std::optional<MenuPlace>& meantFor = {});
 
@@ -110,8 +110,8 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   // Makes a set active, waits 0.15 s and reads its menu.
   TuningSnapshot selectSlot(std::int64_t slot, TuningLayout layout);
 
-  // Switches between the standard and the advanced menu; neither waits, for a turn either, nor
-  // reads.
+  // Switches between the standard and the advanced menu. Does not wait, not even for the write
+  // lock, and does not read.
   void toggleAdvancedMode();
 
   // Toggles, waits 0.4 s and reads the menu, which tells the new mode.

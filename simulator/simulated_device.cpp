@@ -116,17 +116,17 @@ class SimulatedDevice::Port final : public HIDPort {
     return HIDReturnCode::success;
   }
 
-  bool tryWriteTurn() override {
+  bool tryWriteLock() override {
     MutexLock held(device_->lock_);
-    return !device_->hasTurns_ || isGone(device_->base_) || device_->isFirstInLine(this);
+    return !device_->hasWriteLocks_ || isGone(device_->base_) || device_->isFirstInLine(this);
   }
 
-  void endWriteTurn() override {
+  void endWriteLock() override {
     MutexLock held(device_->lock_);
     std::erase(device_->line_, this);
   }
 
-  std::optional<NodeHolder> turnHolder() override {
+  std::optional<NodeHolder> writeLockHolder() override {
     MutexLock held(device_->lock_);
     return device_->turnHolder_;
   }
@@ -142,7 +142,7 @@ class SimulatedDevice::Port final : public HIDPort {
     MutexLock held(device_->lock_);
     if (!seenVisits_) return true;
     mayHaveCompany_ = mayHaveCompany_ || seenVisits_ != device_->visits_ ||
-                      !device_->tellsOpenings_ || !device_->hasTurns_;
+                      !device_->tellsOpenings_ || !device_->hasWriteLocks_;
     return mayHaveCompany_;
   }
 
@@ -278,9 +278,9 @@ void SimulatedDevice::failOpenWith(HIDReturn code) {
   openFailure_ = code;
 }
 
-void SimulatedDevice::setHasTurns(bool hasTurns) {
+void SimulatedDevice::setHasWriteLocks(bool hasWriteLocks) {
   MutexLock held(lock_);
-  hasTurns_ = hasTurns;
+  hasWriteLocks_ = hasWriteLocks;
 }
 
 void SimulatedDevice::setTellsOpenings(bool tellsOpenings) {

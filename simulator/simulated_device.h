@@ -60,7 +60,7 @@ class SimulatedDevice final : public HIDDeviceHandle,
   void failOpenWith(HIDReturn code);
 
   // Whether ports take turns at writing; without, as on a system that has no locks.
-  void setHasTurns(bool hasTurns);
+  void setHasWriteLocks(bool hasWriteLocks);
 
   // Whether ports notice who opens the device and closes it; without, as where the system watches
   // no more files for its user.
@@ -115,7 +115,7 @@ class SimulatedDevice final : public HIDDeviceHandle,
   std::vector<const Port*> line_ QUORVANE_GUARDED_BY(lock_);  // for the turn; the first has it
   int visits_ QUORVANE_GUARDED_BY(lock_) = 0;                 // openings and closings
   bool tellsOpenings_ QUORVANE_GUARDED_BY(lock_) = true;
-  bool hasTurns_ QUORVANE_GUARDED_BY(lock_) = true;
+  bool hasWriteLocks_ QUORVANE_GUARDED_BY(lock_) = true;
   std::optional<NodeHolder> turnHolder_ QUORVANE_GUARDED_BY(lock_);
   std::vector<std::string> violations_ QUORVANE_GUARDED_BY(lock_);
   HIDReturn openFailure_ QUORVANE_GUARDED_BY(lock_) = HIDReturnCode::success;

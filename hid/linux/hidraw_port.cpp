@@ -26,7 +26,10 @@ auto untilAnswered(const Call& call) {
 }  // namespace
 
 HidrawPort::HidrawPort(UniqueFd node, bool numbered, Pause pause)
-    : node_(std::move(node)), numbered_(numbered), pause_(std::move(pause)), line_(node_.get()) {}
+    : node_(std::move(node)),
+      numbered_(numbered),
+      pause_(std::move(pause)),
+      writeQueue_(node_.get()) {}
 
 bool HidrawPort::gatherPause(int signal) { return waitReadable(signal, ReadingPace::gatherPause); }
 
@@ -47,7 +50,7 @@ HIDPort::ReadResult HidrawPort::read(std::span<std::uint8_t> buffer) {
 // Takes report by report until the queue is empty, without a look at whether there is one. Waits on
 // the node itself only when a pause has gathered nothing: that is how silence costs no wake-ups,
 // and how the first report after it is taken at once.
-HIDPort::ReadResult HidrawPort::readRelaxed(std::span<std::uint8_t> buffer) {
+HIDPort::ReadResult HidrawPort::readBatched(std::span<std::uint8_t> buffer) {
   while (!interrupted_) {
     if (const auto result = take(buffer)) {
       tookAny_ = true;
@@ -118,12 +121,13 @@ HIDReturn HidrawPort::getReport(HIDReportKind kind, std::uint8_t reportID,
   return HIDReturnCode::success;
 }
 
-// Whoever has its turn at a device that has left keeps nobody from being told so.
-bool HidrawPort::tryWriteTurn() { return line_.tryTurn() || hasLeft(); }
+// Reports success once the device is gone: the next write then fails with noDevice instead of
+// timing out on the lock.
+bool HidrawPort::tryWriteLock() { return writeQueue_.tryLock() || hasLeft(); }
 
-std::optional<NodeHolder> HidrawPort::turnHolder() {
+std::optional<NodeHolder> HidrawPort::writeLockHolder() {
   for (NodeHolder& holder : otherHoldersOf(node_.get())) {
-    if (holder.hasTurn) return std::move(holder);
+    if (holder.hasWriteLock) return std::move(holder);
   }
   return std::nullopt;
 }
@@ -134,12 +138,12 @@ bool HidrawPort::hasLeft() const {
 }
 
 void HidrawPort::watchForOthers() {
-  if (!visits_) visits_.emplace(node_.get());
+  if (!others_) others_.emplace(node_.get());
 }
 
 bool HidrawPort::othersMayHaveWritten() {
-  if (!visits_) return true;
-  mayHaveCompany_ = mayHaveCompany_ || line_.areOthersThere() || visits_->mayHaveBeenAny();
+  if (!others_) return true;
+  mayHaveCompany_ = mayHaveCompany_ || writeQueue_.areOthersThere() || others_->mayHaveBeenAny();
   return mayHaveCompany_;
 }
 

@@ -4,8 +4,8 @@
 #include <functional>
 #include <optional>
 
-#include "hid/linux/node_visits.h"
-#include "hid/linux/write_line.h"
+#include "hid/linux/other_openings.h"
+#include "hid/linux/write_lock_queue.h"
 #include "hid/port.h"
 #include "support/event_fd.h"
 #include "support/unique_fd.h"
@@ -26,16 +26,16 @@ class HidrawPort final : public HIDPort {
   HidrawPort(UniqueFd node, bool numbered, Pause pause = gatherPause);
 
   ReadResult read(std::span<std::uint8_t> buffer) override;
-  ReadResult readRelaxed(std::span<std::uint8_t> buffer) override;
+  ReadResult readBatched(std::span<std::uint8_t> buffer) override;
   void interrupt() override;
   void hurry() override { signal_.set(); }
   std::uint64_t possibleLosses() const override { return possibleLosses_; }
   HIDReturn write(std::uint8_t reportID, ByteView data) override;
   HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID, std::span<std::uint8_t> buffer,
                       std::size_t& length) override;
-  bool tryWriteTurn() override;
-  void endWriteTurn() override { line_.leave(); }
-  std::optional<NodeHolder> turnHolder() override;
+  bool tryWriteLock() override;
+  void endWriteLock() override { writeQueue_.leave(); }
+  std::optional<NodeHolder> writeLockHolder() override;
   void watchForOthers() override;
   bool othersMayHaveWritten() override;
 
@@ -56,8 +56,8 @@ class HidrawPort final : public HIDPort {
   // The reader's own.
   bool tookAny_ = false;  // since it let reports gather
   int taken_ = 0;         // since the queue was empty
-  WriteLine line_;
-  std::optional<NodeVisits> visits_;
+  WriteLockQueue writeQueue_;
+  std::optional<OtherOpenings> others_;
   bool mayHaveCompany_ = false;  // the writing thread's own
 };
 

@@ -35,7 +35,7 @@ std::optional<FileLock> parseFileLock(std::string_view line) {
                   static_cast<std::uint64_t>(*inode)};
 }
 
-// "lock:	2: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0", the lock of a turn at writing.
+// "lock:	2: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0", the write lock.
 bool isTurn(std::string_view line) {
   const auto fields = words(line);
   return fields.size() >= 8 && fields[0].starts_with("lock:") && fields[1] == "OFDLCK" &&
@@ -104,7 +104,7 @@ std::vector<NodeHolder> NodeHolders::of(const std::string& node) const {
     if (opening.node != node || opening.process == self_) continue;
     const std::string process = "/proc/" + std::to_string(opening.process);
     holders.push_back({opening.process, oneLine(system_.line(process + "/comm")),
-                       opening.isExclusive, opening.hasTurn,
+                       opening.isExclusive, opening.hasWriteLock,
                        isStopped(system_.line(process + "/stat"))});
   }
   std::sort(holders.begin(), holders.end(),
@@ -151,10 +151,10 @@ void NodeHolders::lookAt(const std::string& process, const std::string& descript
   if (node == nodes.end()) return;
   Opening& opening = openingOf(*node, *parseInteger(process));
   ++opening.count;
-  opening.hasTurn = opening.hasTurn || hasTurn(process, descriptor);
+  opening.hasWriteLock = opening.hasWriteLock || hasWriteLock(process, descriptor);
 }
 
-bool NodeHolders::hasTurn(const std::string& process, const std::string& descriptor) const {
+bool NodeHolders::hasWriteLock(const std::string& process, const std::string& descriptor) const {
   const std::string facts = system_.content("/proc/" + process + "/fdinfo/" + descriptor);
   const auto lines = split(facts, '\n');
   return std::any_of(lines.begin(), lines.end(), isTurn);

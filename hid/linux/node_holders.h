@@ -48,14 +48,14 @@ class NodeHolders {
     std::int64_t process = 0;
     int count = 0;  // how often that process has it open, as far as known
     bool isExclusive = false;
-    bool hasTurn = false;
+    bool hasWriteLock = false;
   };
 
   void lookInto(const std::string& process, const std::vector<std::string>& nodes);
   void lookAt(const std::string& process, const std::string& descriptor,
               const std::vector<std::string>& nodes);
   void cannotLookInto(const std::string& process);
-  bool hasTurn(const std::string& process, const std::string& descriptor) const;
+  bool hasWriteLock(const std::string& process, const std::string& descriptor) const;
   void addLocks(const std::vector<std::string>& nodes);
   Opening& openingOf(const std::string& node, std::int64_t process);
 

@@ -39,36 +39,36 @@ class ModelExamination : public ModelTest {
 
 TEST_F(ModelTrouble, IsThatThereIsNoBase) {
   startWithoutBase();
-  EXPECT_TRUE(model().isTroubled());
+  EXPECT_TRUE(model().needsExamination());
   base();
   settle();
-  EXPECT_FALSE(model().isTroubled());
+  EXPECT_FALSE(model().needsExamination());
   base().unplug();
   settle();
-  EXPECT_TRUE(model().isTroubled());
+  EXPECT_TRUE(model().needsExamination());
 }
 
 TEST_F(ModelTrouble, IsNotThatABaseIsBeingOpened) {
   base();
   create();
   EXPECT_TRUE(model().busy());
-  EXPECT_FALSE(model().isTroubled());
+  EXPECT_FALSE(model().needsExamination());
 }
 
 TEST_F(ModelTrouble, IsThatABaseCannotBeOpened) {
   base().failOpenWith(HIDReturnCode::notPermitted);
   start();
-  EXPECT_TRUE(model().isTroubled());
+  EXPECT_TRUE(model().needsExamination());
 }
 
 TEST_F(ModelTrouble, IsThatTheMenuWasNotToldOnConnecting) {
   behave([](SimulatedBehaviour& b) { b.tuningSilent = true; });
   start();
   EXPECT_TRUE(model().isConnected());
-  EXPECT_TRUE(model().isTroubled());
+  EXPECT_TRUE(model().needsExamination());
   base().turn(P::forceFeedback, 42);
   settle();
-  EXPECT_FALSE(model().isTroubled());
+  EXPECT_FALSE(model().needsExamination());
 }
 
 TEST_F(ModelTrouble, IsThatALaterReadFails) {
@@ -78,11 +78,11 @@ TEST_F(ModelTrouble, IsThatALaterReadFails) {
     (model().*read)();
     settle();
     EXPECT_TRUE(model().tuning());
-    EXPECT_TRUE(model().isTroubled());
+    EXPECT_TRUE(model().needsExamination());
     behave([](SimulatedBehaviour& b) { b.tuningSilent = false; });
     (model().*read)();
     settle();
-    EXPECT_FALSE(model().isTroubled());
+    EXPECT_FALSE(model().needsExamination());
     end();
   }
 }
@@ -94,7 +94,7 @@ TEST_F(ModelTrouble, IsNotThatSomethingElseFails) {
   model().saveStaged();
   settle();
   EXPECT_FALSE(takeLog().empty());
-  EXPECT_FALSE(model().isTroubled());
+  EXPECT_FALSE(model().needsExamination());
 }
 
 TEST_F(ModelExamination, IsNoneUntilItIsAskedFor) {
@@ -189,7 +189,7 @@ TEST_F(ModelExamination, ThatFindsNothingWrongEndsTheTrouble) {
   start();
   behave([](SimulatedBehaviour& b) { b.tuningSilent = false; });
   examine();
-  EXPECT_FALSE(model().isTroubled()) << "its own question was answered";
+  EXPECT_FALSE(model().needsExamination()) << "its own question was answered";
   EXPECT_FALSE(model().examination());
 }
 
@@ -202,11 +202,11 @@ TEST_F(ModelExamination, StaysWhileABaseIsTriedAndGoesOnceItIsConnected) {
   waitUntil([this] { return model().busy(); });
   gate.awaitArrival();
   EXPECT_TRUE(model().examination());
-  EXPECT_TRUE(model().isTroubled());
+  EXPECT_TRUE(model().needsExamination());
   gate.open();
   settle();
   EXPECT_FALSE(model().examination());
-  EXPECT_FALSE(model().isTroubled());
+  EXPECT_FALSE(model().needsExamination());
 }
 
 TEST_F(ModelExamination, IsOfTheBaseThatIsConnectedOrWouldBe) {

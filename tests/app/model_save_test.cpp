@@ -372,7 +372,7 @@ TEST_F(ModelSaveBesideAnother, KeepsWhatTheOtherWrote) {
 }
 
 TEST_F(ModelSaveBesideAnother, ATurnThatDoesNotComeLeavesEverythingStaged) {
-  ASSERT_TRUE(other_->connection().tryWriteTurn());
+  ASSERT_TRUE(other_->connection().tryWriteLock());
   model().stage(P::forceFeedback, 80);
   save();
   EXPECT_EQ(takeLog().back(),

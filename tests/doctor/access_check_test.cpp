@@ -34,11 +34,11 @@ Verdict judged(void (*make)(MachineFacts&, NodeFacts&), bool mayOpen) {
   node.groupName = "root";
   node.mayRead = node.mayWrite = mayOpen;
   make(facts.machine, node);
-  Trail trail;
+  DevicePath path;
   const HIDFacts hid;
-  trail.hid = &hid;
-  trail.node = &node;
-  return judgeAccess(facts, trail);
+  path.hid = &hid;
+  path.node = &node;
+  return judgeAccess(facts, path);
 }
 
 TEST(AccessCheck, TellsWhoGrantsIt) {

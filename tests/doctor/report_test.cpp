@@ -104,7 +104,7 @@ TEST_F(Report, LeavesBytesAloneThatReadLikeASecret) {
 TEST_F(Report, TellsWhoIsStoppedAtItsTurn) {
   Diagnosis diagnosis = diagnose();
   NodeHolder& holder = diagnosis.facts.machine.hid.front().node->holders.front();
-  holder.hasTurn = true;
+  holder.hasWriteLock = true;
   holder.isStopped = true;
   const std::string text = reportText(diagnosis);
   EXPECT_NE(text.find("    open in game (process 200), at its turn to write, stopped\n"),

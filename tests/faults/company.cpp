@@ -64,8 +64,8 @@ std::vector<Company> turns() {
          disturbance.turnAfter = Seconds(0.03);
        },
        true, 1},
-      {"the system has no locks", Need::turn, [](Scene& scene) { scene.base().setHasTurns(false); },
-       readingBeforeEach, undisturbed},
+      {"the system has no locks", Need::turn,
+       [](Scene& scene) { scene.base().setHasWriteLocks(false); }, readingBeforeEach, undisturbed},
   };
 }
 
@@ -149,7 +149,7 @@ std::size_t Scene::takePackets() {
 
 void Scene::end() {
   other_.reset();
-  base_.setHasTurns(true);
+  base_.setHasWriteLocks(true);
   base_.setTellsOpenings(true);
   EXPECT_TRUE(come().askForTurn());
   other_.reset();

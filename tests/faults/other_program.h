@@ -16,8 +16,8 @@ class OtherProgram {
   }
 
   // Whether it is its turn now; else it stands in line.
-  bool askForTurn() { return connection_.tryWriteTurn(); }
-  void endTurn() { connection_.endWriteTurn(); }
+  bool askForTurn() { return connection_.tryWriteLock(); }
+  void endTurn() { connection_.endWriteLock(); }
 
   // Writes one value of a menu, and reads nothing back.
   void write(const TuningSnapshot& menu, const ParameterValue& what);

@@ -155,23 +155,23 @@ TEST_F(HIDConnectionPace, AFailedSendLeavesNobodyInAHurry) {
 TEST_F(HIDConnectionPace, IsPromptWhileAnAttentionIsHeld) {
   keepNews();
   relax();
-  std::optional<HIDConnection::Attention> first = connection_->attend();
+  std::optional<HIDConnection::LowLatencyScope> first = connection_->lowLatencyScope();
   EXPECT_EQ(device_->hurries(), 1);
   deliver(2 * ReadingPace::promptReports);
   EXPECT_FALSE(device_->relaxed());
 
-  HIDConnection::Attention second = connection_->attend();
+  HIDConnection::LowLatencyScope second = connection_->lowLatencyScope();
   first.reset();
   deliver(2 * ReadingPace::promptReports);
   EXPECT_FALSE(device_->relaxed());
 
   // Moving hands it on; the one that is replaced ends.
   first = std::move(second);
-  second = connection_->attend();
+  second = connection_->lowLatencyScope();
   second = std::move(*first);
   deliver(2 * ReadingPace::promptReports);
   EXPECT_FALSE(device_->relaxed());
-  { const HIDConnection::Attention last = std::move(second); }
+  { const HIDConnection::LowLatencyScope last = std::move(second); }
   first.reset();
   EXPECT_LE(reportsUntilRelaxed(), ReadingPace::promptReports);
   EXPECT_EQ(device_->hurries(), 1);
@@ -180,7 +180,7 @@ TEST_F(HIDConnectionPace, IsPromptWhileAnAttentionIsHeld) {
 TEST_F(HIDConnectionPace, AnAttentionOutlivesTheConnection) {
   keepNews();
   connection_->open(false);
-  const HIDConnection::Attention attention = connection_->attend();
+  const HIDConnection::LowLatencyScope scope = connection_->lowLatencyScope();
   connection_.reset();
   EXPECT_EQ(device_->openPorts(), 0);
 }

@@ -107,10 +107,10 @@ TEST_F(HIDConnectionTest, IsClosedAtFirst) {
   EXPECT_EQ(errorText([&] { connection_->getReport(HIDReportKind::input, 1, 2); }),
             "Device is not open");
   EXPECT_EQ(errorText([&] { connection_->getFeature(1, 2); }), "Device is not open");
-  EXPECT_EQ(errorText([&] { connection_->tryWriteTurn(); }), "Device is not open");
+  EXPECT_EQ(errorText([&] { connection_->tryWriteLock(); }), "Device is not open");
   EXPECT_EQ(errorText([&] { connection_->watchForOthers(); }), "Device is not open");
   EXPECT_EQ(errorText([&] { connection_->othersMayHaveWritten(); }), "Device is not open");
-  connection_->endWriteTurn();
+  connection_->endWriteLock();
   EXPECT_EQ(device_->calls(), Lines{});
 }
 

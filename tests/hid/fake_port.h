@@ -150,7 +150,7 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     ReadResult read(std::span<std::uint8_t> buffer) override {
       return device_->read(buffer, interrupted_, false);
     }
-    ReadResult readRelaxed(std::span<std::uint8_t> buffer) override {
+    ReadResult readBatched(std::span<std::uint8_t> buffer) override {
       return device_->read(buffer, interrupted_, true);
     }
     void hurry() override { device_->hurry(); }

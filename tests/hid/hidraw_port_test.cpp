@@ -239,21 +239,21 @@ TEST_F(HidrawPortTest, PortsOfOneNodeTakeTurnsAndNoticeEachOther) {
   };
   const auto first = open();
   first->watchForOthers();
-  EXPECT_TRUE(first->tryWriteTurn());
+  EXPECT_TRUE(first->tryWriteLock());
   EXPECT_FALSE(first->othersMayHaveWritten());
 
   auto second = open();
   second->watchForOthers();
-  EXPECT_FALSE(second->tryWriteTurn());
+  EXPECT_FALSE(second->tryWriteLock());
   EXPECT_TRUE(first->othersMayHaveWritten());
   EXPECT_TRUE(first->othersMayHaveWritten());
-  first->endWriteTurn();
-  EXPECT_TRUE(second->tryWriteTurn());
-  EXPECT_FALSE(first->tryWriteTurn());
+  first->endWriteLock();
+  EXPECT_TRUE(second->tryWriteLock());
+  EXPECT_FALSE(first->tryWriteLock());
 
   // Who was there once may come back.
   second.reset();
-  EXPECT_TRUE(first->tryWriteTurn());
+  EXPECT_TRUE(first->tryWriteLock());
   EXPECT_TRUE(first->othersMayHaveWritten());
   EXPECT_TRUE(first->othersMayHaveWritten());
 }
@@ -281,10 +281,10 @@ TEST_F(HidrawPortTest, TheTurnAtADeviceThatLeftIsEverybodys) {
   };
   HidrawPort first(open(), true);
   HidrawPort second(open(), true);
-  EXPECT_TRUE(first.tryWriteTurn());
-  EXPECT_FALSE(second.tryWriteTurn());
+  EXPECT_TRUE(first.tryWriteLock());
+  EXPECT_FALSE(second.tryWriteLock());
   device.reset();
-  EXPECT_TRUE(second.tryWriteTurn());
+  EXPECT_TRUE(second.tryWriteLock());
   EXPECT_NE(second.write(1, Bytes{1}), HIDReturnCode::success);
 }
 
@@ -304,7 +304,7 @@ class RelaxedHidrawPortTest : public testing::Test {
 
   HIDReturn readAll(std::size_t reports) {
     for (std::size_t i = 0; i < reports; ++i) {
-      const auto result = port_.readRelaxed(buffer_);
+      const auto result = port_.readBatched(buffer_);
       if (result.code != HIDReturnCode::success) return result.code;
       received_.emplace_back(buffer_.begin(),
                              buffer_.begin() + static_cast<std::ptrdiff_t>(result.length));
@@ -414,7 +414,7 @@ std::uint64_t lossesAfter(const std::vector<int>& queues) {
   fill();
   Bytes buffer(16);
   for (const int length : queues) {
-    for (int i = 0; i < length; ++i) port.readRelaxed(buffer);
+    for (int i = 0; i < length; ++i) port.readBatched(buffer);
   }
   return port.possibleLosses();
 }
@@ -468,8 +468,8 @@ TEST(RelaxedHidrawPort, AHurryOrAnInterruptEndsAPause) {
     HIDPort::ReadResult result;
     Thread reader("reader", [&] {
       Bytes buffer(16);
-      port.readRelaxed(buffer);
-      result = port.readRelaxed(buffer);
+      port.readBatched(buffer);
+      result = port.readBatched(buffer);
     });
     sendTo(device, {1, 1});
     pauses.begun.wait();
@@ -493,7 +493,7 @@ TEST(RelaxedHidrawPort, AnInterruptWakesARelaxedReadThatWaitsForTheFirstReport) 
   Thread reader("reader", [&] {
     Bytes buffer(16);
     started.signal();
-    code = port.readRelaxed(buffer).code;
+    code = port.readBatched(buffer).code;
   });
   started.wait();
   port.hurry();
@@ -507,12 +507,12 @@ TEST(RelaxedHidrawPort, ThePauseOfItsOwnEnds) {
   HidrawPort port(std::move(node), true);
   Bytes buffer(16);
   sendTo(device, {1, 1});
-  EXPECT_EQ(port.readRelaxed(buffer).code, HIDReturnCode::success);
+  EXPECT_EQ(port.readBatched(buffer).code, HIDReturnCode::success);
   const Thread sender("sender", [&, end = device.get()] {
     const Bytes report{0xFF, 2};
     EXPECT_EQ(::write(end, report.data(), report.size()), 2);
   });
-  EXPECT_EQ(port.readRelaxed(buffer).reportID, 0xFF);
+  EXPECT_EQ(port.readBatched(buffer).reportID, 0xFF);
 }
 
 // A device whose every opening is one end of a socket; the test holds the other.

@@ -134,7 +134,7 @@ TEST_F(WheelBasePace, ARelaxedReaderHurriesForOneWhoComesToWantReportsSoon) {
   base_->setOnTuningUpdate([&](const TuningSnapshot&) { updated_.signal(); });
   device_->sayNothingNew();
   device_->send(SimulatedBase(*FanatecProduct::lookup(defaultSimulatedProduct)).menu().report());
-  const HIDConnection::Attention attention = base_->connection().attend();
+  const HIDConnection::LowLatencyScope scope = base_->connection().lowLatencyScope();
   updated_.wait();
 }
 
@@ -163,7 +163,7 @@ TEST_F(WheelBasePace, StandsReadsSendsAttentionsAndADisconnectionThatAllFindItRe
     }
     threads.emplace_back("sends", [&] {
       for (int n = 0; n < 50; ++n) {
-        const HIDConnection::Attention attention = session->connection().attend();
+        const HIDConnection::LowLatencyScope scope = session->connection().lowLatencyScope();
         errorText([&] { session->sendRaw(request_); });
       }
     });

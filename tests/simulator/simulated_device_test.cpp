@@ -465,34 +465,34 @@ TEST_F(SimulatedDeviceTest, PortsTakeTurnsInTheOrderOfAsking) {
   const auto second = device_->open(false).port;
   auto third = device_->open(false).port;
   const auto fourth = device_->open(false).port;
-  EXPECT_TRUE(first->tryWriteTurn());
-  EXPECT_TRUE(first->tryWriteTurn());
-  EXPECT_FALSE(second->tryWriteTurn());
-  EXPECT_FALSE(third->tryWriteTurn());
-  EXPECT_FALSE(fourth->tryWriteTurn());
-  first->endWriteTurn();
-  EXPECT_FALSE(first->tryWriteTurn());
-  EXPECT_FALSE(third->tryWriteTurn());
-  EXPECT_TRUE(second->tryWriteTurn());
-  second->endWriteTurn();
+  EXPECT_TRUE(first->tryWriteLock());
+  EXPECT_TRUE(first->tryWriteLock());
+  EXPECT_FALSE(second->tryWriteLock());
+  EXPECT_FALSE(third->tryWriteLock());
+  EXPECT_FALSE(fourth->tryWriteLock());
+  first->endWriteLock();
+  EXPECT_FALSE(first->tryWriteLock());
+  EXPECT_FALSE(third->tryWriteLock());
+  EXPECT_TRUE(second->tryWriteLock());
+  second->endWriteLock();
   // Who closes, or gives up, waits no more.
   third.reset();
-  EXPECT_TRUE(fourth->tryWriteTurn());
-  first->endWriteTurn();
-  fourth->endWriteTurn();
-  EXPECT_TRUE(second->tryWriteTurn());
+  EXPECT_TRUE(fourth->tryWriteLock());
+  first->endWriteLock();
+  fourth->endWriteLock();
+  EXPECT_TRUE(second->tryWriteLock());
 }
 
 TEST_F(SimulatedDeviceTest, TheTurnOfABaseThatLeftIsNobodys) {
   const auto before = device_->open(false).port;
-  EXPECT_TRUE(before->tryWriteTurn());
+  EXPECT_TRUE(before->tryWriteLock());
   device_->unplug();
   device_->plug();
   const auto after = device_->open(false).port;
   const auto another = device_->open(false).port;
-  EXPECT_TRUE(after->tryWriteTurn());
-  EXPECT_TRUE(before->tryWriteTurn());
-  EXPECT_FALSE(another->tryWriteTurn());
+  EXPECT_TRUE(after->tryWriteLock());
+  EXPECT_TRUE(before->tryWriteLock());
+  EXPECT_FALSE(another->tryWriteLock());
 }
 
 TEST_F(SimulatedDeviceTest, PortsNoticeWhoElseHasTheDeviceOrHadIt) {
@@ -518,12 +518,12 @@ TEST_F(SimulatedDeviceTest, PortsRememberWhoCameAndWent) {
 }
 
 TEST_F(SimulatedDeviceTest, WithoutTurnsItIsEverybodysTurnAndNobodyKnowsOfOthers) {
-  device_->setHasTurns(false);
+  device_->setHasWriteLocks(false);
   const auto first = device_->open(false).port;
   const auto second = device_->open(false).port;
   for (const auto& port : {first.get(), second.get()}) {
     port->watchForOthers();
-    EXPECT_TRUE(port->tryWriteTurn());
+    EXPECT_TRUE(port->tryWriteLock());
     EXPECT_TRUE(port->othersMayHaveWritten());
   }
 }
@@ -554,7 +554,7 @@ TEST_F(SimulatedDeviceTest, NotesAMenuWriteInTheTurnOfAnother) {
   const auto write = FanatecCommands::writeTuning(*menu, TuningParameter::forceFeedback, 70,
                                                   TuningLayout::deviceID, true);
   send(*second, write);
-  EXPECT_TRUE(first->tryWriteTurn());
+  EXPECT_TRUE(first->tryWriteLock());
   send(*first, write);
   ask(*second);
   EXPECT_EQ(device->violations(), Lines{});

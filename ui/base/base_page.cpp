@@ -117,7 +117,7 @@ void BasePage::render() {
 }
 
 void BasePage::renderTrouble() {
-  whyNotFound_->setVisible(model().isTroubled());
+  whyNotFound_->setVisible(model().needsExamination());
   setAvailable(*whyNotFound_, whyWait(model()),
                QStringLiteral("Checks the way to the base, from the USB bus to its menu"));
   checks_->show(model());

@@ -59,7 +59,7 @@ void CheckList::show(const AppModel& model) {
       examination ? QString() : QStringLiteral("Wait until the checks have ended");
   setAvailable(*copy_, noReport);
   setAvailable(*save_, noReport);
-  setVisible(model.isTroubled() && (examination || model.isExamining()));
+  setVisible(model.needsExamination() && (examination || model.isExamining()));
 }
 
 void CheckList::showSummary(const AppModel& model) {

@@ -93,7 +93,7 @@ TEST(NodeHolders, TellWhoHasItsTurnAtWritingAndWhetherItIsStopped) {
   struct Case {
     std::string facts;
     std::string status;
-    bool hasTurn;
+    bool hasWriteLock;
     bool isStopped;
   };
   const std::vector<Case> cases{
@@ -113,7 +113,7 @@ TEST(NodeHolders, TellWhoHasItsTurnAtWritingAndWhetherItIsStopped) {
     tree.file("/proc/200/stat", each.status);
     const SystemFiles system(tree.root());
     EXPECT_EQ(NodeHolders(system, self, {SystemTree::node}).of(SystemTree::node),
-              (std::vector<NodeHolder>{{200, "game", false, each.hasTurn, each.isStopped}}))
+              (std::vector<NodeHolder>{{200, "game", false, each.hasWriteLock, each.isStopped}}))
         << each.facts << each.status;
   }
 }

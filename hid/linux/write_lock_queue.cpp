@@ -1,4 +1,4 @@
-#include "hid/linux/write_line.h"
+#include "hid/linux/write_lock_queue.h"
 
 #include <fcntl.h>
 
@@ -8,15 +8,15 @@
 namespace quorvane {
 namespace {
 
-// The bytes that are locked. Who waits comes in at the end and goes on to the byte before as soon
-// as that is free, so that nobody overtakes.
-constexpr int turn = 0;
+// The bytes that are locked. A waiter enters at the end and moves to the byte before it as soon as
+// that is free: first come, first served.
+constexpr int writeLock = 0;
 constexpr int presence = 1;  // shared by all
 constexpr int firstInLine = 2;
 constexpr int endOfLine = 9;
 constexpr int nowhere = endOfLine + 1;
 
-int placeBefore(int place) { return place == firstInLine ? turn : place - 1; }
+int placeBefore(int place) { return place == firstInLine ? writeLock : place - 1; }
 
 struct flock lockOn(int byte, int type) {
   struct flock lock {};
@@ -27,7 +27,7 @@ struct flock lockOn(int byte, int type) {
   return lock;
 }
 
-// A signal that comes in between is no answer.
+// Repeats a call that a signal interrupted.
 int ask(int node, int command, struct flock& lock) {
   int answer = 0;
   do {
@@ -36,8 +36,8 @@ int ask(int node, int command, struct flock& lock) {
   return answer;
 }
 
-// None when the lock cannot be had at all.
-std::optional<bool> tryLock(int node, int byte, int type) {
+// Whether the byte could be locked; nothing where the file system has no locks.
+std::optional<bool> lockByte(int node, int byte, int type) {
   struct flock lock = lockOn(byte, type);
   if (ask(node, F_OFD_SETLK, lock) == 0) return true;
   if (errno == EAGAIN || errno == EACCES) return false;
@@ -46,13 +46,13 @@ std::optional<bool> tryLock(int node, int byte, int type) {
 
 }  // namespace
 
-WriteLine::WriteLine(int node)
-    : node_(node), place_(nowhere), canLock_(tryLock(node_, presence, F_RDLCK).has_value()) {}
+WriteLockQueue::WriteLockQueue(int node)
+    : node_(node), place_(nowhere), canLock_(lockByte(node_, presence, F_RDLCK).has_value()) {}
 
-bool WriteLine::tryTurn() {
-  while (place_ != turn) {
+bool WriteLockQueue::tryLock() {
+  while (place_ != writeLock) {
     const int next = placeBefore(place_);
-    const auto locked = tryLock(node_, next, F_WRLCK);
+    const auto locked = lockByte(node_, next, F_WRLCK);
     canLock_ = locked.has_value();
     if (!locked) return true;
     if (!*locked) return false;
@@ -62,12 +62,12 @@ bool WriteLine::tryTurn() {
   return true;
 }
 
-void WriteLine::leave() {
-  if (place_ != nowhere) tryLock(node_, place_, F_UNLCK);
+void WriteLockQueue::leave() {
+  if (place_ != nowhere) lockByte(node_, place_, F_UNLCK);
   place_ = nowhere;
 }
 
-bool WriteLine::areOthersThere() const {
+bool WriteLockQueue::areOthersThere() const {
   struct flock other = lockOn(presence, F_WRLCK);
   return !canLock_ || ask(node_, F_OFD_GETLK, other) != 0 || other.l_type != F_UNLCK;
 }

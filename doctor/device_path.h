@@ -5,7 +5,7 @@
 namespace quorvane {
 
 // One base on its way from the bus to the programs: how far it has come. Points into the facts.
-struct Trail {
+struct DevicePath {
   const USBDeviceFacts* usb = nullptr;
   const HIDFacts* hid = nullptr;
   const NodeFacts* node = nullptr;      // that exists
@@ -16,6 +16,6 @@ struct Trail {
 };
 
 // Follows the base that is examined; without one, the first device that may be a base.
-Trail followTrail(const DoctorFacts& facts);
+DevicePath devicePathOf(const DoctorFacts& facts);
 
 }  // namespace quorvane

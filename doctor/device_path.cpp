@@ -1,4 +1,4 @@
-#include "doctor/trail.h"
+#include "doctor/device_path.h"
 
 #include <algorithm>
 
@@ -45,21 +45,21 @@ const USBDeviceFacts* usbAbove(const std::vector<USBDeviceFacts>& all, const HID
 
 }  // namespace
 
-Trail followTrail(const DoctorFacts& facts) {
+DevicePath devicePathOf(const DoctorFacts& facts) {
   const MachineFacts& machine = facts.machine;
-  Trail trail;
+  DevicePath path;
   if (facts.base) {
-    trail.base = &*facts.base;
-    trail.hid = hidWithNode(machine.hid, facts.base->device->node());
+    path.base = &*facts.base;
+    path.hid = hidWithNode(machine.hid, facts.base->device->node());
   } else {
-    trail.hid = firstBase(machine.hid, facts.devices);
+    path.hid = firstBase(machine.hid, facts.devices);
   }
-  trail.usb = trail.hid != nullptr ? usbAbove(machine.usb, *trail.hid)
-                                   : firstBase(machine.usb, facts.devices);
-  if (trail.hid != nullptr && trail.hid->node && trail.hid->node->exists) {
-    trail.node = &*trail.hid->node;
+  path.usb = path.hid != nullptr ? usbAbove(machine.usb, *path.hid)
+                                 : firstBase(machine.usb, facts.devices);
+  if (path.hid != nullptr && path.hid->node && path.hid->node->exists) {
+    path.node = &*path.hid->node;
   }
-  return trail;
+  return path;
 }
 
 }  // namespace quorvane

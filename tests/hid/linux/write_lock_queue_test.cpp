@@ -1,4 +1,4 @@
-#include "hid/linux/write_line.h"
+#include "hid/linux/write_lock_queue.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -20,14 +20,14 @@ namespace quorvane::write_line_test {
 namespace {
 
 // A file in a node's place; each opening has a line of its own, as another program has.
-class WriteLineTest : public testing::Test {
+class WriteLockQueueTest : public testing::Test {
  protected:
   struct Opening {
     explicit Opening(const std::filesystem::path& node, int flags = O_RDWR)
         : fd(::open(node.c_str(), flags | O_CREAT | O_CLOEXEC, 0600)), line(fd.get()) {}
 
     UniqueFd fd;
-    WriteLine line;
+    WriteLockQueue line;
   };
 
   std::unique_ptr<Opening> open(int flags = O_RDWR) const {
@@ -38,55 +38,55 @@ class WriteLineTest : public testing::Test {
   const std::filesystem::path node_ = directory_ / "node";
 };
 
-TEST_F(WriteLineTest, WhoIsAloneHasTheTurnAtOnceAndAgain) {
+TEST_F(WriteLockQueueTest, WhoIsAloneHasTheTurnAtOnceAndAgain) {
   const auto only = open();
   for (int i = 0; i < 3; ++i) {
-    EXPECT_TRUE(only->line.tryTurn());
-    EXPECT_TRUE(only->line.tryTurn());
+    EXPECT_TRUE(only->line.tryLock());
+    EXPECT_TRUE(only->line.tryLock());
     only->line.leave();
   }
   only->line.leave();
   EXPECT_FALSE(only->line.areOthersThere());
 }
 
-TEST_F(WriteLineTest, OneHasTheTurnUntilItLeaves) {
+TEST_F(WriteLockQueueTest, OneHasTheTurnUntilItLeaves) {
   const auto first = open();
   const auto second = open();
-  EXPECT_TRUE(first->line.tryTurn());
-  EXPECT_FALSE(second->line.tryTurn());
-  EXPECT_TRUE(first->line.tryTurn());
-  EXPECT_FALSE(second->line.tryTurn());
+  EXPECT_TRUE(first->line.tryLock());
+  EXPECT_FALSE(second->line.tryLock());
+  EXPECT_TRUE(first->line.tryLock());
+  EXPECT_FALSE(second->line.tryLock());
   first->line.leave();
-  EXPECT_TRUE(second->line.tryTurn());
-  EXPECT_FALSE(first->line.tryTurn());
+  EXPECT_TRUE(second->line.tryLock());
+  EXPECT_FALSE(first->line.tryLock());
 }
 
-TEST_F(WriteLineTest, NobodyOvertakesHoweverOftenItAsks) {
+TEST_F(WriteLockQueueTest, NobodyOvertakesHoweverOftenItAsks) {
   std::vector<std::unique_ptr<Opening>> programs(5);
   for (auto& program : programs) program = open();
-  for (const auto& program : programs) program->line.tryTurn();
+  for (const auto& program : programs) program->line.tryLock();
   // Who had its turn wants the next one at once, and asks before everybody else.
   for (std::size_t round = 0; round < 40; ++round) {
     const std::size_t turn = round % programs.size();
     for (std::size_t i = 0; i < programs.size(); ++i) {
-      EXPECT_EQ(programs[i]->line.tryTurn(), i == turn) << round << " " << i;
+      EXPECT_EQ(programs[i]->line.tryLock(), i == turn) << round << " " << i;
     }
     programs[turn]->line.leave();
-    for (int times = 0; times < 3; ++times) EXPECT_FALSE(programs[turn]->line.tryTurn());
+    for (int times = 0; times < 3; ++times) EXPECT_FALSE(programs[turn]->line.tryLock());
   }
 }
 
-TEST_F(WriteLineTest, MoreThanTheLineHoldsAllGetTheirTurn) {
+TEST_F(WriteLockQueueTest, MoreThanTheLineHoldsAllGetTheirTurn) {
   std::vector<std::unique_ptr<Opening>> programs(20);
   for (auto& program : programs) program = open();
-  for (const auto& program : programs) program->line.tryTurn();
+  for (const auto& program : programs) program->line.tryLock();
   for (std::size_t served = 0; served < 20; ++served) {
     std::size_t have = 0;
     std::size_t last = 0;
     for (int moves = 0; moves < 10; ++moves) {
       have = 0;
       for (std::size_t i = 0; i < programs.size(); ++i) {
-        if (!programs[i]->line.tryTurn()) continue;
+        if (!programs[i]->line.tryLock()) continue;
         ++have;
         last = i;
       }
@@ -96,37 +96,37 @@ TEST_F(WriteLineTest, MoreThanTheLineHoldsAllGetTheirTurn) {
   }
 }
 
-TEST_F(WriteLineTest, WhoGivesUpWaitingIsInNobodysWay) {
+TEST_F(WriteLockQueueTest, WhoGivesUpWaitingIsInNobodysWay) {
   const auto first = open();
   const auto second = open();
   const auto third = open();
-  EXPECT_TRUE(first->line.tryTurn());
-  EXPECT_FALSE(second->line.tryTurn());
-  EXPECT_FALSE(third->line.tryTurn());
+  EXPECT_TRUE(first->line.tryLock());
+  EXPECT_FALSE(second->line.tryLock());
+  EXPECT_FALSE(third->line.tryLock());
   second->line.leave();
   first->line.leave();
-  EXPECT_TRUE(third->line.tryTurn());
+  EXPECT_TRUE(third->line.tryLock());
 }
 
-TEST_F(WriteLineTest, ClosingEndsTheTurnAndTheWaiting) {
+TEST_F(WriteLockQueueTest, ClosingEndsTheTurnAndTheWaiting) {
   auto first = open();
   auto second = open();
   const auto third = open();
-  EXPECT_TRUE(first->line.tryTurn());
-  EXPECT_FALSE(second->line.tryTurn());
-  EXPECT_FALSE(third->line.tryTurn());
+  EXPECT_TRUE(first->line.tryLock());
+  EXPECT_FALSE(second->line.tryLock());
+  EXPECT_FALSE(third->line.tryLock());
   second.reset();
-  EXPECT_FALSE(third->line.tryTurn());
+  EXPECT_FALSE(third->line.tryLock());
   first.reset();
-  EXPECT_TRUE(third->line.tryTurn());
+  EXPECT_TRUE(third->line.tryLock());
   EXPECT_FALSE(third->line.areOthersThere());
 }
 
-TEST_F(WriteLineTest, AKilledProgramLeavesNothing) {
+TEST_F(WriteLockQueueTest, AKilledProgramLeavesNothing) {
   const Pipe ready;
   ChildProcess program([&]() -> std::string {
     const auto opening = open();
-    if (!opening->line.tryTurn()) return "no turn";
+    if (!opening->line.tryLock()) return "no turn";
     if (::write(ready.writing.get(), "", 1) != 1) return "no word";
     ::pause();
     return "woken";
@@ -135,54 +135,54 @@ TEST_F(WriteLineTest, AKilledProgramLeavesNothing) {
   ASSERT_EQ(::read(ready.reading.get(), &byte, 1), 1);
   const auto own = open();
   EXPECT_TRUE(own->line.areOthersThere());
-  EXPECT_FALSE(own->line.tryTurn());
+  EXPECT_FALSE(own->line.tryLock());
   program.kill();
   EXPECT_EQ(program.end(), "signal 9");
-  EXPECT_TRUE(own->line.tryTurn());
+  EXPECT_TRUE(own->line.tryLock());
   EXPECT_FALSE(own->line.areOthersThere());
 }
 
-TEST_F(WriteLineTest, OthersAreThereWhileTheyHaveTheNodeOpen) {
+TEST_F(WriteLockQueueTest, OthersAreThereWhileTheyHaveTheNodeOpen) {
   const auto first = open();
   EXPECT_FALSE(first->line.areOthersThere());
   auto second = open();
   EXPECT_TRUE(first->line.areOthersThere());
   EXPECT_TRUE(second->line.areOthersThere());
-  EXPECT_TRUE(second->line.tryTurn());
+  EXPECT_TRUE(second->line.tryLock());
   EXPECT_TRUE(first->line.areOthersThere());
   second.reset();
   EXPECT_FALSE(first->line.areOthersThere());
 }
 
-TEST_F(WriteLineTest, WhereLocksCannotBeHadItIsEverybodysTurnAndOthersMayBeThere) {
+TEST_F(WriteLockQueueTest, WhereLocksCannotBeHadItIsEverybodysTurnAndOthersMayBeThere) {
   const auto first = open();
-  EXPECT_TRUE(first->line.tryTurn());
+  EXPECT_TRUE(first->line.tryLock());
   // The system refuses an exclusive lock on what is not open for writing.
   const auto second = open(O_RDONLY);
-  EXPECT_TRUE(second->line.tryTurn());
+  EXPECT_TRUE(second->line.tryLock());
   first->line.leave();
-  EXPECT_TRUE(second->line.tryTurn());
+  EXPECT_TRUE(second->line.tryLock());
   second->line.leave();
   EXPECT_TRUE(second->line.areOthersThere());
 
-  WriteLine none(-1);
-  EXPECT_TRUE(none.tryTurn());
+  WriteLockQueue none(-1);
+  EXPECT_TRUE(none.tryLock());
   EXPECT_TRUE(none.areOthersThere());
   none.leave();
 }
 
-TEST_F(WriteLineTest, WhileTheSystemIsOutOfLocksItIsEverybodysTurnAndOthersMayBeThere) {
+TEST_F(WriteLockQueueTest, WhileTheSystemIsOutOfLocksItIsEverybodysTurnAndOthersMayBeThere) {
   const auto first = open();
   const auto second = open();
-  EXPECT_TRUE(first->line.tryTurn());
+  EXPECT_TRUE(first->line.tryLock());
   {
     const FileCalls calls(FileCalls::failEach("fcntl", ENOLCK));
-    EXPECT_TRUE(second->line.tryTurn());
+    EXPECT_TRUE(second->line.tryLock());
     EXPECT_TRUE(second->line.areOthersThere());
   }
-  EXPECT_FALSE(second->line.tryTurn());
+  EXPECT_FALSE(second->line.tryLock());
   first->line.leave();
-  EXPECT_TRUE(second->line.tryTurn());
+  EXPECT_TRUE(second->line.tryLock());
 }
 
 FileCalls::Verdict interruptFirstLock() {
@@ -191,9 +191,9 @@ FileCalls::Verdict interruptFirstLock() {
   };
 }
 
-TEST_F(WriteLineTest, ASignalInBetweenIsNoAnswer) {
+TEST_F(WriteLockQueueTest, ASignalInBetweenIsNoAnswer) {
   const auto first = open();
-  EXPECT_TRUE(first->line.tryTurn());
+  EXPECT_TRUE(first->line.tryLock());
   {
     const FileCalls calls(interruptFirstLock());
     const auto second = open();
@@ -202,7 +202,7 @@ TEST_F(WriteLineTest, ASignalInBetweenIsNoAnswer) {
   const auto second = open();
   {
     const FileCalls calls(interruptFirstLock());
-    EXPECT_FALSE(second->line.tryTurn());
+    EXPECT_FALSE(second->line.tryLock());
   }
   first->line.leave();
   first->fd.reset();
@@ -210,18 +210,18 @@ TEST_F(WriteLineTest, ASignalInBetweenIsNoAnswer) {
   EXPECT_FALSE(second->line.areOthersThere());
 }
 
-TEST_F(WriteLineTest, WhoIsStoppedAtItsTurnCanBeNamed) {
+TEST_F(WriteLockQueueTest, WhoIsStoppedAtItsTurnCanBeNamed) {
   ChildProcess other([this] {
     const auto opening = open();
-    opening->line.tryTurn();
+    opening->line.tryLock();
     ::raise(SIGSTOP);
     return std::string();
   });
   other.waitUntilStopped();
   {
     HidrawPort port(std::move(open()->fd), true);
-    EXPECT_FALSE(port.tryWriteTurn());
-    const auto holder = port.turnHolder();
+    EXPECT_FALSE(port.tryWriteLock());
+    const auto holder = port.writeLockHolder();
     ASSERT_TRUE(holder);
     EXPECT_EQ(holder->process, other.id());
     EXPECT_TRUE(holder->isStopped);

@@ -1,4 +1,4 @@
-#include "hid/linux/node_visits.h"
+#include "hid/linux/other_openings.h"
 
 #include <sys/inotify.h>
 #include <unistd.h>
@@ -18,25 +18,25 @@ std::string linkTo(int node) { return "/proc/self/fd/" + std::to_string(node); }
 
 }  // namespace
 
-NodeVisits::NodeVisits(int node, Look look)
+OtherOpenings::OtherOpenings(int node, Look look)
     : events_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)), look_(std::move(look)) {
   isWatched_ =
       events_ && ::inotify_add_watch(events_.get(), linkTo(node).c_str(), IN_OPEN | IN_CLOSE) >= 0;
   if (!look_) look_ = [node] { return mayOthersHave(node); };
 }
 
-bool NodeVisits::mayHaveBeenAny() {
+bool OtherOpenings::mayHaveBeenAny() {
   any_ = any_ || !isWatched_ || wasAnybodyThere() || hasAnybodyCome();
   return any_;
 }
 
 // Later than at the beginning is early enough: whoever left since then is among the events.
-bool NodeVisits::wasAnybodyThere() {
+bool OtherOpenings::wasAnybodyThere() {
   const Look look = std::exchange(look_, nullptr);
   return look && look();
 }
 
-bool NodeVisits::hasAnybodyCome() {
+bool OtherOpenings::hasAnybodyCome() {
   std::array<char, 4096> buffer{};
   ssize_t length = 0;
   do {

@@ -1,4 +1,4 @@
-#include "hid/linux/node_visits.h"
+#include "hid/linux/other_openings.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 namespace quorvane::node_visits_test {
 namespace {
 
-class NodeVisitsTest : public testing::Test {
+class OtherOpeningsTest : public testing::Test {
  protected:
   void SetUp() override { ASSERT_EQ(::mkfifo(node_.c_str(), 0600), 0); }
 
@@ -25,27 +25,27 @@ class NodeVisitsTest : public testing::Test {
   const std::filesystem::path node_ = directory_ / "node";
 };
 
-TEST_F(NodeVisitsTest, OnesOwnOpeningIsNone) {
+TEST_F(OtherOpeningsTest, OnesOwnOpeningIsNone) {
   const UniqueFd own = open();
-  NodeVisits visits(own.get());
+  OtherOpenings visits(own.get());
   EXPECT_FALSE(visits.mayHaveBeenAny());
   ASSERT_EQ(::write(own.get(), "x", 1), 1);
   EXPECT_FALSE(visits.mayHaveBeenAny());
 }
 
-TEST_F(NodeVisitsTest, WhoCameAndWentIsRememberedForGood) {
+TEST_F(OtherOpeningsTest, WhoCameAndWentIsRememberedForGood) {
   for (const int flags : {O_RDWR, O_RDONLY, O_WRONLY}) {
     const UniqueFd own = open();
-    NodeVisits visits(own.get());
+    OtherOpenings visits(own.get());
     EXPECT_FALSE(visits.mayHaveBeenAny());
     open(flags);
     for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny()) << flags;
   }
 }
 
-TEST_F(NodeVisitsTest, OpeningsThatTheKernelTellsOfOnceHideNobody) {
+TEST_F(OtherOpeningsTest, OpeningsThatTheKernelTellsOfOnceHideNobody) {
   const UniqueFd own = open();
-  NodeVisits visits(own.get());
+  OtherOpenings visits(own.get());
   EXPECT_FALSE(visits.mayHaveBeenAny());
   const UniqueFd first = open();
   UniqueFd second = open();
@@ -53,28 +53,28 @@ TEST_F(NodeVisitsTest, OpeningsThatTheKernelTellsOfOnceHideNobody) {
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny());
 }
 
-TEST_F(NodeVisitsTest, WhoWasThereBeforeIsSeen) {
+TEST_F(OtherOpeningsTest, WhoWasThereBeforeIsSeen) {
   UniqueFd before = open();
   const UniqueFd own = open();
-  NodeVisits visits(own.get());
+  OtherOpenings visits(own.get());
   EXPECT_TRUE(visits.mayHaveBeenAny());
   before.reset();
   EXPECT_TRUE(visits.mayHaveBeenAny());
 }
 
-TEST_F(NodeVisitsTest, WhoWasThereBeforeAndLeftUnseenIsSeenLeaving) {
+TEST_F(OtherOpeningsTest, WhoWasThereBeforeAndLeftUnseenIsSeenLeaving) {
   UniqueFd before = open();
   const UniqueFd own = open();
-  NodeVisits visits(own.get());
+  OtherOpenings visits(own.get());
   before.reset();
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny());
 }
 
-TEST_F(NodeVisitsTest, WhoWasThereBeforeIsLookedForOnce) {
+TEST_F(OtherOpeningsTest, WhoWasThereBeforeIsLookedForOnce) {
   for (const bool isAnybodyThere : {true, false}) {
     int looks = 0;
     const UniqueFd own = open();
-    NodeVisits visits(own.get(), [&] {
+    OtherOpenings visits(own.get(), [&] {
       ++looks;
       return isAnybodyThere;
     });
@@ -84,35 +84,35 @@ TEST_F(NodeVisitsTest, WhoWasThereBeforeIsLookedForOnce) {
   }
 }
 
-TEST_F(NodeVisitsTest, FollowTheNodeThatIsOpenAndNotItsPath) {
+TEST_F(OtherOpeningsTest, FollowTheNodeThatIsOpenAndNotItsPath) {
   const UniqueFd own = open();
   std::filesystem::remove(node_);
   ASSERT_EQ(::mkfifo(node_.c_str(), 0600), 0);
-  NodeVisits visits(own.get());
+  OtherOpenings visits(own.get());
   const UniqueFd other = open();
   EXPECT_FALSE(visits.mayHaveBeenAny());
 }
 
-TEST_F(NodeVisitsTest, AreNotKnownAnyMoreWhenTheyWereTooMany) {
+TEST_F(OtherOpeningsTest, AreNotKnownAnyMoreWhenTheyWereTooMany) {
   int longest = 0;
   std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> longest;
   ASSERT_GT(longest, 0);
   const UniqueFd own = open();
-  NodeVisits visits(own.get());
+  OtherOpenings visits(own.get());
   for (int i = 0; i <= longest / 2; ++i) open();
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny());
 }
 
-TEST_F(NodeVisitsTest, AreNotKnownWhereNothingCanBeWatched) {
-  NodeVisits visits(-1);
+TEST_F(OtherOpeningsTest, AreNotKnownWhereNothingCanBeWatched) {
+  OtherOpenings visits(-1);
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny());
 }
 
-TEST_F(NodeVisitsTest, AreNotKnownToAUserWhoWatchesTooMuchAlready) {
+TEST_F(OtherOpeningsTest, AreNotKnownToAUserWhoWatchesTooMuchAlready) {
   const UniqueFd own = open();
   for (const char* const call : {"inotify_init1", "inotify_add_watch"}) {
     const FileCalls calls(FileCalls::failEach(call, ENOSPC));
-    NodeVisits visits(own.get());
+    OtherOpenings visits(own.get());
     for (int i = 0; i < 3; ++i) EXPECT_TRUE(visits.mayHaveBeenAny()) << call;
     EXPECT_EQ(calls.count(call), 1U);
   }

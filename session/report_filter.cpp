@@ -1,4 +1,4 @@
-#include "session/report_news.h"
+#include "session/report_filter.h"
 
 #include <utility>
 
@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-bool ReportNews::isNews(ByteView report) {
+bool ReportFilter::passes(ByteView report) {
   if (const auto status = WheelStatus::fromReport(report)) {
     return std::exchange(status_, status) != status;
   }

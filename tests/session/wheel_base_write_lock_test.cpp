@@ -258,17 +258,17 @@ TEST_F(WheelBaseTurns, EveryExchangeWaitsUntilTheOtherIsDone) {
       program->fetchTuning(WheelBase::readTimeout);
     }
     // The other has its turn when this one asks, and is done with it after three questions.
-    ASSERT_TRUE(other->connection().tryWriteTurn());
+    ASSERT_TRUE(other->connection().tryWriteLock());
     clock.at(2, [&] {
       other->connection().send(other->packet(forceFeedback, 70));
-      other->connection().endWriteTurn();
+      other->connection().endWriteLock();
       session.takeTranscript();
     });
     session.takeTranscript();
     exchange.run(*waiting);
     EXPECT_EQ(session.takeTranscript(), exchange.transcript);
     // It left the turn to whoever comes next.
-    EXPECT_TRUE(other->connection().tryWriteTurn());
+    EXPECT_TRUE(other->connection().tryWriteLock());
     for (const auto& program : {other, waiting}) program->disconnect();
   }
 }
@@ -277,23 +277,23 @@ TEST_F(WheelBaseTurns, ATurnThatDoesNotComeIsAnErrorAfterTwoSeconds) {
   come();
   for (const Exchange& exchange : exchanges()) {
     SCOPED_TRACE(exchange.name);
-    ASSERT_TRUE(other_->connection().tryWriteTurn());
+    ASSERT_TRUE(other_->connection().tryWriteLock());
     const auto begin = device->clock().now();
     EXPECT_EQ(errorText([&] { exchange.run(*base); }), noTurn);
     EXPECT_NEAR(Seconds(device->clock().now() - begin).count(), 2.0, 0.0101);
     const Lines lines = takeTranscript();
     EXPECT_EQ(lines, Lines(lines.size(), turnPause));
     // It has left the line as well.
-    other_->connection().endWriteTurn();
-    EXPECT_TRUE(other_->connection().tryWriteTurn());
+    other_->connection().endWriteLock();
+    EXPECT_TRUE(other_->connection().tryWriteLock());
   }
 }
 
 TEST_F(WheelBaseTurns, AProgramThatKeepsTheTurnIsNamedWhereItIsKnown) {
   come();
-  ASSERT_TRUE(other_->connection().tryWriteTurn());
+  ASSERT_TRUE(other_->connection().tryWriteLock());
   NodeHolder holder{200, "game"};
-  holder.hasTurn = true;
+  holder.hasWriteLock = true;
   device->setTurnHolder(holder);
   EXPECT_EQ(
       errorText([&] { base->set(naturalInertia, 9, true); }),
@@ -321,19 +321,19 @@ TEST_F(WheelBaseTurns, NobodyComesBetweenAWriteAndItsReadBack) {
 TEST_F(WheelBaseTurns, ADisconnectEndsTheWaiting) {
   come();
   // The one that waits is the other program, since its clock's pauses can be used.
-  ASSERT_TRUE(base->connection().tryWriteTurn());
+  ASSERT_TRUE(base->connection().tryWriteLock());
   clock_.at(4, [&] { other_->disconnect(); });
   EXPECT_EQ(errorText([&] { other_->set(naturalInertia, 9, true); }), "Device is not open");
   other_->connection().join();
   EXPECT_EQ(takeTranscript(),
             (Lines{turnPause, turnPause, turnPause, turnPause, turnPause, "close"}));
-  base->connection().endWriteTurn();
+  base->connection().endWriteLock();
   base->set(naturalInertia, 9, true);
 }
 
 TEST_F(WheelBaseTurns, ABaseThatLeavesEndsTheWaiting) {
   come();
-  ASSERT_TRUE(base->connection().tryWriteTurn());
+  ASSERT_TRUE(base->connection().tryWriteLock());
   clock_.at(4, [&] { device->unplug(); });
   EXPECT_EQ(errorText([&] { other_->set(naturalInertia, 9, true); }),
             "HID I/O failed: SetReport id 0xFF -> device not found");
@@ -341,7 +341,7 @@ TEST_F(WheelBaseTurns, ABaseThatLeavesEndsTheWaiting) {
 
 TEST_F(WheelBaseTurns, AProgramThatEndsInItsTurnLeavesIt) {
   come();
-  ASSERT_TRUE(other_->connection().tryWriteTurn());
+  ASSERT_TRUE(other_->connection().tryWriteLock());
   leave();
   base->set(naturalInertia, 9, true);
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("41", "09"), writePause, menuRequest}));
@@ -352,13 +352,13 @@ TEST_F(WheelBaseTurns, AFailureEndsTheTurn) {
   behave([](SimulatedBehaviour& b) { b.failSendsWith = otherCode; });
   for (const Exchange& exchange : exchanges()) {
     EXPECT_NE(errorText([&] { exchange.run(*base); }), "no error") << exchange.name;
-    EXPECT_TRUE(other_->connection().tryWriteTurn()) << exchange.name;
-    other_->connection().endWriteTurn();
+    EXPECT_TRUE(other_->connection().tryWriteLock()) << exchange.name;
+    other_->connection().endWriteLock();
   }
 }
 
 TEST_F(WheelBaseTurns, WithoutTurnsEveryWriteReadsFirst) {
-  device->setHasTurns(false);
+  device->setHasWriteLocks(false);
   base->set(forceFeedback, 70, true);
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "05"), writePause, menuRequest}));
   come();
@@ -381,7 +381,7 @@ TEST_F(WheelBaseTurns, ASessionForReadingReadsBeforeItWrites) {
 
 TEST_F(WheelBaseTurns, TheSessionItselfWaitsForNoTurnToSendAsItIs) {
   come();
-  ASSERT_TRUE(other_->connection().tryWriteTurn());
+  ASSERT_TRUE(other_->connection().tryWriteLock());
   base->toggleAdvancedMode();
   base->sendRaw(FanatecCommands::requestTuningSnapshot());
   base->setRotation(900);

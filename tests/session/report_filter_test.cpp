@@ -1,4 +1,4 @@
-#include "session/report_news.h"
+#include "session/report_filter.h"
 
 #include <gtest/gtest.h>
 
@@ -27,17 +27,17 @@ Bytes statusOf(std::uint8_t wheel, std::uint8_t firmware, std::uint8_t axis = 0)
   return report;
 }
 
-TEST(ReportNews, AnswersAreNewsEachTime) {
-  ReportNews news;
+TEST(ReportFilter, AnswersAreNewsEachTime) {
+  ReportFilter news;
   for (const auto subID : {IdentityReport::subID, TuningSnapshot::subID}) {
     const Bytes report = reportOf(64, 0xFF, subID);
-    EXPECT_TRUE(news.isNews(report));
-    EXPECT_TRUE(news.isNews(report));
+    EXPECT_TRUE(news.passes(report));
+    EXPECT_TRUE(news.passes(report));
   }
 }
 
-TEST(ReportNews, OtherReportsAreNone) {
-  ReportNews news;
+TEST(ReportFilter, OtherReportsAreNone) {
+  ReportFilter news;
   const std::vector<Bytes> cases{
       {},
       {0x01},
@@ -50,23 +50,23 @@ TEST(ReportNews, OtherReportsAreNone) {
       reportOf(35, 0x01, 0),
       reportOf(34, 0x02, 0),
   };
-  for (const Bytes& report : cases) EXPECT_FALSE(news.isNews(report)) << hexDump(report);
+  for (const Bytes& report : cases) EXPECT_FALSE(news.passes(report)) << hexDump(report);
 }
 
-TEST(ReportNews, AStatusIsNewsWhenItsWheelOrFirmwareDiffersFromTheLast) {
+TEST(ReportFilter, AStatusIsNewsWhenItsWheelOrFirmwareDiffersFromTheLast) {
   struct Case {
     Bytes status;
-    bool isNews;
+    bool passes;
   };
   const std::vector<Case> cases{
       {statusOf(1, 1), true},  {statusOf(1, 1), false}, {statusOf(1, 1, 9), false},
       {statusOf(1, 2), true},  {statusOf(2, 2), true},  {statusOf(WheelStatus::noWheel, 3), false},
       {statusOf(2, 2), false}, {statusOf(1, 1), true},
   };
-  ReportNews news;
-  for (const auto& [status, isNews] : cases) {
-    EXPECT_EQ(news.isNews(status), isNews) << hexDump(status);
-    EXPECT_FALSE(news.isNews(reportOf(64, 0xFF, 0x01)));
+  ReportFilter news;
+  for (const auto& [status, passes] : cases) {
+    EXPECT_EQ(news.passes(status), passes) << hexDump(status);
+    EXPECT_FALSE(news.passes(reportOf(64, 0xFF, 0x01)));
   }
 }
 

@@ -15,11 +15,11 @@ namespace quorvane {
 // Finds something out on a thread of its own, which is left behind when that takes too long: a file
 // system that does not answer holds up whoever asks it.
 template <typename Found>
-class Errand {
+class TimedTask {
  public:
   // `find` owns all that it touches, and does not throw. Throws std::system_error when no thread is
   // to be had.
-  explicit Errand(std::function<Found()> find) : shared_(std::make_shared<Shared>()) {
+  explicit TimedTask(std::function<Found()> find) : shared_(std::make_shared<Shared>()) {
     shared_->thread = Thread("quorvane.doctor", [shared = shared_, find = std::move(find)] {
       Found found = find();
       {
