@@ -1,5 +1,16 @@
 # Sources are found by pattern and looked up again at every build, so a new file needs no edit here.
 
+# quorvane_precompile(TARGET HEADER...)
+#
+# Precompiles headers of libraries that most sources of the target include. Does nothing without
+# QUORVANE_PCH, as in builds that compile several sources at once.
+function(quorvane_precompile target)
+  if(QUORVANE_PCH)
+    target_precompile_headers(${target} PRIVATE
+      <algorithm> <functional> <map> <memory> <optional> <string> <vector> <fmt/format.h> ${ARGN})
+  endif()
+endfunction()
+
 # quorvane_library(FOLDER [SUBFOLDERS NAME...] [DEPENDS TARGET...])
 #
 # The static library quorvane_FOLDER, made of every .cpp in the calling folder and the named sub-
@@ -17,6 +28,13 @@ function(quorvane_library folder)
   add_library(quorvane_${folder} STATIC ${sources})
   target_include_directories(quorvane_${folder} PUBLIC "${PROJECT_SOURCE_DIR}")
   target_link_libraries(quorvane_${folder} PUBLIC ${arg_DEPENDS} PRIVATE quorvane_flags)
+  set(headers "")
+  if(folder STREQUAL ui)
+    set(headers <QtWidgets>)
+  elseif(folder STREQUAL cli)
+    set(headers <CLI/CLI.hpp> <nlohmann/json.hpp>)
+  endif()
+  quorvane_precompile(quorvane_${folder} ${headers})
 endfunction()
 
 # quorvane_program(NAME SOURCES FILE... DEPENDS TARGET...)
@@ -41,6 +59,11 @@ function(quorvane_test folder)
   quorvane_program(${folder}_test
     SOURCES ${sources}
     DEPENDS quorvane_${folder} ${arg_DEPENDS} ${main})
+  set(headers <gtest/gtest.h>)
+  if(folder STREQUAL ui)
+    list(APPEND headers <QtWidgets>)
+  endif()
+  quorvane_precompile(${folder}_test ${headers})
   add_dependencies(suites ${folder}_test)
   gtest_discover_tests(${folder}_test
     TEST_PREFIX "${folder}/"
