@@ -24,12 +24,12 @@ std::string placeOf(const UdevRuleFacts& facts) {
   return fmt::format("{}, line {}", facts.rule.file, facts.rule.line);
 }
 
-// What the rules for a node come to, once all have run.
+// The combined effect of the rules for a node, in the order in which they run.
 struct RuleOutcome {
-  const UdevRuleFacts* granting = nullptr;  // gives it to the user at the seat, or to everyone
-  const UdevRuleFacts* taking = nullptr;    // a later one that takes that back
-  const UdevRuleFacts* tooLate = nullptr;   // tags it when the access lists are made
-  const UdevRuleFacts* grouping = nullptr;  // gives it to a group
+  const UdevRuleFacts* granting = nullptr;  // grants access to the user at the seat, or to everyone
+  const UdevRuleFacts* taking = nullptr;    // a later rule that revokes that
+  const UdevRuleFacts* tooLate = nullptr;   // sets the tag after the access lists were made
+  const UdevRuleFacts* grouping = nullptr;  // sets the group
 
   explicit RuleOutcome(const std::vector<UdevRuleFacts>& rules) {
     for (const UdevRuleFacts& rule : rules) apply(rule);
@@ -51,7 +51,7 @@ struct RuleOutcome {
     }
   }
 
-  // Gives it whatever happens to the device.
+  // Whether the rule runs on every event.
   static bool isAlways(const UdevRuleFacts* rule) {
     return rule != nullptr && rule->runsOnAdd && rule->runsOnChange;
   }
@@ -76,7 +76,7 @@ std::string byRule(const UdevRuleFacts* rule) {
   return rule == nullptr ? std::string() : fmt::format(" ({})", placeOf(*rule));
 }
 
-// How it comes that the user may.
+// Why the user has access.
 std::string grantOf(const NodeFacts& node, const UserFacts& user) {
   const RuleOutcome rules(node.rules);
   if (user.id == 0) return "you are root";
@@ -93,7 +93,7 @@ std::string grantOf(const NodeFacts& node, const UserFacts& user) {
   return "everyone may" + byRule(rules.granting);
 }
 
-// The file's name with the number that a rule for seats should have.
+// The file's path with the number 70, which runs before 73-seat-late.rules.
 std::string renumbered(const std::string& file) {
   const std::filesystem::path path(file);
   std::string name = path.filename();
@@ -111,7 +111,7 @@ Verdict judgeHidden(const HiddenRules& hidden) {
                         std::filesystem::path(hidden.hiddenBy).parent_path().string(), reload));
 }
 
-// No rule for the node is there at all.
+// There is no rule for the node.
 Verdict judgeMissingRule(const NodeFacts& node, const MachineFacts& machine) {
   if (machine.isRuleLost) {
     return Verdict::fail(
@@ -134,7 +134,7 @@ Verdict judgeMissingRule(const NodeFacts& node, const MachineFacts& machine) {
                                    ruleFile, reload));
 }
 
-// No rule that could grant it has a say.
+// No matching udev rule grants access; find out why.
 Verdict judgeWithoutRule(const NodeFacts& node, const RuleOutcome& rules,
                          const MachineFacts& machine) {
   const UserFacts& user = machine.user;
@@ -162,7 +162,7 @@ Verdict judgeWithoutRule(const NodeFacts& node, const RuleOutcome& rules,
   return judgeMissingRule(node, machine);
 }
 
-// The rule tags the device for the seat on some events alone.
+// The rule sets the seat's tag only on some events.
 Verdict judgeHalfRule(const UdevRuleFacts& rule) {
   if (rule.runsOnAdd) {
     return Verdict::fail(
@@ -179,7 +179,7 @@ Verdict judgeHalfRule(const UdevRuleFacts& rule) {
       fmt::format("Have it run on both, without ACTION==\"change\", then: {}", reload));
 }
 
-// A rule for whoever sits at the machine is at work, but not for this user.
+// A rule grants access to the user at the seat, but this user has none; find out why.
 Verdict judgeSeat(const NodeFacts& node, const UdevRuleFacts& rule, const MachineFacts& machine) {
   constexpr const char* viaGroup =
       "have a rule of your own give the node to a group of yours, with GROUP=\"...\" and "

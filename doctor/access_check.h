@@ -5,8 +5,8 @@
 
 namespace quorvane {
 
-// Whether this user may read and write the base's node: who grants it, or what is missing. A pure
-// function of the facts.
+// Whether this user may read and write the base's node, and what grants it or what is missing. A
+// pure function of the facts.
 Verdict judgeAccess(const DoctorFacts& facts, const DevicePath& path);
 
 }  // namespace quorvane

@@ -27,7 +27,7 @@ Opening openingOf(const std::exception& failure) {
   return Opening::failed;
 }
 
-// One session on a thread of its own. Held by that thread as well, which may be the last to let go.
+// One session on its own thread. The thread shares ownership, so it may outlive the caller.
 class Interview {
  public:
   Interview(const HIDDeviceInfo& base, Clock& clock) : base_(WheelBase::create(base, clock)) {}
@@ -39,7 +39,7 @@ class Interview {
     });
   }
 
-  // Whether it ended before the limit; else nothing more is asked.
+  // False on timeout; then disconnects, so that no further request is sent.
   bool wait(Seconds limit) {
     const auto duration = std::chrono::duration_cast<Monotonic::duration>(limit);
     if (done_.waitUntil(Monotonic::now() + duration)) {
@@ -106,7 +106,7 @@ BaseAnswers askBase(const HIDDeviceInfo& base, Clock& clock, Seconds limit) {
   const auto interview = std::make_shared<Interview>(base, clock);
   try {
     Interview::start(interview);
-  } catch (const std::system_error& error) {  // no thread is to be had
+  } catch (const std::system_error& error) {  // the thread could not be started
     BaseAnswers answers;
     answers.opening = Opening::failed;
     answers.openFailure = error.what();

@@ -10,23 +10,23 @@
 
 namespace quorvane {
 
-// What a base said when it was asked who it is and what its menu holds.
+// A base's answers to the requests for its identity and its menu.
 struct BaseAnswers {
   enum class Opening { notTried, opened, notPermitted, heldByAnother, failed };
 
   Opening opening = Opening::notTried;
-  std::string openFailure;  // in words, when it was not opened
+  std::string openFailure;  // the error text when it was not opened
   std::optional<IdentityReport> identity;
   std::string identityFailure;
   std::optional<TuningSnapshot> tuning;
   std::string tuningFailure;
-  std::optional<std::uint16_t> firmwareVersion;  // where the base told it
-  bool outOfTime = false;                        // it did not even take the questions
+  std::optional<std::uint16_t> firmwareVersion;  // none: not received
+  bool outOfTime = false;                        // the exchange was still blocked at the limit
 };
 
-// Opens the base, shared, asks both questions with the session's own time-out, and closes it.
-// Blocks at most for `limit`: a base that does not take a question in that time is left to a thread
-// that ends when it does.
+// Opens the base (shared), sends both requests with the session's own timeout, and closes it.
+// Blocks for at most `limit`. If a call to the base still blocks then, the thread is left running;
+// it ends when the call returns.
 BaseAnswers askBase(const HIDDeviceInfo& base, Clock& clock, Seconds limit);
 
 }  // namespace quorvane

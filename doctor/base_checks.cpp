@@ -51,7 +51,7 @@ std::string plus(const char* sentence, const char* next) {
   return fmt::format("{} {}", sentence, next);
 }
 
-// Why a question was not even asked; none where it was.
+// The verdict if the base could not be opened, so that no request was sent; else none.
 std::optional<Verdict> judgeOpening(const BaseAnswers& answers) {
   switch (answers.opening) {
     case Opening::opened:
@@ -105,7 +105,7 @@ Verdict judgeExclusive(const NodeFacts& node) {
       fmt::format("Find out which one, and close it: sudo fuser -v {}", node.path));
 }
 
-// Whoever is stopped in its turn at writing keeps everybody from writing.
+// A stopped process that holds the write lock blocks all other writers.
 std::optional<Verdict> judgeStopped(const NodeFacts& node) {
   for (const NodeHolder& holder : node.holders) {
     if (!holder.hasWriteLock || !holder.isStopped) continue;

@@ -5,14 +5,14 @@
 
 namespace quorvane {
 
-// What the base itself makes of it. Pure functions of the facts.
+// The checks of the base itself. Pure functions of the facts.
 
 Verdict judgeReports(const DoctorFacts& facts, const DevicePath& path);
 Verdict judgeIdentity(const DoctorFacts& facts, const DevicePath& path);
 Verdict judgeTuning(const DoctorFacts& facts, const DevicePath& path);
 
-// Other programs that have the base open: no harm, unless they keep it to themselves or it does not
-// answer.
+// Other programs that have the base open. Fails only if one has it open exclusively or blocks
+// writing, or if the base does not answer.
 Verdict judgeHolders(const DoctorFacts& facts, const DevicePath& path);
 
 }  // namespace quorvane

@@ -11,20 +11,20 @@ enum class CheckOutcome { passed, failed, notChecked };
 // "pass", "fail" or "notChecked".
 std::string_view rawValue(CheckOutcome outcome);
 
-// One line of the doctor's list. Its texts are plain words, on one line each, and never hold a
-// serial number.
+// One check in the doctor's list. Each text is a single line in plain words, and contains no serial
+// number.
 struct DoctorCheck {
-  std::string id;     // for programs: "usb", "access", ...; never changes its meaning
+  std::string id;     // for programs: "usb", "access", ...; stable across versions
   std::string title;  // for people: "Permission"
   CheckOutcome outcome = CheckOutcome::notChecked;
-  std::string finding;   // what was found; of what was not checked, why not
-  std::string nextStep;  // what to do now; present exactly when it failed
+  std::string finding;   // what was found, or why it was not checked
+  std::string nextStep;  // what to do; empty unless it failed
 
   bool operator==(const DoctorCheck&) const = default;
 };
 
-// Whether nothing failed. What was not checked waits for something that failed, or does not apply
-// to this base.
+// Whether no check failed. Ignores checks with outcome notChecked: they depend on a failed one, or
+// do not apply to this base.
 bool allPassed(const std::vector<DoctorCheck>& checks);
 
 }  // namespace quorvane

@@ -31,7 +31,7 @@ std::string nameOf(std::int64_t productID, const std::string& product) {
   return fmt::format("{} (0x{:04x})", product, static_cast<std::uint32_t>(productID));
 }
 
-// The names of what is there, each once, and whether they are all known.
+// The distinct names of the vendor's other devices, and whether all are in the catalogue.
 struct Others {
   std::vector<std::string> names;
   bool areAllKnown = true;
@@ -70,7 +70,7 @@ Verdict judgeMissing(const MachineFacts& machine) {
   return Verdict::fail("no Fanatec device", connectIt);
 }
 
-// The HID interface that matters: the base's own, else the first.
+// The USB interface of the base's HID device, else the first HID interface.
 const USBInterfaceFacts* hidInterface(const DevicePath& path) {
   for (const USBInterfaceFacts& interface : path.usb->interfaces) {
     if (!interface.isHID) continue;

@@ -5,13 +5,13 @@
 
 namespace quorvane {
 
-// How far the kernel has brought the base. Pure functions of the facts.
+// The checks of the base in the kernel: USB bus, driver, node. Pure functions of the facts.
 
 Verdict judgeBus(const DoctorFacts& facts, const DevicePath& path);
 Verdict judgeDriver(const DoctorFacts& facts, const DevicePath& path);
 Verdict judgeNode(const DoctorFacts& facts, const DevicePath& path);
 
-// The reason why what follows a step that is missing is not checked.
+// Findings of checks that are not made: there is no base, or it is simulated.
 extern const char* const noBaseReason;
 extern const char* const simulatedReason;
 

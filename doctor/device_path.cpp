@@ -7,7 +7,7 @@
 namespace quorvane {
 namespace {
 
-// A known base, or a product that nobody knows and that has not shown to be something else.
+// Whether the product is a base, or unknown and not enumerated as something else.
 bool mayBeBase(std::int64_t productID, const std::vector<HIDDeviceInfo>& devices) {
   if (const auto known = FanatecProduct::lookup(productID)) {
     return known->kind == ProductKind::wheelBase;

@@ -4,18 +4,19 @@
 
 namespace quorvane {
 
-// One base on its way from the bus to the programs: how far it has come. Points into the facts.
+// One base at each layer, from the USB bus to the program; null where it is missing. Points into
+// the facts.
 struct DevicePath {
   const USBDeviceFacts* usb = nullptr;
   const HIDFacts* hid = nullptr;
-  const NodeFacts* node = nullptr;      // that exists
-  const HIDDeviceInfo* base = nullptr;  // as the programs see it
+  const NodeFacts* node = nullptr;      // null also when the node does not exist
+  const HIDDeviceInfo* base = nullptr;  // as enumerated for the programs
 
-  // Whether there is anything of a base at all.
+  // Whether no layer has a base.
   bool isEmpty() const { return usb == nullptr && hid == nullptr && base == nullptr; }
 };
 
-// Follows the base that is examined; without one, the first device that may be a base.
+// The path of the examined base; without one, of the first device that may be a base.
 DevicePath devicePathOf(const DoctorFacts& facts);
 
 }  // namespace quorvane

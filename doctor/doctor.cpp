@@ -10,16 +10,16 @@
 namespace quorvane {
 namespace {
 
-// Both of the session's time-outs, and some more; what remains of the 5 s is for everything else.
+// Two read timeouts of the session and a margin. The rest of the 5 s is for everything else.
 constexpr Seconds askLimit{4.3};
 
-// Reading the user's presets, which may be on a network.
+// Reads the user's presets on another thread, because a network file system may block.
 class PresetReading {
  public:
   explicit PresetReading(const std::optional<std::filesystem::path>& file) : file_(file) {
     try {
       presetTask_.emplace([file] { return examinePresets(file); });
-    } catch (const std::system_error&) {  // no thread is to be had
+    } catch (const std::system_error&) {  // the thread could not be started
     }
   }
 

@@ -13,31 +13,30 @@
 
 namespace quorvane {
 
-// Where the doctor looks. What is referred to outlives the examination; the clock and the base's
-// device may be used for some seconds longer when the base does not even take a question.
+// The environment of an examination. The references must outlive it. When a call to the base
+// blocks, the clock and the base's device may be used for some seconds longer.
 struct DoctorWorld {
   HIDBackend& backend = HIDBackend::system();
-  HIDSurvey& survey = HIDSurvey::system();  // a simulated machine has its own
+  HIDSurvey& survey = HIDSurvey::system();  // simulated bases have their own
   Clock& clock = Clock::system();
-  std::optional<std::filesystem::path> presetFile;  // none: the user has no place for one
-  std::optional<HIDDeviceInfo> base;  // the one to examine; none: the one that is connected first
+  std::optional<std::filesystem::path> presetFile;  // none: the user has no data directory
+  std::optional<HIDDeviceInfo> base;                // the one to examine; none: the first candidate
 };
 
-// What an examination found: the list to show, and what it rests on, for the report.
+// The result of an examination: the checks to show, and the facts behind them, for the report.
 struct Diagnosis {
-  std::vector<DoctorCheck> checks;  // always all of them, in their order
+  std::vector<DoctorCheck> checks;  // always all of them, in a fixed order
   DoctorFacts facts;
 
   bool passed() const { return allPassed(checks); }
 };
 
-// Follows a base's way from the bus to its menu, and looks at the preset file: why is my base not
-// found, or does not answer? Blocks, at most for about 5 s; throws nothing; any thread may call.
+// Checks a base step by step, from the USB bus to its menu, and the preset file, to find out why a
+// base is not found or does not answer. Blocks for at most about 5 s. Does not throw. Thread-safe.
 //
-// Nothing is changed: it asks the base what every program asks on connecting. For that it opens the
-// base once more, shared, beside whoever has it open. Sessions of this process are left alone and
-// never count as another program; they see the answers too, so no values should be written
-// meanwhile.
+// Changes nothing: it sends the base the requests that every program sends on connecting. For that
+// it opens the base once more (shared). Sessions of this process are not affected and never count
+// as another program. They receive the answers too, so write no values meanwhile.
 Diagnosis examine(const DoctorWorld& world);
 
 }  // namespace quorvane

@@ -12,23 +12,23 @@
 
 namespace quorvane {
 
-// What became of reading the user's presets.
+// The result of reading the user's presets.
 struct PresetFacts {
-  std::optional<std::filesystem::path> file;  // none: the user has no place for one
+  std::optional<std::filesystem::path> file;  // none: the user has no data directory
   bool isMissing = false;
-  std::size_t count = 0;       // of the presets in it
-  std::string openFailure;     // why it cannot be read
-  std::string contentFailure;  // why what was read cannot be used
-  std::string replaceFailure;  // why it cannot be written
-  bool outOfTime = false;      // the file system it is on does not answer
+  std::size_t count = 0;       // number of presets in it
+  std::string openFailure;     // error text: cannot be read
+  std::string contentFailure;  // error text: cannot be decoded
+  std::string replaceFailure;  // error text: cannot be written
+  bool outOfTime = false;      // the file system did not answer in time
 };
 
-// All that the checks are made from.
+// The input of all checks.
 struct DoctorFacts {
   MachineFacts machine;
-  std::vector<HIDDeviceInfo> devices;  // of the vendor, as the programs see them
+  std::vector<HIDDeviceInfo> devices;  // of the vendor, as enumerated for the programs
   std::optional<HIDDeviceInfo> base;   // the one that is examined
-  BaseAnswers answers;                 // its own
+  BaseAnswers answers;                 // of that base
   PresetFacts presets;
 };
 

@@ -34,7 +34,7 @@ constexpr std::array<Step, 9> steps{{
     {"presets", "Preset file", presets},
 }};
 
-// What a sandbox cannot do is typed outside of it.
+// Adds to a next step with sudo, which a sandbox cannot run, that it needs a terminal outside.
 std::string forSandbox(const std::string& nextStep) {
   if (nextStep.find("sudo ") == std::string::npos) return nextStep;
   return "Use a terminal outside of the sandbox for this. " + nextStep;

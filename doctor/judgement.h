@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-// The whole list, in its order. A pure function.
+// All checks, in a fixed order. A pure function of the facts.
 std::vector<DoctorCheck> judge(const DoctorFacts& facts);
 
 }  // namespace quorvane

@@ -44,13 +44,13 @@ std::string masked(std::string_view text, const Secret& secret) {
 void addSerial(std::vector<Secret>& secrets, const std::string& serial) {
   if (serial.empty()) return;
   secrets.push_back({serial, serialMask});
-  // Links are named after devices in words without blanks.
+  // The names of device links have underscores instead of spaces.
   std::string linked = serial;
   std::replace(linked.begin(), linked.end(), ' ', '_');
   if (linked != serial) secrets.push_back({std::move(linked), serialMask});
 }
 
-// The value of a condition on a serial number: ATTRS{serial}=="..."
+// Adds the value of a rule's condition on a serial number: ATTRS{serial}=="..."
 void addSerialIn(std::vector<Secret>& secrets, const std::string& rule) {
   const std::string lower = lowerCase(rule);
   for (const char* const key : {"serial", "uniq"}) {

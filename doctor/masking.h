@@ -8,7 +8,7 @@
 
 namespace quorvane {
 
-// A text that others should not see, and what stands in its place.
+// A text with personal data, and its replacement.
 struct Secret {
   std::string text;
   std::string mask;
@@ -16,12 +16,12 @@ struct Secret {
   bool operator==(const Secret&) const = default;
 };
 
-// The serial numbers, the home directory and the user's name in the facts; in the order in which
-// they are to be masked. The name "root" and a home in "/" are nobody's secrets.
+// The serial numbers, the home directory and the user's name in the facts, in the order in which to
+// mask them. Leaves out the name "root" and the home directory "/".
 std::vector<Secret> secretsIn(const DoctorFacts& facts);
 
-// The text with every secret masked that stands alone, between characters that are no letters or
-// digits, in whatever case.
+// Masks every secret in the text that is a whole word, that is, without letters or digits next to
+// it. Ignores case.
 std::string masked(std::string_view text, const std::vector<Secret>& secrets);
 
 }  // namespace quorvane

@@ -5,11 +5,11 @@
 
 namespace quorvane {
 
-// Reads the file as the programs do, and looks whether it could be written. Changes nothing. Blocks
-// for as long as the file system does.
+// Reads the preset file like the programs, and checks whether it could be written. Changes nothing.
+// Blocks for as long as the file system does.
 PresetFacts examinePresets(const std::optional<std::filesystem::path>& file);
 
-// What is known of presets when reading them did not end.
+// The facts when examinePresets() did not return in time.
 PresetFacts presetsOutOfTime(const std::optional<std::filesystem::path>& file);
 
 Verdict judgePresets(const PresetFacts& presets);

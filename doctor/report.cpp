@@ -25,15 +25,15 @@ std::string orNone(const std::string& text) { return text.empty() ? "none" : tex
 
 std::string serialText(const std::string& serial) { return serial.empty() ? "none" : "(masked)"; }
 
-// Puts the text together, section by section. What comes from the facts is masked, but for bytes:
-// the digits of a dump are no words, and are what the report is for.
+// Builds the text, section by section. Masks all texts from the facts, but not hex dumps: they
+// contain no words, and the report needs them.
 class ReportWriter {
  public:
   explicit ReportWriter(std::vector<Secret> secrets) : secrets_(std::move(secrets)) {}
 
   void section(const char* title) { text_ += fmt::format("\n{}\n", title); }
 
-  // A line of the section; what stands deeper belongs to the line above.
+  // Adds a line; `depth` is its indentation.
   void line(std::string_view text, std::size_t depth = 1) {
     put(masked(oneLine(text), secrets_), depth);
   }
@@ -49,7 +49,7 @@ class ReportWriter {
 
   void paragraph(std::string_view text) { text_ += masked(text, secrets_); }
 
-  // What the report always says.
+  // Adds fixed text, which is not masked.
   void constant(std::string_view text) { text_ += text; }
 
   std::string take() { return std::move(text_); }
@@ -172,7 +172,7 @@ void writePrograms(ReportWriter& writer, const DoctorFacts& facts) {
                               report.byteLength),
                   2);
     }
-    // Where the kernel shows none above.
+    // Only if the section on HID devices had none.
     if (facts.machine.hid.empty()) {
       writer.bytes("descriptor", device.reportDescriptor.bytes(), 2);
     }

@@ -7,13 +7,13 @@
 
 namespace quorvane {
 
-// The list as people read it: a line for each check, and an indented one with the next step below
-// each that failed.
+// The checks as text for people: a line per check, and for each that failed an indented line with
+// the next step.
 std::string checksText(const std::vector<DoctorCheck>& checks);
 
-// What a bug report needs, as one text for a person to look over and send: versions, the list, the
-// devices, the rules, and what the base answered. Serial numbers, the user's name and home
-// directory are masked, in `lastLines` as well: those are the end of the log, where there is one.
+// The text for a bug report, for a person to review and send: versions, checks, devices, rules and
+// the base's answers. Masks serial numbers, the user's name and the home directory, also in
+// `lastLines`, the end of the log, if there is one.
 std::string reportText(const Diagnosis& diagnosis, const std::vector<std::string>& lastLines = {});
 
 }  // namespace quorvane

@@ -6,12 +6,12 @@
 
 namespace quorvane {
 
-// What to type outside of the sandbox that this program runs in, on one line each.
+// Commands to type outside of the sandbox that this program runs in, one line each.
 
 // Installs the udev rule on the system.
 std::string installRuleOutside(const SandboxFacts& sandbox);
 
-// Lets the sandbox have the devices of the system.
+// Gives the sandbox access to the devices of the system.
 std::string allowDevicesOutside(const SandboxFacts& sandbox);
 
 }  // namespace quorvane

@@ -12,13 +12,13 @@
 
 namespace quorvane {
 
-// Finds something out on a thread of its own, which is left behind when that takes too long: a file
-// system that does not answer holds up whoever asks it.
+// Runs a function on its own thread and waits for the result until a deadline. After the deadline
+// the thread is left running: a call to a file system that does not answer cannot be cancelled.
 template <typename Found>
 class TimedTask {
  public:
-  // `find` owns all that it touches, and does not throw. Throws std::system_error when no thread is
-  // to be had.
+  // `find` must own everything that it uses, and must not throw. Throws std::system_error when no
+  // thread can be started.
   explicit TimedTask(std::function<Found()> find) : shared_(std::make_shared<Shared>()) {
     shared_->thread = Thread("quorvane.doctor", [shared = shared_, find = std::move(find)] {
       Found found = find();
@@ -30,7 +30,7 @@ class TimedTask {
     });
   }
 
-  // Nothing when it is still under way at the deadline. Once.
+  // The result; none if there is none by the deadline. Call it only once.
   std::optional<Found> await(Monotonic::time_point deadline) {
     if (!shared_->done.waitUntil(deadline)) return std::nullopt;
     shared_->thread.join();
@@ -39,7 +39,7 @@ class TimedTask {
   }
 
  private:
-  // Held by the thread as well, which is the last to let go when it was left behind.
+  // Also owned by the thread, which may outlive the task.
   struct Shared {
     Mutex lock;
     std::optional<Found> found QUORVANE_GUARDED_BY(lock);

@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-// What a check comes to: the part of it that is not its name.
+// The result of a check: a DoctorCheck without id and title.
 struct Verdict {
   CheckOutcome outcome = CheckOutcome::notChecked;
   std::string finding;

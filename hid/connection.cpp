@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::int64_t smallestInputReport = 64;
 
-// A handler, and what it wants: every report without an interest.
+// A handler and its interest. Without an interest, the handler gets every report.
 struct ReportSubscriber {
   HIDConnection::Interest interest;
   HIDConnection::ReportHandler handler;
@@ -29,7 +29,7 @@ struct ReportSubscriber {
   bool wants(ByteView report) const { return !interest || interest(report); }
 };
 
-// Handlers by registration. Readers take a snapshot, which stays whole while handlers come and go.
+// A copy-on-write map of handlers: a snapshot does not change when handlers are added or removed.
 template <typename Handler>
 class Registry {
  public:
@@ -38,7 +38,7 @@ class Registry {
 
   Snapshot snapshot() const { return handlers_; }
 
-  // Both return the map that was replaced, to be destroyed outside the caller's lock.
+  // Both return the replaced map, for the caller to destroy after releasing its lock.
   Snapshot add(HIDConnection::HandlerID id, Handler handler) {
     auto changed = copy();
     changed->emplace(id, std::move(handler));
@@ -61,7 +61,7 @@ class Registry {
 using ReportRegistry = Registry<ReportSubscriber>;
 using ValueRegistry = Registry<HIDConnection::ValueHandler>;
 
-// The hand-over between open and the reader thread.
+// What the reader thread reports to open().
 struct OpenStatus {
   Semaphore done;
   HIDReturn code = HIDReturnCode::success;
@@ -130,7 +130,7 @@ class HIDConnection::State {
     if (oldValues || !oldReports->at(id).interest) releaseLowLatency();
   }
 
-  // Until `releaseLowLatency`, reports are delivered as they arrive.
+  // Disables batching until releaseLowLatency(). Calls nest.
   void requireLowLatency() {
     if (!pace_.hold()) return;
     if (const auto open = port()) open->hurry();
@@ -145,7 +145,7 @@ class HIDConnection::State {
     onGone_.swap(replaced);
   }
 
-  // Reads until the port is interrupted or the device is gone. The reader thread's body.
+  // The body of the reader thread: reads until the port is interrupted or the device is gone.
   void deliverFrom(HIDPort& port) {
     const HIDReturn end = deliverAll(port);
     reader_ = {};
@@ -154,15 +154,15 @@ class HIDConnection::State {
   }
 
  private:
-  // What the reader has of its own, but for the buffer.
+  // State of the reader thread, without the buffer.
   struct Reader {
-    std::uint64_t registrations = 0;  // up to which the handlers are known
+    std::uint64_t registrations = 0;  // State::registrations_ at the last snapshots
     ReportRegistry::Snapshot reportHandlers;
     ValueRegistry::Snapshot valueHandlers;
     std::optional<HIDElementReader> elements;
   };
 
-  // Returns what ended it.
+  // Returns the code of the read that failed.
   HIDReturn deliverAll(HIDPort& port) {
     pace_.restart();
     for (;;) {
@@ -180,7 +180,8 @@ class HIDConnection::State {
     return port_.get() == &port ? onGone_ : nullptr;
   }
 
-  // Whether the report was of interest to anybody. Most are to nobody: nothing is made of these.
+  // Delivers one report; true if any handler wanted it. Most reports are not wanted, so they are
+  // not copied.
   bool deliver(std::uint8_t reportID, ByteView bytes) {
     lookForRegistrations();
     Bytes withID;
@@ -205,7 +206,7 @@ class HIDConnection::State {
     return {reportID, Bytes(bytes.begin(), bytes.end()), WallClock::now()};
   }
 
-  // Takes the handlers anew where they have changed. They stay as they are during a delivery.
+  // Takes new snapshots if handlers were added or removed. Not called during a delivery.
   void lookForRegistrations() {
     if (reader_.registrations == registrations_.load() && reader_.reportHandlers) return;
     ReportRegistry::Snapshot reports;
@@ -235,13 +236,13 @@ class HIDConnection::State {
   std::shared_ptr<HIDPort> port_ QUORVANE_GUARDED_BY(lock_);  // present exactly while open
   ReportRegistry reportHandlers_ QUORVANE_GUARDED_BY(lock_);
   ValueRegistry valueHandlers_ QUORVANE_GUARDED_BY(lock_);
-  // Counts additions and removals under the lock; seen by the reader without it.
+  // Counts additions and removals. Written under the lock, read by the reader thread without it.
   std::atomic<std::uint64_t> registrations_{0};
   std::shared_ptr<const std::function<void()>> onGone_ QUORVANE_GUARDED_BY(lock_);
 
   ReadingPace pace_;
 
-  // The reader thread's own.
+  // Used by the reader thread only.
   Bytes buffer_;
   HIDReportDescriptor descriptor_;
   Reader reader_;
@@ -258,7 +259,7 @@ bool HIDConnection::isOpen() const { return state_->port() != nullptr; }
 
 void HIDConnection::open(bool exclusive) {
   if (isOpen()) return;
-  // A reader that is still closing the device from the last time shares the buffer: let it end.
+  // The previous reader thread may still be running, and uses the same buffer: wait for it.
   thread_.join();
   const auto status = std::make_shared<OpenStatus>();
   startReader([state = state_, device = info_.device, status, exclusive] {

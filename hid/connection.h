@@ -13,18 +13,18 @@
 
 namespace quorvane {
 
-// One HID device that can be opened: a reader thread delivers its input reports and element values
-// to registered handlers, and packets and report requests go out on demand.
+// One HID device that can be opened. A reader thread delivers its input reports and element values
+// to registered handlers; send() and getReport() talk to the device on demand.
 //
-// Reports are delivered as they arrive while somebody wants them so: a handler of every report or
-// of values is registered, a LowLatencyScope is held, something is being sent or asked for; and for
-// a while after that and after a report of interest (ReadingPace). At other times they may be
-// gathered for up to ReadingPace::gatherPause, but for the first after silence.
+// Reports are delivered as they arrive while a handler of every report or of values is registered,
+// a LowLatencyScope exists, or send() or getReport() runs; also for a while after that, and after a
+// report of interest (ReadingPace). At other times they may be batched for up to
+// ReadingPace::gatherPause, except the first after an idle period.
 //
 // Any thread may call any operation, except that open, close and destruction belong to one owner.
-// Handlers run on the reader thread, outside every lock, so they may register, remove and close;
-// a handler removed during a delivery may still get that one report. Nothing here orders concurrent
-// sends: callers that need an order bring it.
+// Handlers run on the reader thread without locks held, so they may register, remove and close. A
+// handler removed during a delivery may still get that one report. Concurrent sends are not
+// ordered: callers must synchronize them if they need an order.
 class HIDConnection {
  public:
   using ReportHandler = std::function<void(const HIDInputReport&)>;
@@ -44,46 +44,46 @@ class HIDConnection {
 
   const HIDDeviceInfo& info() const { return info_; }
 
-  // Size of the input buffer: the largest input report, at least 64, and one more.
+  // Size of the input buffer in bytes: the largest input report, at least 64, plus one.
   std::size_t bufferSize() const;
 
   bool isOpen() const;
 
-  // Blocks until the reader thread has the device open or has failed to. `exclusive` keeps other
-  // programs out. Throws FanatecError ioFailed, also when the system has no thread left; does
-  // nothing when open.
+  // Blocks until the reader thread has opened the device or failed to. `exclusive` keeps other
+  // programs out. Does nothing when open. Throws FanatecError ioFailed, also when no thread can be
+  // started.
   void open(bool exclusive);
 
-  // Ends delivery without waiting for the reader thread, which closes the device. At any time, also
-  // twice.
+  // Ends delivery without waiting for the reader thread, which closes the device. Idempotent; may
+  // be called at any time.
   void close();
 
-  // Waits, after close, until the reader thread has closed the device and lets go of every handler.
-  // Belongs to the owner; on the reader thread itself it returns at once.
+  // After close(): waits until the reader thread has closed the device and dropped its references
+  // to all handlers. For the owner only. Returns at once on the reader thread.
   void join();
 
-  // Every report, as it arrives.
+  // Registers a handler of every report. Disables batching.
   HandlerID onReport(ReportHandler handler);
 
-  // The reports of interest; the others never become one. The interest is asked on the reader
-  // thread, once about each report, whatever other handlers say.
+  // Registers a handler of the reports for which `interest` returns true. The reader thread calls
+  // `interest` once per report. A report that no handler wants is not copied.
   HandlerID onReport(Interest interest, ReportHandler handler);
 
-  // Values that changed, decoded by the device's descriptor. Costs nothing while nobody is
-  // registered.
+  // Registers a handler of changed values, decoded by the device's descriptor. Disables batching.
+  // Without such handlers, nothing is decoded.
   HandlerID onValue(ValueHandler handler);
 
-  // Called on the reader thread when delivery has ended by itself because the device is gone; no
-  // call begins after close. An empty function calls nothing. May be set at any time.
+  // Sets the handler that the reader thread calls when delivery ended because the device is gone.
+  // No call begins after close(). An empty function removes it. May be set at any time.
   void setOnGone(std::function<void()> handler);
 
-  // Removes a handler of either sort; an unknown ID is ignored. The reader lets go of what was
-  // removed when the next report comes, or when it ends.
+  // Removes a handler of reports or values; ignores an unknown ID. The reader thread drops its
+  // reference to the handler when the next report arrives, or when it ends.
   void removeHandler(HandlerID id);
 
-  // While one of these lives, reports are delivered as they arrive, not in batches. Any thread may
-  // hold any number of them, also while the connection is closed or gone. Take one before sending a
-  // request whose answer you wait for.
+  // RAII: disables batching while at least one scope exists. Any thread may create any number, also
+  // while the connection is closed, and they may outlive it. Create one before you send a request
+  // whose answer you wait for.
   class LowLatencyScope;
   [[nodiscard]] LowLatencyScope lowLatencyScope();
 
@@ -95,18 +95,18 @@ class HIDConnection {
   Bytes getReport(HIDReportKind kind, std::uint8_t reportID, std::size_t length);
   Bytes getFeature(std::uint8_t reportID, std::size_t length);
 
-  // The device's write lock, as in HIDPort; one thread at a time. None blocks. All but endWriteLock
-  // throw notConnected. A close releases the lock as well.
+  // The device's write lock (see HIDPort). One thread at a time; none of these blocks. All but
+  // endWriteLock() throw notConnected. close() also releases the lock.
   bool tryWriteLock();
   void endWriteLock();
   std::optional<NodeHolder> writeLockHolder();
   void watchForOthers();
   bool othersMayHaveWritten();
 
-  // How often reports may have been lost since the opening, as HIDPort has it. Throws notConnected.
+  // See HIDPort::possibleLosses(). Throws notConnected.
   std::uint64_t possibleLosses() const;
 
-  // What a person reads for a return code.
+  // The message for a return code.
   static std::string describe(HIDReturn code);
 
  private:
@@ -115,7 +115,7 @@ class HIDConnection {
   void startReader(std::function<void()> body);
 
   const HIDDeviceInfo info_;
-  const std::shared_ptr<State> state_;  // shared with the reader thread, which may end later
+  const std::shared_ptr<State> state_;  // shared with the reader thread, which may outlive this
   Thread thread_;
 };
 
@@ -131,7 +131,7 @@ class HIDConnection::LowLatencyScope {
   friend class HIDConnection;
   explicit LowLatencyScope(std::shared_ptr<State> state);
 
-  std::shared_ptr<State> state_;  // none once moved from
+  std::shared_ptr<State> state_;  // null once moved from
 };
 
 }  // namespace quorvane

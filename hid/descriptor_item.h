@@ -15,14 +15,14 @@ struct DescriptorItem {
 
   Type type = Type::reserved;
   std::uint8_t tag = 0;
-  std::size_t size = 0;     // bytes that the prefix announces: 0, 1, 2 or 4
-  std::uint32_t value = 0;  // unsigned, little-endian; bytes beyond the end count as 0
+  std::size_t size = 0;     // data bytes according to the prefix: 0, 1, 2 or 4
+  std::uint32_t value = 0;  // unsigned; bytes missing at the end of the descriptor count as 0
 
   // The value as a number of `size` bytes in two's complement.
   std::int64_t signedValue() const;
 };
 
-// Tags that matter here, by item type.
+// The tags used here, by item type.
 namespace MainTag {
 inline constexpr std::uint8_t input = 0x8;
 inline constexpr std::uint8_t output = 0x9;
@@ -48,11 +48,11 @@ inline constexpr std::uint8_t usageMinimum = 0x1;
 inline constexpr std::uint8_t usageMaximum = 0x2;
 }  // namespace LocalTag
 
-// What a main item declares; none for collections and reserved tags.
+// The report kind that a main item declares; none for collections and reserved tags.
 std::optional<HIDReportSummary::Kind> kindOfMainTag(std::uint8_t tag);
 
-// Walks the short items of a descriptor. Long items are skipped; one whose length byte is missing
-// ends the walk.
+// Iterates over the short items of a descriptor. Skips long items; one without its length byte ends
+// the iteration.
 class DescriptorItems {
  public:
   explicit DescriptorItems(ByteView descriptor) : bytes_(descriptor) {}

@@ -11,7 +11,7 @@
 namespace quorvane {
 namespace {
 
-// A location: the bus in the top byte, then a nibble for each port on the way.
+// A location ID: the bus in the top byte, then one nibble per port in the path.
 constexpr int busShift = 24;
 constexpr int portBits = 4;
 constexpr std::uint32_t portMask = 0xF;

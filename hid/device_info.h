@@ -15,8 +15,8 @@ namespace quorvane {
 
 // The description of one HID device. An immutable value; may be shared between threads.
 struct HIDDeviceInfo {
-  // "%04x:%04x@%08x/%x:%x" of vendor, product, location, primary usage page and usage. Names the
-  // device everywhere; another port gives another id.
+  // "%04x:%04x@%08x/%x:%x" of vendor, product, location, primary usage page and usage. The key of
+  // the device throughout the program; it changes when the device is plugged into another port.
   std::string id;
   std::int64_t vendorID = 0;
   std::int64_t productID = 0;
@@ -28,7 +28,7 @@ struct HIDDeviceInfo {
   std::int64_t usagePage = 0;
   std::int64_t usage = 0;
   std::int64_t versionNumber = 0;
-  std::int64_t maxInputReportSize = 0;  // bytes, report ID counted
+  std::int64_t maxInputReportSize = 0;  // bytes, including the report ID
   std::int64_t maxOutputReportSize = 0;
   std::int64_t maxFeatureReportSize = 0;
   std::vector<HIDReportSummary> reports;
@@ -37,32 +37,31 @@ struct HIDDeviceInfo {
 
   bool isFanatec() const { return vendorID == Fanatec::vendorID; }
 
-  // The catalogue row for the product ID; the vendor is not consulted.
+  // The catalogue row for the product ID, whatever the vendor.
   std::optional<FanatecProduct> knownProduct() const { return FanatecProduct::lookup(productID); }
 
   // The catalogue's name, else the device's own, else "VVVV:PPPP".
   std::string displayName() const;
 
-  // The USB port as the kernel writes it: "3-1.4" is bus 3, its port 1, port 4 of the hub in there.
-  // Empty for what hangs on no USB bus.
+  // The USB port as the kernel writes it: "3-1.4" is bus 3, port 1, and port 4 of the hub there.
+  // Empty for a device that is not on a USB bus.
   std::string usbPort() const;
 
-  // The report ID that short commands go on: the first of the shortest output reports with 7 or 8
-  // bytes, else the shortest output report. None without output reports. An ID above 255 stops the
-  // program.
+  // The ID of the output report for short commands: the first report of 7 bytes, else of 8, else
+  // the shortest. None without output reports. An ID above 255 ends the program.
   std::optional<std::uint8_t> commandReportID() const;
 };
 
 namespace HIDEnumerator {
 
 // The attached devices of a vendor (or of all), ordered by product, location, usage page and usage.
-// Reads device facts only; opens nothing. A missing fact is 0 or empty.
+// Only reads properties; opens no device. A missing property gives 0 or an empty value.
 std::vector<HIDDeviceInfo> devices(std::optional<std::int64_t> vendorID,
                                    HIDBackend& backend = HIDBackend::system());
 
 HIDDeviceInfo info(std::shared_ptr<HIDDeviceHandle> device);
 
-// Summaries built from the device's element list, for devices whose descriptor gives none.
+// Summaries from the device's element list, for devices whose descriptor has none.
 std::vector<HIDReportSummary> reportSummaries(const HIDDeviceHandle& device);
 
 }  // namespace HIDEnumerator

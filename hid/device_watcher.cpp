@@ -18,7 +18,7 @@ struct HIDDeviceWatcher::Shared {
   }
 };
 
-// One watching, from start to stop. The thread's body is `run`.
+// The state from one start() to its stop(). run() is the body of the thread.
 struct HIDDeviceWatcher::Watch {
   Watch(std::unique_ptr<HIDMonitor> events, std::shared_ptr<Shared> handlers)
       : monitor(std::move(events)), shared(std::move(handlers)) {}
@@ -34,7 +34,7 @@ struct HIDDeviceWatcher::Watch {
     while (monitor->waitForEvent()) deliver(vendorID, backend);
   }
 
-  // The list takes a while, in which the watching may be stopped.
+  // Checks `stopped` after the enumeration, which takes a while.
   void deliver(std::optional<std::int64_t> vendorID, HIDBackend& backend) {
     const auto handler = shared->handler();
     if (!handler) return;
@@ -61,10 +61,10 @@ void HIDDeviceWatcher::setOnChange(ChangeHandler handler) {
 void HIDDeviceWatcher::start() {
   if (watch_) return;
   try {
-    // The monitor exists before the first look, so that nothing can arrive in between unseen.
+    // Create the monitor before the first enumeration, so that no arrival is missed in between.
     auto monitor = backend_.monitor(vendorID_);
     if (!monitor) return;
-    // Set before the thread begins, since its handler may call stop().
+    // Set before the thread starts, because the handler may call stop().
     watch_ = std::make_shared<Watch>(std::move(monitor), shared_);
     thread_ = Thread("FanatecKit.HIDDeviceWatcher",
                      [watch = watch_, vendorID = vendorID_, &backend = backend_] {

@@ -12,34 +12,34 @@
 
 namespace quorvane {
 
-// Watches the HID devices of one vendor, or of all, on a thread of its own: after every arrival,
-// removal or change of who may open one, the change handler gets the complete, sorted list. It
-// compares nothing and remembers nothing; a device that is just leaving may still be in the list,
-// which a later event corrects.
+// Watches the HID devices of one vendor, or of all, on its own thread. Calls the change handler
+// with the complete, sorted list after each arrival, removal or change of permissions. It does not
+// compare lists: a call may bring the same list again. A device that is being removed may still be
+// listed until the next event.
 //
-// start, stop and destruction belong to one controlling thread; currentDevices and setOnChange may
-// be called from any.
+// start(), stop() and destruction belong to one controlling thread; any thread may call
+// currentDevices() and setOnChange().
 class HIDDeviceWatcher {
  public:
   using ChangeHandler = std::function<void(const std::vector<HIDDeviceInfo>&)>;
 
   explicit HIDDeviceWatcher(std::optional<std::int64_t> vendorID,
                             HIDBackend& backend = HIDBackend::system());
-  // Stops, and waits until a call of the handler that is under way has returned.
+  // Stops, and waits for a running call of the handler.
   ~HIDDeviceWatcher();
   HIDDeviceWatcher(const HIDDeviceWatcher&) = delete;
   HIDDeviceWatcher& operator=(const HIDDeviceWatcher&) = delete;
 
-  // Called on the watcher's thread, first once for each device already there; an empty function
-  // ignores events.
+  // Sets the handler, which runs on the watcher's thread. After start() it is called once for each
+  // device that is present. An empty function removes it.
   void setOnChange(ChangeHandler handler);
 
-  // Does nothing when started. Where the platform cannot watch, no change is ever reported. Throws
-  // FanatecError ioFailed, and is not started, when the system has no thread or descriptor left.
+  // Does nothing when started. If the platform has no monitor, no change is ever reported. Throws
+  // FanatecError ioFailed, and stays stopped, when there is no thread or file descriptor left.
   void start();
 
-  // Ends the watching without waiting for the thread: no call of the handler begins after that, and
-  // at most the one that is under way goes on. The handler may call it. May be started again.
+  // Stops without waiting for the thread: a running call of the handler goes on, no other begins.
+  // May be called from the handler. start() may follow.
   void stop();
 
   std::vector<HIDDeviceInfo> currentDevices() const;
@@ -50,7 +50,7 @@ class HIDDeviceWatcher {
 
   const std::optional<std::int64_t> vendorID_;
   HIDBackend& backend_;
-  const std::shared_ptr<Shared> shared_;  // the handler; outlives the watcher on its thread
+  const std::shared_ptr<Shared> shared_;  // the handler; shared with the thread
   std::shared_ptr<Watch> watch_;          // while started
   Thread thread_;
 };

@@ -31,7 +31,7 @@ bool hasValues(const HIDElement& element) {
          element.reportSize >= 1 && element.reportSize <= widestValue;
 }
 
-// How many of the element's values lie within the payload.
+// The number of the element's values within the payload.
 std::uint64_t valuesWithin(const HIDElement& element, ByteView payload) {
   const std::uint64_t bits = payload.size() * 8;
   if (element.bitOffset >= bits) return 0;
@@ -57,7 +57,7 @@ std::set<std::pair<std::uint32_t, std::uint32_t>> activeUsages(const HIDElement&
     const auto index =
         static_cast<std::uint64_t>(value) - static_cast<std::uint64_t>(element.logicalMin);
     const auto usage = element.usageAt(index);
-    // Usage 0 of every page says "nothing".
+    // Usage 0 of every page means "no event".
     if (usage && usage->first != 0) active.insert({usage->page, usage->first});
   }
   return active;

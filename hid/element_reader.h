@@ -8,12 +8,12 @@
 
 namespace quorvane {
 
-// Turns input reports into the element values that changed since the report before it with the same
-// ID. The first report of an ID delivers all its values; relative elements are delivered with every
-// report. An array delivers 1 for a usage that appears and 0 for one that is gone.
+// Decodes input reports into the element values that changed since the previous report of the same
+// ID. The first report of an ID gives all its values. Relative elements are given with every
+// report. An array gives 1 for a usage that appears and 0 for one that disappears.
 //
-// Values wider than 64 bits or reaching beyond the report's end are left out. Remembers one report
-// per ID. Not thread-safe.
+// Skips values wider than 64 bits or beyond the end of the report. Keeps one report per ID. Not
+// thread-safe.
 class HIDElementReader {
  public:
   explicit HIDElementReader(HIDElements elements) : elements_(std::move(elements)) {}

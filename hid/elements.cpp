@@ -9,7 +9,7 @@
 namespace quorvane {
 namespace {
 
-// A device that pushes deeper than this is not describing itself any more.
+// Limit of nested push items, against malformed descriptors.
 constexpr std::size_t deepestStack = 64;
 
 constexpr std::uint64_t unreachable = std::numeric_limits<std::uint64_t>::max();
@@ -96,7 +96,7 @@ class Parser {
   }
 
   void applyLocal(const DescriptorItem& item) {
-    // A four-byte usage carries its own page; shorter ones take the page in force at the main item.
+    // A four-byte usage includes its page; a shorter one uses the page in force at the main item.
     LocalUsage usage;
     usage.hasPage = item.size == 4;
     usage.range.page = usage.hasPage ? item.value >> 16U : 0;
@@ -159,7 +159,7 @@ class Parser {
 
     std::uint64_t& bits = bits_[{kind, globals_.reportID}];
     element.bitOffset = bits;
-    // Totals that no report can reach stay there, so that what follows lies outside every report.
+    // A saturated total stays saturated, so that later elements lie outside every report.
     bits = element.endBit();
     result_.elements.push_back(std::move(element));
   }

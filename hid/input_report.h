@@ -8,16 +8,16 @@
 
 namespace quorvane {
 
-// One received report. With a report ID other than 0, the bytes always begin with it.
+// One received report. The bytes begin with the report ID, unless that is 0.
 struct HIDInputReport {
   std::uint8_t reportID = 0;
   Bytes bytes;
-  WallClock::time_point receivedAt;  // when it was read, which may be a while after it came
+  WallClock::time_point receivedAt;  // when it was read; a batched report arrived earlier
 
   std::string hexDump() const { return quorvane::hexDump(bytes); }
 };
 
-// One value of a report, as its descriptor explains it.
+// One value of a report, decoded by the descriptor.
 struct HIDElementValue {
   std::int64_t usagePage = 0;
   std::int64_t usage = 0;

@@ -8,10 +8,10 @@ namespace quorvane {
 // Another program that has a device open.
 struct NodeHolder {
   std::int64_t process = 0;
-  std::string program;        // empty: unknown
-  bool isExclusive = false;   // keeps others out
-  bool hasWriteLock = false;  // holds the write lock
-  bool isStopped = false;     // does nothing until it is continued
+  std::string program;       // empty: unknown
+  bool isExclusive = false;  // keeps others out
+  bool hasWriteLock = false;
+  bool isStopped = false;  // suspended, for example by SIGSTOP or a debugger
 
   bool operator==(const NodeHolder&) const = default;
 };

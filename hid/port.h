@@ -18,78 +18,77 @@
 
 namespace quorvane {
 
-// The seam to the platform, at the level of a system call. Real nodes, simulated bases and test
-// doubles implement these four classes; everything above runs unchanged on any of them.
+// The interface to the platform, at the level of system calls. Real nodes, simulated bases and test
+// doubles implement these four classes.
 
 enum class HIDReportKind { input, feature };
 
-// One open device. `read` belongs to one thread; the others may be called from any thread, several
-// at a time. Destroying the port closes it.
+// One open device. Only one thread may read; any thread may call the other operations, also
+// concurrently, unless stated otherwise. The destructor closes the device.
 class HIDPort {
  public:
   struct ReadResult {
     HIDReturn code = HIDReturnCode::success;
-    std::uint8_t reportID = 0;  // as the platform names it; 0 without report IDs
-    std::size_t length = 0;     // bytes placed into the buffer
+    std::uint8_t reportID = 0;  // 0 for a device without report IDs
+    std::size_t length = 0;     // bytes in the buffer
   };
 
   virtual ~HIDPort() = default;
 
-  // Blocks until an input report arrives (longer ones are cut to the buffer), the device is gone
-  // (an error; every later read fails too), or `interrupt` was called (aborted, now and ever
-  // after).
+  // Blocks until an input report arrives (truncated to the buffer), the device is gone (an error;
+  // later reads fail too), or interrupt() was called (`aborted`; later reads too).
   virtual ReadResult read(std::span<std::uint8_t> buffer) = 0;
   virtual void interrupt() = 0;
 
-  // As `read`, for a reader in no hurry: a report that does not come after silence may be kept for
-  // up to ReadingPace::gatherPause, to be returned together with those behind it. That the device
-  // is gone may be seen as late, an interruption is not. `hurry`, from any thread, ends the keeping
-  // of this read, or of the next one that keeps. A port that has no wake-ups to save reads as ever.
+  // Like read(), but may delay a report by up to ReadingPace::gatherPause, so that several are
+  // handled per wake-up. The first report after an idle period is not delayed. The loss of the
+  // device may be noticed as late; interrupt() takes effect at once. hurry(), from any thread,
+  // cancels the current delay, or the next one. The default does not delay.
   virtual ReadResult readBatched(std::span<std::uint8_t> buffer) { return read(buffer); }
   virtual void hurry() {}
 
-  // How often reports may have been lost since the opening, because the reader came too late: it
-  // found as many as the platform keeps. Any thread may ask.
+  // How many times since opening the reader found as many reports as the platform's queue holds, so
+  // that more may have been lost.
   virtual std::uint64_t possibleLosses() const { return 0; }
 
-  // Sends one output report: `data` begins with the report ID unless that is 0. May block.
+  // Sends one output report. `data` begins with the report ID unless that is 0. May block.
   virtual HIDReturn write(std::uint8_t reportID, ByteView data) = 0;
 
-  // Fetches a report on demand. `buffer` holds the report ID in its first byte; `length` is its
-  // size on entry and the bytes returned on success. May block for seconds.
+  // Requests a report. The first byte of `buffer` is for the report ID. `length` is the buffer's
+  // size on entry and the number of bytes returned on success. May block for seconds.
   virtual HIDReturn getReport(HIDReportKind kind, std::uint8_t reportID,
                               std::span<std::uint8_t> buffer, std::size_t& length) = 0;
 
   // The write lock: of all ports that have the device open, in any program, one may write at a
-  // time, first come, first served. One thread at a time calls these; none of them blocks. The
-  // defaults are for devices that nobody else can open.
+  // time, in first-in-first-out order. Only one thread at a time may call these; none blocks. The
+  // defaults are for devices that no other program can open.
 
-  // Whether this port holds the write lock, until endWriteLock. False queues the port, which asks
-  // again later. True as well on platforms without such locks.
+  // Takes the write lock, to hold it until endWriteLock(). False puts the port into the queue: poll
+  // again later. Always true on platforms without such locks.
   virtual bool tryWriteLock() { return true; }
 
   // Releases the write lock, or leaves the queue. Closing the port does the same.
   virtual void endWriteLock() {}
 
-  // The program that holds the write lock, if it is another one and known. May take a fraction of a
-  // second.
+  // The other program that holds the write lock; none if there is none or it is unknown. May take a
+  // fraction of a second.
   virtual std::optional<NodeHolder> writeLockHolder() { return std::nullopt; }
 
   // Starts to watch for other programs that open the device.
   virtual void watchForOthers() {}
 
-  // Whether another program may have written since the watch began: it had the device open at some
-  // time, or that is unknown, as without a watch. Stays true once it is. Call it while holding the
-  // write lock.
+  // Whether another program may have written since watchForOthers(): true if one had the device
+  // open at any time, if that is unknown, and without a watch. Once true, it stays true. Call it
+  // with the write lock held.
   virtual bool othersMayHaveWritten() { return false; }
 };
 
 struct HIDOpenResult {
   HIDReturn code = HIDReturnCode::success;
-  std::unique_ptr<HIDPort> port;  // present exactly on success
+  std::unique_ptr<HIDPort> port;  // null unless successful
 };
 
-// A property as the platform gives it: a number, a text or a byte blob.
+// A property of a device: a number, a text or bytes.
 using HIDProperty = std::variant<std::int64_t, std::string, Bytes>;
 using HIDProperties = std::map<std::string, HIDProperty, std::less<>>;
 
@@ -110,16 +109,17 @@ inline constexpr std::string_view maxFeatureReportSize = "MaxFeatureReportSize";
 inline constexpr std::string_view reportDescriptor = "ReportDescriptor";
 }  // namespace HIDPropertyKey
 
-// A copy of a property, if there is one. Safe when memory runs out, which the copying of a
-// HIDProperty as such is not: libstdc++ 12 then destroys a value that was never made.
+// A copy of a property, if there is one. Use this instead of the copy constructor of HIDProperty:
+// when memory runs out, that of libstdc++ 12 destroys a value that was never constructed.
 std::optional<HIDProperty> propertyIn(const HIDProperties& properties, std::string_view key);
 
-// Adds what a device's properties take from its descriptor: the descriptor itself, the primary
-// usage (of the first top-level collection) and the largest report sizes, report ID byte counted
-// and by the complete reading (HIDElements). An empty descriptor adds nothing.
+// Adds the properties that come from the descriptor: the descriptor itself, the primary usage (of
+// the first top-level collection) and the largest report sizes, including the report ID byte and
+// computed by HIDElements. An empty descriptor adds nothing.
 void addDescriptorProperties(HIDProperties& properties, const Bytes& descriptor);
 
-// A device that can be described and opened. Immutable; shared by whoever holds a description.
+// A device with properties that can be opened. Immutable; shared by all copies of its
+// HIDDeviceInfo.
 class HIDDeviceHandle {
  public:
   virtual ~HIDDeviceHandle() = default;
@@ -137,18 +137,18 @@ class HIDDeviceHandle {
   virtual HIDOpenResult open(bool exclusive) = 0;
 };
 
-// Reports that devices came, went, or changed in who may open them.
+// Reports that devices arrived, left, or changed their permissions.
 class HIDMonitor {
  public:
   virtual ~HIDMonitor() = default;
 
-  // Blocks until a device arrived, left or changed (true) or `interrupt` was called (false, now and
-  // ever after). Belongs to one thread; events since the monitor's creation are kept.
+  // Blocks until a device arrived, left or changed (true) or interrupt() was called (false; later
+  // calls too). Only one thread may wait. Events are queued from the monitor's creation on.
   virtual bool waitForEvent() = 0;
   virtual void interrupt() = 0;
 };
 
-// Where devices come from. Any thread may call.
+// Enumerates and monitors devices. Thread-safe.
 class HIDBackend {
  public:
   virtual ~HIDBackend() = default;
@@ -157,7 +157,7 @@ class HIDBackend {
   virtual std::vector<std::shared_ptr<HIDDeviceHandle>> devices(
       std::optional<std::int64_t> vendorID) = 0;
 
-  // Null when the platform has no such service.
+  // Null when the platform cannot monitor devices.
   virtual std::unique_ptr<HIDMonitor> monitor(std::optional<std::int64_t> vendorID) = 0;
 
   // This machine's devices.

@@ -6,7 +6,7 @@
 namespace quorvane {
 namespace {
 
-// In bytes, the report ID counted.
+// In bytes, including the report ID.
 std::int64_t largestReport(const HIDElements& elements, HIDReportSummary::Kind kind) {
   constexpr std::uint64_t bitsPerByte = 8;
   std::uint64_t largest = 0;

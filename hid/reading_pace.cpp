@@ -19,7 +19,7 @@ bool ReadingPace::mayGather() {
   bool may = isDue();
   if (may == gathers) return may;
   gathering_.store(may);
-  // A hold that came before the store did not see it, and is seen here.
+  // A hold() just before the store returned false, so look for it once more.
   if (may && !isDue()) {
     may = false;
     gathering_.store(false);

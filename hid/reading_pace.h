@@ -6,36 +6,35 @@
 
 namespace quorvane {
 
-// Decides whether the reader of a connection may gather reports or has to take each as it arrives.
-// A base sends a status report every millisecond: gathered, they cost a wake-up for twenty of them.
+// Decides whether the reader thread of a connection may batch reports or must read each as it
+// arrives. A base sends a status report every millisecond: batching saves 19 of 20 wake-ups.
 //
-// The reader is prompt while anybody holds it to that, and for the next `promptReports` reports
-// after each hold and each report of interest. It counts reports, not time: a base that is silent
-// costs a prompt reader nothing.
+// The reader does not batch (is "prompt") during a hold(), and for the next `promptReports` reports
+// after each hold and each report of interest. It counts reports, not time: while no reports
+// arrive, a prompt reader causes no wake-ups anyway.
 //
-// A reader that gathers and is kept from the processor for longer than the queue has room (63
-// reports in the kernel: 43 ms at 1 kHz) loses the newest reports, as a prompt one does after 63
-// ms. No answer can be among them, because whoever waits for one holds the reader to being prompt.
-// A status is repeated by the next report. A menu that the base sent unasked can be: it stays
-// unknown until the base sends the next one, or until the menu is read, as it is before the next
-// write (HIDPort::possibleLosses).
+// A batching reader that gets no processor time for longer than the queue has room (63 reports in
+// the kernel: 43 ms at 1 kHz) loses the newest reports; a prompt reader does so after 63 ms.
+// Answers are never lost by batching, because a caller that waits for one holds the reader prompt.
+// A lost status is repeated by the next report. A menu that the base sent without a request may be
+// lost: it stays unknown until the base sends the next one, or until the menu is read, which
+// happens before the next write (HIDPort::possibleLosses).
 class ReadingPace {
  public:
-  // How long reports are gathered: 20 of a queue of 63 at 1 kHz, and 30 ms at most with what a busy
-  // machine adds.
+  // How long to collect a batch: 20 reports at 1 kHz, with room for 63 in the queue. At most 30 ms,
+  // scheduling delay of a busy machine included.
   static constexpr std::chrono::milliseconds gatherPause{20};
 
-  // Half a second at 1 kHz: as long as somebody who turns the base's own menu thinks between two
-  // steps.
+  // Half a second at 1 kHz: about the time between two steps of a user in the base's own menu.
   static constexpr int promptReports = 500;
 
-  // Any thread. `hold` keeps the reader prompt until its `release`. True: the reader may be at
-  // gathering now, and has to be told to hurry.
+  // Thread-safe. Each hold() keeps the reader prompt until a release(). When hold() returns true,
+  // the reader may be collecting a batch: call HIDPort::hurry().
   [[nodiscard]] bool hold();
   void release();
 
-  // The reader's. `restart` comes before the first report of an opening, `mayGather` before each
-  // read, `took` after each report.
+  // For the reader thread only. Call restart() before the first report after opening, mayGather()
+  // (true: may batch) before each read, and took() after each report.
   void restart();
   [[nodiscard]] bool mayGather();
   void took(bool ofInterest);
@@ -43,11 +42,11 @@ class ReadingPace {
  private:
   bool isDue();
 
-  std::atomic<std::uint64_t> holds_{0};     // begun
-  std::atomic<std::uint64_t> releases_{0};  // of these, ended
+  std::atomic<std::uint64_t> holds_{0};     // calls of hold()
+  std::atomic<std::uint64_t> releases_{0};  // calls of release()
   std::atomic<bool> gathering_{false};
 
-  // The reader's own.
+  // Used by the reader thread only.
   std::uint64_t seenHolds_ = 0;
   int promptLeft_ = promptReports;
 };

@@ -17,10 +17,9 @@ class HIDReportDescriptor {
 
   const Bytes& bytes() const { return bytes_; }
 
-  // One entry per (kind, report ID). Deliberately minimal: it knows usage page, report size, count
-  // and ID, and nothing of the global stack, local items or collections; HIDElements is the
-  // complete reading. A truncated descriptor gives what was read so far; a total that overflows
-  // stops the program.
+  // One entry per (kind, report ID). Deliberately minimal: uses usage page, report size, count and
+  // ID, and ignores push and pop, local items and collections; HIDElements is the full parser. A
+  // truncated descriptor gives what was read so far. Overflow of a total ends the program.
   std::vector<HIDReportSummary> summaries() const;
 
   std::string hexDump() const { return quorvane::hexDump(bytes_); }

@@ -8,14 +8,14 @@
 
 namespace quorvane {
 
-// One line about one report of a device.
+// Summary of one report of a device.
 struct HIDReportSummary {
   enum class Kind { input, output, feature };
 
   Kind kind = Kind::input;
-  std::int64_t reportID = 0;    // 0 when the descriptor declares none
-  std::int64_t byteLength = 0;  // payload, rounded up from bits; the report ID byte is not counted
-  std::int64_t elementCount = 0;         // main items or elements that contribute
+  std::int64_t reportID = 0;      // 0 when the descriptor declares none
+  std::int64_t byteLength = 0;    // payload, rounded up from bits; without the report ID byte
+  std::int64_t elementCount = 0;  // main items or elements in the report
   std::vector<std::int64_t> usagePages;  // distinct, ascending
 
   auto operator<=>(const HIDReportSummary&) const = default;
@@ -24,14 +24,14 @@ struct HIDReportSummary {
 // "input", "output" or "feature".
 std::string_view rawValue(HIDReportSummary::Kind kind);
 
-// The exact inverse of rawValue; any other text gives no value.
+// The exact inverse of rawValue(); none for any other text.
 std::optional<HIDReportSummary::Kind> reportKind(std::string_view rawValue);
 
-// Adds up what a descriptor or an element list says of each report.
+// Builds the summaries from the items of a descriptor or from a list of elements.
 class HIDReportTally {
  public:
-  // One main item or element of `reportSize` x `reportCount` bits. A total that overflows stops the
-  // program.
+  // Adds one main item or element of `reportSize` x `reportCount` bits. Overflow of a total ends
+  // the program.
   void add(HIDReportSummary::Kind kind, std::int64_t reportID, std::int64_t reportSize,
            std::int64_t reportCount, std::int64_t usagePage);
 
@@ -41,7 +41,7 @@ class HIDReportTally {
  private:
   HIDReportSummary& entry(HIDReportSummary::Kind kind, std::int64_t reportID);
 
-  // In the order of the result; their byteLength holds bits until it is taken.
+  // In the order of the result. byteLength holds bits until takeSummaries().
   std::vector<HIDReportSummary> entries_;
 };
 

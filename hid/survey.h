@@ -10,8 +10,8 @@
 
 namespace quorvane {
 
-// How far a vendor's devices have come on this machine, and who may open them: what is there to
-// tell why a base is not found. Facts only; nothing here judges them.
+// Facts about a vendor's devices on this machine (USB, HID, node) and about who may open them, to
+// find out why a base is not found. Facts only; the doctor draws the conclusions.
 
 struct USBInterfaceFacts {
   std::string name;    // "3-1:1.0"
@@ -24,7 +24,7 @@ struct USBDeviceFacts {
   std::int64_t productID = 0;
   std::string product;
   std::string serialNumber;
-  bool isAuthorized = true;  // else the machine refuses to use it
+  bool isAuthorized = true;  // false: the kernel does not use it (sysfs `authorized`)
   std::vector<USBInterfaceFacts> interfaces;
 };
 
@@ -34,32 +34,32 @@ struct UdevRule {
   std::string text;
 };
 
-// A rule that concerns a node, by what it does to the node's permissions. udev runs its rules when
-// a device is added and again whenever it changes: a trigger is a change, and so is another user
-// taking the seat. From systemd 258 on a tag that is not set again then no longer counts.
+// The effect of a rule on a node's permissions. udev runs its rules when a device is added, and
+// again on each change event, such as a trigger or a new user at the seat. From systemd 258 on, a
+// tag counts only if the last run set it.
 struct UdevRuleFacts {
   UdevRule rule;
-  bool tagsForSeat = false;    // gives it to whoever sits at the machine
-  bool untagsForSeat = false;  // takes that back
-  bool isInTime = true;        // runs before the seat's access lists are made
+  bool tagsForSeat = false;    // sets the tag that grants access to the user at the seat
+  bool untagsForSeat = false;  // clears that tag
+  bool isInTime = true;        // runs before udev turns the tag into access lists
   bool runsOnAdd = true;
   bool runsOnChange = true;
   std::optional<std::uint32_t> mode;
   std::string group;
 };
 
-// A file of rules for a node that another of the same name keeps from being read.
+// A rules file for a node that udev does not read, because a file of the same name overrides it.
 struct HiddenRules {
   std::string file;
   std::string hiddenBy;
-  bool isMask = false;  // the other holds nothing: it is there to hide this one
+  bool isMask = false;  // the other file is empty or a link to /dev/null
 };
 
-// One entry of a node's access list that names a user or a group.
+// An entry of a node's access list for a named user or group.
 struct AccessEntry {
   bool isGroup = false;
   std::uint32_t id = 0;
-  bool mayRead = false;  // what the list's mask leaves of it
+  bool mayRead = false;  // both with the list's mask applied
   bool mayWrite = false;
 };
 
@@ -69,35 +69,35 @@ struct NodeFacts {
   std::uint32_t mode = 0;  // permission bits
   std::uint32_t owner = 0;
   std::uint32_t group = 0;
-  std::string groupName;  // empty: it has none
+  std::string groupName;  // empty: the group has no name
   std::vector<AccessEntry> accessList;
-  bool mayRead = false;  // this user, in the end
+  bool mayRead = false;  // effective permissions of this user
   bool mayWrite = false;
-  std::optional<bool> isTaggedForSeat;  // none: udev has not dealt with it
+  std::optional<bool> isTaggedForSeat;  // none: udev has not processed it
   std::vector<UdevRuleFacts> rules;     // in the order in which they run
   std::vector<HiddenRules> hiddenRules;
   std::vector<NodeHolder> holders;
-  bool areAllHoldersKnown = true;  // else some programs could not be looked into
+  bool areAllHoldersKnown = true;  // false: some processes could not be inspected
 };
 
 struct HIDFacts {
   std::string name;  // "0003:0EB7:0020.0001"
   std::int64_t productID = 0;
-  std::string product;  // its own text
+  std::string product;  // as the device names itself
   std::string serialNumber;
-  std::string usbInterface;  // that it belongs to; empty: not on USB
+  std::string usbInterface;  // its USB interface; empty: not on USB
   std::string driver;        // empty: none
   Bytes descriptor;
-  std::optional<NodeFacts> node;  // none: the kernel made none
+  std::optional<NodeFacts> node;  // none: the kernel created none
 };
 
 // The Flatpak sandbox that this program runs in.
 struct SandboxFacts {
   std::string application;      // its ID
-  bool showsHostRules = false;  // all udev rules of the system outside; else only some or none
+  bool showsHostRules = false;  // all udev rules of the host are visible
 };
 
-// The user who asks.
+// The user who runs the program.
 struct UserFacts {
   std::uint32_t id = 0;
   std::vector<std::uint32_t> groups;
@@ -106,13 +106,13 @@ struct UserFacts {
 };
 
 struct MachineFacts {
-  bool isSimulated = false;  // it has no devices of its own then
-  bool hasUSB = false;       // it shows a USB bus
+  bool isSimulated = false;  // only simulated devices
+  bool hasUSB = false;       // a USB bus is visible
   bool hasUdev = false;
   bool isContainer = false;
   std::optional<SandboxFacts> sandbox;
-  bool isRuleLost = false;  // the rule of this program was kept over updates, and is gone
-  std::optional<std::vector<std::uint32_t>> seatedUsers;  // none: nobody keeps seats
+  bool isRuleLost = false;  // this program's udev rule is missing (see isOwnRuleLost)
+  std::optional<std::vector<std::uint32_t>> seatedUsers;  // none: no seat management
   UserFacts user;
   std::string kernel;
   std::string distribution;
@@ -120,16 +120,16 @@ struct MachineFacts {
   std::string desktop;
   std::vector<USBDeviceFacts> usb;
   std::vector<HIDFacts> hid;
-  std::vector<UdevRule> vendorRules;  // that name the vendor, whatever they do
+  std::vector<UdevRule> vendorRules;  // all rules that name the vendor
 };
 
-// Where facts about a machine come from. Any thread may call.
+// Collects the facts about a machine. Thread-safe.
 class HIDSurvey {
  public:
   virtual ~HIDSurvey() = default;
 
-  // The facts about the devices of a vendor. Blocks for a fraction of a second; opens no device and
-  // changes nothing. What cannot be read is left out.
+  // The facts about the devices of a vendor. Blocks for a fraction of a second. Opens no device and
+  // changes nothing. Skips what cannot be read.
   virtual MachineFacts take(std::int64_t vendorID) = 0;
 
   // This machine's facts.

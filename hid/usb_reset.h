@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-// One device on the USB bus. Facts that the bus does not give are absent.
+// One device on the USB bus. Unknown IDs are none.
 class USBDevice {
  public:
   virtual ~USBDevice() = default;
@@ -21,12 +21,12 @@ class USBDevice {
   virtual void reset() = 0;
 };
 
-// Where USB devices come from.
+// Enumerates USB devices.
 class USBBus {
  public:
   virtual ~USBBus() = default;
 
-  // All devices in the bus's own order. Throws FanatecError ioFailed when the bus cannot be walked.
+  // All devices, in the order of the bus. Throws FanatecError ioFailed when enumeration fails.
   virtual std::vector<std::unique_ptr<USBDevice>> devices() = 0;
 
   // This machine's devices.
@@ -35,10 +35,10 @@ class USBBus {
 
 namespace USBReset {
 
-// Resets the first USB device of the vendor (and, when given, the product), as if its cable had
-// been pulled and put back. Returns its location ID (0 when unknown) without awaiting the return of
-// the device; blocks for the request itself. Throws FanatecError ioFailed when there is no such
-// device, or the device's std::system_error unchanged.
+// Resets the first USB device of the vendor (and, when given, the product), like unplugging and
+// replugging it. Blocks for the request, but does not wait until the device is back. Returns its
+// location ID, 0 when unknown. Throws FanatecError ioFailed when there is no such device, and
+// passes on the std::system_error of USBDevice::reset().
 std::int64_t reset(std::int64_t vendorID, std::optional<std::int64_t> productID,
                    USBBus& bus = USBBus::system());
 

@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// A text that does not hold what it should; what() says in plain words where and why.
+// Text with invalid content; what() is a message for people that says where and why.
 class DecodingError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

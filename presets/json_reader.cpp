@@ -11,7 +11,7 @@
 namespace quorvane {
 namespace {
 
-// How deep the brackets of a document go, whether it is well-formed or not.
+// The nesting depth of the brackets; the document need not be well-formed.
 int nestingDepth(std::string_view text) {
   int depth = 0;
   int deepest = 0;
@@ -36,13 +36,13 @@ int nestingDepth(std::string_view text) {
   throw DecodingError(fmt::format("Not a settings file: nested deeper than {}", deepestJSON));
 }
 
-// Of what is too deep as well as malformed, only the former is said.
+// Reports a document that is malformed and nested too deep only as the latter.
 [[noreturn]] void refuse(std::string_view text, const std::string& why) {
   if (nestingDepth(text) > deepestJSON) refuseDepth();
   throw DecodingError(why);
 }
 
-// Of the byte at an index, which may be the end of the text.
+// Line and column of the byte at an index, which may be the end of the text.
 std::string place(std::string_view text, std::size_t index) {
   const std::string_view before = text.substr(0, index);
   const auto line = 1 + std::count(before.begin(), before.end(), '\n');
@@ -50,7 +50,7 @@ std::string place(std::string_view text, std::size_t index) {
   return fmt::format("line {}, column {}", line, before.size() - lineStart + 1);
 }
 
-// The library's own words without its numbers and without bytes of the text.
+// The library's message without its error number and without the quoted input.
 std::string reason(std::string_view what) {
   if (const auto begin = what.find(" - "); begin != std::string_view::npos) {
     what.remove_prefix(begin + 3);
@@ -58,8 +58,8 @@ std::string reason(std::string_view what) {
   return std::string(what.substr(0, what.find("; last read")));
 }
 
-// Builds a document as the library reads it. The library's own builder destroys what it has when
-// the text is bad, and its destructor must not do that (see dismantle).
+// A SAX handler that builds the document. The library's own one destroys a partial document on a
+// parse error, before dismantle() could empty it.
 class Builder final : public nlohmann::json_sax<JSONValue> {
  public:
   Builder(JSONValue& root, std::string_view text) : root_(root), text_(text) {}
@@ -70,7 +70,7 @@ class Builder final : public nlohmann::json_sax<JSONValue> {
   bool number_unsigned(number_unsigned_t value) override { return add(value); }
   bool number_float(number_float_t value, const string_t& /*text*/) override { return add(value); }
   bool string(string_t& value) override { return add(std::move(value)); }
-  bool binary(binary_t& /*value*/) override { return false; }  // JSON has none
+  bool binary(binary_t& /*value*/) override { return false; }  // not in JSON
 
   bool start_object(std::size_t /*size*/) override { return open(JSONValue::object()); }
   bool start_array(std::size_t /*size*/) override { return open(JSONValue::array()); }
@@ -79,7 +79,7 @@ class Builder final : public nlohmann::json_sax<JSONValue> {
 
   bool key(string_t& key) override {
     member_ = &(*open_.back())[key];
-    dismantle(*member_);  // of a key that stands twice
+    dismantle(*member_);  // the first value of a repeated key
     return true;
   }
 
@@ -120,18 +120,18 @@ class Builder final : public nlohmann::json_sax<JSONValue> {
 
   JSONValue& root_;
   const std::string_view text_;
-  std::vector<JSONValue*> open_;  // from the outermost to the innermost; elements do not move then
-  JSONValue* member_ = nullptr;   // of the innermost object, for the value that comes next
+  std::vector<JSONValue*> open_;  // outermost first; only the last one grows: pointers stay valid
+  JSONValue* member_ = nullptr;   // where the innermost object's next value goes
 };
 
 }  // namespace
 
 JSONValue parseJSON(std::string_view text) {
-  // Between values the library takes one for the end of the text.
+  // The library takes a zero byte between values for the end of the text.
   if (const std::size_t index = text.find('\0'); index != std::string_view::npos) {
     refuse(text, fmt::format("Not valid JSON at {}: zero byte", place(text, index)));
   }
-  // The library has other words for this in each of its versions.
+  // The library's message for this differs between its versions.
   if (text.empty()) {
     throw DecodingError(
         "Not valid JSON at line 1, column 1: unexpected end of input; expected '[', '{', or a "

@@ -9,15 +9,15 @@ namespace quorvane {
 
 using JSONValue = nlohmann::json;
 
-// Deeper documents are refused: our own have four levels.
+// The limit of nesting; our own documents have at most four levels.
 inline constexpr int deepestJSON = 64;
 
-// Reads one JSON document (RFC 8259; a leading byte order mark is skipped). Of a key that stands
-// twice in an object the last value counts. Throws DecodingError.
+// Parses one JSON document (RFC 8259; a leading byte order mark is skipped). When a key occurs
+// twice in an object, the last value counts. Throws DecodingError.
 JSONValue parseJSON(std::string_view text);
 
-// Empties a document of parseJSON. The library's own destructor takes memory for what is not empty,
-// and ends the program when there is none.
+// Empties a document of parseJSON(). Call it before the destructor: the library's destructor
+// allocates memory for a document that is not empty, and ends the program when that fails.
 void dismantle(JSONValue& json);
 
 }  // namespace quorvane

@@ -7,12 +7,12 @@
 
 namespace quorvane {
 
-// Writes one JSON document in the form that all our files have: two spaces for each level, a space
-// on each side of a colon, one member a line, keys in the order of their bytes, "/" as "\/", no
-// line feed at the end. Texts stay UTF-8; what is not UTF-8 in them becomes U+FFFD.
+// Writes one JSON document in the layout of all our files: two spaces of indentation per level, a
+// space on each side of a colon, one member per line, keys in byte order, "/" as "\/", no line feed
+// at the end. Texts stay UTF-8; invalid bytes become U+FFFD.
 //
-// Calls follow the document from its begin to its end; a call out of place, or a key out of order,
-// stops the program.
+// Make the calls in document order. A call in the wrong place, or a key out of order, ends the
+// program.
 class JSONWriter {
  public:
   void beginObject();
@@ -24,14 +24,14 @@ class JSONWriter {
   void integer(std::int64_t value);
   void boolean(bool value);
 
-  // The document, once it is complete.
+  // Returns the document, which must be complete.
   std::string take();
 
  private:
   struct Level {
     bool isObject;
     bool isEmpty = true;
-    bool hasKey = false;  // whose value is still to come
+    bool hasKey = false;  // a key was written, but not its value yet
     std::string lastKey;
   };
 

@@ -21,7 +21,7 @@ Presets::iterator at(Presets& presets, const PresetChange::Place& place) {
   const auto index =
       presets.begin() + static_cast<std::ptrdiff_t>(std::min(place.index, presets.size()));
   if (!place.after) return index;
-  // Of several with the id, the one that stood there.
+  // If several records have that id, prefer the one right before the index.
   if (index != presets.begin() && std::prev(index)->id == *place.after) return index;
   const auto before = withID(presets, *place.after);
   return before == presets.end() ? index : std::next(before);

@@ -11,31 +11,32 @@
 namespace quorvane {
 
 // One change of the user's presets. It can be applied to any state of the list, so that changes of
-// several programs combine: each is applied to what the file holds when its turn comes.
+// several programs merge: each is applied to the file's content at the time of the write.
 //
-// A record of the list counts as the one that a change means when it is equal to it in every field.
-// What happens when another program did something to the same id in the meantime ("theirs"):
+// A change applies to a record of the list only if every field is as expected. The conflicts, when
+// another program added, changed or deleted a record with the same id in the meantime ("theirs"):
 //
 //   ours     | theirs: added          | theirs: changed        | theirs: deleted
 //   ---------|------------------------|------------------------|---------------------
 //   added    | both stay, ours under  | both stay, ours under  | ours is added
-//            | a new id; equal        | a new id               |
-//            | records stay one       |                        |
-//   changed  | ours is changed,       | both stay, ours behind | ours is added
+//            | a new id; one record   | a new id               |
+//            | if they are equal      |                        |
+//   changed  | ours is changed,       | both stay, ours after  | ours is added
 //            | theirs stays           | theirs with a new id   |
-//   deleted  | ours is deleted,       | theirs stays           | it is gone
+//   deleted  | ours is deleted,       | theirs stays           | no change
 //            | theirs stays           |                        |
 //
-// So nothing that a program saved is lost by what another one does.
+// So no program loses a change because of another one.
 class PresetChange {
  public:
-  // A place in the list: behind the record with the id `after`, else at the index, else at the end.
+  // A place in the list: after the record with the id `after`; if that is not there, at `index`; if
+  // the list is shorter, at the end.
   struct Place {
     std::optional<UUID> after;
     std::size_t index = 0;
   };
 
-  // Where a record stands.
+  // The place of the record at an index.
   static Place placeOf(const std::vector<TuningPreset>& presets, std::size_t index);
 
   // At the end of the list.
@@ -44,17 +45,17 @@ class PresetChange {
   static PresetChange remove(TuningPreset preset);
   static PresetChange replace(TuningPreset before, TuningPreset after);
 
-  // False when the record stays although it was to be removed, as another program changed it.
+  // False when the record to remove stays because another program changed it.
   bool apply(std::vector<TuningPreset>& presets) const;
 
-  // The record that this removes; none when it is another change.
+  // The record that this change removes; null for other changes.
   const TuningPreset* removed() const;
 
  private:
   struct Add {
     std::vector<TuningPreset> presets;
-    std::vector<UUID> spareIDs;  // one for each
-    std::optional<Place> place;  // the end, without
+    std::vector<UUID> spareIDs;  // one per preset, used if its id is taken
+    std::optional<Place> place;  // none: the end
   };
   struct Remove {
     TuningPreset preset;

@@ -68,7 +68,7 @@ UUID uuid(const JSONValue& object, const char* key) {
   return *id;
 }
 
-// A key of the file in a message: as it stands when it looks like a code.
+// How messages name a key in "values": literally if it looks like a code, else as "values".
 std::string_view keyText(std::string_view key) {
   constexpr std::size_t longest = 16;
   const bool isPlain =

@@ -26,7 +26,7 @@ path dataFolder() {
 
 path defaultLocation() { return dataFolder() / "presets.json"; }
 
-// A parsed document, for as long as it is looked at.
+// RAII for a parsed document: calls dismantle().
 class Document {
  public:
   explicit Document(const std::string& content) : json_(parseJSON(content)) {}
@@ -40,7 +40,7 @@ class Document {
   JSONValue json_;
 };
 
-// Decodes the content of a file and names the file in what goes wrong.
+// Decodes the content of a file; errors begin with its path.
 template <typename Decode>
 auto decoded(const path& file, const std::string& content, Decode decode) {
   try {
@@ -57,13 +57,13 @@ std::string corruptSuffix() {
                      fmt::gmtime(wholeSeconds(WallClock::now()).time_since_epoch().count()));
 }
 
-// What stands in the user's file is the user's.
+// Presets in the user's file are never built in.
 std::vector<TuningPreset> asOwn(std::vector<TuningPreset> presets) {
   for (TuningPreset& preset : presets) preset.isBuiltIn = false;
   return presets;
 }
 
-// A change of the preset file on its way through the operation for shared files.
+// Adapts a change of the list of presets to SharedFile::Change, and keeps the result.
 class FileChange {
  public:
   FileChange(path file, const PresetStore::Change& change, std::vector<TuningPreset> ifDamaged = {})
@@ -81,7 +81,7 @@ class FileChange {
     return update();
   }
 
-  // Written even when the file holds this very list.
+  // Also writes when the list is unchanged.
   std::optional<SharedFile::Update> replace(const std::optional<std::string>& content) {
     damage_.clear();
     if (content) presetsIn(*content);

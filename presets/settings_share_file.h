@@ -9,7 +9,7 @@
 
 namespace quorvane {
 
-// What one user passes to another: a preset, when it was written and the base it came from.
+// A preset to share with other users, with the time of the export and the base it came from.
 struct SettingsShareFile {
   static constexpr std::string_view currentFormat = "quorvane-settings-1";
   static constexpr std::string_view fileExtension = "quorvane";

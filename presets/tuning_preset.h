@@ -13,7 +13,7 @@
 
 namespace quorvane {
 
-// A value of one parameter in display units, the numbers that TuningParameter::encode accepts.
+// A value of one parameter in display units, as TuningParameter::encode() takes it.
 struct ParameterValue {
   TuningParameter parameter = TuningParameter::slot;
   std::int64_t value = 0;
@@ -21,21 +21,21 @@ struct ParameterValue {
   bool operator==(const ParameterValue&) const = default;
 };
 
-// A named set of menu values. A value record; to change one is to replace it.
+// A named list of menu values. A value type: stored presets are replaced, not changed.
 struct TuningPreset {
-  // Keyed by the parameter's code exactly as it is ("brF"). Keys that are no code are kept and
-  // otherwise ignored; a parameter without a key is left as it is on the base.
+  // Keyed by TuningParameter::code(), case-sensitive ("brF"). Unknown keys are kept, but not used.
+  // A parameter without a key is left unchanged on the base.
   using Values = std::map<std::string, std::int64_t, std::less<>>;
 
   UUID id = UUID::random();
   std::string name;
   std::string game;    // "Any" for a general preset; empty for a captured one
   std::string source;  // who published the values; empty for a captured one
-  std::string notes;   // mostly the settings in the game that belong to the values
+  std::string notes;   // mostly the in-game settings that go with the values
   Values values;
   bool isBuiltIn = false;
 
-  // The stored form of values by parameter.
+  // Converts values by parameter to values by code.
   static Values codeValues(const std::vector<ParameterValue>& values);
 
   std::optional<std::int64_t> value(TuningParameter parameter) const;
@@ -43,15 +43,16 @@ struct TuningPreset {
   // The parameters that the preset has a value for, in menu order.
   std::vector<TuningParameter> parameters() const;
 
-  // What is written when the preset is applied to a base: its values in menu order, without the
-  // set's number and without what the product's menu lacks (which is nothing for no product).
+  // The values to write when the preset is applied to a base, in menu order. Leaves out the set's
+  // number, and parameters that the product's menu does not have (without a product, none).
   std::vector<ParameterValue> applicable(const std::optional<FanatecProduct>& product) const;
 
-  // A user's preset of everything in the menu but the set's number.
+  // Creates a user's preset of all values in the menu but the set's number.
   static TuningPreset capture(const std::optional<FanatecProduct>& product, std::string name,
                               const TuningSnapshot& snapshot);
 
-  // The catalogue: the same four, with the same ids, for the rest of the run. Any thread may call.
+  // The four built-in presets. Their ids are random, and constant while the program runs.
+  // Thread-safe.
   static const std::vector<TuningPreset>& builtIn();
 
   bool operator==(const TuningPreset&) const = default;

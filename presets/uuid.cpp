@@ -18,7 +18,7 @@ UUID UUID::random() {
 }
 
 std::optional<UUID> UUID::parse(std::string_view text) {
-  // A zero inside would end the text early.
+  // strlen() detects a zero byte inside, where uuid_parse() would stop.
   const std::string terminated(text);
   UUID result;
   if (std::strlen(terminated.c_str()) != textLength || text.size() != textLength ||

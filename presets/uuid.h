@@ -9,18 +9,18 @@
 
 namespace quorvane {
 
-// A universally unique identifier; all zeros unless made otherwise.
+// A universally unique identifier; all zeros by default.
 class UUID {
  public:
   UUID() = default;
 
-  // A new one, of version 4. Any thread may call.
+  // A new one, of version 4. Thread-safe.
   static UUID random();
 
-  // Reads the 8-4-4-4-12 form in either case, of any version.
+  // Parses the 8-4-4-4-12 form, in upper or lower case, of any version; none for any other text.
   static std::optional<UUID> parse(std::string_view text);
 
-  // That form in upper case.
+  // The 8-4-4-4-12 form in upper case.
   std::string text() const;
 
   auto operator<=>(const UUID&) const = default;  // NOLINT(modernize-use-nullptr): a false alarm

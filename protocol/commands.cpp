@@ -16,7 +16,7 @@ constexpr std::uint8_t setNumberMask = 0x0F;
 
 std::uint8_t lowByte(std::int64_t value) { return static_cast<std::uint8_t>(value); }
 
-// A packet of the tuning channel: the given bytes, cut or filled with zeros to 63.
+// A packet of the tuning channel: the given bytes, truncated or zero-padded to 63.
 HIDReportPacket tuningPacket(Bytes payload) {
   payload.resize(FanatecCommands::tuningPayloadLength);
   return {FanatecCommands::tuningReportID, std::move(payload)};
@@ -28,7 +28,7 @@ HIDReportPacket shortPacket(std::uint8_t reportID, std::initializer_list<std::ui
   return {reportID, payload};
 }
 
-// The 64 bytes of a write whose menu block stays where the tuning report has it.
+// The 64 bytes of a write in the inPlace layout.
 Bytes blockInPlace(ByteView report) {
   Bytes block(report.begin(), report.end());
   block[1] = FanatecCommands::tuningGroup;
@@ -36,8 +36,8 @@ Bytes blockInPlace(ByteView report) {
   return block;
 }
 
-// The 64 bytes of a write whose block, status byte included, stands one byte later; the report's
-// last byte falls off.
+// The 64 bytes of a write in the deviceID layout. The block, status byte included, moves by one
+// byte, so the report's last byte is dropped.
 Bytes blockWithDeviceID(ByteView report, bool clearSetupFlag) {
   Bytes block{FanatecCommands::tuningReportID, FanatecCommands::tuningGroup, deviceIDByte};
   const ByteView menu =

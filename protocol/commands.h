@@ -11,17 +11,18 @@
 
 namespace quorvane {
 
-// Where the menu block sits in a write: at the positions of the tuning report ("linux"), or one
-// byte later, behind a device-ID byte ("sdk").
+// The position of the menu block in a write: at the offsets of the tuning report ("linux"), or one
+// byte later, after a device-ID byte ("sdk").
 enum class TuningLayout { inPlace, deviceID };
 
 // "linux" for inPlace, "sdk" for deviceID.
 std::string_view rawValue(TuningLayout layout);
 
-// The exact inverse of rawValue; any other text gives no value.
+// The exact inverse of rawValue(); none for any other text.
 std::optional<TuningLayout> tuningLayout(std::string_view rawValue);
 
-// Builders of everything that is said to a base. Pure: order and pauses are the session's business.
+// Builders of every packet that is sent to a base. Pure functions: the session decides on order and
+// pauses.
 namespace FanatecCommands {
 
 // The tuning channel: 64-byte reports, report ID included.
@@ -44,7 +45,7 @@ inline constexpr std::uint8_t toggleModeCommand = 0x06;
 inline constexpr std::uint8_t enableIdentityCommand = 0x01;
 inline constexpr std::uint8_t requestIdentityCommand = 0x02;
 
-// The short command reports have 7 bytes besides their report ID.
+// The length of a short command report, without the report ID.
 inline constexpr std::size_t shortPayloadLength = 7;
 
 // Answered by a tuning report.
@@ -67,18 +68,19 @@ HIDReportPacket enableIdentityReports(bool enable);
 // Answered by an identity report once those are enabled.
 HIDReportPacket requestIdentityReport();
 
-// Sets one byte of the menu: the base knows no smaller write than the whole block, so the block is
-// sent back as last reported, with this byte changed. `clearSetupFlag` drops all but the set number
-// from the status byte in the deviceID layout; the inPlace layout always sends it as 0.
+// Sets one byte of the menu. The base accepts only writes of the whole block, so the packet is the
+// snapshot's block with this byte changed. In the deviceID layout, `clearSetupFlag` clears all bits
+// of the status byte but the set number; the inPlace layout always sends that byte as 0.
 HIDReportPacket writeTuning(const TuningSnapshot& snapshot, TuningParameter parameter,
                             std::uint8_t rawValue, TuningLayout layout, bool clearSetupFlag);
 
-// The direct steering-angle command. The low 16 bits of `degrees` are sent, unchecked.
+// The steering-angle command outside the tuning menu. Sends the low 16 bits of `degrees`,
+// unchecked.
 std::vector<HIDReportPacket> setRotation(std::int64_t degrees, std::uint8_t outputReportID);
 
 std::vector<HIDReportPacket> wakeSequence(std::uint8_t outputReportID);
 
-// 2 x `pairs` packets; a negative number stops the program.
+// Returns 2 x `pairs` packets. A negative number ends the program.
 std::vector<HIDReportPacket> tuningAckBurst(std::uint8_t outputReportID, int pairs);
 
 }  // namespace FanatecCommands

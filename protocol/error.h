@@ -10,7 +10,7 @@
 
 namespace quorvane {
 
-// The one error of device work. Its description is what the user reads.
+// Any error in the communication with a device. errorDescription() is the message for the user.
 class FanatecError : public std::exception {
  public:
   struct OutOfRange {

@@ -12,7 +12,7 @@
 namespace quorvane {
 
 // One received identity ("system") report: which base this is, and which steering wheel and button
-// module are attached. Immutable; keeps the bytes as they came.
+// module are attached. Immutable; keeps the bytes as received.
 class IdentityReport {
  public:
   static constexpr std::uint8_t reportID = 0xFF;
@@ -23,22 +23,22 @@ class IdentityReport {
   static constexpr std::size_t wheelOffset = 24;
   static constexpr std::size_t moduleOffset = 31;
 
-  // Whether the bytes are an identity report: 64 of them, beginning with report ID and sub-ID.
+  // Whether the bytes are an identity report: 64 bytes that begin with report ID and sub-ID.
   static bool matches(ByteView report);
 
-  // No value unless the bytes match.
+  // None unless the bytes match.
   static std::optional<IdentityReport> fromReport(ByteView report,
                                                   WallClock::time_point receivedAt);
 
   const Bytes& raw() const { return raw_; }
   WallClock::time_point receivedAt() const { return receivedAt_; }
 
-  // The base's own type code (no USB product ID); absent in the extended layout.
+  // The base's type code, which is not the USB product ID; none in the extended layout.
   std::optional<std::int64_t> baseType() const;
   std::uint8_t wheelCode() const { return raw_[wheelOffset]; }
   std::uint8_t moduleCode() const { return raw_[moduleOffset]; }
 
-  // Display names; unknown codes get a text that shows the code.
+  // Display names; for unknown codes, a text with the code.
   std::string baseName() const;
   std::string wheelName() const;
   std::string moduleName() const;

@@ -8,15 +8,15 @@
 namespace quorvane::MenuText {
 namespace {
 
-constexpr std::string_view degreeSign = "\u00B0";  // stands for the unit "deg" too
+constexpr std::string_view degreeSign = "\u00B0";  // accepted for the unit "deg"
 
-// The word without a note in brackets behind it: "CbP (clutch bite point)".
+// Removes a note in brackets at the end: "CbP (clutch bite point)".
 std::string_view withoutNote(std::string_view word) {
   const std::size_t note = word.find(" (");
   return note != std::string_view::npos && word.ends_with(')') ? word.substr(0, note) : word;
 }
 
-// The number's word without the setting's unit behind it: "80%", "900 deg".
+// Removes the setting's unit at the end: "80%", "900 deg".
 std::string_view withoutUnit(std::string_view word, std::string_view unit) {
   const bool hasSign = unit == "deg" && word.ends_with(degreeSign);
   const std::size_t length = hasSign ? degreeSign.size() : unit.size();

@@ -15,11 +15,11 @@ using enum ProductKind;
 struct Row {
   FanatecProduct product;
   std::uint8_t baseType = 0;
-  unsigned moreMenus = 0;  // besides its family's
+  unsigned moreMenus = 0;  // bits of MenuKind besides that of the family
 };
 
-// The automatic angle of the CSL Elite and direct-drive bases lies 10 degrees above the largest
-// angle that can be set: their menus show it as one more step.
+// The automatic angle of CSL Elite and direct-drive bases is 10 degrees above the largest angle to
+// set: one more step in their menus.
 // clang-format off
 constexpr std::array<Row, 13> rows{{
     {{0x0001, "ClubSport Wheel Base V2", wheelBase, 900, 0, TuningFamily::classic}, 1},

@@ -23,10 +23,10 @@ enum class ProductKind { wheelBase, pedals };
 // "wheel base" or "pedals".
 std::string_view rawValue(ProductKind kind);
 
-// The exact inverse of rawValue; any other text gives no value.
+// The exact inverse of rawValue(); none for any other text.
 std::optional<ProductKind> productKind(std::string_view rawValue);
 
-// The kind of tuning menu that a device carries.
+// The kind of tuning menu that a device has.
 enum class TuningFamily { none, classic, cslElite, directDrive };
 
 // The menus that settings belong to, one bit each.
@@ -44,8 +44,8 @@ struct FanatecProduct {
   std::int64_t productID = 0;  // USB product ID
   std::string_view name;       // display name
   ProductKind kind = ProductKind::wheelBase;
-  std::int64_t maxRotation = 0;   // largest steering angle that may be set, degrees; 0: no steering
-  std::int64_t autoRotation = 0;  // angle that the base's menu shows as automatic; 0: has none
+  std::int64_t maxRotation = 0;   // largest steering angle to set, degrees; 0: no steering
+  std::int64_t autoRotation = 0;  // angle that the menu shows as automatic; 0: no automatic angle
   TuningFamily tuningFamily = TuningFamily::none;
 
   bool hasTuningMenu() const { return tuningFamily != TuningFamily::none; }
@@ -58,17 +58,17 @@ struct FanatecProduct {
   // The catalogue, in look-up order.
   static std::span<const FanatecProduct> all();
 
-  // The first row with exactly this product ID.
+  // The first row with this product ID.
   static std::optional<FanatecProduct> lookup(std::int64_t productID);
 
-  // The row's name, or "Unknown Fanatec device 0x" and the ID in four upper-case digits.
+  // The row's name, or "Unknown Fanatec device 0x" and the ID as four upper-case hex digits.
   static std::string describe(std::int64_t productID);
 };
 
-// The menus that this product's tuning menu is made of: bits of MenuKind, 0 without a menu.
+// The kinds of settings in this product's menu: bits of MenuKind; 0 without a menu.
 unsigned menusOf(const FanatecProduct& product);
 
-// The base type of the product's identity report (see IdentityReport::baseType); 0 without a menu.
+// The base type in the product's identity report (see IdentityReport::baseType); 0 without a menu.
 std::uint8_t baseTypeOf(const FanatecProduct& product);
 
 }  // namespace quorvane

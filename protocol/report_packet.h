@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-// One output report: what is sent to a device.
+// One HID output report.
 struct HIDReportPacket {
   std::uint8_t reportID = 0;  // 0: the device uses no report IDs
   Bytes payload;              // without the report ID

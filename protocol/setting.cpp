@@ -27,7 +27,7 @@ constexpr unsigned directDrive = MenuKind::directDrive;
 // clang-format off
 constexpr std::array<SettingInfo, P::count> table{{
     // parameter, code, title, unit,
-    // range, step, offset, coding, menus, factory value, and what few settings have
+    // range, step, offset, coding, menus, factory value, then optional members
     {P::slot, "SLOT", "Tuning slot", "",
      tuningSets, 1, 2, plain, everyMenu, autoSet},
     {P::sensitivity, "SEN", "Sensitivity (steering angle)", "deg",
@@ -71,7 +71,7 @@ constexpr std::array<SettingInfo, P::count> table{{
 }};
 // clang-format on
 
-// A slider shows numbers; the other controls show the label of each value.
+// A setting with a slider has no value labels; one with another editor needs a label per value.
 consteval bool isComplete(const SettingInfo& setting) {
   const std::size_t values =
       static_cast<std::size_t>(setting.range.upper - setting.range.lower) + 1;

@@ -14,45 +14,46 @@ namespace quorvane {
 
 // The tuning sets that a base keeps, by number.
 inline constexpr ClosedRange tuningSets{1, 5};
-inline constexpr int autoSet = 1;    // of the standard menu, which the base fills in by itself
-inline constexpr int customSet = 2;  // of the standard menu
+inline constexpr int autoSet = 1;    // in the standard menu; the base chooses its values
+inline constexpr int customSet = 2;  // in the standard menu
 
-// How a setting's byte relates to its display value.
+// How a setting's byte encodes its display value.
 enum class Coding {
   plain,         // the value
   tenths,        // a tenth of the value
   flooredToTen,  // the value, rounded down to a multiple of ten when written
-  signedByte,    // the value as a two's-complement byte
-  steeringAngle  // a tenth of the value, or the wrapped form of the direct-drive bases
+  signedByte,    // the value in two's complement
+  steeringAngle  // a tenth of the value, or the wrapped byte of direct-drive bases
 };
 
 // The control that edits a setting.
 enum class Editor { slider, segments, list };
 
-// What a value is called where it is not shown as a number.
+// The name of a value that is not shown as a number.
 struct ValueLabel {
-  std::string_view text;    // of the setting's label(); its first word stands on the display
-  std::string_view choice;  // among the choices of the editor
+  std::string_view text;    // for TuningParameter::label(); the base displays the first word
+  std::string_view choice;  // in the editor
 };
 
-// The labels of a setting's values, from the lowest value of its range on.
+// The labels of a setting's values, in order from the lowest value of its range.
 struct ValueLabels {
   std::span<const ValueLabel> labels;
-  bool isLastForOthers = false;  // values outside the range have the last label; else none
+  bool isLastForOthers = false;  // whether values outside the range have the last label
 };
 
-// A value that stands for a state instead of an amount. It has a switch beside the slider.
+// A value that means a state instead of an amount. The window has a switch for it next to the
+// slider.
 struct SpecialValue {
   std::int64_t value;           // what is written for it
   std::string_view word;        // on the base's display
-  std::string_view switchWord;  // beside the switch, in presets and on command lines
-  // The value that this product's menu shows for it, 0 for products that lack it. Null: `value`.
+  std::string_view switchWord;  // next to the switch, in presets and on command lines
+  // The value that the product's menu reports for it; 0 for products without it. Null: `value`.
   std::int64_t FanatecProduct::*shownAs = nullptr;
-  std::string_view whyMissing = {};  // the switch's help text on products that lack it
+  std::string_view whyMissing = {};  // the switch's help text on products without it
 };
 
-// Everything that is known about one setting. A new setting is a new row of `settings`, and a new
-// case of TuningParameter.
+// All facts about one setting. To add a setting, add a row to settings() and a case to
+// TuningParameter.
 struct SettingInfo {
   TuningParameter::Case parameter = TuningParameter::slot;
   std::string_view code;
@@ -60,12 +61,12 @@ struct SettingInfo {
   std::string_view unit;
   ClosedRange range;  // without a product
   std::int64_t step = 1;
-  std::size_t offset = 0;  // of its byte in the tuning report
+  std::size_t offset = 0;  // see TuningParameter::offset()
   Coding coding = Coding::plain;
   unsigned menus = 0;        // bits of MenuKind
-  std::int64_t factory = 0;  // the value that a base is shipped with
+  std::int64_t factory = 0;  // the factory default
   Editor editor = Editor::slider;
-  // The product's own upper end of the range, if products differ in it.
+  // The member with the product's upper end of the range; null if it is the same for all products.
   std::int64_t FanatecProduct::*highest = nullptr;
   std::optional<SpecialValue> special = std::nullopt;
   ValueLabels valueLabels = {};

@@ -11,7 +11,7 @@
 namespace quorvane {
 namespace {
 
-// The display value that stands for the special one on this product's menu, if there is one.
+// The display value that this product's menu reports for the special value, if it has one.
 std::optional<std::int64_t> shownSpecial(const SpecialValue& special,
                                          const std::optional<FanatecProduct>& product) {
   if (special.shownAs == nullptr) return special.value;
@@ -23,7 +23,7 @@ bool extendedAngle(const std::optional<FanatecProduct>& product) {
   return !product || product->usesExtendedSensitivity();
 }
 
-// 138...255 stand for 90...1260 degrees, 0...137 for 1270...2640.
+// 138...255 mean 90...1260 degrees, 0...137 mean 1270...2640 degrees.
 std::int64_t decodeExtendedAngle(std::uint8_t raw) {
   return raw < 138 ? 10 * std::int64_t{raw} + 1270 : 10 * std::int64_t{raw} - 1290;
 }

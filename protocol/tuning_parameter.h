@@ -13,7 +13,7 @@
 
 namespace quorvane {
 
-// Both bounds belong to the range.
+// A range that includes both bounds.
 struct ClosedRange {
   std::int64_t lower = 0;
   std::int64_t upper = 0;
@@ -22,10 +22,10 @@ struct ClosedRange {
   bool operator==(const ClosedRange&) const = default;
 };
 
-// One setting of the tuning menu that the base keeps. Its facts are a row of protocol/setting.h.
+// One setting of the base's tuning menu. protocol/setting.h has the facts about each.
 //
-// Values are integers in display units (degrees, percent, ...). Functions that take a product
-// accept none: they then speak of the largest menu there is.
+// Values are integers in display units (degrees, percent, ...). Without a product, functions assume
+// the fullest menu: every setting, the widest ranges, the steering angle of direct-drive bases.
 class TuningParameter {
  public:
   enum Case : std::uint8_t {
@@ -47,63 +47,63 @@ class TuningParameter {
     interpolation,
     naturalInertia,
     fullForce,
-    caseCount  // no setting
+    caseCount  // not a setting
   };
   static constexpr std::size_t count = caseCount;
 
-  // Cases are parameters: `TuningParameter p = TuningParameter::slot;`
+  // Implicit conversions: `TuningParameter p = TuningParameter::slot;`
   constexpr TuningParameter(Case value) : value_(value) {}  // NOLINT(google-explicit-constructor)
   constexpr operator Case() const { return value_; }        // NOLINT(google-explicit-constructor)
 
-  // Every case in declaration order, which is the order of the menu's bytes.
+  // All cases in declaration order, which is the order of their bytes in the menu.
   static const std::array<TuningParameter, count>& allCases();
 
-  // Exact match of a code; for stored keys.
+  // The parameter with exactly this code; for stored keys.
   static std::optional<TuningParameter> fromRawValue(std::string_view code);
 
-  // Match of a code ignoring case; for words that people typed.
+  // The parameter with this code, ignoring case; for user input.
   static std::optional<TuningParameter> named(std::string_view text);
 
-  // What this product's menu offers, in menu order; all cases without a product.
+  // The settings in this product's menu, in menu order; all cases without a product.
   static std::vector<TuningParameter> available(const std::optional<FanatecProduct>& product);
 
-  // As `available`, without `slot`, which says what set the others belong to.
+  // Like available(), without `slot`, the number of the set that the others belong to.
   static std::vector<TuningParameter> adjustable(const std::optional<FanatecProduct>& product);
 
-  // The abbreviation on the base's own display; also the key in files. Unique ignoring case.
+  // The abbreviation on the base's display; also the key in files. Unique, even ignoring case.
   std::string_view code() const;
   std::string_view title() const;
   std::string_view unit() const;  // "deg", "%" or empty
   std::int64_t step() const;
 
-  // Position of the parameter's byte in the tuning report, the report ID counted as 0.
+  // Position of the parameter's byte in the tuning report; the report ID is at 0.
   std::size_t offset() const;
 
-  // Settable display values. The upper end of `sensitivity` is the product's maxRotation; asking it
-  // of a product without steering stops the program.
+  // The display values that can be set. The upper end for `sensitivity` is the product's
+  // maxRotation; calling this for a product without steering ends the program.
   ClosedRange allowedRange(const std::optional<FanatecProduct>& product) const;
 
-  // The settable values that are amounts: the allowed range without the special value.
+  // The allowed range without the special value.
   ClosedRange amounts(const std::optional<FanatecProduct>& product) const;
 
-  // The word that the display shows instead of the number ("AUT", "OFF", "LIN", ...), if any.
+  // The label of a value that is not shown as a number ("AUT", "OFF", "LIN", ...), if any.
   std::optional<std::string_view> label(std::int64_t value,
                                         const std::optional<FanatecProduct>& product) const;
 
-  // Whether the value stands for a state ("AUT", "OFF") instead of an amount.
+  // Whether the value is the special value ("AUT", "OFF"), as written or as the menu reports it.
   bool isSpecial(std::int64_t value, const std::optional<FanatecProduct>& product) const;
 
-  // Whether this product's menu has the special value; the largest menu there is has it.
+  // Whether this product's menu has the special value of the setting, if the setting has one.
   bool hasSpecial(const std::optional<FanatecProduct>& product) const;
 
-  // The value to write so that the menu shows this one. It differs only for a special value, such
-  // as 0 for the automatic steering angle.
+  // The value to write for a value that the menu reports. It differs only for the special value,
+  // such as 0 for the automatic steering angle.
   std::int64_t written(std::int64_t value, const std::optional<FanatecProduct>& product) const;
 
-  // Display value of a raw byte. Total: every byte has a value, also outside the allowed range.
+  // Display value of any raw byte. The result may lie outside the allowed range.
   std::int64_t decode(std::uint8_t raw, const std::optional<FanatecProduct>& product) const;
 
-  // Raw byte of a display value. For `sensitivity`, 0 stands for the automatic angle.
+  // Raw byte of a display value. For `sensitivity`, 0 means the automatic angle.
   // Throws FanatecError notAvailable or outOfRange.
   std::uint8_t encode(std::int64_t value, const std::optional<FanatecProduct>& product) const;
 

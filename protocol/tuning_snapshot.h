@@ -11,7 +11,7 @@
 
 namespace quorvane {
 
-// One received tuning report: the whole menu of the active set, kept as it came. Immutable.
+// One received tuning report: the whole menu of the active set, as received. Immutable.
 class TuningSnapshot {
  public:
   static constexpr std::uint8_t reportID = 0xFF;
@@ -19,10 +19,10 @@ class TuningSnapshot {
   static constexpr std::size_t length = 64;
   static constexpr std::size_t statusOffset = 2;
 
-  // Whether the bytes are a tuning report: 64 of them, beginning with report ID and sub-ID.
+  // Whether the bytes are a tuning report: 64 bytes that begin with report ID and sub-ID.
   static bool matches(ByteView report);
 
-  // No value unless the bytes match.
+  // None unless the bytes match.
   static std::optional<TuningSnapshot> fromReport(ByteView report,
                                                   WallClock::time_point receivedAt);
 
@@ -39,20 +39,20 @@ class TuningSnapshot {
   // "advanced" or "standard".
   std::string_view modeName() const { return isAdvancedMode() ? "advanced" : "standard"; }
 
-  // How people call the active set: "A (Auto Setup)" or "C (Custom)" in the standard menu, the
+  // The display name of the active set: "A (Auto Setup)" or "C (Custom)" in the standard menu, the
   // set's number in the advanced one.
   std::string setName() const;
 
-  // The parameter's byte. That of `slot` is the whole status byte, mode bit included.
+  // The parameter's byte. For `slot`, the whole status byte, including the mode bit.
   std::uint8_t rawValue(TuningParameter parameter) const { return raw_[parameter.offset()]; }
 
-  // Display value, decoded as this product's menu does.
+  // The display value in this product's menu.
   std::int64_t value(TuningParameter parameter,
                      const std::optional<FanatecProduct>& product) const {
     return parameter.decode(rawValue(parameter), product);
   }
 
-  // As `value`, but the number of the set for `slot`.
+  // Like value(), but for `slot` the number of the set.
   std::int64_t settingValue(TuningParameter parameter,
                             const std::optional<FanatecProduct>& product) const {
     return parameter == TuningParameter::slot ? slot() : value(parameter, product);

@@ -9,11 +9,11 @@
 
 namespace quorvane {
 
-// What the wheel-status report, the base's everyday input report, says about the steering wheel on
-// it. Both numbers are little-endian.
+// The data about the attached steering wheel in the wheel-status report, which the base sends
+// steadily. Both numbers are little-endian in the report.
 struct WheelStatus {
   static constexpr std::uint8_t reportID = 0x01;
-  static constexpr std::size_t length = 34;  // report ID counted
+  static constexpr std::size_t length = 34;  // including the report ID
   static constexpr std::size_t wheelOffset = 30;
   static constexpr std::size_t firmwareOffset = 32;
   static constexpr std::uint8_t noWheel = 0xFF;  // in the first wheel byte
@@ -23,7 +23,7 @@ struct WheelStatus {
 
   auto operator<=>(const WheelStatus&) const = default;
 
-  // No value unless the bytes are a wheel-status report that carries a wheel.
+  // None unless the bytes are a wheel-status report and a wheel is attached.
   static std::optional<WheelStatus> fromReport(ByteView report);
 };
 

@@ -9,29 +9,29 @@
 
 namespace quorvane {
 
-// Whether a device counts as a wheel base: the catalogue says so, or it presents itself as a
-// joystick, which lets unknown bases in.
+// Whether a device may be a wheel base: it is one according to the catalogue, or its HID usage is
+// joystick, so that unknown bases are included.
 bool isWheelBaseCandidate(const HIDDeviceInfo& device);
 
-// Whether `which` names the device: its id, its node's path or its serial number, as a whole and in
-// its case. An empty text names nothing.
+// Whether `which` is the device's id, the path of its node or its serial number: an exact,
+// case-sensitive match. An empty text matches no device.
 bool isNamed(const HIDDeviceInfo& device, std::string_view which);
 
-// The candidates among the devices, or those of them that `which` names, in their order. The first
-// one is the one to connect to.
+// The devices that may be wheel bases, in the order given; with `which`, only those that it names.
+// Connect to the first.
 std::vector<HIDDeviceInfo> wheelBaseCandidates(const std::vector<HIDDeviceInfo>& devices,
                                                std::string_view which = {});
 
-// Whether both describe the same device in the same place of the system: bases that share an id are
-// told apart by their nodes.
+// Whether both describe the same device: compares id and node, because several bases may share an
+// id.
 bool isSameDevice(const HIDDeviceInfo& a, const HIDDeviceInfo& b);
 
-// The same device as it is described among `devices`, if it is there.
+// The entry of `devices` for the same device, if there is one.
 std::optional<HIDDeviceInfo> findDevice(const std::vector<HIDDeviceInfo>& devices,
                                         const HIDDeviceInfo& device);
 
-// What names the device to people and to isNamed, the most lasting first: serial number and node,
-// where it has them, else its id. Never empty.
+// The names of the device for people and for isNamed(), the most permanent first: serial number and
+// node, as far as present, else its id. Never empty.
 std::vector<std::string> namesOf(const HIDDeviceInfo& device);
 
 }  // namespace quorvane

@@ -13,7 +13,7 @@ struct MenuPlace {
 
   MenuPlace(std::int64_t setNumber, bool inAdvancedMode)
       : slot(setNumber), isAdvanced(inAdvancedMode) {}
-  // Where the base was when it reported this menu.
+  // The set and mode of a reported menu.
   MenuPlace(const TuningSnapshot& menu)  // NOLINT(google-explicit-constructor)
       : slot(menu.slot()), isAdvanced(menu.isAdvancedMode()) {}
 

@@ -10,7 +10,8 @@ MenuWriter::MenuWriter(WheelBase& base, const std::optional<TuningSnapshot>& men
 TuningSnapshot MenuWriter::write(TuningParameter parameter, std::int64_t value) {
   if (parameter == TuningParameter::slot) return switchTo(value);
   TuningSnapshot readBack = base_.set(parameter, value, true, meant_).value();
-  // What the base makes of its mode byte by the write itself is no other set.
+  // Compare the set number only: a write can flip the mode bit in the reply without changing the
+  // set.
   if (meant_ && readBack.slot() == meant_->slot) meant_ = readBack;
   return readBack;
 }
@@ -19,7 +20,7 @@ TuningSnapshot MenuWriter::switchTo(std::int64_t set) {
   const auto latest = base_.tuning();
   const bool isAdvanced = meant_ ? meant_->isAdvanced : latest && latest->isAdvancedMode();
   meant_ = MenuPlace(set, isAdvanced);
-  // The session sends a set's number as it is.
+  // Throws outOfRange: WheelBase::set() does not check a set's number.
   TuningParameter(TuningParameter::slot).encode(set, std::nullopt);
   TuningSnapshot readBack = base_.set(TuningParameter::slot, set, true).value();
   if (readBack.slot() != set) {

@@ -7,11 +7,12 @@
 
 namespace quorvane {
 
-// Lets pass the reports that are new information about a base, out of a thousand a second. Identity
-// and tuning reports always pass, a wheel status when it differs from the previous one. One thread.
+// Selects the reports with new information from a base's thousand reports per second. Identity and
+// tuning reports always pass; a wheel status passes when it differs from the previous one. Not
+// thread-safe.
 class ReportFilter {
  public:
-  // Remembers the report's wheel status.
+  // Stores a wheel status for the next call.
   bool passes(ByteView report);
 
  private:

@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-// The pauses of the dialogue: what the base needs to do as it was told.
+// Pauses after commands: the time that the base needs to execute them.
 constexpr Seconds ackPause{0.002};
 constexpr Seconds selectPause{0.15};
 constexpr Seconds commitPause{0.25};
@@ -26,7 +26,7 @@ constexpr const char* tuningReportText =
 constexpr const char* identityReportText = "system report (FF 08)";
 
 constexpr std::int64_t lowestRotation = 90;
-constexpr std::int64_t highestRotation = 2520;  // of products that the catalogue does not know
+constexpr std::int64_t highestRotation = 2520;  // for products that are not in the catalogue
 
 template <typename Handler>
 std::shared_ptr<const Handler> shared(Handler handler) {
@@ -181,9 +181,9 @@ void WheelBase::keep(WheelStatus status) {
   if (handler) (*handler)(*this);
 }
 
-// Registers a waiter, sends the requests, and waits until a report that came after that has taken
-// the waiter off the list; all the while, delivery is prompt. A send that fails leaves its waiter
-// there; the next report drops it.
+// Registers a waiter, sends the requests, and waits until the next report signals the waiter and
+// removes it. Disables batching meanwhile. When a send fails, the waiter stays registered until the
+// next report removes it.
 bool WheelBase::await(std::vector<Waiter> WheelBase::*waiters,
                       const std::vector<HIDReportPacket>& requests, Seconds timeout) {
   const HIDConnection::LowLatencyScope scope = connection_.lowLatencyScope();
@@ -236,7 +236,7 @@ HIDReportPacket WheelBase::packetFrom(const TuningSnapshot& menu, TuningParamete
                                       writeLayout, clearSetupFlagOnWrite);
 }
 
-// Call it while holding the write lock.
+// Call it with the write lock held.
 void WheelBase::readUnlessSure() {
   const bool mayHaveMissedAny = connection_.possibleLosses() != lossesMadeUpFor_;
   if (connection_.othersMayHaveWritten() || mayHaveMissedAny) fetchTuning(readTimeout);
@@ -255,7 +255,7 @@ std::optional<TuningSnapshot> WheelBase::set(TuningParameter parameter, std::int
                                              bool verify,
                                              const std::optional<MenuPlace>& meantFor) {
   const bool isSlot = parameter == TuningParameter::slot;
-  // What cannot be written is refused before anything is waited for.
+  // Throws for an invalid value before waiting for the write lock.
   if (!isSlot) packet(parameter, value);
   const WriteLock lock(connection_, clock_, readTimeout);
   if (isSlot) {
@@ -324,7 +324,7 @@ TuningSnapshot WheelBase::factoryReset() {
 void WheelBase::setRotation(std::int64_t degrees) {
   if (!commandReportID) throw FanatecError::noOutputReport();
   const ClosedRange allowed{lowestRotation, product_ ? product_->maxRotation : highestRotation};
-  // Pedals, which a session is opened with when they present themselves as a joystick.
+  // Pedals whose HID usage is joystick also get a session (isWheelBaseCandidate).
   if (product_ && allowed.upper < allowed.lower) {
     throw FanatecError::notAvailable(TuningParameter::sensitivity, std::string(product_->name));
   }

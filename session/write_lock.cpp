@@ -10,11 +10,11 @@
 namespace quorvane {
 namespace {
 
-// The kernel does not report that a lock was released, so it is polled. This is short compared with
-// the quarter of a second that a write takes.
+// The kernel does not report the release of a lock, so it is polled. The period is short compared
+// with the 0.25 s of a write.
 constexpr Seconds pollingPeriod{0.01};
 
-// What the timeout error says was waited for.
+// The text of the timeout error.
 std::string holderText(const std::optional<NodeHolder>& holder) {
   if (!holder) return "another program that is writing to the base; try again when it has finished";
   if (!holder->isStopped) {

@@ -5,12 +5,12 @@
 
 namespace quorvane {
 
-// Holds the base's write lock, among all programs that have it open. A write sends the whole menu
-// back, so nobody else may write between the read that it was copied from and its read-back.
+// RAII: holds the base's write lock, which all programs share. A write sends the whole menu, so no
+// other program may write between the read that it is based on and the read-back.
 class WriteLock {
  public:
-  // Blocks until it holds the lock. Throws FanatecError timeout after `timeout`, which names the
-  // holder if that is known, and notConnected when the connection is closed or gets closed.
+  // Blocks until it holds the lock. Throws FanatecError timeout after `timeout`, with the name of
+  // the holder if known, and notConnected when the connection is closed, also meanwhile.
   WriteLock(HIDConnection& connection, Clock& clock, Seconds timeout);
   ~WriteLock() { connection_.endWriteLock(); }
   WriteLock(const WriteLock&) = delete;

@@ -16,7 +16,7 @@ int digitValue(char c) {
 
 bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-// Appends the bytes of one group without spaces; false when the group is malformed.
+// Appends the bytes of one group (text between spaces); false when the group is malformed.
 bool appendGroup(std::string_view group, Bytes& out) {
   if (group.size() > 2 && group[0] == '0' && (group[1] == 'x' || group[1] == 'X')) {
     group.remove_prefix(2);

@@ -12,12 +12,12 @@ namespace quorvane {
 using Bytes = std::vector<std::uint8_t>;
 using ByteView = std::span<const std::uint8_t>;
 
-// Two lower-case hexadecimal digits a byte, joined by one space; empty for no bytes.
+// Two lower-case hexadecimal digits per byte, separated by a space; empty for no bytes.
 std::string hexDump(ByteView bytes);
 
-// Reads bytes written by people: two-digit groups with or without spaces between them, each group
-// optionally led by "0x", digits of either case; a single digit stands for one byte. Empty optional
-// for anything else, also for a text without any byte.
+// Parses hexadecimal bytes typed by people: two digits per byte, of either case, with or without
+// spaces between bytes. Each group between spaces may start with "0x"; a group of a single digit is
+// one byte. None for anything else, also for text without bytes.
 std::optional<Bytes> parseHexBytes(std::string_view text);
 
 // Little-endian 16-bit value of two bytes.

@@ -6,7 +6,7 @@
 namespace quorvane {
 namespace {
 
-// Keeps a deadline within the clock's range whatever a caller asks for.
+// Upper limit of a timeout, so that the deadline does not overflow the clock's range.
 constexpr Seconds longestWait = std::chrono::hours(24 * 365);
 
 class SystemClock final : public Clock {

@@ -9,11 +9,11 @@ namespace quorvane {
 using Monotonic = std::chrono::steady_clock;
 using WallClock = std::chrono::system_clock;
 
-// Time-outs and pauses as the protocol states them.
+// For timeouts and pauses of the protocol.
 using Seconds = std::chrono::duration<double>;
 
-// Where the pauses and deadlines of the device dialogue go, so that tests can let time pass without
-// waiting. All operations block the calling thread and may be used from any thread.
+// The source of time for all pauses and deadlines. Tests replace it to let time pass without
+// waiting. sleepFor() and wait() block the calling thread. Thread-safe.
 class Clock {
  public:
   virtual ~Clock() = default;
@@ -21,8 +21,8 @@ class Clock {
   virtual Monotonic::time_point now() = 0;
   virtual void sleepFor(Seconds duration) = 0;
 
-  // Takes one count of the semaphore, waiting at most `timeout`; false when it passed. A timeout of
-  // zero or less takes a count that is already there.
+  // Takes one count of the semaphore, waiting at most `timeout`; false on timeout. With a timeout
+  // of zero or less it does not wait.
   virtual bool wait(Semaphore& semaphore, Seconds timeout) = 0;
 
   // The machine's own clock.

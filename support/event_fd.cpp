@@ -18,13 +18,13 @@ EventFd::EventFd() : fd_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
 
 void EventFd::set() {
   const std::uint64_t one = 1;
-  // Fails only for a counter that is full, and then the signal is set.
+  // Fails only when the counter is full; the flag is set then anyway.
   [[maybe_unused]] const auto written = ::write(fd_.get(), &one, sizeof one);
 }
 
 void EventFd::clear() {
   std::uint64_t count = 0;
-  // Fails only for a signal that is clear.
+  // Fails only when the flag is not set.
   [[maybe_unused]] const auto got = ::read(fd_.get(), &count, sizeof count);
 }
 

@@ -6,11 +6,11 @@
 
 namespace quorvane {
 
-// A signal that a thread blocked in poll() sees at once. It stays set until it is cleared. Any
-// thread may set.
+// A flag with a file descriptor that poll() reports as readable while the flag is set. It stays set
+// until it is cleared. Any thread may set it.
 class EventFd {
  public:
-  // Throws std::system_error when the process has no descriptor left.
+  // Throws std::system_error when the process has no file descriptor left.
   EventFd();
 
   int fd() const { return fd_.get(); }
@@ -21,12 +21,12 @@ class EventFd {
   UniqueFd fd_;
 };
 
-// Blocks until one of two descriptors is readable or in error: true when it is the first, false
-// when it is (also) the second.
+// Blocks until one of two file descriptors is readable or in error. False when `stop` is, even if
+// `fd` is too; else true.
 bool waitReadable(int fd, int stop);
 
-// Blocks until a descriptor is readable or in error (true), for at most `limit` (false). A signal
-// that the process handles may end the wait early.
+// Blocks until a file descriptor is readable or in error; false when `limit` passes first, or when
+// a signal handler interrupts the wait.
 bool waitReadable(int fd, std::chrono::milliseconds limit);
 
 }  // namespace quorvane

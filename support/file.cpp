@@ -22,7 +22,7 @@ namespace {
 using std::filesystem::path;
 
 constexpr int mostNames = 10000;  // tried before giving up
-constexpr int mostReadings = 5;   // of a file that changes meanwhile
+constexpr int mostReadings = 5;   // of a file that changes while it is read
 
 std::string sizeText(std::uint64_t bytes) {
   constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20;
@@ -30,7 +30,7 @@ std::string sizeText(std::uint64_t bytes) {
   return fmt::format("{} bytes", bytes);
 }
 
-// The rest of an open file; of the size that it says to have, as a rule.
+// The rest of an open file. `size` is the file's size from fstat().
 std::string contentOf(const path& file, const UniqueFd& fd, std::uint64_t size,
                       std::uint64_t limit) {
   const auto requireLength = [&](std::uint64_t length) {
@@ -46,12 +46,12 @@ std::string contentOf(const path& file, const UniqueFd& fd, std::uint64_t size,
     if (length == 0) return content;
     requireLength(content.size() + static_cast<std::size_t>(length));
     content.append(block.data(), static_cast<std::size_t>(length));
-    // It grows while it is read, perhaps without end.
+    // The file grows while it is read, perhaps without end: the caller sees its version change.
     if (size > 0 && content.size() > size) return content;
   }
 }
 
-// One reading; none when the file was changed in the middle of it.
+// None when the file changed while it was read.
 std::optional<FileState> readOnce(const path& file, std::uint64_t limit) {
   const UniqueFd fd(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   if (!fd) failWithErrno(file);
@@ -63,9 +63,9 @@ std::optional<FileState> readOnce(const path& file, std::uint64_t limit) {
   return state;
 }
 
-// Links the file to a further name, which must be free; false when it is not. A file that cannot be
-// linked is copied: the file system may know no links, and the kernel may allow none to a file of
-// another owner (fs.protected_hardlinks).
+// Gives the file a further name by a hard link; false when that name exists. A file that cannot be
+// linked is copied: the file system may not support hard links, and the kernel may refuse them for
+// a file of another owner (fs.protected_hardlinks).
 bool giveName(const path& file, const path& other) {
   if (::link(file.c_str(), other.c_str()) == 0) return true;
   if (errno == EEXIST) return false;
@@ -149,7 +149,7 @@ void createDirectories(const path& path) {
     return;
   }
   const int error = errno;
-  // Another program may have been faster.
+  // Another program may have created it in the meantime.
   if (error != EEXIST || !std::filesystem::is_directory(path, unknown)) {
     throw FileError(path, error == EEXIST ? ENOTDIR : error);
   }

@@ -15,7 +15,7 @@ class FileError : public std::runtime_error {
  public:
   FileError(const std::filesystem::path& path, std::string_view reason);
 
-  // With the system's text for an errno.
+  // The reason is the system's message for the errno `error`.
   FileError(const std::filesystem::path& path, int error);
 
   bool isMissingFile() const;
@@ -26,13 +26,14 @@ class FileError : public std::runtime_error {
 
 inline constexpr std::uint64_t anyLength = std::numeric_limits<std::uint64_t>::max();
 
-// The content of a regular file. Throws FileError: also for anything else that has a path (a
-// directory, a FIFO; it is never waited for), for a file longer than `limit` bytes, and for one
-// that another program keeps writing to. A file that is changed in the middle is read again.
+// The content of a regular file. A file that changes while it is read is read again, five times at
+// most. Throws FileError, also for a file longer than `limit` bytes, for one that keeps changing,
+// and for anything but a regular file. Never waits for a writer of a FIFO.
 std::string readFile(const std::filesystem::path& path, std::uint64_t limit = anyLength);
 
-// Tells one state of a file from another: replacing a file changes it, and so does writing to it as
-// far as the file system's time stamps can tell. Links and permissions do not matter.
+// Identifies one state of a file. Replacing the file changes the version; so does writing to it, as
+// far as the resolution of the file system's time stamps allows. Hard links and permissions are not
+// part of it.
 struct FileVersion {
   std::uint64_t device = 0;
   std::uint64_t node = 0;
@@ -48,33 +49,33 @@ struct FileState {
   FileVersion version;
 };
 
-// As readFile, with the version that the content is of.
+// Like readFile(), with the version of the content.
 FileState readFileState(const std::filesystem::path& path, std::uint64_t limit = anyLength);
 
-// The same; none when there is no such file.
+// Like readFileState(); none when there is no such file.
 std::optional<FileState> readFileStateIfAny(const std::filesystem::path& path);
 
-// None when there is no such file. Throws FileError when that cannot be told.
+// None when there is no such file. Throws FileError when the status cannot be read.
 std::optional<FileVersion> versionOfFile(const std::filesystem::path& path);
 
-// Creates or replaces a regular file, durably and as a whole: whoever reads it, also after a crash
-// at any moment, finds the old content or the new. The permissions of an existing file are kept; a
-// symbolic link is followed. Throws FileError, and then the old file is as it was; only a failure
-// to make the replacement durable comes after it.
+// Creates or replaces a regular file, atomically and durably: a reader finds the old content or the
+// new, also after a crash. Keeps the permissions of an existing file. Follows a symbolic link.
+// Throws FileError. After an error the old file is unchanged, unless only syncing the directory
+// failed: then the file is replaced.
 //
 // One call syncs the data once, renames once, and syncs the directory once.
 void replaceFile(const std::filesystem::path& path, std::string_view content);
 
-// Throws the FileError that replaceFile, after createDirectories for what is above it, would meet
-// as far as permissions tell. Changes nothing.
+// Throws the FileError that createDirectories() for the parent and then replaceFile() would throw,
+// as far as file types and permissions show. Changes nothing.
 void requireReplaceable(const std::filesystem::path& path);
 
-// Creates a directory and what is missing above it, durably. Throws FileError.
+// Creates a directory and its missing parents, durably. Throws FileError.
 void createDirectories(const std::filesystem::path& path);
 
-// Lets the content of a file live on under a second name beside it, "NAME.SUFFIX", or when that is
-// taken "NAME.SUFFIX-2" and so on; returns that name. A symbolic link is followed. The first name
-// stays. The second is a link, or a copy where the file cannot be linked. Throws FileError.
+// Gives a file a second name in the same directory, "NAME.SUFFIX", or if that exists
+// "NAME.SUFFIX-2" and so on; returns that name. The second name is a hard link, or a copy where the
+// file cannot be linked. Follows a symbolic link. Throws FileError.
 std::filesystem::path keepBeside(const std::filesystem::path& path, std::string_view suffix);
 
 }  // namespace quorvane

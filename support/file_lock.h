@@ -13,14 +13,15 @@ enum class FileLockResult {
   failed,       // errno says why
 };
 
-// Bytes of a file; a length of 0 reaches to the end, wherever that is.
+// A byte range of a file. A length of 0 means up to the end, also when the file grows.
 struct FileRange {
   std::int64_t start = 0;
   std::int64_t length = 0;
 };
 
-// Takes an exclusive open-file-description lock without waiting. It lasts until the last copy of
-// the descriptor is closed, so it ends with its process. Needs a descriptor that can be written to.
+// Takes an exclusive open-file-description lock without waiting. The lock lasts until unlockFile()
+// or until the last duplicate of the file descriptor is closed, so a process that dies releases it.
+// The file descriptor must be open for writing.
 FileLockResult tryLockFile(const UniqueFd& fd, FileRange range = {});
 
 void unlockFile(const UniqueFd& fd, FileRange range = {});

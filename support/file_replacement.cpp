@@ -41,8 +41,9 @@ bool isTemporaryName(std::string_view name) {
          isNumber(name.substr(dash + 1));
 }
 
-// Whoever creates such a file locks it, and gives it up when it was removed in between. So a file
-// that can be locked here has no owner, and gets none.
+// FileReplacement::create() locks its file right after creating it, and picks another name if the
+// file was locked or removed before that. So a file that can be locked here is not in use, and
+// cannot come into use.
 void removeUnlessLocked(const path& name) {
   const UniqueFd fd(::open(name.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   FileStatus status{};
@@ -70,13 +71,13 @@ FileReplacement::~FileReplacement() {
 }
 
 bool FileReplacement::create(const path& name) {
-  const mode_t mode = previous_ ? S_IRUSR | S_IWUSR : 0666;  // less what the umask says
+  const mode_t mode = previous_ ? S_IRUSR | S_IWUSR : 0666;  // before the umask
   UniqueFd fd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
   if (!fd) {
     if (errno != EEXIST) failWithErrno(file_);
     return false;
   }
-  // Another program that takes it for an abandoned one is about to remove it, or has.
+  // Between open() and the lock, removeUnlessLocked() of another process may lock or remove it.
   const FileLockResult lock = tryLockFile(fd);
   if (lock == FileLockResult::heldByOther) return false;
   FileStatus status{};
@@ -121,7 +122,7 @@ bool FileReplacement::moveTo(const path& other) {
   }
   if (errno == EEXIST) return false;
   if (errno != EINVAL && errno != ENOSYS) failWithErrno(file_);
-  // A file system that cannot tell whether it would overwrite.
+  // The file system does not support RENAME_NOREPLACE.
   std::error_code error;
   if (std::filesystem::symlink_status(other, error).type() !=
       std::filesystem::file_type::not_found) {
@@ -131,7 +132,7 @@ bool FileReplacement::moveTo(const path& other) {
   return true;
 }
 
-// The file of another owner or group stays theirs where this user may say so.
+// Keeps the owner and group of the previous file, as far as this user may set them.
 void FileReplacement::takeOwnership() {
   constexpr auto same = static_cast<uid_t>(-1);
   if (previous_->st_gid != ::getegid()) (void)!::fchown(fd_.get(), same, previous_->st_gid);

@@ -9,15 +9,15 @@
 
 namespace quorvane {
 
-// A new file beside the one that it is to replace: write(), finish(), then takePlace() or
-// takeName(). Until then it has a temporary name, ".quorvane-PID-N.tmp"; it is removed on
-// destruction. All operations block and throw FileError.
+// A temporary file, ".quorvane-PID-N.tmp", in the directory of the file that it is to replace. Call
+// write(), finish(), then takePlace() or takeName(); without one of the last two, the destructor
+// removes the file. All operations block and throw FileError.
 //
-// The temporary file is locked while this lives, where the file system has locks. A temporary file
-// that nobody locks was left by a process that was killed.
+// The temporary file is locked for the lifetime of this object, if the file system supports locks.
+// So an unlocked temporary file is abandoned: the process that created it was killed.
 class FileReplacement {
  public:
-  // Throws also when the file may not be replaced. `file` is no symbolic link.
+  // Throws also when the file may not be replaced. `file` must not be a symbolic link.
   explicit FileReplacement(std::filesystem::path file);
   ~FileReplacement();
   FileReplacement(const FileReplacement&) = delete;
@@ -25,13 +25,14 @@ class FileReplacement {
 
   void write(std::string_view content);
 
-  // Gives it the permissions of the file it is to replace, and syncs it; its version from then on.
+  // Copies the permissions of the file to replace, and syncs the data. Returns the new version.
   FileVersion finish();
 
-  // Replaces the file. When only syncing the directory fails, it is replaced all the same.
+  // Replaces the file. When only syncing the directory fails, this throws, but the file is
+  // replaced.
   void takePlace();
 
-  // Becomes a further file; false when the name is taken.
+  // Gets the name `other` instead of replacing the file; false when that name exists.
   bool takeName(const std::filesystem::path& other);
 
  private:
@@ -41,12 +42,12 @@ class FileReplacement {
 
   const std::filesystem::path file_;
   const std::optional<FileStatus> previous_;
-  std::filesystem::path name_;  // the temporary one, while it has that
+  std::filesystem::path name_;  // the temporary name; empty once the file is renamed
   UniqueFd fd_;
 };
 
-// Removes the user's temporary files in a directory whose processes were killed. Leaves what it
-// cannot judge, and never fails.
+// Removes the user's abandoned temporary files (see FileReplacement) from a directory. Skips files
+// that it cannot check. Reports no errors.
 void removeAbandonedReplacements(const std::filesystem::path& directory);
 
 }  // namespace quorvane

@@ -8,7 +8,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int mostLinks = 40;  // as many as the kernel follows
+constexpr int mostLinks = 40;  // the kernel's limit
 
 }  // namespace
 
@@ -66,7 +66,7 @@ std::optional<FileStatus> requireOverwritable(const path& file) {
 void syncDirectory(const path& directory) {
   const UniqueFd fd(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!fd) failWithErrno(directory);
-  // Some file systems know no syncing of directories.
+  // EINVAL: the file system does not support syncing directories.
   if (retrying([&] { return ::fsync(fd.get()); }) != 0 && errno != EINVAL) failWithErrno(directory);
 }
 

@@ -9,16 +9,16 @@
 #include "support/file.h"
 #include "support/unique_fd.h"
 
-// What the sources of support/ share that handle files. All of it blocks, and throws FileError.
+// File helpers for the sources of support/. All functions block, and throw FileError.
 
 namespace quorvane {
 
 using FileStatus = struct stat;
 
-// Throws the FileError of the present errno.
+// Throws a FileError with the current errno.
 [[noreturn]] void failWithErrno(const std::filesystem::path& file);
 
-// The result of a system call, made again while a signal interrupts it.
+// The result of a system call, retried while it fails with EINTR.
 template <typename Call>
 auto retrying(Call call) {
   auto result = call();
@@ -34,14 +34,14 @@ std::filesystem::path directoryOf(const std::filesystem::path& file);
 // None when there is no such file.
 std::optional<FileStatus> statusOf(const std::filesystem::path& file);
 
-// Of the open file; the path is for what goes wrong.
+// The status of an open file; the path is for error messages.
 FileStatus statusOf(const std::filesystem::path& file, const UniqueFd& fd);
 
 FileVersion versionOf(const FileStatus& status);
 
 void requireRegular(const std::filesystem::path& file, const FileStatus& status);
 
-// Throws when there is a file that may not be replaced; its status, if there is one.
+// The status of a file; none when there is no such file. Throws when the file may not be replaced.
 std::optional<FileStatus> requireOverwritable(const std::filesystem::path& file);
 
 void syncDirectory(const std::filesystem::path& directory);

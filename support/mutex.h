@@ -30,7 +30,7 @@ class QUORVANE_SCOPED_CAPABILITY MutexLock {
   Mutex& mutex_;
 };
 
-// A condition variable for Mutex. Waits may wake for no reason: callers loop over their condition.
+// A condition variable for Mutex. Spurious wake-ups happen: callers must wait in a loop.
 class Condition {
  public:
   void wait(Mutex& mutex) QUORVANE_REQUIRES(mutex) {

@@ -8,7 +8,7 @@
 namespace quorvane {
 namespace {
 
-// The stream itself only keeps that something failed, and a later success hides why.
+// The errno of the first failure: the stream itself keeps only an error flag.
 std::atomic<int> standardOutputError = 0;
 
 void noteFailure(std::FILE* stream) {

@@ -8,13 +8,13 @@
 
 namespace quorvane {
 
-// These never throw because the stream fails: the stream keeps its error.
+// Failures of the stream throw nothing: finishStandardOutput() reports them for standard output.
 
 // Writes bytes as they are.
 void writeTo(std::FILE* stream, std::string_view bytes);
 
-// Writes lines for a person, with the controls in them replaced (safeLines). A line feed in foreign
-// text would begin a line of its own: such text goes through oneLine first.
+// Writes lines for a person, with control characters replaced by safeLines(), which keeps line
+// feeds. Pass untrusted text through oneLine() first.
 void printLinesTo(std::FILE* stream, std::string_view lines);
 
 // Formats such lines and writes them.
@@ -23,11 +23,10 @@ void printTo(std::FILE* stream, fmt::format_string<Args...> format, Args&&... ar
   printLinesTo(stream, fmt::format(format, std::forward<Args>(args)...));
 }
 
-// Writes out what the stream still holds.
 void flush(std::FILE* stream);
 
-// Writes out what standard output still holds. The errno of the first failure to write to it by one
-// of these functions; 0 when everything was written.
+// Flushes standard output. Returns the errno of the first failed write to it by these functions, or
+// 0 when everything was written.
 int finishStandardOutput();
 
 }  // namespace quorvane

@@ -14,7 +14,7 @@
 namespace quorvane {
 namespace {
 
-// The bytes of one read, none at the end.
+// The bytes of one read; empty at the end.
 std::string nextBlock(int descriptor, const std::filesystem::path& name) {
   std::array<char, 65536> block{};
   for (;;) {
@@ -45,7 +45,7 @@ std::string readToEnd(int descriptor, const std::filesystem::path& name, std::ui
 std::optional<std::string> readPipe(const std::filesystem::path& path, std::uint64_t limit) {
   std::error_code unknown;
   if (!std::filesystem::is_fifo(path, unknown)) return std::nullopt;
-  // Without blocking: opening waits for no writer, and the first read tells whether there is one.
+  // With O_NONBLOCK, open() does not wait for a writer, and read() returns 0 if there is none.
   const UniqueFd fd(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   if (!fd) throw FileError(path, errno);
   std::string content = readToEnd(fd.get(), path, limit);

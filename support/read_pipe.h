@@ -9,13 +9,13 @@
 
 namespace quorvane {
 
-// What can be read from a descriptor until its end: of a pipe, a terminal or a file. Blocks until
-// then. `name` is what errors call it. Throws FileError, also when it is longer than `limit` bytes,
-// a multiple of 1 MiB.
+// Reads a file descriptor (a pipe, a terminal or a file) up to its end, and blocks until then.
+// `name` stands for the path in errors. Throws FileError, also when there are more than `limit`
+// bytes, which must be a multiple of 1 MiB.
 std::string readToEnd(int descriptor, const std::filesystem::path& name, std::uint64_t limit);
 
-// The same of a pipe that has a path, such as one of a shell's <(command). None when the path leads
-// to anything else, and when the pipe is empty and nobody writes to it.
+// Like readToEnd() for a pipe with a path, such as that of a shell's <(command). None when the path
+// is not that of a pipe, and when the pipe is empty and has no writer.
 std::optional<std::string> readPipe(const std::filesystem::path& path, std::uint64_t limit);
 
 }  // namespace quorvane

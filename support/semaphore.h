@@ -6,8 +6,8 @@
 
 namespace quorvane {
 
-// A counting semaphore that starts at 0. Any thread may signal and wait. Whoever signals must keep
-// the semaphore alive until signal() has returned.
+// A counting semaphore that starts at 0. Any thread may signal and wait. The semaphore must stay
+// alive until signal() has returned.
 class Semaphore {
  public:
   void signal() {
@@ -24,7 +24,7 @@ class Semaphore {
     --count_;
   }
 
-  // Takes one count if there is one before the deadline passes; false otherwise.
+  // Takes one count, waiting until the deadline at most; false on timeout.
   bool waitUntil(std::chrono::steady_clock::time_point deadline) {
     MutexLock held(mutex_);
     while (count_ == 0) {
@@ -35,7 +35,7 @@ class Semaphore {
     return true;
   }
 
-  // Takes one count if there is one now.
+  // Takes one count without waiting; false when there is none.
   bool tryWait() {
     MutexLock held(mutex_);
     if (count_ == 0) return false;

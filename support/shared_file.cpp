@@ -16,13 +16,13 @@ namespace {
 
 using std::filesystem::path;
 
-constexpr Seconds pollInterval(0.01);   // the kernel cannot wait for a lock with a time-out
+constexpr Seconds pollInterval(0.01);   // the kernel cannot wait for a lock with a timeout
 constexpr Seconds settlingPause(0.02);  // between two writes of a program that rewrites a file
 constexpr int mostAttempts = 3;         // under one lock
 
 path lockFileOf(const path& file) { return directoryOf(file) / ".lock"; }
 
-// The lock file is the directory owner's, also when root is the first to lock.
+// Lets the directory's owner use a lock file that root created.
 void giveToDirectoryOwner(const UniqueFd& fd, const path& directory) {
   FileStatus status{};
   if (::geteuid() != 0 || ::stat(directory.c_str(), &status) != 0 || status.st_uid == 0) return;
@@ -38,7 +38,8 @@ UniqueFd openLockFile(const path& name) {
   return fd;
 }
 
-// Names the lock file when nothing but that is in the way, else the file that cannot be changed.
+// Throws the current errno. Names the lock file if only that prevents the change, else the data
+// file.
 [[noreturn]] void failToLock(const path& file, const path& lockFile) {
   const int error = errno;
   requireOverwritable(file);
@@ -49,13 +50,13 @@ UniqueFd openLockFile(const path& name) {
   throw FileError(isInTheWay ? lockFile : file, error);
 }
 
-// The bytes of the lock file. Who waits for the lock holds the second one, which has to be had
-// first: otherwise a program that makes many changes would always be faster than one that asks
-// every 10 ms.
+// Byte ranges of the lock file: the lock itself, and the place of the process that is next. A
+// process takes the second first and holds it while it waits. Otherwise a process that makes many
+// changes could starve one that polls every 10 ms.
 constexpr FileRange lockRange{0, 1};
 constexpr FileRange nextRange{1, 1};
 
-// False when another process has it. On a file system without locks everybody has it.
+// False when another process holds the lock. Always succeeds on a file system without locks.
 bool tryLock(const path& file, const UniqueFd& lockFile, FileRange range) {
   switch (tryLockFile(lockFile, range)) {
     case FileLockResult::locked:
@@ -69,8 +70,8 @@ bool tryLock(const path& file, const UniqueFd& lockFile, FileRange range) {
   return false;
 }
 
-// Locks the directory of a file; the lock ends with the descriptor. None when another process has
-// the lock; then `waiting` is the place in line, if that could be had.
+// Takes the lock for a file; closing the returned descriptor releases it. None when another process
+// holds the lock; then `waiting` holds the place in the queue, if that was free.
 std::optional<UniqueFd> tryLockFor(const path& file, UniqueFd& waiting) {
   if (!waiting) {
     UniqueFd opened = openLockFile(lockFileOf(file));
@@ -88,8 +89,8 @@ std::optional<FileVersion> versionOf(const std::optional<FileState>& state) {
   return state->version;
 }
 
-// The second name of a file that is about to be replaced. Gone again when the file was not
-// replaced, as every further attempt would add another one.
+// The second name of a file that is about to be replaced. The destructor removes the name if the
+// file was not replaced: otherwise every retry would add another one.
 class KeptFile {
  public:
   KeptFile(const path& file, const std::optional<FileState>& state,
@@ -102,7 +103,7 @@ class KeptFile {
     try {
       if (versionOfFile(file_) == version_) ::unlink(name_.c_str());
     } catch (const FileError&) {
-      return;  // better once too often than not at all
+      return;  // not known whether it was replaced: keep the name
     }
   }
   KeptFile(const KeptFile&) = delete;
@@ -147,7 +148,7 @@ std::optional<SharedFile::Result> SharedFile::tryChange(const Change& change, Pl
   return std::nullopt;
 }
 
-// None when the file was changed by a program that takes no lock.
+// None when a program that does not take the lock changed the file meanwhile.
 std::optional<SharedFile::Result> SharedFile::attempt(const path& file,
                                                       const Change& change) const {
   const auto state = readFileStateIfAny(file);

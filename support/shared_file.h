@@ -11,20 +11,21 @@
 
 namespace quorvane {
 
-// A file of the user that several processes change. A change is made under a lock: read the file
-// afresh, compute the new content from it, replace the file durably, unlock. So no process undoes
-// what another one wrote, as long as each makes all its changes in this way.
+// A file of the user that several processes change. Each change takes a lock, reads the file again,
+// computes the new content from it, replaces the file durably and unlocks. So no update is lost, as
+// long as every process makes its changes in this way.
 //
 // The lock is an open-file-description lock on the file ".lock" in the directory of the data file,
-// because the data file itself is replaced. A process that dies gives it up. The lock file stays.
-// When the data file is a symbolic link, both are in the directory that it leads to, so that all
-// names of one file share one lock. On a file system without locks, changes are made without: a
-// file that was replaced meanwhile is noticed and read again, right before the replacement.
+// because the data file itself is replaced. A process that dies releases the lock. The lock file is
+// never removed. When the data file is a symbolic link, both files are in the directory of its
+// target, so that all names of one file share one lock. On a file system without locks, changes are
+// made without one: right before the replacement, the file's version is checked, and a changed file
+// is read again.
 //
-// A file that is there and cannot be read is never replaced.
+// A file that exists and cannot be read is never replaced.
 //
-// Reading needs no lock (readFileState). Any thread may call; all operations block for their input
-// and output, and throw FileError.
+// Reading needs no lock: use readFileState(). Thread-safe; all operations block for file input and
+// output, and throw FileError.
 class SharedFile {
  public:
   static constexpr Seconds longestWait{2.0};
@@ -33,27 +34,26 @@ class SharedFile {
   struct Update {
     std::string content;
 
-    // Keeps the old file beside the new one, as "NAME.SUFFIX". The old content is then read twice,
-    // 20 ms apart, so that a file that another program is rewriting in place is not kept half
-    // written.
+    // A suffix to keep the old file under, as "NAME.SUFFIX". The old content is then read twice,
+    // 20 ms apart, so that no half-written file is kept while another program rewrites it in place.
     std::optional<std::string> keepOldAs;
   };
 
-  // Gets the content, none when there is no file, and says what to replace it by; none to leave it
-  // as it is. Called under the lock, and again if the file changes meanwhile. What it throws passes
-  // through, and then nothing is written.
+  // Receives the content, none when there is no file, and returns the new one, none to leave the
+  // file unchanged. Called with the lock held, and again if the file changes meanwhile. Its
+  // exceptions pass through to the caller; nothing is written then.
   using Change = std::function<std::optional<Update>(const std::optional<std::string>& content)>;
 
   struct Result {
-    std::optional<FileVersion> version;  // of the file afterwards; none when there is no file
-    std::filesystem::path kept;          // the old file's further name; empty when it is not kept
+    std::optional<FileVersion> version;  // after the change; none when there is no file
+    std::filesystem::path kept;          // the path of the kept old file; empty when none is kept
   };
 
-  // The place of a waiting process: next in line for the lock, before any other that comes. Empty
-  // at first.
+  // A place in the queue for the lock, kept from one tryChange() to the next: only its holder can
+  // get the lock next. Empty at first.
   class Place {
    public:
-    // Lets others pass.
+    // Leaves the queue.
     void leave() { lockFile_.reset(); }
 
    private:
@@ -61,20 +61,20 @@ class SharedFile {
     UniqueFd lockFile_;
   };
 
-  // The clock outlives this.
+  // The clock must outlive this.
   explicit SharedFile(std::filesystem::path file, Clock& clock = Clock::system());
 
-  // Waits up to `timeout` while other processes change the file, then throws; creates the file's
-  // directory. After an error the file is as it was, unless only making the replacement durable
-  // failed.
+  // Waits up to `timeout` for other processes that change the file, then throws timeoutError().
+  // Creates the file's directory. After an error the file is unchanged, unless only syncing the
+  // directory failed.
   Result change(const Change& change, Seconds timeout = longestWait) const;
 
-  // The same, but never waits for other processes: none when one is changing the file. Then nothing
-  // was done. Who tries again with the same place is not overtaken for ever; who does not, leaves
-  // the place.
+  // Like change(), but does not wait: none, and nothing written, when another process is changing
+  // the file. Retry with the same place, so that no other process gets the lock first every time;
+  // to give up, call Place::leave().
   std::optional<Result> tryChange(const Change& change, Place& place) const;
 
-  // What change() throws when its time is over.
+  // What change() throws on timeout.
   FileError timeoutError() const;
 
  private:

@@ -10,7 +10,7 @@
 namespace quorvane {
 namespace {
 
-// Descriptors are handed out from 0 up, so those below are taken when this one is opened.
+// open() returns the lowest free descriptor, so call this in ascending order.
 void takeIfClosed(int descriptor) {
   if (::fcntl(descriptor, F_GETFD) >= 0 || errno != EBADF) return;
   const int access = descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY;
@@ -25,7 +25,7 @@ void prepareStandardStreams() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     takeIfClosed(descriptor);
   }
-  // A handler, since an ignored signal would stay ignored in programs started from this one.
+  // A handler instead of SIG_IGN, because child processes would inherit SIG_IGN through exec().
   struct sigaction action {};
   action.sa_handler = goOn;
   action.sa_flags = SA_RESTART;

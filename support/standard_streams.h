@@ -2,14 +2,14 @@
 
 namespace quorvane {
 
-// What main does before anything else, in every program.
+// Every program's main() calls this first.
 //
-// Closed descriptors among 0, 1 and 2 are taken by /dev/null, opened for the other direction: using
-// them fails as before, and no file or device opened later gets their numbers, under which it would
-// receive the program's messages. Ends the program with status 1 when that cannot be done.
+// Opens /dev/null, in the wrong direction, for each of the file descriptors 0, 1 and 2 that is
+// closed: using them still fails, and no file or device opened later gets one of their numbers and
+// with it the program's messages. Exits with status 1 on failure.
 //
-// From then on writing to a pipe that nobody reads is an error like any other instead of a signal
-// that ends the program; programs started from this one meet the signal as usual.
+// Handles SIGPIPE, so that writing to a pipe without a reader fails with EPIPE instead of ending
+// the program. Child processes get the default action of the signal.
 void prepareStandardStreams();
 
 }  // namespace quorvane

@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// Under the lock, which keeps the semaphores: whoever waits for one gives it up through endWait.
+// The semaphores stay alive while the lock is held: each waiter unregisters in endWait() first.
 void StoppableClock::stop() {
   MutexLock held(lock_);
   stopped_ = true;
@@ -25,7 +25,7 @@ bool StoppableClock::wait(Semaphore& semaphore, Seconds timeout) {
   return endWait(semaphore) && woken;
 }
 
-// Both return whether there is still anything to wait for.
+// Both return false once the clock is stopped.
 bool StoppableClock::beginWait(Semaphore& semaphore) {
   MutexLock held(lock_);
   if (!stopped_) awaited_.push_back(&semaphore);

@@ -7,20 +7,20 @@
 
 namespace quorvane {
 
-// Another clock, until it is stopped: from then on nobody waits here any more. What is under way
-// ends as if the time had passed, so that an owner who has no use for the outcome is rid of it at
-// once. Any thread may call.
+// Forwards to another clock until it is stopped. From then on every wait, running or new, returns
+// at once as if it had timed out. For an owner that no longer needs the result of an operation.
+// Thread-safe.
 class StoppableClock final : public Clock {
  public:
-  // The other clock outlives this one.
+  // The other clock must outlive this one.
   explicit StoppableClock(Clock& clock) : clock_(clock) {}
 
-  // Ends all waits, now and ever after.
+  // Cancels all waits, for good.
   void stop();
 
   Monotonic::time_point now() override { return clock_.now(); }
 
-  // A pause that has begun runs to its end.
+  // stop() does not shorten a pause that has begun.
   void sleepFor(Seconds duration) override;
   bool wait(Semaphore& semaphore, Seconds timeout) override;
 

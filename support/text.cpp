@@ -24,8 +24,8 @@ struct CodeRange {
 constexpr std::array<CodeRange, 7> controls{{{0x00, 0x1F},
                                              {0x7F, 0x9F},
                                              {0x061C, 0x061C},    // Arabic letter mark
-                                             {0x200E, 0x200F},    // marks of direction
-                                             {0x2028, 0x2029},    // separators of lines, paragraphs
+                                             {0x200E, 0x200F},    // direction marks
+                                             {0x2028, 0x2029},    // line, paragraph separator
                                              {0x202A, 0x202E},    // embeddings and overrides
                                              {0x2066, 0x2069}}};  // isolates
 

@@ -6,16 +6,16 @@
 
 namespace quorvane {
 
-// A named thread with one owner, which is joined when the owner lets go of it. Whoever owns it must
-// first see to it that the body ends (a stop that wakes it).
+// A named thread, joined on destruction and on assignment. The owner must first make the body end,
+// for example by a stop flag that wakes it.
 //
-// When the owner is destroyed by the thread itself, the thread is detached instead: the body must
-// then own everything that it still touches.
+// When the thread itself destroys or assigns this object, it is detached instead: the body must
+// then own everything that it still uses.
 class Thread {
  public:
   Thread() = default;
-  // The kernel shows the first 15 bytes of the name; `name()` keeps all of it. Throws
-  // std::system_error, with a text for people, when the system has no thread left.
+  // The kernel shows the first 15 bytes of the name; name() returns all of it. Throws
+  // std::system_error, with a message for people, when no thread can be started.
   Thread(std::string name, std::function<void()> body);
   ~Thread();
   Thread(Thread&&) = default;
@@ -25,10 +25,10 @@ class Thread {
 
   const std::string& name() const { return name_; }
 
-  // Whether there is a body that has not been joined.
+  // Whether there is a thread that was not joined or detached yet.
   bool joinable() const { return thread_.joinable(); }
 
-  // Waits until the body has ended; called by the body itself, lets it run on by itself.
+  // Waits until the body has ended. Called from the body, it detaches the thread instead.
   void join();
 
  private:

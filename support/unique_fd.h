@@ -6,7 +6,7 @@
 
 namespace quorvane {
 
-// Owns one file descriptor; -1 stands for none.
+// Owns one file descriptor; -1 means none.
 class UniqueFd {
  public:
   UniqueFd() = default;

@@ -17,7 +17,7 @@ std::optional<path> absolute(const char* text) {
   return path(text);
 }
 
-// This user's line of the user database, as far as `use` makes something of it.
+// The result of `use` for this user's entry in the user database; a default value without entry.
 template <typename Use>
 auto fromUserDatabase(Use use) -> decltype(use(std::declval<const passwd&>())) {
   passwd entry{};

@@ -6,14 +6,14 @@
 
 namespace quorvane {
 
-// $HOME, else the user database's. Nothing that is not absolute counts.
+// $HOME, else the home directory in the user database. Relative paths are ignored.
 std::optional<std::filesystem::path> homeDirectory();
 
-// The name in the user database; empty for a user who is not in it.
+// The login name in the user database; empty for a user without an entry.
 std::string userName();
 
-// Where programs keep this user's data: $XDG_DATA_HOME, else .local/share in the home directory.
-// Nothing that is not absolute counts. None when there is no home.
+// The directory for the user's data: $XDG_DATA_HOME, else .local/share in the home directory.
+// Relative paths are ignored. None when there is no home directory either.
 std::optional<std::filesystem::path> userDataDirectory();
 
 }  // namespace quorvane

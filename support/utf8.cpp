@@ -6,7 +6,7 @@
 namespace quorvane {
 namespace {
 
-// How the first byte of a character tells the number of its bytes.
+// The forms of a character by its first byte: (byte & mask) == lead.
 struct Utf8Form {
   unsigned char mask;
   unsigned char lead;

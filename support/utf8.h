@@ -7,12 +7,12 @@
 namespace quorvane {
 
 struct Utf8Character {
-  std::optional<char32_t> code;  // none for a byte that is no part of a character
+  std::optional<char32_t> code;  // none for an invalid byte
   std::size_t length = 1;        // in bytes
 };
 
-// The first character of a text that is not empty. Overlong forms, surrogates, cut characters and
-// what lies above U+10FFFF are no characters.
+// Decodes the first character of a text, which must not be empty. Overlong forms, surrogates,
+// truncated characters and code points above U+10FFFF are invalid.
 Utf8Character firstCharacter(std::string_view text);
 
 bool isUtf8(std::string_view text);

@@ -7,7 +7,7 @@ namespace quorvane {
 // The version of this build, such as "0.1.0".
 std::string_view version();
 
-// The abbreviated commit this build was made from; "unknown" when it was not built from a checkout.
+// The abbreviated commit of this build; "unknown" when it was not built from a checkout.
 std::string_view commit();
 
 }  // namespace quorvane

@@ -9,16 +9,16 @@
 
 namespace quorvane {
 
-// A moment to the second, for what is written to files.
+// A time in whole seconds, as written to files.
 using WallSeconds = std::chrono::sys_seconds;
 
-WallSeconds wholeSeconds(WallClock::time_point time);  // the second that it lies in
+WallSeconds wholeSeconds(WallClock::time_point time);  // rounds down
 
 // ISO 8601 in UTC without fractional seconds: "2026-03-01T09:30:00Z".
 std::string iso8601(WallSeconds time);
 std::string iso8601(WallClock::time_point time);
 
-// Reads that very form and no other.
+// Parses only that form.
 std::optional<WallSeconds> parseISO8601(std::string_view text);
 
 }  // namespace quorvane

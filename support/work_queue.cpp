@@ -9,7 +9,7 @@ WorkQueue::WorkQueue(std::string name) : name_(std::move(name)) {}
 WorkQueue::~WorkQueue() { stop(); }
 
 void WorkQueue::add(Job job) {
-  Thread ended;  // joined without the lock
+  Thread ended;  // joined on return, after the lock is released
   MutexLock held(lock_);
   if (stopped_) return;
   if (!working_) {

@@ -10,7 +10,7 @@ namespace {
 constexpr const char* attribute = "system.posix_acl_access";
 constexpr std::size_t largestList = 4096;
 
-// A version, then entries of a tag, permissions and an ID; all little-endian.
+// The format: a version, then entries with tag, permissions and ID; all little-endian.
 constexpr std::uint32_t version = 2;
 constexpr std::size_t headerLength = 4;
 constexpr std::size_t entryLength = 8;

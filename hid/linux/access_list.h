@@ -8,11 +8,11 @@
 
 namespace quorvane {
 
-// The entries for named users and groups in the kernel's form of an access list (the extended
-// attribute system.posix_acl_access), its mask applied. None where the bytes are of another form.
+// Parses the kernel's format of an access list (the extended attribute system.posix_acl_access):
+// the entries for named users and groups, with the mask applied. Empty for any other format.
 std::vector<AccessEntry> parseAccessList(ByteView bytes);
 
-// Those of a file; none when it has no such list.
+// The entries of a file's access list; empty when it has none.
 std::vector<AccessEntry> accessListOf(const std::string& path);
 
 }  // namespace quorvane

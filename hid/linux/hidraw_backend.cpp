@@ -39,7 +39,7 @@ class Properties {
     if (!value.empty()) values_.emplace(key, std::move(value));
   }
 
-  // What only the USB device above a HID device knows. Virtual devices have none.
+  // Properties of the USB device that is the parent of the HID device. Virtual devices have none.
   void putUSB(udev_device* usb) {
     put(HIDPropertyKey::product, udevAttribute(usb, "product"));
     put(HIDPropertyKey::manufacturer, udevAttribute(usb, "manufacturer"));
@@ -52,7 +52,7 @@ class Properties {
     }
   }
 
-  // Values that are there stay: the USB device's own texts come first.
+  // Does not overwrite values from putUSB().
   void putHID(const HIDUevent& uevent) {
     put(HIDPropertyKey::vendorID, uevent.vendorID);
     put(HIDPropertyKey::productID, uevent.productID);
@@ -70,7 +70,7 @@ class Properties {
   HIDProperties values_;
 };
 
-// Null when the node is not of this vendor, or is leaving.
+// Null when the node is of another vendor, or is being removed.
 std::shared_ptr<HIDDeviceHandle> describe(udev_device* node, std::optional<std::int64_t> vendorID) {
   const char* const devnode = udev_device_get_devnode(node);
   udev_device* const hid = udev_device_get_parent_with_subsystem_devtype(node, "hid", nullptr);
@@ -94,7 +94,7 @@ class HidrawMonitor final : public HIDMonitor {
     while (waitReadable(udev_monitor_get_fd(monitor_.get()), stop_.fd())) {
       errno = 0;
       const UdevDevice device(udev_monitor_receive_device(monitor_.get()));
-      // Events were lost in a flood: the list is worth a fresh look.
+      // The event buffer overflowed: report a change, so that the list is read again.
       if (!device && errno == ENOBUFS) return true;
       if (device && concerns(device.get())) return true;
     }
@@ -125,7 +125,7 @@ class HidrawBackend final : public HIDBackend {
     if (!context) return result;
     const UdevEnumerate list(udev_enumerate_new(context.get()));
     udev_enumerate_add_match_subsystem(list.get(), subsystem);
-    // A node that udev has not seen yet still lacks its permissions; its event comes later.
+    // Skip nodes that udev has not processed: they lack their permissions, and an event follows.
     if (udevDaemonRuns()) udev_enumerate_add_match_is_initialized(list.get());
     udev_enumerate_scan_devices(list.get());
     forEachUdevDevice(list.get(), [&](udev_device* node) {

@@ -18,7 +18,7 @@ class HidrawDevice final : public HIDDeviceHandle {
   std::string node() const override { return node_; }
   bool accessible() const override;
 
-  // Programs that open exclusively keep each other out by an advisory lock on the node.
+  // Takes an advisory lock (flock) on the node: exclusive or shared, as `exclusive` says.
   HIDOpenResult open(bool exclusive) override;
 
  private:

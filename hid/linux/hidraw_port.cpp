@@ -15,7 +15,7 @@ namespace {
 
 HIDReturn lastError() { return hidReturnFromErrno(errno); }
 
-// A signal that comes in between is no answer.
+// Retries a system call while it fails with EINTR.
 template <typename Call>
 auto untilAnswered(const Call& call) {
   auto result = call();
@@ -38,7 +38,7 @@ void HidrawPort::interrupt() {
   signal_.set();
 }
 
-// Looks before it waits: that is how it notices that the queue is empty.
+// Reads before it polls: EAGAIN shows that the queue is empty.
 HIDPort::ReadResult HidrawPort::read(std::span<std::uint8_t> buffer) {
   while (!interrupted_) {
     if (const auto result = take(buffer)) return *result;
@@ -47,9 +47,9 @@ HIDPort::ReadResult HidrawPort::read(std::span<std::uint8_t> buffer) {
   return {HIDReturnCode::aborted, 0, 0};
 }
 
-// Takes report by report until the queue is empty, without a look at whether there is one. Waits on
-// the node itself only when a pause has gathered nothing: that is how silence costs no wake-ups,
-// and how the first report after it is taken at once.
+// Reads without poll() until the queue is empty, then pauses to collect the next batch. Polls the
+// node only after a pause without reports: so an idle device causes no wake-ups, and the first
+// report after an idle period is read at once.
 HIDPort::ReadResult HidrawPort::readBatched(std::span<std::uint8_t> buffer) {
   while (!interrupted_) {
     if (const auto result = take(buffer)) {
@@ -78,7 +78,7 @@ void HidrawPort::letGather() {
   if (pause_(signal_.fd())) signal_.clear();
 }
 
-// Nothing when no report is there.
+// Reads one report without blocking; none when the queue is empty.
 std::optional<HIDPort::ReadResult> HidrawPort::take(std::span<std::uint8_t> buffer) {
   const ssize_t length =
       untilAnswered([&] { return ::read(node_.get(), buffer.data(), buffer.size()); });
@@ -87,7 +87,7 @@ std::optional<HIDPort::ReadResult> HidrawPort::take(std::span<std::uint8_t> buff
     return std::nullopt;
   }
   if (length < 0) return ReadResult{lastError(), 0, 0};
-  // A node never ends; whatever ends is gone.
+  // A node has no end of file: the device is gone.
   if (length == 0) return ReadResult{HIDReturnCode::noDevice, 0, 0};
   if (++taken_ % queueLength == 0) ++possibleLosses_;
   return ReadResult{HIDReturnCode::success, numbered_ ? buffer[0] : std::uint8_t{0},
@@ -95,7 +95,7 @@ std::optional<HIDPort::ReadResult> HidrawPort::take(std::span<std::uint8_t> buff
 }
 
 HIDReturn HidrawPort::write(std::uint8_t reportID, ByteView data) {
-  // The kernel wants the report ID first, and 0 where there are none.
+  // The kernel expects the report ID first, and 0 for a device without report IDs.
   Bytes unnumbered;
   if (reportID == 0) {
     unnumbered.reserve(data.size() + 1);

@@ -12,17 +12,17 @@
 
 namespace quorvane {
 
-// An open hidraw node, or anything that behaves like one (non-blocking, one report a read).
+// An open hidraw node, or a file descriptor like one (non-blocking, one report per read).
 class HidrawPort final : public HIDPort {
  public:
-  // How many reports the kernel keeps for each opening of a node. It drops the newest then.
+  // The size of the kernel's report queue for each open node. When it is full, the kernel drops new
+  // reports.
   static constexpr int queueLength = 63;
 
-  // Lets reports gather: blocks for a while, or until the descriptor is readable (true).
+  // Waits while a batch collects. Returns true early when the file descriptor `signal` is readable.
   using Pause = std::function<bool(int signal)>;
 
-  // `numbered`: the device's reports begin with their ID. The pause lasts
-  // ReadingPace::gatherPause unless another one is given.
+  // `numbered`: the device uses report IDs. The default `pause` waits ReadingPace::gatherPause.
   HidrawPort(UniqueFd node, bool numbered, Pause pause = gatherPause);
 
   ReadResult read(std::span<std::uint8_t> buffer) override;
@@ -50,15 +50,16 @@ class HidrawPort final : public HIDPort {
   UniqueFd node_;
   bool numbered_;
   Pause pause_;
-  EventFd signal_;  // to look whether the port was interrupted, or has to hurry
+  EventFd signal_;  // wakes the reader for interrupt() and hurry()
   std::atomic<bool> interrupted_{false};
   std::atomic<std::uint64_t> possibleLosses_{0};
-  // The reader's own.
-  bool tookAny_ = false;  // since it let reports gather
-  int taken_ = 0;         // since the queue was empty
+  // Used by the reader thread only.
+  bool tookAny_ = false;  // a report was read since the last pause
+  int taken_ = 0;         // reports read since the queue was last empty
   WriteLockQueue writeQueue_;
   std::optional<OtherOpenings> others_;
-  bool mayHaveCompany_ = false;  // the writing thread's own
+  bool mayHaveCompany_ =
+      false;  // result of othersMayHaveWritten(); used by the writing thread only
 };
 
 }  // namespace quorvane

@@ -49,7 +49,7 @@ void addPermissions(NodeFacts& node, const SystemFiles& system) {
 // The kernel's name for a node: "hidraw3".
 std::string nameOf(const NodeFacts& node) { return std::filesystem::path(node.path).filename(); }
 
-// From the file that udev keeps on each device that it has dealt with.
+// From udev's database, which has a file for each device that udev has processed.
 std::optional<bool> isTaggedForSeat(const NodeFacts& node, const SystemFiles& system) {
   const std::string number = system.line("/sys/class/hidraw/" + nameOf(node) + "/dev");
   const std::string known = "/run/udev/data/c" + number;

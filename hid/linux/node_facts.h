@@ -9,8 +9,8 @@
 
 namespace quorvane {
 
-// Completes the nodes of HID devices: their permissions, what udev makes of them, and which
-// programs besides the process `self` have them open.
+// Fills in the NodeFacts of HID devices: permissions, udev rules, and the processes other than
+// `self` that have the node open.
 void addNodeFacts(std::vector<HIDFacts>& devices, const SystemFiles& system,
                   const UdevRuleFiles& rules, std::int64_t self);
 

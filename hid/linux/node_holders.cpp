@@ -14,10 +14,10 @@
 namespace quorvane {
 namespace {
 
-// Enough for a desktop with everything open; more would take too long.
+// A limit for the duration of the scan; a busy desktop has fewer.
 constexpr std::size_t mostDescriptors = 100'000;
 
-// Of the machine's own list of processes, which shows all of them. A container has another.
+// The initial PID namespace, which shows all processes. A container has its own.
 constexpr const char* wholeMachine = "pid:[4026531836]";
 
 // "1: FLOCK  ADVISORY  WRITE 3124 00:05:333 0 EOF"
@@ -42,7 +42,7 @@ bool isTurn(std::string_view line) {
          fields[3] == "WRITE" && fields[6] == "0" && fields[7] == "0";
 }
 
-// From "200 (game) T 1 ...", where the name may hold anything.
+// From "200 (game) T 1 ...". The name may contain any characters, so search from the end.
 bool isStopped(std::string_view status) {
   const std::size_t end = status.rfind(") ");
   if (end == std::string_view::npos || end + 2 >= status.size()) return false;
@@ -50,8 +50,8 @@ bool isStopped(std::string_view status) {
   return state == 'T' || state == 't';
 }
 
-// Whether an account may be a person's: those of the system and those that systemd makes for
-// services are not.
+// Whether an account may be a person's: not a system account, nor one of systemd's dynamic users
+// for services.
 bool isPersons(std::uint32_t user) {
   constexpr std::uint32_t firstPerson = 1000;
   constexpr std::uint32_t firstOfServices = 61184;
@@ -59,14 +59,14 @@ bool isPersons(std::uint32_t user) {
   return user >= firstPerson && (user < firstOfServices || user > lastOfServices);
 }
 
-// A node is bound into other programs' view of the file system at other places, with its name.
+// Other processes may have the node at another path (bind mount), but with the same name.
 bool isNode(std::string_view target, std::string_view node) {
   if (target == node) return true;
   const auto name = [](std::string_view path) { return path.substr(path.rfind('/') + 1); };
   return node.starts_with("/dev/hidraw") && target.starts_with('/') && name(target) == name(node);
 }
 
-// By the descriptor, since the path that it was opened by may be another node's by now.
+// Resolves the file descriptor: the path it was opened by may belong to another node by now.
 std::string pathOf(const SystemFiles& system, int node) {
   return system.link("/proc/self/fd/" + std::to_string(node));
 }
@@ -90,7 +90,7 @@ NodeHolders::NodeHolders(const SystemFiles& system, std::int64_t self,
                          const std::vector<std::string>& nodes)
     : system_(system), self_(self) {
   if (nodes.empty()) return;
-  // Where only one's own processes are shown, the first one is not.
+  // Process 1 is not visible where /proc shows only the user's own processes (hidepid).
   arePeopleKnown_ = system.exists("/proc/1") && system.link("/proc/self/ns/pid") == wholeMachine;
   for (const std::string& process : system.names("/proc")) {
     if (parseInteger(process)) lookInto(process, nodes);
@@ -123,7 +123,7 @@ void NodeHolders::lookInto(const std::string& process, const std::vector<std::st
   std::error_code error;
   auto entry =
       std::filesystem::directory_iterator(system_.place("/proc/" + process + "/fd"), error);
-  // One that has ended meanwhile hides nothing.
+  // A process that has ended meanwhile has nothing open.
   if (error && error != std::errc::no_such_file_or_directory) cannotLookInto(process);
   for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
     if (++descriptors_ > mostDescriptors) {
@@ -160,7 +160,7 @@ bool NodeHolders::hasWriteLock(const std::string& process, const std::string& de
   return std::any_of(lines.begin(), lines.end(), isTurn);
 }
 
-// Locks tell of the programs of other users as well.
+// /proc/locks also lists the processes of other users.
 void NodeHolders::addLocks(const std::vector<std::string>& nodes) {
   const auto locks = parseFileLocks(system_.content("/proc/locks"));
   for (const std::string& node : nodes) {

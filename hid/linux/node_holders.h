@@ -10,43 +10,43 @@
 
 namespace quorvane {
 
-// One lock of the kernel's list that a process took on a file as a whole.
+// A lock on a whole file (flock) from the kernel's list of locks.
 struct FileLock {
   std::int64_t process = 0;
   bool isExclusive = false;
-  std::uint32_t major = 0;  // of the file system's device
+  std::uint32_t major = 0;  // device number of the file system
   std::uint32_t minor = 0;
   std::uint64_t inode = 0;
 
   bool operator==(const FileLock&) const = default;
 };
 
-// Those in the text of /proc/locks. Locks that are only waited for are none.
+// Parses the text of /proc/locks. Leaves out locks that a process still waits for.
 std::vector<FileLock> parseFileLocks(std::string_view text);
 
-// Who has which nodes open, besides the process `self`. Looks once through all processes.
+// Which processes other than `self` have which nodes open. The constructor scans all processes.
 class NodeHolders {
  public:
   NodeHolders(const SystemFiles& system, std::int64_t self, const std::vector<std::string>& nodes);
 
-  // By process.
+  // Sorted by process ID.
   std::vector<NodeHolder> of(const std::string& node) const;
 
-  // Whether every process could be looked into.
+  // Whether every process could be inspected.
   bool areAllKnown() const { return areAllKnown_; }
 
-  // Whether somebody may have the node open besides one opening of `self`: another opening is
-  // found, or another person runs programs that cannot be looked into, or it cannot be told who
-  // runs what. Left out are the programs of root and of system accounts, and those of this user
-  // that guard themselves from being looked into, such as agents that hold keys: every desktop has
-  // some, and they have no business with a wheel base.
+  // Whether the node may be open other than once in `self`: true when another opening is found,
+  // when a process of another person cannot be inspected, or when the scan is incomplete. Ignores
+  // processes of root and of system accounts that cannot be inspected, and those of this user that
+  // protect themselves, such as key agents: every desktop has some, and they do not use wheel
+  // bases.
   bool mayOthersHave(const std::string& node) const;
 
  private:
   struct Opening {
     std::string node;
     std::int64_t process = 0;
-    int count = 0;  // how often that process has it open, as far as known
+    int count = 0;  // number of open file descriptors found in that process
     bool isExclusive = false;
     bool hasWriteLock = false;
   };
@@ -62,15 +62,15 @@ class NodeHolders {
   const SystemFiles& system_;
   const std::int64_t self_;
   std::vector<Opening> openings_;
-  std::size_t descriptors_ = 0;  // looked at so far
+  std::size_t descriptors_ = 0;  // inspected so far
   bool areAllKnown_ = true;
   bool arePeopleKnown_ = true;
 };
 
-// The other processes of this machine that have open what is open here as `node`.
+// The other processes on this machine that have the device open; `node` is a file descriptor of it.
 std::vector<NodeHolder> otherHoldersOf(int node);
 
-// Whether somebody besides that one opening may have it open.
+// NodeHolders::mayOthersHave() for the device of the file descriptor `node`.
 bool mayOthersHave(int node);
 
 }  // namespace quorvane

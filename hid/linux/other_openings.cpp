@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-// By the descriptor, since the path may be another node's by now.
+// Goes through the file descriptor: the path may belong to another node by now.
 std::string linkTo(int node) { return "/proc/self/fd/" + std::to_string(node); }
 
 }  // namespace
@@ -30,7 +30,7 @@ bool OtherOpenings::mayHaveBeenAny() {
   return any_;
 }
 
-// Later than at the beginning is early enough: whoever left since then is among the events.
+// Need not run at the start of the watch: a program that closed the node since caused an event.
 bool OtherOpenings::wasAnybodyThere() {
   const Look look = std::exchange(look_, nullptr);
   return look && look();

@@ -31,7 +31,7 @@ std::vector<USBInterfaceFacts> interfaces(const SystemFiles& system, const std::
   return result;
 }
 
-// The name of the node below a HID device; empty when the kernel made none.
+// The name of a HID device's node; empty when the kernel created none.
 std::string nodeName(const SystemFiles& system, const std::string& device) {
   const auto names = system.names(hidDevices + device + "/hidraw");
   return names.empty() ? std::string() : names.front();

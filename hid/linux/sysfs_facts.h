@@ -8,10 +8,10 @@
 
 namespace quorvane {
 
-// The devices of a vendor that the kernel shows on the USB bus, in the order of their names.
+// The USB devices of a vendor in sysfs, sorted by name.
 std::vector<USBDeviceFacts> usbFacts(const SystemFiles& system, std::int64_t vendorID);
 
-// Its HID devices, on whatever bus. Of their nodes only the paths are filled in.
+// The HID devices of a vendor, on any bus. Of their nodes, fills in only the paths.
 std::vector<HIDFacts> hidFacts(const SystemFiles& system, std::int64_t vendorID);
 
 }  // namespace quorvane

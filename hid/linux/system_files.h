@@ -8,33 +8,33 @@
 
 namespace quorvane {
 
-// The files in which the system tells about itself, below a root that is "/" but in tests. Paths
-// are absolute, as a program sees them. What is not there, or may not be read, is empty.
+// Reads system files below a root directory, which is "/" except in tests. Paths are absolute, as
+// if the root was "/". A missing or unreadable file gives an empty result.
 class SystemFiles {
  public:
   explicit SystemFiles(std::filesystem::path root) : root_(std::move(root)) {}
 
-  // Where a path lies for the calls of the system.
+  // The path below the root, for system calls.
   std::filesystem::path place(std::string_view path) const;
 
   bool exists(std::string_view path) const;
 
-  // The content of a file, up to a limit that no such file gets near to.
+  // The content of a file; empty if it is longer than 1 MiB.
   std::string content(std::string_view path) const;
 
-  // The same without the line feed at its end.
+  // The content without line feeds at its end.
   std::string line(std::string_view path) const;
 
-  // The names in a directory, in the order of their bytes.
+  // The names in a directory, in byte order.
   std::vector<std::string> names(std::string_view directory) const;
 
-  // What a symbolic link holds, as it stands.
+  // The target of a symbolic link, unresolved.
   std::string link(std::string_view path) const;
 
-  // The last part of what it holds.
+  // The last component of a symbolic link's target.
   std::string linkName(std::string_view path) const;
 
-  // The directory above, once links are followed; its name only.
+  // The name of the parent directory, after resolving symbolic links.
   std::string parentName(std::string_view path) const;
 
  private:

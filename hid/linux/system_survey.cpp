@@ -34,7 +34,7 @@ std::optional<SandboxFacts> sandbox(const SystemFiles& system) {
       system.exists("/run/host/etc") && system.exists("/run/host/usr/lib/udev/rules.d")};
 }
 
-// The files of the system outside of a sandbox, as far as it shows them.
+// The files of the host, as far as a sandbox shows them.
 SystemFiles hostOf(const SystemFiles& system, bool isSandboxed) {
   return isSandboxed ? SystemFiles(system.place("/run/host")) : system;
 }

@@ -9,10 +9,10 @@
 
 namespace quorvane {
 
-// The facts about a Linux system, from the files below a root.
+// Collects the facts about a Linux system from the files below a root directory.
 class SystemSurvey final : public HIDSurvey {
  public:
-  // `self` is the process whose openings of nodes do not count: its own.
+  // `self` is the ID of this process, which is not listed as a holder of nodes.
   SystemSurvey(std::filesystem::path root, std::int64_t self)
       : system_(std::move(root)), self_(self) {}
 

@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-// Owning pointers for libudev objects. A context and what hangs on it belong to one thread.
+// Owning pointers for libudev objects. Use a context and its objects from one thread only.
 template <auto release>
 struct UdevRelease {
   template <typename Object>
@@ -21,10 +21,10 @@ using UdevDevice = std::unique_ptr<udev_device, UdevRelease<udev_device_unref>>;
 using UdevEnumerate = std::unique_ptr<udev_enumerate, UdevRelease<udev_enumerate_unref>>;
 using UdevMonitor = std::unique_ptr<udev_monitor, UdevRelease<udev_monitor_unref>>;
 
-// Whether a udev daemon runs, which sets permissions and announces devices after that.
+// Whether a udev daemon runs. It sets the permissions of devices and announces them after that.
 bool udevDaemonRuns();
 
-// Calls `use` with each device that the enumeration has found; those that are leaving are left out.
+// Calls `use` with each device of the enumeration. Skips devices that are being removed.
 template <typename Use>
 void forEachUdevDevice(udev_enumerate* list, Use use) {
   udev_list_entry* entry = udev_enumerate_get_list_entry(list);

@@ -9,7 +9,7 @@
 namespace quorvane {
 namespace {
 
-// The first one that has a file of a name is the one that counts.
+// In order of priority: of several files with the same name, udev reads the first.
 constexpr std::array<const char*, 5> directories{"/etc/udev/rules.d/", "/run/udev/rules.d/",
                                                  "/usr/local/lib/udev/rules.d/",
                                                  "/usr/lib/udev/rules.d/", "/lib/udev/rules.d/"};
@@ -30,12 +30,12 @@ Found find(const SystemFiles& system, const std::string& path) {
 }  // namespace
 
 UdevRuleFiles collectUdevRules(const SystemFiles& system) {
-  std::map<std::string, Found> read;  // by name, which is the order in which they run
+  std::map<std::string, Found> read;  // by file name, the order in which they run
   std::set<std::filesystem::path> seen;
   UdevRuleFiles result;
   for (const std::string directory : directories) {
     std::error_code missing;
-    // One may be a link to another.
+    // A directory may be a link to another one.
     const auto place = std::filesystem::canonical(system.place(directory), missing);
     if (missing || !seen.insert(place).second) continue;
     for (const std::string& name : system.names(directory)) {

@@ -8,19 +8,19 @@
 
 namespace quorvane {
 
-// A file of rules that another of the same name, in a directory that comes first, hides.
+// A rules file that is overridden by one of the same name in a directory of higher priority.
 struct HiddenRuleFile {
   UdevRuleFile file;
   std::string hiddenBy;
-  bool isMask = false;  // the other one is empty, or a link to /dev/null
+  bool isMask = false;  // that file is empty, or a link to /dev/null
 };
 
 struct UdevRuleFiles {
-  std::vector<UdevRuleFile> read;  // by udev, in its order
+  std::vector<UdevRuleFile> read;  // the files that udev reads, in its order
   std::vector<HiddenRuleFile> hidden;
 };
 
-// The rules of a system, as udev collects them from its directories.
+// The rules files of a system, collected from udev's directories.
 UdevRuleFiles collectUdevRules(const SystemFiles& system);
 
 }  // namespace quorvane

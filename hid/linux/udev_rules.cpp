@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-// Turns the tag "uaccess" into the access lists of whoever sits at the machine.
+// The system's rules file that turns the tag "uaccess" into access lists for the user at the seat.
 constexpr std::string_view seatRules = "73-seat-late.rules";
 constexpr std::string_view seatTag = "uaccess";
 constexpr std::string_view blanks = " \t\r";
@@ -35,7 +35,7 @@ struct Rule {
 
 enum class Verdict { no, unknown, yes };
 
-// Reads the tokens of a logical line one by one.
+// Reads the tokens of one rule, whose continuation lines are already joined.
 class TokenReader {
  public:
   explicit TokenReader(std::string_view text) : rest_(text) {}
@@ -45,7 +45,7 @@ class TokenReader {
     return rest_.empty();
   }
 
-  // None where the line is no rule.
+  // None on a syntax error.
   std::optional<Token> next() {
     Token token;
     token.key = takeName();
@@ -53,7 +53,7 @@ class TokenReader {
     skip(blanks);
     token.operation = takeOperation();
     skip(blanks);
-    takeName();  // what kind of text follows
+    takeName();  // a prefix of the string, such as e"..."
     if (token.key.empty() || token.operation.empty() || !take("\"")) return std::nullopt;
     token.value = takeUntil('"');
     return isWhole_ ? std::optional(std::move(token)) : std::nullopt;
@@ -119,7 +119,7 @@ std::string_view withoutBlanks(std::string_view text) {
   return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
-// Joins lines that end with a backslash, and leaves out comments and what is no rule.
+// Joins lines that end with a backslash. Skips comments and lines with syntax errors.
 std::vector<Rule> parseRules(const UdevRuleFile& file) {
   std::vector<Rule> rules;
   Rule rule;
@@ -153,7 +153,7 @@ bool matchesAny(const std::string& patterns, const std::vector<std::string>& tex
   }
 }
 
-// What a condition asks about; none for what only a running udev knows.
+// The values that a condition is matched against; none if only a running udev knows them.
 std::optional<std::vector<std::string>> asked(const Token& token, const RuleSubject& subject,
                                               const char* action) {
   using Texts = std::vector<std::string>;
@@ -168,7 +168,7 @@ std::optional<std::vector<std::string>> asked(const Token& token, const RuleSubj
   if ((token.key == "ATTRS" || token.key == "ENV") && (isVendor || isProduct)) {
     return isOnUSB ? Texts{isVendor ? subject.vendorID : subject.productID} : Texts{};
   }
-  if (token.key == "ATTR" && (isVendor || isProduct)) return Texts{};  // not the node's own
+  if (token.key == "ATTR" && (isVendor || isProduct)) return Texts{};  // not attributes of the node
   return std::nullopt;
 }
 
@@ -203,11 +203,11 @@ std::optional<std::uint32_t> parseMode(const std::string& text) {
   return mode;
 }
 
-// Whether the token changes permissions; notes how.
+// Adds the effect of an assignment to `facts`; true if it changes permissions.
 bool note(const Token& token, UdevRuleFacts& facts) {
   if (token.key == "TAG") {
-    // Removing a tag changes nothing: access lists are made for all that a device was ever tagged
-    // with. Only a plain assignment forgets the tags that were there.
+    // "-=" has no effect: access lists are set for every tag that the device ever had. Only a plain
+    // assignment clears earlier tags.
     if (token.operation == "-=") return false;
     if (token.value == seatTag) return facts.tagsForSeat = true;
     if (token.operation != "+=") return facts.untagsForSeat = true;
@@ -239,13 +239,13 @@ std::string valueOf(const Rule& rule, std::string_view key) {
   return {};
 }
 
-// One run through the rules of a file on an event with this action, following their jumps, which
-// only lead forward.
+// Evaluates the rules of one file, in order, for an event with this action. Follows GOTO, which
+// only jumps forward.
 class RuleRun {
  public:
   RuleRun(const RuleSubject& subject, const char* action) : subject_(subject), action_(action) {}
 
-  // Whether the next rule of the file is carried out.
+  // Whether the next rule of the file is executed.
   bool runs(const Rule& rule) {
     if (!label_.empty() && valueOf(rule, "LABEL") != label_) return false;
     label_.clear();
@@ -257,10 +257,10 @@ class RuleRun {
  private:
   const RuleSubject& subject_;
   const char* const action_;
-  std::string label_;  // to go on at
+  std::string label_;  // the target of a GOTO; empty: no jump
 };
 
-// Adds what the rules of one file do when the device is added and when it changes.
+// Adds the effects of a file's rules on the events "add" and "change".
 void addRules(const UdevRuleFile& file, const RuleSubject& subject,
               std::vector<UdevRuleFacts>& result) {
   RuleRun added(subject, "add");

@@ -8,8 +8,8 @@
 namespace quorvane {
 namespace {
 
-// The bytes that are locked. A waiter enters at the end and moves to the byte before it as soon as
-// that is free: first come, first served.
+// The bytes to lock. A waiter enters at the end and moves to the byte before it as soon as that is
+// free: first in, first out.
 constexpr int writeLock = 0;
 constexpr int presence = 1;  // shared by all
 constexpr int firstInLine = 2;
@@ -27,7 +27,7 @@ struct flock lockOn(int byte, int type) {
   return lock;
 }
 
-// Repeats a call that a signal interrupted.
+// Calls fcntl(), and retries on EINTR.
 int ask(int node, int command, struct flock& lock) {
   int answer = 0;
   do {
@@ -36,7 +36,7 @@ int ask(int node, int command, struct flock& lock) {
   return answer;
 }
 
-// Whether the byte could be locked; nothing where the file system has no locks.
+// Whether the byte could be locked; none if the file system has no locks.
 std::optional<bool> lockByte(int node, int byte, int type) {
   struct flock lock = lockOn(byte, type);
   if (ask(node, F_OFD_SETLK, lock) == 0) return true;
