@@ -14,8 +14,8 @@
 #include "cli/root_access.h"
 #include "cli/user_presets.h"
 #include "hid/port.h"
-#include "hid/survey.h"
 #include "hid/usb_reset.h"
+#include "platform/survey.h"
 #include "protocol/commands.h"
 #include "support/clock.h"
 

@@ -6,7 +6,7 @@
 #include "cli/context.h"
 #include "cli/udev_rule.h"
 #include "cli/udev_rule_script.h"
-#include "hid/linux/own_udev_rule.h"
+#include "platform/own_udev_rule.h"
 #include "protocol/product.h"
 
 namespace quorvane {

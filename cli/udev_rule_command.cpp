@@ -11,7 +11,7 @@
 #include "cli/udev_rule.h"
 #include "cli/udev_rule_change.h"
 #include "doctor/sandbox.h"
-#include "hid/linux/own_udev_rule.h"
+#include "platform/own_udev_rule.h"
 #include "support/printing.h"
 #include "support/text.h"
 

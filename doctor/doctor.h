@@ -8,7 +8,7 @@
 #include "doctor/facts.h"
 #include "hid/device_info.h"
 #include "hid/port.h"
-#include "hid/survey.h"
+#include "platform/survey.h"
 #include "support/clock.h"
 
 namespace quorvane {

@@ -8,7 +8,7 @@
 
 #include "doctor/base_answers.h"
 #include "hid/device_info.h"
-#include "hid/survey.h"
+#include "platform/survey.h"
 
 namespace quorvane {
 

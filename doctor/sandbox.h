@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "hid/survey.h"
+#include "platform/survey.h"
 
 namespace quorvane {
 

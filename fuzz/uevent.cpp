@@ -6,8 +6,8 @@
 
 #include "fuzz/input.h"
 #include "fuzz/properties.h"
-#include "hid/linux/device_facts.h"
-#include "hid/linux/udev_rules.h"
+#include "platform/device_facts.h"
+#include "platform/udev_rules.h"
 #include "support/invariant.h"
 
 namespace quorvane::Fuzz {

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "hid/elements.h"
-#include "hid/node_holder.h"
 #include "hid/return_code.h"
+#include "platform/node_holder.h"
 #include "support/bytes.h"
 
 namespace quorvane {

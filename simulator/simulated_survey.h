@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hid/survey.h"
+#include "platform/survey.h"
 
 namespace quorvane {
 

@@ -4,10 +4,10 @@
 #include <cerrno>
 #include <utility>
 
-#include "hid/linux/device_facts.h"
 #include "hid/linux/hidraw_device.h"
 #include "hid/linux/udev.h"
 #include "hid/port.h"
+#include "platform/device_facts.h"
 #include "support/event_fd.h"
 #include "support/text.h"
 #include "support/unique_fd.h"

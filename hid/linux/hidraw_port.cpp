@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <utility>
 
-#include "hid/linux/node_holders.h"
 #include "hid/reading_pace.h"
+#include "platform/node_holders.h"
 
 namespace quorvane {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "hid/linux/node_holders.h"
+#include "platform/node_holders.h"
 
 namespace quorvane {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <system_error>
 
-#include "hid/linux/device_facts.h"
 #include "hid/linux/udev.h"
 #include "hid/usb_reset.h"
+#include "platform/device_facts.h"
 #include "protocol/error.h"
 #include "support/text.h"
 #include "support/unique_fd.h"

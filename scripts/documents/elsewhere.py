@@ -40,7 +40,7 @@ ROWS = [
     (r"flatpak run --command=quorvanectl \S+ udev-rule \| sudo tee .*", "doctor/sandbox.cpp",
      "flatpak run --command=quorvanectl {} udev-rule | sudo tee"),
     (r"printf '%s\\n' .* \| sudo tee /etc/atomic-update.conf.d/quorvane.conf",
-     "hid/linux/own_udev_rule.cpp", '"/etc/atomic-update.conf.d/quorvane.conf\\n"'),
+     "platform/own_udev_rule.cpp", '"/etc/atomic-update.conf.d/quorvane.conf\\n"'),
     # Releasing.
     (r'git tag -s "v\$VERSION" .*', "scripts/release", "git tag --points-at HEAD"),
     (r"scripts/release( --rehearse)?", ".ci/run", "scripts/release --rehearse build/dev"),

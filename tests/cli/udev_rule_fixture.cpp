@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "cli/command_line.h"
-#include "hid/linux/system_survey.h"
+#include "platform/system_survey.h"
 
 namespace quorvane {
 namespace {

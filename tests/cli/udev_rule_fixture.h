@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "cli/root_access.h"
-#include "hid/linux/own_udev_rule.h"
+#include "platform/own_udev_rule.h"
 #include "tests/cli/attached_nodes.h"
 #include "tests/cli/command_line_fixture.h"
-#include "tests/hid/linux/system_tree.h"
+#include "tests/platform/system_tree.h"
 
 namespace quorvane {
 

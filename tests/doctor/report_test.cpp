@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "hid/linux/system_survey.h"
+#include "platform/system_survey.h"
 #include "support/bytes.h"
 #include "support/version.h"
 #include "tests/cli/attached_nodes.h"
-#include "tests/hid/linux/system_tree.h"
+#include "tests/platform/system_tree.h"
 
 namespace quorvane {
 namespace {

@@ -3,9 +3,9 @@
 #include <functional>
 
 #include "doctor/doctor.h"
-#include "hid/linux/system_survey.h"
+#include "platform/system_survey.h"
 #include "tests/cli/attached_nodes.h"
-#include "tests/hid/linux/system_tree.h"
+#include "tests/platform/system_tree.h"
 #include "tests/support/ordinary_user.h"
 
 namespace quorvane {

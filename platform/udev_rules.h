@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "hid/survey.h"
+#include "platform/survey.h"
 
 namespace quorvane {
 

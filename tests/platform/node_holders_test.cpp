@@ -1,4 +1,4 @@
-#include "hid/linux/node_holders.h"
+#include "platform/node_holders.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/hid/linux/system_tree.h"
+#include "tests/platform/system_tree.h"
 #include "tests/support/ordinary_user.h"
 
 namespace quorvane::node_holders_test {

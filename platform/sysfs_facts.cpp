@@ -1,11 +1,11 @@
-#include "hid/linux/sysfs_facts.h"
+#include "platform/sysfs_facts.h"
 
 #include <fmt/format.h>
 
 #include <optional>
 #include <string>
 
-#include "hid/linux/device_facts.h"
+#include "platform/device_facts.h"
 #include "support/text.h"
 
 namespace quorvane {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "hid/survey.h"
+#include "platform/survey.h"
 #include "support/bytes.h"
 
 namespace quorvane {

@@ -1,4 +1,4 @@
-#include "hid/linux/node_facts.h"
+#include "platform/node_facts.h"
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -11,9 +11,9 @@
 #include <filesystem>
 #include <utility>
 
-#include "hid/linux/access_list.h"
-#include "hid/linux/fields.h"
-#include "hid/linux/node_holders.h"
+#include "platform/access_list.h"
+#include "platform/fields.h"
+#include "platform/node_holders.h"
 #include "protocol/product.h"
 
 namespace quorvane {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "hid/linux/system_files.h"
+#include "platform/system_files.h"
 
 namespace quorvane {
 

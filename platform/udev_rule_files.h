@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "hid/linux/system_files.h"
-#include "hid/linux/udev_rules.h"
+#include "platform/system_files.h"
+#include "platform/udev_rules.h"
 
 namespace quorvane {
 

@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <utility>
 
-#include "hid/linux/system_files.h"
-#include "hid/survey.h"
+#include "platform/survey.h"
+#include "platform/system_files.h"
 
 namespace quorvane {
 

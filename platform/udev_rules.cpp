@@ -1,4 +1,4 @@
-#include "hid/linux/udev_rules.h"
+#include "platform/udev_rules.h"
 
 #include <fnmatch.h>
 

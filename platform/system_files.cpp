@@ -1,4 +1,4 @@
-#include "hid/linux/system_files.h"
+#include "platform/system_files.h"
 
 #include <algorithm>
 

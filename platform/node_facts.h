@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "hid/linux/system_files.h"
-#include "hid/linux/udev_rule_files.h"
-#include "hid/survey.h"
+#include "platform/survey.h"
+#include "platform/system_files.h"
+#include "platform/udev_rule_files.h"
 
 namespace quorvane {
 

@@ -1,4 +1,4 @@
-#include "hid/node_holder.h"
+#include "platform/node_holder.h"
 
 #include <fmt/format.h>
 

@@ -1,8 +1,8 @@
-#include "hid/linux/udev_rule_files.h"
+#include "platform/udev_rule_files.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/hid/linux/system_tree.h"
+#include "tests/platform/system_tree.h"
 
 namespace quorvane::udev_rule_files_test {
 namespace {

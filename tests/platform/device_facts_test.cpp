@@ -1,4 +1,4 @@
-#include "hid/linux/device_facts.h"
+#include "platform/device_facts.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>

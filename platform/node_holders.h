@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "hid/linux/system_files.h"
-#include "hid/node_holder.h"
+#include "platform/node_holder.h"
+#include "platform/system_files.h"
 
 namespace quorvane {
 

@@ -1,4 +1,4 @@
-#include "hid/linux/udev_rule_files.h"
+#include "platform/udev_rule_files.h"
 
 #include <array>
 #include <filesystem>

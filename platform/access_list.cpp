@@ -1,4 +1,4 @@
-#include "hid/linux/access_list.h"
+#include "platform/access_list.h"
 
 #include <sys/xattr.h>
 

@@ -1,6 +1,6 @@
-#include "hid/linux/os_release.h"
+#include "platform/os_release.h"
 
-#include "hid/linux/fields.h"
+#include "platform/fields.h"
 
 namespace quorvane {
 

@@ -1,9 +1,9 @@
-#include "hid/linux/system_survey.h"
+#include "platform/system_survey.h"
 
 #include <gtest/gtest.h>
 
 #include "protocol/product.h"
-#include "tests/hid/linux/system_tree.h"
+#include "tests/platform/system_tree.h"
 #include "tests/support/ordinary_user.h"
 
 namespace quorvane::system_survey_test {

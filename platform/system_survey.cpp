@@ -1,4 +1,4 @@
-#include "hid/linux/system_survey.h"
+#include "platform/system_survey.h"
 
 #include <unistd.h>
 
@@ -7,12 +7,12 @@
 #include <cstdlib>
 #include <string>
 
-#include "hid/linux/fields.h"
-#include "hid/linux/node_facts.h"
-#include "hid/linux/os_release.h"
-#include "hid/linux/own_udev_rule.h"
-#include "hid/linux/sysfs_facts.h"
-#include "hid/linux/udev_rule_files.h"
+#include "platform/fields.h"
+#include "platform/node_facts.h"
+#include "platform/os_release.h"
+#include "platform/own_udev_rule.h"
+#include "platform/sysfs_facts.h"
+#include "platform/udev_rule_files.h"
 #include "support/text.h"
 #include "support/user_directories.h"
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "hid/linux/system_files.h"
-#include "hid/survey.h"
+#include "platform/survey.h"
+#include "platform/system_files.h"
 
 namespace quorvane {
 

@@ -1,4 +1,4 @@
-#include "hid/linux/node_holders.h"
+#include "platform/node_holders.h"
 
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "hid/linux/fields.h"
+#include "platform/fields.h"
 #include "support/text.h"
 
 namespace quorvane {

@@ -1,10 +1,10 @@
-#include "hid/linux/device_facts.h"
+#include "platform/device_facts.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-#include "hid/linux/fields.h"
+#include "platform/fields.h"
 #include "support/text.h"
 
 namespace quorvane {

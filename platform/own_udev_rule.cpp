@@ -1,9 +1,9 @@
-#include "hid/linux/own_udev_rule.h"
+#include "platform/own_udev_rule.h"
 
 #include <filesystem>
 
-#include "hid/linux/os_release.h"
-#include "hid/linux/udev_rule_files.h"
+#include "platform/os_release.h"
+#include "platform/udev_rule_files.h"
 
 namespace quorvane {
 

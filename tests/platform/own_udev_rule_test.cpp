@@ -1,8 +1,8 @@
-#include "hid/linux/own_udev_rule.h"
+#include "platform/own_udev_rule.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/hid/linux/system_tree.h"
+#include "tests/platform/system_tree.h"
 
 namespace quorvane::own_udev_rule_test {
 namespace {

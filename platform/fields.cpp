@@ -1,4 +1,4 @@
-#include "hid/linux/fields.h"
+#include "platform/fields.h"
 
 namespace quorvane {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "hid/node_holder.h"
+#include "platform/node_holder.h"
 #include "support/bytes.h"
 
 namespace quorvane {
