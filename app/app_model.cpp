@@ -35,7 +35,7 @@ auto ifAnswered(Read read) -> std::optional<decltype(read())> {
 
 }  // namespace
 
-// What the first reads of a session gave.
+// The results of a session's first reads.
 struct AppModel::Opening {
   std::optional<IdentityReport> identity;
   bool menuAnswered = false;
@@ -55,7 +55,7 @@ AppModel::AppModel(const World& world, std::string which)
   devicesChanged(watcher_->currentDevices());
 }
 
-// Every thread that posts ends before the fields go.
+// Ends every thread that posts before the fields are destroyed.
 AppModel::~AppModel() {
   watcher_.reset();
   if (examinationClock_) examinationClock_->stop();
@@ -136,7 +136,7 @@ void AppModel::connectToFirst() {
   }
 }
 
-// Lists come often; only another one is worth a line.
+// Device lists arrive often: logs the line only if it differs from the last one.
 void AppModel::waitForNamed() {
   std::string line = Messages::waitingFor(deviceSelector_, devices_);
   if (line == waiting_) {
@@ -160,7 +160,7 @@ void AppModel::connect(const HIDDeviceInfo& device) {
 }
 
 void AppModel::open(const Session& base) {
-  followReports(base);  // a base may leave as soon as it is open
+  followReports(base);  // before connect(): a base may be unplugged right after
   try {
     base->connect();
   } catch (const FanatecError& error) {
@@ -175,7 +175,7 @@ void AppModel::open(const Session& base) {
   post([this, base, opening] { opened(base, opening); });
 }
 
-// The handlers hold no session: it holds them.
+// The handlers must not own the session, since it owns them (reference cycle).
 void AppModel::followReports(const Session& base) {
   const WheelBase* const session = base.get();
   const auto isCurrent = [this, session] {
@@ -247,7 +247,7 @@ void AppModel::disconnect() {
   emit changed();
 }
 
-// Closes a session. Its threads are waited for where that blocks nobody; at the end, at the latest.
+// Disconnects a session. Its threads are joined on the work queue, or else in the destructor.
 void AppModel::retire(const Session& base) {
   base->disconnect();
   retired_.push_back(base);
@@ -272,7 +272,7 @@ void AppModel::readEverything() {
   read("Read", [this](WheelBase& base) { return readMenuAndIdentity(base); });
 }
 
-// On the work queue. Success has nothing to say.
+// Runs on the work queue. Returns no text to log on success.
 std::optional<std::string> AppModel::readMenuAndIdentity(WheelBase& base) {
   try {
     base.fetchTuning(WheelBase::readTimeout);
@@ -344,7 +344,7 @@ void AppModel::beginExchange() {
   emit changed();
 }
 
-// What has been written so far; the end of the exchange ends it.
+// Publishes the progress; endExchange() resets it.
 void AppModel::reportProgress(Progress progress) {
   post([this, progress] { publish(progress_, progress); });
 }

@@ -25,19 +25,19 @@
 
 namespace quorvane {
 
-// What the window shows and does: the attached bases, the one that is connected, its menu, the
+// The state and the actions of the window: the attached bases, the connected one, its menu, the
 // staged edits, the user's presets and the log.
 //
-// Lives on the main thread, where every field changes and every action is called; actions return at
-// once. Exchanges with the base run on the thread "quorvane.hid" one after another, in the order
-// asked for, and end as a line of the log or, for an examination, in its field. Presets and files
-// are read and written on the main thread. Destruction drops what has not begun, and waits for the
-// exchange that has: at most for one of its pauses.
+// Main thread only: every field changes there, and every action is called there and returns at
+// once. Exchanges with the base are queued and run one after another on the thread "quorvane.hid";
+// each ends with a line in the log, an examination in its field. Presets and files are read and
+// written on the main thread. The destructor drops queued exchanges and waits for the running one,
+// at most for one of its pauses.
 class AppModel final : public QObject {
   Q_OBJECT
 
  public:
-  // What the model works with; all of it outlives the model.
+  // Dependencies of the model; all of them must outlive it.
   struct World {
     FilePanels& panels;
     HIDBackend& backend = HIDBackend::system();
@@ -47,42 +47,42 @@ class AppModel final : public QObject {
     HIDSurvey& survey = HIDSurvey::system();
   };
 
-  // What the doctor found, and when.
+  // The doctor's findings and their time.
   struct Examination {
     Diagnosis diagnosis;
     WallClock::time_point time;
   };
 
-  // How far the writing of several values is.
+  // The progress of writing several values.
   struct Progress {
-    std::optional<UUID> preset;  // that is applied; none for a save
-    std::size_t done = 0;        // values, whether the base took them or not
+    std::optional<UUID> preset;  // being applied; none for a save
+    std::size_t done = 0;        // values tried, with or without success
     std::size_t total = 0;
 
     bool operator==(const Progress&) const = default;
   };
 
-  // How far the way to an attached base is.
+  // The state of the session with an attached base.
   enum class Link { none, opening, open };
 
   static constexpr std::size_t longestLog = 500;
 
-  // Loads the presets, watches for bases, and connects to the first that is there. With `which`,
-  // only a base that this names (isNamed) gets connected unasked, and is waited for.
+  // Loads the presets, watches for bases and connects to the first one attached. With `which`,
+  // connects automatically only to a base of that name (isNamed), and waits for it.
   explicit AppModel(const World& world, std::string which = {});
   ~AppModel() override;
   AppModel(const AppModel&) = delete;
   AppModel& operator=(const AppModel&) = delete;
 
-  // The model of this process, if it has one: the one that was made last. Main thread only.
+  // The model that was created last in this process; null without one. Main thread only.
   static AppModel* shared();
 
-  // The attached bases. The first that may be is the one that gets connected.
+  // The attached bases. The first one that may be is connected automatically.
   const std::vector<HIDDeviceInfo>& devices() const { return devices_; }
   Link linkTo(const HIDDeviceInfo& device) const;
   bool isConnected() const { return base_ != nullptr; }
 
-  // Of the connected base; absent without one, or before it told.
+  // Facts about the connected base; none without a base or before it has reported them.
   std::optional<FanatecProduct> product() const;
   const std::optional<std::string>& connectedName() const { return connectedName_; }
   const std::optional<IdentityReport>& identity() const { return identity_; }
@@ -90,59 +90,59 @@ class AppModel final : public QObject {
   std::optional<std::uint16_t> wheelID() const { return wheelID_; }
   std::optional<std::uint16_t> firmwareVersion() const { return firmwareVersion_; }
 
-  // An exchange with a base is running or waiting for its turn.
+  // An exchange with a base is queued or running.
   bool busy() const { return exchanges_ > 0; }
 
-  // A save, the applying of a preset or another change of the base is running or waiting for its
-  // turn.
+  // A save, the applying of a preset or another change of the base is queued or running.
   bool isWriting() const { return writes_ > 0; }
 
-  // Blocks until those that were asked for have ended, or for so long; what came of them is told by
-  // the event loop. For the end of the desktop's session, which waits for nothing else.
+  // Blocks until all queued writes have ended, `longest` at most. Their results arrive through the
+  // event loop afterwards. For the end of the desktop session, which does not wait for the event
+  // loop.
   void waitForWrites(std::chrono::milliseconds longest);
 
-  // While a save or the applying of a preset runs.
+  // Set while a save or the applying of a preset runs.
   const std::optional<Progress>& progress() const { return progress_; }
 
   const std::string& statusLine() const { return statusLine_; }
   const std::vector<LogEntry>& log() const { return log_; }  // oldest first, at most longestLog
   const std::vector<TuningPreset>& userPresets() const { return presets_.presets(); }
 
-  // The preset that was deleted last and can be brought back; none before a deletion and after
-  // undoDelete().
+  // The last deleted preset, for undoDelete(); none before a deletion and after undoDelete().
   const std::optional<TuningPreset>& deletedPreset() const { return deletedPreset_; }
   const StagedValues& staged() const { return staged_; }
 
-  // No base is connected, or the connected one did not answer the last time its menu was read.
+  // Whether an examination could help: no base is connected or being opened, the connected one did
+  // not answer the last time its menu was read, or an examination is there or running.
   bool needsExamination() const;
 
-  // Since the trouble began, if it was asked for; and whether another one is under way.
+  // The last examination of the current fault, if any; and whether one is queued or running.
   const std::optional<Examination>& examination() const { return examination_; }
   bool isExamining() const { return examinationClock_ != nullptr; }
 
-  // The title of a section that the window should show, until it has.
+  // The title of the section that the window should show next; none once it has.
   const std::optional<std::string>& requestedSection() const { return requestedSection_; }
   void setRequestedSection(std::optional<std::string> title);
 
-  // The devices that are attached now: connects to the first base that may be connected unasked
-  // when there is no session, and ends the session whose base has left.
+  // Handles a new list of attached devices: ends the session of a base that was removed and,
+  // without a session, connects to the first base that may be connected automatically.
   void devicesChanged(const std::vector<HIDDeviceInfo>& attached);
 
   // Opens a session, in place of the one that is open, and reads identity and menu.
   void connect(const HIDDeviceInfo& device);
   void disconnect();
 
-  // Reads menu and identity again. The two differ in how the log calls it.
+  // Both read menu and identity again; they differ in the name of the action in the log.
   void refresh();
   void readEverything();
 
-  // Edits become staged while they differ from the menu.
+  // Staging an edit that equals the menu's current value removes the edit instead.
   void stage(TuningParameter parameter, std::int64_t value);
   void revert(TuningParameter parameter);
   void stagePreset(const TuningPreset& preset);
   void discardStaged();
 
-  // Writes the staged edits, each read back; those that the base did not take stay staged.
+  // Writes the staged edits, each verified by a read-back; edits that failed stay staged.
   void saveStaged();
 
   void selectSlot(std::int64_t slot);
@@ -151,19 +151,19 @@ class AppModel final : public QObject {
   void factoryReset();
   void usbReset();
 
-  // Looks for what is wrong: at the base that is connected, was tried last or would be connected.
-  // Asks an exchange's turn; while one is under way it is that one.
+  // Runs the doctor on the base that is connected, else was tried last, else would be connected.
+  // Queued behind running exchanges. Does nothing if one is already queued or running.
   void examine();
 
-  // The examination and the end of the log as a text for a bug report, without what tells who asks;
-  // saving asks for a place first. Only with an examination.
+  // The examination and the end of the log as text for a bug report, personal data masked.
+  // saveReport() asks for a file first. Precondition: examination() is set.
   std::string report() const;
   void saveReport();
 
   void saveCurrentAsPreset(const std::string& name);
   void deletePreset(const TuningPreset& preset);
 
-  // Puts deletedPreset() back to its old place, with its old id. Does nothing without one.
+  // Restores deletedPreset() at its old place, with its old id. Does nothing without one.
   void undoDelete();
   void shareCurrentSettings();
   void importSettingsFile();
@@ -171,17 +171,17 @@ class AppModel final : public QObject {
   void exportPresets();
 
  signals:
-  // Some of the above is different now. Comes often; whoever draws gathers several.
+  // Any of the above has changed. Emitted often: views coalesce several into one update.
   void changed();
 
-  // The base told of another menu than the one before, and nobody here had asked: somebody uses
-  // the wheel's own buttons. Comes after `changed`.
+  // The base reported a changed menu while no exchange was queued or running: the user changed it
+  // with the wheel's buttons. Emitted after changed().
   void menuChangedAtBase(const quorvane::TuningSnapshot& before);
 
  private:
   using Session = std::shared_ptr<WheelBase>;
 
-  // Runs on the work queue; the text is logged, the exception as well.
+  // Runs on the work queue. The returned text or the exception's message is logged.
   using DeviceAction = std::function<std::optional<std::string>(WheelBase&)>;
   struct Opening;
   struct Save;
@@ -189,10 +189,10 @@ class AppModel final : public QObject {
   template <typename Field, typename Value>
   void publish(Field& field, Value&& value);
 
-  // Runs on the main thread by and by, unless the model is gone by then. Any thread may call.
+  // Queues `what` for the main thread; dropped if the model is destroyed first. Thread-safe.
   void post(std::function<void()> what);
 
-  // Puts a job on the work queue. Gives the reason, for people, when it cannot be run.
+  // Puts a job on the work queue. Returns an error message for the user if that fails.
   std::optional<std::string> enqueue(WorkQueue::Job job);
   void watchDevices();
 
@@ -234,7 +234,7 @@ class AppModel final : public QObject {
              const std::filesystem::path& file);
 
   const World world_;
-  const std::string deviceSelector_;  // the base to connect to unasked; empty: the first
+  const std::string deviceSelector_;  // the base to connect to automatically; empty: the first
 
   std::vector<HIDDeviceInfo> devices_;
   std::optional<std::string> connectedName_;
@@ -252,15 +252,15 @@ class AppModel final : public QObject {
   PresetChange::Place deletedPlace_;
   StagedValues staged_;
   std::optional<std::string> requestedSection_;
-  bool menuUnanswered_ = false;  // by the connected base, the last time
+  bool menuUnanswered_ = false;  // by the connected base at the last read
   std::optional<Examination> examination_;
-  std::shared_ptr<StoppableClock> examinationClock_;  // while one is under way
+  std::shared_ptr<StoppableClock> examinationClock_;  // while one is queued or running
   std::optional<HIDDeviceInfo> tried_;                // the base that was connected to last
-  std::string waiting_;  // the last line about the base that is waited for, until one is connected
+  std::string waiting_;  // last log line about the awaited base; empty after a connect
 
   Session base_;
-  Session opening_;               // on the way to become base_
-  std::vector<Session> retired_;  // let go, until their threads have ended
+  Session opening_;               // being opened; becomes base_
+  std::vector<Session> retired_;  // disconnected, until their threads have ended
 
   WorkQueue work_;
   std::unique_ptr<HIDDeviceWatcher> watcher_;

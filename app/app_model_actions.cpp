@@ -11,7 +11,7 @@
 namespace quorvane {
 namespace {
 
-// A name that every file system takes, and that a panel does not mistake for a path.
+// A file name that every file system accepts and that a file panel does not take for a path.
 std::string fileName(std::string name) {
   std::replace(name.begin(), name.end(), '/', '-');
   return name;
@@ -19,10 +19,10 @@ std::string fileName(std::string name) {
 
 }  // namespace
 
-// A save on its way through the work queue.
+// A save in the work queue.
 struct AppModel::Save {
   StagedValues wanted;
-  std::optional<TuningSnapshot> menu;  // that the person saw
+  std::optional<TuningSnapshot> menu;  // the menu that the user saw
   StagedValues failed;
   std::vector<std::string> rejections;
 };
@@ -65,7 +65,7 @@ void AppModel::saveStaged() {
   performed(base_, Messages::failed("Save", *failure), true);
 }
 
-// On the work queue.
+// Runs on the work queue.
 void AppModel::write(WheelBase& base, Save& save) {
   Progress progress{{}, 0, save.wanted.size()};
   MenuWriter writer(base, save.menu);
@@ -85,7 +85,7 @@ void AppModel::saved(const Session& base, const Save& save) {
   const auto menu = base->tuning();
   if (base == base_) {
     tuning_ = menu;
-    // What was staged in the meantime was not part of the save.
+    // Edits that were staged during the save stay staged.
     std::erase_if(staged_, [&](const auto& edit) {
       const auto wanted = save.wanted.find(edit.first);
       return wanted != save.wanted.end() && wanted->second == edit.second;

@@ -18,7 +18,8 @@ namespace {
 
 constexpr std::size_t longestLogInReport = 100;  // lines
 
-// An examination that ran out of time has left a thread behind that still looks at the clock.
+// Keeps the clock until the process ends: an examination that timed out has left a thread behind
+// that still uses it.
 void keep(std::shared_ptr<StoppableClock> clock) {
   static Mutex lock;
   static std::vector<std::shared_ptr<StoppableClock>> kept;
@@ -33,7 +34,7 @@ bool AppModel::needsExamination() const {
   return !opening_ || isExamining() || examination_;
 }
 
-// What was wrong is not any more, with the first answer.
+// The first answer ends the fault: drops the old findings.
 void AppModel::menuAnswered(bool answered) {
   if (answered) examination_.reset();
   publish(menuUnanswered_, !answered);

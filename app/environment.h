@@ -2,10 +2,10 @@
 
 #include <string>
 
-// What the environment of the process asks for. Read afresh by every call.
+// Settings from environment variables, read at each call.
 namespace quorvane::Environment {
 
-// QUORVANE_LOG_STDERR is there, whatever it holds: the log goes to standard error as well.
+// QUORVANE_LOG_STDERR, set to any value: the log goes to standard error as well.
 bool logsToStandardError();
 
 // QUORVANE_DEMO_STAGE: edits to stage after connecting (see parseDemoStage).

@@ -6,8 +6,8 @@
 
 namespace quorvane {
 
-// The dialogs in which people choose files. They block nobody: the choice comes later, on the main
-// thread, or never when the person thinks better of it.
+// File dialogs. The calls do not block: the callback `chosen` runs later, on the main thread, or
+// never if the user cancels.
 class FilePanels {
  public:
   using Chosen = std::function<void(const std::filesystem::path&)>;
@@ -24,7 +24,7 @@ class FilePanels {
 
   virtual ~FilePanels() = default;
 
-  // For a file to write; existing ones are confirmed by the panel.
+  // For a file to write. The panel asks before an existing file is replaced.
   virtual void chooseDestination(const Request& request, Chosen chosen) = 0;
 
   // For a file to read.

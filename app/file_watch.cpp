@@ -28,7 +28,7 @@ path closestDirectory(const path& file) {
   return directory;
 }
 
-// Where a chain of symbolic links leads to, also when no file is there yet.
+// The target of a chain of symbolic links, which need not exist.
 path targetOf(const path& file) {
   try {
     return linkTarget(file);
@@ -58,13 +58,13 @@ void FileWatch::watchAgain() {
   if (isThere(file_)) wanted.append(nameOf(file_));
   QStringList watched = watcher_.directories() + watcher_.files();
   for (const QString& each : wanted) {
-    // A file that was replaced is another one under the same name, and watched no more.
+    // A replaced file is a new file of the same name, no longer watched: watch it again.
     if (!watched.removeOne(each)) watcher_.addPath(each);
   }
   if (!watched.isEmpty()) watcher_.removePaths(watched);
 }
 
-// What happens from here on is told by a further signal.
+// Renews the watches first, so that later events cause another signal.
 void FileWatch::tell() {
   watchAgain();
   emit touched();

@@ -7,9 +7,9 @@
 
 namespace quorvane {
 
-// Tells that something may have happened to a file: it was created, replaced, written to or
-// removed, or its directory appeared. Several events within a tenth of a second are told once, at
-// the end of it. Lives on the thread that made it, which needs an event loop.
+// Emits touched() when a file may have been created, replaced, written to or removed, or when its
+// directory appears. Debounced: events within 100 ms cause one signal, at the end of that time.
+// Belongs to the thread that creates it, which needs an event loop.
 class FileWatch final : public QObject {
   Q_OBJECT
 
@@ -17,12 +17,12 @@ class FileWatch final : public QObject {
   explicit FileWatch(std::filesystem::path file);
 
  signals:
-  // The file may be another one now, or the same.
+  // The file may have changed; it may also be the same.
   void touched();
 
  private:
-  // Watches what there is by now: the file, the directory that it is in and the one that a symbolic
-  // link leads to, or the closest directory above that exists.
+  // Renews the watches: on the file, on its directory and on that of a symbolic link's target, or
+  // on the closest existing parent directory.
   void watchAgain();
   void tell();
 

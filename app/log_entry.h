@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-// One line of the log that people read.
+// One entry of the log that the window shows.
 struct LogEntry {
   UUID id = UUID::random();
   WallClock::time_point time = WallClock::now();

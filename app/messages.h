@@ -11,7 +11,7 @@
 #include "protocol/tuning_snapshot.h"
 #include "session/wheel_base.h"
 
-// The lines that the model logs and shows as its status.
+// The texts of log lines and of the status line.
 namespace quorvane::Messages {
 
 inline constexpr const char* looking = "Looking for a Fanatec base…";
@@ -25,10 +25,10 @@ inline constexpr const char* factoryReset = "Tuning menu reset to factory defaul
 inline constexpr const char* usbReset =
     "USB reset issued; the base will reconnect in a few seconds";
 
-// How people call the active set; "?" without a menu.
+// The display name of the active set; "?" without a menu.
 std::string setName(const std::optional<TuningSnapshot>& menu);
 
-// No attached base has the name.
+// For when no attached base has the name `which`.
 std::string waitingFor(std::string_view which, const std::vector<HIDDeviceInfo>& attached);
 
 std::string connecting(std::string_view device);

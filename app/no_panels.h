@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// Panels in which nobody ever chooses a file: for programs that have no window.
+// File panels that never call back, for programs without a window.
 class NoPanels final : public FilePanels {
  public:
   void chooseDestination(const Request& /*request*/, Chosen /*chosen*/) override {}

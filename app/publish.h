@@ -6,7 +6,7 @@
 
 namespace quorvane {
 
-// Changes a field of the model and says so; an equal value changes nothing.
+// Sets a field of the model and emits changed(); does nothing if the value is equal.
 template <typename Field, typename Value>
 void AppModel::publish(Field& field, Value&& value) {
   if (field == value) return;

@@ -30,7 +30,7 @@ void SharedPresets::change(const PresetChange& change) {
   write();
 }
 
-// Returns what stays although it was to be removed.
+// Returns the presets whose removal was refused.
 std::vector<TuningPreset> SharedPresets::applyPending(std::vector<TuningPreset>& presets) const {
   std::vector<TuningPreset> refused;
   for (const PresetChange& change : pending_) {
@@ -39,7 +39,7 @@ std::vector<TuningPreset> SharedPresets::applyPending(std::vector<TuningPreset>&
   return refused;
 }
 
-// A damaged file costs nothing of what was read before: it is replaced by the whole list.
+// A damaged file is replaced by the whole list, so presets that were read before are not lost.
 void SharedPresets::write() {
   try {
     std::vector<TuningPreset> refused;
@@ -75,15 +75,15 @@ void SharedPresets::finish() {
   }
 }
 
-// What was written here has the version that is known already. Nothing is said of a file that
-// cannot be read: it may be being rewritten, and the next change says what is wrong.
+// Skips the version that is known, such as one written here. Reports no error for a file that
+// cannot be read: it may be being rewritten, and the next change reports the error.
 void SharedPresets::lookAgain() {
   try {
     if (store_.version() != version_) adopt(store_.contents());
     reading_.stop();
     readingPause_ = firstReadingPause;
   } catch (const DecodingError&) {
-    return;  // until it is another file, which is told
+    return;  // no retry: the watch reports the next version
   } catch (const std::exception&) {
     readLater();
   }

@@ -1,10 +1,9 @@
 // arrival_bench ROUNDS
 //
-// What the gathering of reports costs beside a base that sends a status every millisecond: how long
-// a menu that the base sends unasked takes until the session hands it on, and how long a request
-// takes until its answer is kept, each while reports gather. Prints, in microseconds: the median
-// and the longest of the former, the median and the longest of the latter, and the median of
-// requests in a session whose base is silent.
+// The latency that batching of reports adds while a base sends a status every millisecond: of a
+// menu that the base sends unasked, until the session's handler runs, and of a request, until its
+// answer is stored. Prints, in microseconds: the median and maximum of the former, the median and
+// maximum of the latter, and the median of requests to a base that sends nothing else.
 
 #include <unistd.h>
 
@@ -25,10 +24,11 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// By then a reader gathers: a report comes every millisecond, or a few less on a busy machine.
+// After this time the reader batches: a report arrives every millisecond, a few less on a busy
+// machine.
 constexpr milliseconds untilGathering{ReadingPace::promptReports * 3 / 2};
 
-// Rounds begin at all parts of a pause alike.
+// Rounds begin at evenly spread phases of a batching pause.
 constexpr int parts = 7;
 
 void awaitGathering(int round) {

@@ -1,4 +1,4 @@
-// What it costs to sum up a report descriptor, which every look at the attached devices does.
+// The cost of summarising a report descriptor, which happens at every enumeration of devices.
 
 #include <benchmark/benchmark.h>
 
@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::size_t descriptorLength = 237;
 
-// The simulated base's descriptor, filled up to the length with `elements` at a time in further
-// feature reports.
+// The simulated base's descriptor, padded to the length with feature reports of `elements` elements
+// each.
 HIDReportDescriptor longDescriptor(std::int64_t elements) {
   Bytes bytes = SimulatedBase::reportDescriptor();
   const auto append = [&](const Bytes& more) {
@@ -23,7 +23,7 @@ HIDReportDescriptor longDescriptor(std::int64_t elements) {
     append({0x85, reportID});
     for (std::int64_t i = 0; i < elements; ++i) append({0x95, 0x07, 0x09, reportID, 0xB1, 0x02});
   }
-  while (bytes.size() < descriptorLength) append({0xC0});  // the end of a collection
+  while (bytes.size() < descriptorLength) append({0xC0});  // End Collection
   invariant(bytes.size() == descriptorLength, "the descriptor has another length");
   return HIDReportDescriptor(bytes);
 }
@@ -36,7 +36,7 @@ void summarise(benchmark::State& state, std::int64_t elements) {
   state.counters["reports"] = static_cast<double>(descriptor.summaries().size());
 }
 
-// Several elements to a report, as devices have it.
+// Several elements per report, as in real devices.
 void usualDescriptor(benchmark::State& state) { summarise(state, 4); }
 BENCHMARK(usualDescriptor);
 

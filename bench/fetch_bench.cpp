@@ -1,5 +1,5 @@
-// How long a request for the tuning menu takes until its answer is kept as a snapshot, against the
-// floor that the threads and the kernel set.
+// The time from a request for the tuning menu until its answer is stored as a snapshot, against the
+// lower bound set by threads and kernel.
 
 #include <benchmark/benchmark.h>
 #include <sys/socket.h>
@@ -18,10 +18,10 @@
 namespace quorvane {
 namespace {
 
-// The least that can be done: the caller writes the request, the responder answers, and one reader
-// thread, blocked in a plain read, takes the answer and wakes the caller through a mutex and a
-// condition. The same packets cross the same kind of sockets between the same number of threads;
-// nothing looks at them, nothing is copied or kept, and nobody could stop the reader.
+// The lower bound: the caller writes the request, the responder answers, and one reader thread,
+// blocked in a plain read, receives the answer and wakes the caller through a mutex and a
+// condition. Same packets, same kind of sockets, same number of threads; but nothing is parsed,
+// copied or stored, and the reader cannot be stopped.
 class BareExchange {
  public:
   BareExchange() : BareExchange(wire()) {}
@@ -70,7 +70,7 @@ class BareExchange {
 constexpr int warmUp = 1000;
 constexpr int exchanges = 10000;
 
-// Two things in turn, so that whatever else the machine does hits both alike.
+// Runs two exchanges alternately, so that other load on the machine affects both equally.
 template <typename A, typename B>
 std::pair<Samples, Samples> inTurn(benchmark::State& state, A& a, B& b) {
   for (int i = 0; i < warmUp; ++i) {

@@ -1,6 +1,6 @@
-// To be preloaded into a program with an event loop of Qt's: ends it, with status 0, once the main
-// thread has slept in that loop for a while, which is when the start is over. What the program does
-// up to there stays as it is.
+// For LD_PRELOAD with a program that runs Qt's event loop: ends it with status 0 once its main
+// thread has been idle in that loop for a while, that is, when its start is complete. Until then
+// the program's behaviour is unchanged.
 
 #include <poll.h>
 #include <sys/syscall.h>
@@ -11,7 +11,7 @@
 
 namespace {
 
-// Longer than other threads take to come up with something, shorter than a text cursor blinks.
+// Longer than other threads take to post an event, shorter than the blink time of a text cursor.
 constexpr timespec whileIdle{0, 300'000'000};
 
 bool isLongerThanIdle(const timespec& timeout) {
@@ -24,7 +24,7 @@ bool runsEventLoop() {
 
 int waitAsAsked(pollfd* descriptors, nfds_t count, const timespec* timeout, const sigset_t* mask) {
   timespec rest = timeout != nullptr ? *timeout : timespec{};
-  constexpr std::size_t maskSize = 8;  // the kernel's
+  constexpr std::size_t maskSize = 8;  // size of the kernel's signal mask
   return static_cast<int>(::syscall(SYS_ppoll, descriptors, count,
                                     timeout != nullptr ? &rest : nullptr, mask, maskSize));
 }
@@ -41,7 +41,7 @@ int waitUnlessIdle(pollfd* descriptors, nfds_t count, const timespec* timeout,
 
 }  // namespace
 
-// The two calls that Qt's event dispatchers wait in, with GLib and without.
+// Interposes the two calls in which Qt's event dispatchers wait, with and without GLib.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's are reserved
 extern "C" int poll(pollfd* descriptors, nfds_t count, int milliseconds) {
   const timespec timeout{milliseconds / 1000, (milliseconds % 1000) * 1'000'000L};

@@ -1,5 +1,5 @@
-// The floor for the window's figures: as many widgets of the toolkit's own in a window of the same
-// size, with nothing behind them.
+// The lower bound for the window's figures: the same number of standard Qt widgets in a window of
+// the same size, without a model.
 
 #include <QApplication>
 #include <QHBoxLayout>

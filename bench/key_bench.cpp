@@ -1,5 +1,5 @@
-// How long it takes from a key press on a slider until the new value is painted. Prints the median
-// and the 99th percentile of many presses in microseconds.
+// The time from a key press on a slider until the new value is painted. Prints the median and the
+// 99th percentile of many presses in microseconds.
 
 #include <QAbstractSlider>
 #include <QApplication>
@@ -22,12 +22,12 @@ namespace {
 constexpr int warmUp = 50;
 constexpr int presses = 1000;
 
-// Sees every paint of a row's number.
+// Records the number at every paint of a row's readout.
 class Paints final : public QObject {
  public:
   explicit Paints(QSpinBox& readout) : readout_(readout) { readout.installEventFilter(this); }
 
-  // Whether this number was painted; forgets the earlier ones.
+  // Whether the number painted last is `value`; resets the record.
   bool take(int value) { return std::exchange(painted_, std::nullopt) == value; }
 
   bool eventFilter(QObject* /*watched*/, QEvent* event) override {
@@ -45,7 +45,7 @@ void runUntil(Condition isMet) {
   while (!isMet()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
-// Each press moves the value, back and forth.
+// Each press changes the value, alternately up and down.
 void press(QAbstractSlider& slider, Qt::Key key, Paints& paints) {
   const int before = slider.value();
   QApplication::postEvent(&slider, new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier));

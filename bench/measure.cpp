@@ -1,7 +1,7 @@
 // measure ROUNDS -- PROGRAM [ARGUMENT...] [-- PROGRAM [ARGUMENT...]]...
 //
-// Runs the programs in turn, ROUNDS times each, with their output thrown away. Prints one line for
-// each: the median wall time from start to end in microseconds, and the peak of its memory in KiB.
+// Runs the programs alternately, ROUNDS times each, and discards their output. Prints one line for
+// each: the median wall time from start to end in microseconds, and its peak memory in KiB.
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -74,7 +74,7 @@ int main(int argc, char** argv) {
   ::posix_spawn_file_actions_init(&silence);
   ::posix_spawn_file_actions_addopen(&silence, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
   ::posix_spawn_file_actions_addopen(&silence, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-  // The first run of each fills the caches and does not count.
+  // The first run of each warms the caches and is not counted.
   for (Program& program : programs) {
     runOnce(program, silence);
     program.microseconds.clear();

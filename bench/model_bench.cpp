@@ -1,6 +1,6 @@
-// What it costs to start the application model with a simulated base: the processor time of the
-// whole process from the model's construction until it is connected. The base answers at once, so
-// none of it is waiting. And what a base is sent when others come and go beside it.
+// The cost of starting the application model with a simulated base: the CPU time of the process
+// from the model's construction until it is connected. The base answers without delay. Also counts
+// the packets to a base while other devices are plugged and unplugged.
 
 #include <benchmark/benchmark.h>
 
@@ -17,7 +17,7 @@ namespace {
 
 constexpr int lists = 100;
 
-// What a model needs beside its machine.
+// The model's other dependencies.
 struct Surroundings {
   NoPanels panels;
   PresetStore store{std::filesystem::temp_directory_path() / "quorvane-bench-presets.json"};
@@ -27,7 +27,7 @@ struct Surroundings {
   }
 };
 
-// Returns once the condition holds.
+// Runs the event loop until the condition holds.
 template <typename Condition>
 void runUntil(AppModel& model, Condition isMet) {
   QEventLoop loop;

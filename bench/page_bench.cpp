@@ -1,5 +1,5 @@
-// How long it takes to open the section Presets with many presets of one's own, until all is laid
-// out and painted. Prints the median in milliseconds.
+// The time to open the section "Presets" with many user presets, until all is laid out and painted.
+// Prints the median in milliseconds.
 //
 //   page_bench PRESETS
 
@@ -21,7 +21,7 @@ namespace quorvane {
 namespace {
 
 constexpr int openings = 21;
-constexpr int rounds = 10;  // of events that come of others
+constexpr int rounds = 10;  // of event handling, since events may post others
 
 std::vector<TuningPreset> presets(int count) {
   const std::vector<TuningPreset>& samples = TuningPreset::builtIn();

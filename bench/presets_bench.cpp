@@ -1,5 +1,5 @@
-// What it costs to load and to save presets: a usual library, and one of thousands against the JSON
-// library alone.
+// The cost of loading and saving presets: a typical library, and one of thousands compared with the
+// JSON library alone.
 
 #include <benchmark/benchmark.h>
 
@@ -26,7 +26,7 @@ constexpr std::size_t valuesEach = 12;
 constexpr int usualRounds = 2000;
 constexpr int manyRounds = 5;
 
-// Presets as a user captures them, of twelve values: 400 bytes each, as the bars assume.
+// Presets as captured by a user, with twelve values: 400 bytes each, as the limits assume.
 std::vector<TuningPreset> library(std::size_t count) {
   Bytes report(TuningSnapshot::length, 100);
   report[0] = TuningSnapshot::reportID;
@@ -43,7 +43,7 @@ std::vector<TuningPreset> library(std::size_t count) {
   return presets;
 }
 
-// A directory that is gone with its files at the end.
+// RAII: a temporary directory; the destructor deletes it with its files.
 class ScratchDirectory {
  public:
   ScratchDirectory() {
@@ -61,7 +61,7 @@ class ScratchDirectory {
   std::filesystem::path path_;
 };
 
-// The whole load and the reading of the file in turn: the difference is the decoding.
+// Alternates the complete load and only reading the file: the difference is the decoding.
 void loadUsualPresets(benchmark::State& state) {
   const ScratchDirectory directory;
   const PresetStore store(directory.path() / "presets.json");

@@ -6,11 +6,11 @@
 
 namespace quorvane {
 
-// The words of one program, and the null pointer that ends them for the system.
+// The words of one program, terminated by a null pointer as for exec().
 using ProgramWords = std::vector<char*>;
 
-// The programs of "-- PROGRAM [ARGUMENT...] [-- PROGRAM [ARGUMENT...]]...", the end of a command
-// line. Throws std::invalid_argument when there is something else.
+// Parses "-- PROGRAM [ARGUMENT...] [-- PROGRAM [ARGUMENT...]]..." at the end of a command line.
+// Throws std::invalid_argument for anything else.
 inline std::vector<ProgramWords> programsOf(char** word) {
   std::vector<ProgramWords> programs;
   for (; *word != nullptr; ++word) {

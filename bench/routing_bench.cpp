@@ -1,5 +1,5 @@
-// What the delivery of a wheel-status report that changes nothing costs: the base sends a thousand
-// of them a second.
+// The cost of delivering a wheel-status report without a change; a base sends a thousand of them
+// per second.
 
 #include <benchmark/benchmark.h>
 
@@ -20,10 +20,10 @@ namespace {
 constexpr int batch = 1000;
 constexpr int batches = 500;
 
-// Where reports come from: batches of one report over and over, on demand.
+// A source of reports: batches of the same report, on demand.
 class Source {
  public:
-  // Has one batch delivered and gives the time from its first read to the read after its last.
+  // Delivers one batch; returns the time from its first read to the read after its last. Blocks.
   std::chrono::steady_clock::duration deliver() {
     demand_.signal();
     delivered_.wait();
@@ -35,7 +35,7 @@ class Source {
     demand_.signal();
   }
 
-  // For the reader: false at the end.
+  // Called by the reader: blocks until a batch is demanded; false after stop().
   bool next() {
     if (left_ == 0) {
       took_ = std::chrono::steady_clock::now() - begin_;
@@ -55,7 +55,7 @@ class Source {
   Semaphore delivered_;
   int left_ = 0;
   bool started_ = false;
-  bool stopped_ = false;  // set before the demand that the reader sees it after
+  bool stopped_ = false;  // set before demand_ is signalled, which publishes it
   std::chrono::steady_clock::time_point begin_;
   std::chrono::steady_clock::duration took_{};
 };
@@ -95,8 +95,8 @@ class SourceDevice final : public SimulatedDescription {
   Source& source_;
 };
 
-// Batches delivered to a session, which finds nothing of interest in them, and to a handler of
-// every report that does nothing. The reading is in both, a copy of the report in the latter.
+// Delivers batches to a session, which ignores unchanged reports, and to an empty handler of all
+// reports. Both include the reading; the handler also a copy of the report.
 void routeUnchangedStatus(benchmark::State& state) {
   Source toSession;
   Source toNothing;

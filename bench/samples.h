@@ -7,14 +7,14 @@
 
 namespace quorvane {
 
-// Durations of one thing measured many times, in nanoseconds.
+// Repeated measurements of a duration, in nanoseconds.
 class Samples {
  public:
   void add(std::chrono::steady_clock::duration duration) {
     values_.push_back(std::chrono::duration<double, std::nano>(duration).count());
   }
 
-  // The value that this fraction of the samples does not exceed.
+  // The quantile of the samples, 0 to 1. Reorders them. Precondition: there is a sample.
   double quantile(double fraction) {
     const auto index = static_cast<std::ptrdiff_t>(fraction * static_cast<double>(values_.size()));
     const auto last = static_cast<std::ptrdiff_t>(values_.size()) - 1;
@@ -27,7 +27,7 @@ class Samples {
   std::vector<double> values_;
 };
 
-// Runs `what` and adds how long it took.
+// Runs `what` and adds its duration.
 template <typename What>
 void timed(Samples& samples, What what) {
   const auto begin = std::chrono::steady_clock::now();

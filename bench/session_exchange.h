@@ -10,7 +10,7 @@
 
 namespace quorvane {
 
-// A session, over the port that real nodes get, with a base that only tells its menu.
+// A session through the port class of real nodes, with a base that answers only menu requests.
 class SessionExchange {
  public:
   SessionExchange() : SessionExchange(nodeLikeWire()) {}
@@ -23,12 +23,12 @@ class SessionExchange {
   SessionExchange(const SessionExchange&) = delete;
   SessionExchange& operator=(const SessionExchange&) = delete;
 
-  // Asks for the menu and waits until it is kept.
+  // Requests the menu and blocks until the session has it.
   void exchange() { base_->fetchTuning(WheelBase::readTimeout); }
 
   WheelBase& base() { return *base_; }
 
-  // Where the base writes its reports.
+  // The file descriptor to which the base writes its reports.
   int farEnd() const { return responder_.fd(); }
 
  private:

@@ -10,7 +10,7 @@
 
 namespace quorvane {
 
-// A device that describes itself as the simulated base does; what it opens is left open.
+// A device with the description of a simulated base; subclasses implement open().
 class SimulatedDescription : public HIDDeviceHandle {
  public:
   std::optional<HIDProperty> property(std::string_view key) const override {

@@ -1,10 +1,10 @@
-// The window on a base that sends a status report every millisecond, to be looked at from outside.
-// With the argument "bare", nothing but a loop that reads each report as it arrives; with
-// "gathering", one that reads what has gathered in a pause: the floors of both ways to read.
+// The window on a base that sends a status report every millisecond, for measurement by another
+// program. With the argument "bare", only a loop that reads each report as it arrives; with
+// "gathering", a loop that reads them in batches: the lower bounds of both ways to read.
 //
-// The base runs in a process of its own and ends with this one. The wire between them keeps the
-// borders of packets, as a device node does, and the window reads it through the port that real
-// nodes get: what this process spends on a report is what the window would spend with a real base.
+// The base runs in its own process and ends with this one. The wire between them preserves packet
+// boundaries like a device node, and the window reads it through the port class of real nodes: the
+// cost of a report in this process is its cost with a real base.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -42,7 +42,7 @@ constexpr const char* gatheringRole = "gathering";
 
 std::system_error failure(const char* what) { return {errno, std::generic_category(), what}; }
 
-// Nothing ever comes or goes.
+// A monitor without events: no device is plugged or unplugged.
 class QuietMonitor final : public HIDMonitor {
  public:
   bool waitForEvent() override {
@@ -76,7 +76,7 @@ class NoBus final : public USBBus {
   std::vector<std::unique_ptr<USBDevice>> devices() override { return {}; }
 };
 
-// Starts the base on one end of a wire and returns the other.
+// Starts the base's process on one end of a wire and returns the other end.
 UniqueFd startBase(char* program) {
   std::array<int, 2> ends{-1, -1};
   if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
@@ -131,7 +131,8 @@ int runGathering(char* program) {
   }
 }
 
-// Waits for a packet until the base has something to say. False when the other end is closed.
+// Waits for a packet until the base's next report is due, then handles the packet and sends all due
+// reports. False when the other end is closed.
 bool serve(int wire, SimulatedBase& base) {
   const auto now = Monotonic::now();
   timespec pause{};

@@ -1,13 +1,13 @@
 // window_times ROUNDS -- [NAME=VALUE...] PROGRAM [ARGUMENT...] [-- ...]...
 //
-// Runs the programs in turn, ROUNDS times each, with these additions to their environment and their
-// output thrown away, and watches from a connection of its own what they do to the X server. Prints
-// a line for every run: the number of the program, then in microseconds from its start until its
-// window was mapped, until the window showed more than one colour, and until the last thing was
-// drawn before a pause. A window counts that is large enough and says that it is of that process.
+// Runs the programs alternately, ROUNDS times each, with these additions to their environment,
+// discards their output and watches their windows through its own X connection. Prints a line for
+// every run: the number of the program, then the microseconds from its start until its window was
+// mapped, until the window showed more than one colour, and until it was last drawn before a pause.
+// Only a window counts that is large enough and whose properties name that process.
 //
-// A program that shows none gets one line with its number and "ended" or "windowless", and is not
-// run again.
+// For a program without a window, prints one line with its number and "ended" or "windowless", and
+// does not run it again.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -40,8 +40,8 @@ using Steady = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 constexpr milliseconds patience{20'000};
-constexpr milliseconds pause{300};        // after which nothing more is expected to be drawn
-constexpr std::uint16_t leastSide = 200;  // smaller windows are helpers, never seen
+constexpr milliseconds pause{300};        // without drawing: the window is complete
+constexpr std::uint16_t leastSide = 200;  // smaller windows are invisible helpers
 
 [[noreturn]] void fail(const char* message) {
   std::fprintf(stderr, "window_times: %s\n", message);
@@ -56,7 +56,7 @@ using Owned = std::unique_ptr<What, Free>;
 
 using Program = quorvane::ProgramWords;
 
-// This process's environment with what stands before the program's name.
+// This process's environment plus the NAME=VALUE words before the program's name.
 class Environment {
  public:
   explicit Environment(const Program& program) : additions_(program.begin(), nameOf(program)) {
@@ -75,7 +75,7 @@ class Environment {
 
   char* const* data() const { return entries_.data(); }
 
-  // Where the program's name stands: there is one, or its null pointer.
+  // The position of the program's name; of the null pointer if there is none.
   static Program::const_iterator nameOf(const Program& program) {
     return std::find_if(program.begin(), program.end(), [](const char* word) {
       return word == nullptr || std::strchr(word, '=') == nullptr;
@@ -87,7 +87,7 @@ class Environment {
   std::vector<char*> entries_;
 };
 
-// A program between its start and its end.
+// A running program.
 class Process {
  public:
   explicit Process(const Program& program) {
@@ -111,10 +111,10 @@ class Process {
 
   pid_t id() const { return id_; }
 
-  // Readable once the process has ended.
+  // A file descriptor that is readable once the process has ended.
   int end() const { return end_.get(); }
 
-  // Returns when it is gone.
+  // Terminates the process and blocks until it has ended.
   void stop() {
     if (id_ < 0) return;
     ::kill(id_, SIGTERM);
@@ -157,8 +157,7 @@ class Display {
   Display(const Display&) = delete;
   Display& operator=(const Display&) = delete;
 
-  // The next event by the deadline; none, too, once `process` has ended and all its events were
-  // taken.
+  // The next event; none at the deadline, or once `process` has ended and no events are left.
   Owned<xcb_generic_event_t> next(Steady::time_point deadline, const Process* process = nullptr) {
     for (;;) {
       Owned<xcb_generic_event_t> event(xcb_poll_for_event(connection_));
@@ -183,7 +182,7 @@ class Display {
     xcb_flush(connection_);
   }
 
-  // Whether the window says that it is the process's, and is large enough to be more than a helper.
+  // Whether the window's properties name the process and it is large enough not to be a helper.
   bool isOf(const Process& process, xcb_window_t window) {
     const Owned<xcb_get_property_reply_t> owner(xcb_get_property_reply(
         connection_,
@@ -214,7 +213,7 @@ class Display {
     return length > pixel && std::memcmp(bytes, bytes + pixel, length - pixel) != 0;
   }
 
-  // Forgets all that happened so far.
+  // Discards all events so far.
   void sync() {
     const Owned<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
@@ -236,12 +235,12 @@ struct Times {
   Steady::time_point drawn;
 };
 
-// What a process does to the display.
+// Watches a process's windows on the display.
 class Watch {
  public:
   Watch(Display& display, const Process& process) : display_(display), process_(process) {}
 
-  // Follows the process's window until it stays as it is. None when no window is painted.
+  // Follows the process's window until nothing more is drawn. None if no window is painted.
   std::optional<Times> follow(Steady::time_point begin) {
     for (;;) {
       const auto deadline = times_.painted ? times_.drawn + pause : begin + patience;
@@ -256,7 +255,7 @@ class Watch {
     }
   }
 
-  // Blocks until the window that was followed is gone.
+  // Blocks until the followed window is gone.
   void waitUntilGone() {
     while (!isGone_) {
       const auto event = display_.next(Steady::now() + patience);
@@ -298,7 +297,7 @@ class Watch {
     if (window_ != XCB_WINDOW_NONE || !display_.isOf(process_, window)) return;
     window_ = window;
     times_.mapped = now;
-    // One that was small at first: what it shows by now is reported at once.
+    // A window that was small at first: its current content is reported at once.
     if (std::find(watched_.begin(), watched_.end(), window) == watched_.end()) watchDamage(window);
   }
 
@@ -316,7 +315,7 @@ class Watch {
   Times times_;
 };
 
-// Prints what there is to say. False when the program shows no window.
+// Runs the program once and prints its line, if it counts. False if the program shows no window.
 bool measure(Display& display, const Program& program, std::size_t number, bool counts) {
   display.sync();
   const auto begin = Steady::now();
@@ -352,7 +351,7 @@ int main(int argc, char** argv) {
   }
   Display display;
   std::vector<bool> shows(programs.size(), true);
-  // The first run of each fills the caches and does not count.
+  // The first run of each warms the caches and is not counted.
   for (int round = 0; round <= rounds; ++round) {
     for (std::size_t i = 0; i < programs.size(); ++i) {
       shows[i] = shows[i] && measure(display, programs[i], i + 1, round > 0);

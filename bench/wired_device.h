@@ -9,7 +9,7 @@
 
 namespace quorvane {
 
-// A device whose node is one end of a wire. Opened once.
+// A device whose node is one end of a wire(). It can be opened only once.
 class WiredDevice final : public SimulatedDescription {
  public:
   explicit WiredDevice(UniqueFd fd) : fd_(std::move(fd)) {}

@@ -20,7 +20,7 @@
 
 namespace quorvane {
 
-// A pair of connected sockets that keep the borders of packets, as a node does.
+// A pair of connected sockets that preserve packet boundaries, like a device node.
 inline std::pair<UniqueFd, UniqueFd> wire() {
   std::array<int, 2> ends{-1, -1};
   if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
@@ -29,7 +29,7 @@ inline std::pair<UniqueFd, UniqueFd> wire() {
   return {UniqueFd(ends[0]), UniqueFd(ends[1])};
 }
 
-// The near end does not block, as an open node.
+// A wire whose first end is non-blocking, like an open node.
 inline std::pair<UniqueFd, UniqueFd> nodeLikeWire() {
   auto ends = wire();
   if (::fcntl(ends.first.get(), F_SETFL, O_NONBLOCK) != 0) {
@@ -42,7 +42,7 @@ inline void put(int fd, ByteView bytes) {
   if (::write(fd, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) std::abort();
 }
 
-// The far end of a wire: a thread that answers each request for the menu with the same report.
+// The far end of a wire: a thread that answers each menu request with the same report.
 class Responder {
  public:
   explicit Responder(UniqueFd fd)
@@ -50,7 +50,7 @@ class Responder {
 
   int fd() const { return fd_.get(); }
 
-  // The thread ends when the near end is closed; call after that.
+  // Blocks until the thread ends, which it does once the near end is closed.
   void join() { thread_.join(); }
 
  private:
@@ -67,7 +67,7 @@ class Responder {
   Thread thread_;
 };
 
-// Sends a wheel-status report every millisecond.
+// A thread that sends a wheel-status report every millisecond, until destruction.
 class StatusStream {
  public:
   explicit StatusStream(int fd) : fd_(fd), thread_("stream", [this] { stream(); }) {}

@@ -51,7 +51,7 @@ AssignmentParts partsOf(const std::string& word) {
   return parts;
 }
 
-// A plus sign would be read as "more" by some and as a part of the number by others.
+// Throws for "+5", which is ambiguous: an increase by 5, or the value 5.
 void refusePlus(TuningParameter parameter, const std::string& text) {
   if (!text.starts_with('+') || !MenuText::hasNumbers(parameter)) return;
   const auto number = MenuText::parseNumber(parameter, text.substr(1));
@@ -70,7 +70,7 @@ std::int64_t valueOf(TuningParameter parameter, const std::string& text) {
                                parameter.code(), wordsOf(parameter)));
 }
 
-// What is to be added.
+// The number to add, with its sign.
 std::int64_t changeOf(TuningParameter parameter, const AssignmentParts& parts) {
   const std::string typed = fmt::format("{}{}={}", parameter.code(), parts.sign, parts.value);
   if (!MenuText::hasNumbers(parameter)) {
@@ -116,7 +116,7 @@ std::vector<Assignment> parseEach(const std::vector<std::string>& words) {
   return assignments;
 }
 
-// The words, if they are accepted; else none.
+// Returns the words if they are valid, else none.
 std::vector<std::string> accepted(std::vector<std::string> words) {
   try {
     parseEach(words);

@@ -11,8 +11,7 @@
 
 namespace quorvane {
 
-// What one word of `set` asks for: "FF=80" a value, "FF+=5" and "FF-=5" a change of the present
-// one.
+// One word of `set`: "FF=80" sets a value, "FF+=5" and "FF-=5" change the current one.
 struct Assignment {
   TuningParameter parameter = TuningParameter::slot;
   std::int64_t number = 0;  // display units; as a value of SEN, 0 is AUTO
@@ -21,24 +20,25 @@ struct Assignment {
   bool operator==(const Assignment&) const = default;
 };
 
-// Reads the words of `set` and puts them in menu order. Throws UsageError for a word that is not of
-// one of the forms, an unknown code, a value that is none, a change that is no multiple of the
-// parameter's step or of a parameter whose values are words, and a parameter that is named twice.
+// Parses the words of `set` and sorts them in menu order. Throws UsageError for a word of another
+// form, an unknown code, an invalid value, a parameter named twice, and a change that is not a
+// multiple of the parameter's step or is of a parameter whose values are words.
 std::vector<Assignment> parseAssignments(const std::vector<std::string>& words);
 
 std::vector<Assignment> assignmentsOf(const std::vector<ParameterValue>& values);
 
-// The assignment as it is typed: "FF=80", "FF+=5", "FF-=5".
+// The assignment as typed: "FF=80", "FF+=5", "FF-=5".
 std::string assignmentText(const Assignment& assignment);
 
-// The value that an assignment means, or why there is none.
+// The value that an assignment asks for, and the error if it cannot be written.
 struct WantedValue {
-  std::optional<std::int64_t> value;  // none when the present one is no number to add to
+  std::optional<std::int64_t> value;  // none only with an error
   std::optional<std::string> error;
 };
 
-// A change counts from the value in `menu`. It has an error where that value is a word (AUT, OFF)
-// and where the result is outside the range; a plain value has none.
+// A change is relative to the value in `menu`. It gives an error when that value is a word (AUT,
+// OFF), when the result is out of range and when the product lacks the parameter. A plain value
+// gives none.
 WantedValue wantedValue(const Assignment& assignment, const TuningSnapshot& menu,
                         const std::optional<FanatecProduct>& product);
 

@@ -11,19 +11,20 @@
 
 namespace quorvane {
 
-// The attached bases that the options name, or all, in the order in which the first is chosen.
+// The attached bases that match the options (all without --device); commands use the first.
 std::vector<HIDDeviceInfo> namedBases(const CommandContext& context);
 
 // The base that the options name, or the first. Throws FanatecError ioFailed when there is none and
-// UsageError when several answer to the name.
+// UsageError when several match the name.
 HIDDeviceInfo chosenBase(const CommandContext& context);
 
-// A session that closes when it goes out of scope.
+// RAII: an open session, closed by the destructor.
 class OpenBase {
  public:
   using Use = WheelBase::Use;
 
-  // Opens the chosen base with the options' settings. Throws as chosenBase and WheelBase::connect.
+  // Opens the chosen base with the options' settings. Throws like chosenBase and
+  // WheelBase::connect.
   explicit OpenBase(const CommandContext& context, Use use = Use::reading)
       : OpenBase(context, chosenBase(context), use) {}
   OpenBase(const CommandContext& context, HIDDeviceInfo device, Use use = Use::reading);
@@ -38,19 +39,19 @@ class OpenBase {
   std::shared_ptr<WheelBase> base_;
 };
 
-// Disconnects, and waits until the device is closed and no handler runs any more.
+// Disconnects. Blocks until the device is closed and no handler runs any more.
 void closeBase(WheelBase& base);
 
-// Whether the failure is that this user may not open a device.
+// Whether the user lacks the permission to open a device.
 bool isPermissionFailure(const std::exception& failure);
 
-// How to get the permission; one line.
+// Advice in one line: how to get the permission.
 extern const char* const permissionHint;
 
-// What to do when no base is there; one line.
+// Advice in one line: what to do when no base is attached.
 extern const char* const noBaseHint;
 
-// One line on what to do about a failure, where there is something to do.
+// Advice in one line on a failure; none when there is nothing to do.
 std::optional<std::string> nextStep(const std::exception& failure, const GlobalOptions& options);
 
 }  // namespace quorvane

@@ -77,7 +77,7 @@ constexpr const char* udevRuleFooter =
     "  quorvanectl udev-rule --remove\n"
     "  quorvanectl udev-rule | sudo tee /etc/udev/rules.d/70-quorvane.rules";
 
-// The words of one command, as CLI11 fills them in.
+// The arguments of one command, filled in by CLI11.
 struct BaseWords {
   std::vector<std::string> assignments;
   std::vector<std::string> bytes;
@@ -90,7 +90,7 @@ struct BaseWords {
   UdevRuleWish udevRule;
 };
 
-// Adds the commands one by one; their words live as long as what they run.
+// Adds the commands one by one. The commands' functions share ownership of the words.
 class BaseParser {
  public:
   BaseParser(CLI::App& app, ParsedCommands& commands) : app_(app), commands_(commands) {}

@@ -4,8 +4,7 @@
 
 namespace quorvane {
 
-// Adds the commands that are about a base, or the machine it is attached to, to the parser of the
-// program.
+// Adds the commands for a base, or for the machine it is attached to, to the program's parser.
 void addBaseCommands(CLI::App& app, ParsedCommands& commands);
 
 }  // namespace quorvane

@@ -39,7 +39,7 @@ constexpr const char* footer =
     "  quorvanectl --simulate read --json\n\n"
     "Exit status: 0 done, 1 the device or the operation failed, 2 wrong usage, 130 interrupted.";
 
-// What stands in the options that all commands have, as CLI11 fills them in.
+// The values of the global options, filled in by CLI11.
 struct Words {
   GlobalOptions options;
   std::string simulate;
@@ -90,7 +90,7 @@ std::optional<TuningLayout> parseLayout(const std::string& text) {
   throw UsageError(fmt::format("There is no layout \"{}\": give sdk or linux", oneLine(text)));
 }
 
-// None when no base is simulated.
+// Empty without --simulate.
 std::vector<FanatecProduct> simulatedProducts(const Words& words) {
   try {
     const bool isSimulating = !words.simulate.empty();
@@ -108,7 +108,7 @@ void keepState(SimulatedMachine& machine, const std::string& file, const World& 
   });
 }
 
-// Runs the command, on a simulated base when one is asked for.
+// Runs the command, with --simulate on simulated bases.
 ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
   words.options.reportID = parseReportID(words.reportID);
   words.options.layout = parseLayout(words.layout);
@@ -120,7 +120,7 @@ ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
   for (std::size_t number = 0; number < products.size(); ++number) {
     printTo(world.err, "Simulated base: {}\n", products[number].name);
     if (!words.options.layout) continue;
-    // Its firmware speaks the layout asked for.
+    // Simulates firmware with the requested layout.
     machine.device(number).withBase(
         [&](SimulatedBase& base) { base.behaviour().layout = *words.options.layout; });
   }
@@ -137,7 +137,7 @@ ExitStatus reportFailure(const World& world, const GlobalOptions& options,
   return ExitStatus::failed;
 }
 
-// Runs the command that the words name, and says what went wrong.
+// Runs the command and prints its errors.
 ExitStatus runReporting(const ParsedCommand& command, Words& words,
                         const std::vector<std::string>& line, const World& world) {
   try {
@@ -161,7 +161,7 @@ ExitStatus printVersion(const World& world, bool json) {
   return ExitStatus::done;
 }
 
-// What the parser stopped at: the words ask for the help or the version, or are wrong.
+// Handles the parser's exception: a request for the help or the version, or wrong words.
 ExitStatus explain(const CLI::App& app, const CLI::ParseError& stop,
                    const std::vector<std::string>& words, const World& world) {
   const bool json = asksForJson(words);
@@ -177,7 +177,7 @@ ExitStatus explain(const CLI::App& app, const CLI::ParseError& stop,
   return reportWrongUsage(world, json, explainRefusal(app, stop, words));
 }
 
-// One command line: its parser, and what the parser found in the words.
+// One command line: its parser and the parsed words.
 class CommandLine {
  public:
   CommandLine() {

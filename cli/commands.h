@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-// The commands. Each prints its result and returns the exit status; what goes wrong is thrown:
+// The commands. Each prints its result and returns the exit status. Errors are thrown:
 // FanatecError, CommandError or std::system_error from the device, UsageError for wrong words.
 
 ExitStatus devicesCommand(const CommandContext& context);
@@ -28,9 +28,9 @@ ExitStatus usbResetCommand(const CommandContext& context);
 // Runs until interrupted.
 ExitStatus monitorCommand(const CommandContext& context);
 
-// Shows what keeps a base from working; fails when there is something. With a file, writes a report
-// to it as well, over one that is there only with `replace`; "-" is standard output, which then
-// carries nothing else. Throws FileError.
+// Shows what keeps a base from working; fails if it finds something. Unless `report` is empty, also
+// writes a report to that file; replaces an existing file only with `replace`. With "-" it prints
+// only the report, to standard output. Throws FileError.
 ExitStatus doctorCommand(const CommandContext& context, const std::string& report, bool replace);
 
 struct UdevRuleWish {
@@ -38,8 +38,8 @@ struct UdevRuleWish {
   bool removes = false;
 };
 
-// Prints the udev rule; or puts it in place or takes it away, as root, and tries the attached
-// bases. Fails when one of them does not open then.
+// Prints the udev rule; or, as root, installs or removes it. After an installation, tries to open
+// the attached bases and fails if the permission for one is missing.
 ExitStatus udevRuleCommand(const CommandContext& context, const UdevRuleWish& wish);
 
 }  // namespace quorvane

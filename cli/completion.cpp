@@ -20,7 +20,7 @@ void addOptions(const CLI::App& command, std::vector<CompletionCandidate>& candi
   }
 }
 
-// The options of the command and of those above it, whose help is not about this one.
+// The options of the command and of its parents, without the parents' --help and --version.
 CompletionChoice options(const CLI::App& command) {
   CompletionChoice choice;
   addOptions(command, choice.candidates);
@@ -52,7 +52,7 @@ CompletionChoice choiceFor(const CompletionPlace& place, const World& world) {
   return isOption ? options(*place.command) : commands(*place.command);
 }
 
-// Whether the shells take the word as it is.
+// Whether the word is one line without control characters, which the shells accept unchanged.
 bool isSafeWord(const std::string& word) { return oneLine(word) == word; }
 
 }  // namespace

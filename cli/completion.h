@@ -11,15 +11,15 @@ class App;
 
 namespace quorvane {
 
-// The word that asks for completions, in the place of a command.
+// The first word of a command line that asks for completions.
 inline constexpr const char* completionWord = "complete";
 
-// For the completion scripts of the shells: prints what the last of the words may become, one
-// candidate to a line, followed by a tab and its description. A line with a tab and "files" stands
-// for the names of files. Words before the last one are those of the command line so far, the
-// program's name left out; a candidate that ends in "=" wants more to follow it.
+// For the shells' completion scripts: prints the completions of the last word, one per line,
+// each followed by a tab and its description. A line of a tab and "files" stands for file names.
+// `words` is the command line so far without the program's name. A candidate that ends in "=" is
+// not complete: the shell adds no space.
 //
-// Never fails: what cannot be looked up is not offered.
+// Never fails: leaves out candidates that cannot be looked up.
 ExitStatus printCompletions(const CLI::App& app, const std::vector<std::string>& words,
                             const World& world);
 

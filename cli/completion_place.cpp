@@ -9,12 +9,12 @@ namespace {
 constexpr const char* endOfOptions = "--";
 constexpr const char* simulateWord = "--simulate";
 
-// Its value follows after "=" only.
+// Whether the option takes its value only after "=".
 bool hasOptionalValue(const CLI::Option& option) {
   return option.get_type_name().starts_with("[=");
 }
 
-// The option of that name which the command or one above it has.
+// The option of that name of the command or of its nearest parent; null if there is none.
 const CLI::Option* findOption(const CLI::App* command, const std::string& name) {
   for (; command != nullptr; command = command->get_parent()) {
     for (const CLI::Option* const option : command->get_options({})) {
@@ -31,7 +31,7 @@ const CLI::App* findCommand(const CLI::App& command, const std::string& name) {
   return found == all.end() ? nullptr : *found;
 }
 
-// What the command's next positional word is a value of; the last of them may take many words.
+// The positional argument that the command's next word belongs to; the last may take many words.
 const CLI::Option* nextPositional(const CLI::App& command, std::size_t count) {
   std::size_t before = 0;
   for (const CLI::Option* const option : command.get_options({})) {

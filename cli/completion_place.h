@@ -10,19 +10,19 @@ class Option;
 
 namespace quorvane {
 
-// Where the last word of an unfinished command line stands.
+// The context of the last word of an unfinished command line.
 struct CompletionPlace {
-  const CLI::App* command = nullptr;    // the command that the words got to
-  const CLI::Option* value = nullptr;   // what the word is a value of; none: a command or an option
-  std::string lead;                     // the part of the word before the value: "--layout="
-  std::string typed;                    // the rest of the word
-  bool takesOptions = true;             // false after "--"
-  bool simulates = false;               // one of the earlier words is --simulate
-  std::vector<std::string> positional;  // the command's earlier words that are no options
+  const CLI::App* command = nullptr;   // the command of the earlier words
+  const CLI::Option* value = nullptr;  // of which the word is a value; null: a command or an option
+  std::string lead;                    // the part of the word before the value: "--layout="
+  std::string typed;                   // the rest of the word
+  bool takesOptions = true;            // false after "--"
+  bool simulates = false;              // one of the earlier words is --simulate
+  std::vector<std::string> positional;  // the command's earlier positional words
 };
 
-// Reads the words as the parser does, without judging them; the last one, which may be empty, is
-// still being typed.
+// Parses the words like the parser, but reports no errors. The last word is still being typed and
+// may be empty.
 CompletionPlace completionPlace(const CLI::App& app, const std::vector<std::string>& words);
 
 // Whether the option needs a value, in the same word or the next.

@@ -18,9 +18,9 @@ namespace {
 
 using Candidates = std::vector<CompletionCandidate>;
 
-constexpr std::int64_t mostNumbers = 21;  // a longer list says less than the range does
+constexpr std::int64_t mostNumbers = 21;  // a longer list is less useful than the range
 
-// The words of a type name such as "standard|advanced".
+// Splits a type name such as "standard|advanced" into its words.
 Candidates alternatives(const std::string& typeName) {
   Candidates words;
   std::size_t end = 0;
@@ -97,7 +97,7 @@ Candidates devices(const World& world) {
   return result;
 }
 
-// The commands below the one that `words` lead to from the program on.
+// The subcommands of the command that `words` name, such as {"presets"}.
 Candidates commandsBelow(const CLI::App& app, const std::vector<std::string>& words) {
   const CLI::App* group = &app;
   for (const std::string& word : words) {
@@ -117,8 +117,8 @@ bool isPlain(const std::string& word) {
   return !word.empty() && !word.starts_with('-') && oneLine(word) == word;
 }
 
-// The shortest word for a preset that can stand on a command line as it is; another one when its
-// beginning is typed. Empty when none continues what is typed.
+// The shortest word for a preset that needs no escaping, or another one if its beginning is typed.
+// Empty when no word continues what is typed.
 std::string presetWord(const std::vector<TuningPreset>& presets, const TuningPreset& preset,
                        const std::string& typed) {
   constexpr std::string_view shortestBeginning = "mine:";

@@ -8,7 +8,7 @@
 
 namespace quorvane {
 
-// A word that a shell may offer. Its description may be empty.
+// A word for the shell to offer. The description may be empty.
 struct CompletionCandidate {
   std::string word;
   std::string description;
@@ -16,15 +16,15 @@ struct CompletionCandidate {
   bool operator==(const CompletionCandidate&) const = default;
 };
 
-// What may stand in a place, whatever is typed there so far.
+// All candidates for a place, not filtered by what is typed so far.
 struct CompletionChoice {
   std::vector<CompletionCandidate> candidates;  // without the place's lead
-  bool files = false;                           // and the names of files
+  bool files = false;                           // also file names
 };
 
-// The values that can be told in advance for a place that has one: words, codes, set numbers,
-// products, devices and presets. Looks at the attached devices and the user's presets only where
-// they matter. Throws FileError for a user who has no store of presets.
+// The known values for a place; precondition: place.value is set. Words, codes, set numbers,
+// products, devices and presets. Reads the attached devices and the user's presets only if needed.
+// Throws FileError for a user without a preset store.
 CompletionChoice completionValues(const CompletionPlace& place, const World& world);
 
 }  // namespace quorvane

@@ -27,14 +27,14 @@ inline constexpr std::string_view standardOutput = "-";
 // The file name that means standard input where a file is read.
 inline constexpr std::string_view standardInput = "-";
 
-// What a program tells its caller.
+// The exit status of the program.
 enum class ExitStatus : int { done = 0, failed = 1, wrongUsage = 2, interrupted = 130 };
 
-// A wrong word on the command line: ends with ExitStatus::wrongUsage and this message.
+// A wrong word on the command line. The program prints the message and ends with
+// ExitStatus::wrongUsage.
 class UsageError : public std::runtime_error {
  public:
-  // `likely` are the words that were probably meant in place of the command's arguments; empty when
-  // there is nothing to propose.
+  // `likely` are the words to suggest in place of the command's arguments; empty for none.
   explicit UsageError(const std::string& message, std::vector<std::string> likely = {})
       : std::runtime_error(message), likely_(std::move(likely)) {}
 
@@ -44,7 +44,8 @@ class UsageError : public std::runtime_error {
   std::vector<std::string> likely_;
 };
 
-// A failure of the base or the operation in the command's own words. `kind` is one of errorJson's.
+// A failure of the base or the operation, with a message of the command. `kind` is one of
+// errorJson's.
 class CommandError : public std::runtime_error {
  public:
   CommandError(std::string_view kind, const std::string& message)
@@ -56,7 +57,7 @@ class CommandError : public std::runtime_error {
   std::string kind_;
 };
 
-// The world that commands act on; tests put their own in its place.
+// The dependencies of the commands; tests inject their own.
 struct World {
   std::FILE* out = stdout;  // results
   std::FILE* err = stderr;  // messages
@@ -64,7 +65,7 @@ struct World {
   USBBus& usb = USBBus::system();
   Clock& clock = Clock::system();
   std::function<Interruption()> interruption = Interruption::catchSignals;
-  std::function<const PresetStore&()> presets = userPresetStore;  // asked for only when needed
+  std::function<const PresetStore&()> presets = userPresetStore;  // called only when needed
   HIDSurvey& survey = HIDSurvey::system();
   std::function<const PresetStore&()> simulatedPresets = simulatedPresetStore;  // for --simulate
   RootAccess rootAccess = {};
@@ -73,7 +74,7 @@ struct World {
 // The options that all commands share.
 struct GlobalOptions {
   std::string device;                    // an id, a node's path or a serial number; empty: any
-  std::optional<std::uint8_t> reportID;  // in place of the one that the descriptor tells
+  std::optional<std::uint8_t> reportID;  // overrides the descriptor's
   std::optional<TuningLayout> layout;
   bool json = false;
 };

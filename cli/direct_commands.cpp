@@ -29,7 +29,7 @@ std::int64_t parseDegrees(const std::string& word) {
       fmt::format("\"{}\" is no steering angle: give whole degrees, such as 540", oneLine(word)));
 }
 
-// The session's error is about the setting of the menu, which this command leaves alone.
+// Rewords the session's errors: they name the menu's setting, which this command does not change.
 void setRotation(WheelBase& base, std::int64_t degrees) {
   try {
     base.setRotation(degrees);

@@ -15,7 +15,7 @@
 namespace quorvane {
 namespace {
 
-// An option in the place of a forgotten name would become a file that is hard to get rid of.
+// Refuses an option in place of a forgotten file name: a file such as "--json" is hard to delete.
 void requireFileName(const std::string& report) {
   if (!report.starts_with('-') || report == standardOutput) return;
   throw UsageError(fmt::format(
@@ -25,12 +25,12 @@ void requireFileName(const std::string& report) {
 std::optional<std::filesystem::path> presetFile(const World& world) {
   try {
     return world.presets().fileURL();
-  } catch (const FileError&) {  // there is no place for one
+  } catch (const FileError&) {  // the user has no place for one
     return std::nullopt;
   }
 }
 
-// A base that does not answer takes seconds.
+// An examination takes seconds if the base does not answer.
 void sayWhatTakesTime(std::FILE* terminal) {
   if (::isatty(::fileno(terminal)) == 0) return;
   printTo(terminal, "Examining the base; this takes 5 s at most\n");

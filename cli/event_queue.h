@@ -9,7 +9,7 @@
 
 namespace quorvane {
 
-// Hands events from any threads to one that also waits for a descriptor.
+// A queue of events from any threads to one thread, which also waits for a file descriptor.
 template <typename Event>
 class EventQueue {
  public:
@@ -21,7 +21,7 @@ class EventQueue {
     arrived_.set();
   }
 
-  // Blocks until there is an event; none once `stop` is readable.
+  // Blocks until there is an event. Returns none once the file descriptor `stop` is readable.
   std::optional<Event> next(int stop) {
     for (;;) {
       if (!waitReadable(arrived_.fd(), stop)) return std::nullopt;

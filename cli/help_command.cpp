@@ -25,7 +25,7 @@ const CLI::App* commandNamed(const CLI::App& group, const std::string& name) {
   return nullptr;
 }
 
-// The words with the one at `place` set right, if something near to it exists.
+// The words with the one at `place` replaced by the nearest command name; empty if none is near.
 std::vector<std::string> likelyWords(const CLI::App& group, std::vector<std::string> words,
                                      std::size_t place) {
   std::vector<std::string> names;
@@ -61,7 +61,7 @@ void addHelpCommand(CLI::App& app, ParsedCommands& commands) {
   commands.push_back(
       {&parser, [&app, words](const CommandContext& context) {
          const CLI::App& command = commandOf(app, *words);
-         // The parser's own help would be about the command that was reached.
+         // Not CLI::App::help(): it shows the help of the parsed command, which is `help` itself.
          const auto format = command.get_formatter();
          printLinesTo(context.world.out,
                       format->make_help(&command, command.get_name(), CLI::AppFormatMode::Normal));

@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// Adds `help [COMMAND...]` to the parser of the program: the help of a command, or of the program.
+// Adds `help [COMMAND...]` to the program's parser: prints the help of a command or the program.
 void addHelpCommand(CLI::App& app, ParsedCommands& commands);
 
 }  // namespace quorvane

@@ -4,13 +4,13 @@
 
 namespace quorvane {
 
-// Ctrl-C (and SIGTERM) as a request that a command looks for at a moment of its choosing. While one
-// exists the signals do not end the program; they must be caught before other threads start.
+// Ctrl-C (SIGINT) and SIGTERM as a request that a command polls. While an instance exists, the
+// signals do not end the program. Call catchSignals() before other threads start.
 class Interruption {
  public:
   static Interruption catchSignals();
 
-  // Requested when the descriptor becomes readable.
+  // An interruption is requested once the file descriptor is readable.
   explicit Interruption(UniqueFd fd) : fd_(std::move(fd)) {}
 
   int fd() const { return fd_.get(); }

@@ -19,7 +19,8 @@ namespace {
 
 constexpr int indentation = 2;
 
-// Controls are in strings only, and below U+10000. The library escapes those of ASCII but DEL.
+// Control characters are only in strings, and below U+10000. The library escapes those of ASCII
+// except DEL; this escapes the others.
 std::string withEscapedControls(std::string_view document) {
   std::string result;
   result.reserve(document.size());

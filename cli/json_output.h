@@ -14,13 +14,13 @@
 
 namespace quorvane {
 
-// Objects that keep their keys in the order written.
+// Objects keep their keys in insertion order.
 using Json = nlohmann::ordered_json;
 
 Json deviceJson(const HIDDeviceInfo& device);
 Json identityJson(const std::optional<IdentityReport>& identity);
 
-// The values are those that the product has, without the set's number.
+// "values" holds the parameters that the product has, without the set number.
 Json tuningJson(const TuningSnapshot& snapshot, const std::optional<FanatecProduct>& product);
 
 // {"presets": [each as in the preset file]}
@@ -31,14 +31,15 @@ Json presetsJson(const std::vector<TuningPreset>& presets);
 Json errorJson(std::string_view kind, std::string_view message);
 Json errorJson(const std::exception& failure);
 
-// One document, indented, and a line feed. Texts of devices that are not UTF-8 are mended; controls
+// Prints one indented document and a line feed. Invalid UTF-8 is replaced; control characters
 // (isControl) are \u-escaped.
 void printJson(const World& world, const Json& document);
 
-// The content of a JSON file, byte for byte, and a line feed. Controls are escaped on a terminal.
+// Prints the content of a JSON file, byte for byte, and a line feed. On a terminal, control
+// characters are escaped.
 void printJsonFile(const World& world, std::string_view content);
 
-// A document on one line, written out at once.
+// Prints a document on one line and flushes.
 void printJsonLine(const World& world, const Json& document);
 
 }  // namespace quorvane

@@ -14,13 +14,13 @@ using quorvane::ExitStatus;
 ExitStatus run(const std::vector<std::string>& words) {
   try {
     return quorvane::runCommandLine(words, quorvane::World{});
-  } catch (const std::exception& error) {  // memory that ran out
+  } catch (const std::exception& error) {  // such as std::bad_alloc
     quorvane::printTo(stderr, "{}\n", quorvane::oneLine(error.what()));
     return ExitStatus::failed;
   }
 }
 
-// Results that nobody could read (a full disk, a closed pipe) are not done.
+// Whether all output was written; false after a full disk or a closed pipe.
 bool allWritten() {
   const int error = quorvane::finishStandardOutput();
   if (error == 0) return true;

@@ -14,7 +14,7 @@
 namespace quorvane {
 namespace {
 
-// The menu after a command: as a document, or as the line that says what happened.
+// Prints the result of a command: with --json the menu, else the line.
 void report(const CommandContext& context, const WheelBase& base, const TuningSnapshot& snapshot,
             const std::string& line) {
   if (context.options.json) {
@@ -25,10 +25,10 @@ void report(const CommandContext& context, const WheelBase& base, const TuningSn
   }
 }
 
-// The set that a word names.
+// A set from the command line.
 struct NamedSet {
   std::int64_t number = 0;
-  bool isName = false;  // "A" or "C", which the standard menu alone has
+  bool isName = false;  // given as "A" or "C"; standard menu only
 };
 
 NamedSet parseSet(const std::string& word) {
@@ -47,8 +47,8 @@ NamedSet parseSet(const std::string& word) {
   return {*number, false};
 }
 
-// The menu, when the base already is where the name leads to. Throws UsageError in the advanced
-// menu, whose sets have no names.
+// The menu if the named set is already active, else none. Throws UsageError in the advanced menu,
+// whose sets have no names.
 std::optional<TuningSnapshot> menuOfName(WheelBase& base, std::int64_t number) {
   TuningSnapshot menu = base.fetchTuning(WheelBase::readTimeout);
   if (menu.isAdvancedMode()) {

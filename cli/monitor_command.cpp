@@ -16,19 +16,19 @@
 namespace quorvane {
 namespace {
 
-// A report of the base that was followed as the n-th: what it sent before it left may be seen
-// after.
+// A report with the number of the base that sent it, to discard reports that arrive after that base
+// was unplugged.
 template <typename Report>
 struct FromBase {
   int number = 0;
   Report report;
 };
 
-// What other threads tell the monitor.
+// Events from other threads.
 using Event =
     std::variant<std::vector<HIDDeviceInfo>, FromBase<TuningSnapshot>, FromBase<WheelStatus>>;
 
-// Turns device lists and reports into lines about what changed. One thread.
+// Prints the changes in device lists and reports. Not thread-safe.
 class Monitor {
  public:
   explicit Monitor(const CommandContext& context, EventQueue<Event>& events)
@@ -99,8 +99,8 @@ class Monitor {
     }
   }
 
-  // Opens the base and asks for its menu; the first answer is what later ones are compared with.
-  // Every change is printed as it comes.
+  // Opens the base and requests its menu; later menus are compared with the first answer. The low
+  // latency scope makes changes arrive without batching.
   void follow(const HIDDeviceInfo& device) {
     auto base = WheelBase::create(device, context_.world.clock);
     ++number_;
@@ -175,7 +175,7 @@ ExitStatus monitorCommand(const CommandContext& context) {
   watcher.start();
   while (const auto event = events.next(interruption.fd())) {
     std::visit(monitor, *event);
-    // Nobody reads on: without an end of its own it would run for nobody.
+    // The reader of the output is gone, such as after a closed pipe.
     if (std::ferror(context.world.out) != 0) return ExitStatus::failed;
   }
   return ExitStatus::done;

@@ -11,7 +11,7 @@ class App;
 
 namespace quorvane {
 
-// A command's parser, and what it runs once the words are known to be its own.
+// A command's parser, and the function to run when the parser has matched the words.
 struct ParsedCommand {
   CLI::App* parser;
   std::function<ExitStatus(const CommandContext&)> run;

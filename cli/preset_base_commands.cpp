@@ -18,7 +18,7 @@ namespace {
 
 constexpr const char* savedGame = "Custom";
 
-// The codes that the preset has a value for and the product's menu has not.
+// The codes of the preset that the product's menu lacks.
 std::string missingCodes(const TuningPreset& preset, const std::optional<FanatecProduct>& product) {
   const auto available = TuningParameter::available(product);
   std::string codes;
@@ -62,8 +62,8 @@ void printRepeatedName(const World& world, const PresetLibrary& library,
           oneLine(preset.name), idText(preset));
 }
 
-// Saves it with the id and at the place of the user's own preset of exactly that name, if there is
-// one; else as a new one.
+// Saves the preset over the user's own preset of exactly that name and takes its id; if there is
+// none, adds it as a new one.
 PresetLibrary withReplaced(const World& world, TuningPreset& preset) {
   PresetLibrary library(world, PresetLibrary::IfUnreadable::fail);
   std::vector<TuningPreset> sameName = library.own();

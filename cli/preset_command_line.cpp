@@ -60,7 +60,7 @@ constexpr const char* shareFooter =
     "  quorvanectl presets share my-base.quorvane\n"
     "  quorvanectl presets share gt7.quorvane --preset \"My GT7\"";
 
-// The words of one command, as CLI11 fills them in.
+// The arguments of one command, filled in by CLI11.
 struct PresetWords {
   std::string which;
   std::vector<std::string> several;
@@ -70,7 +70,7 @@ struct PresetWords {
   bool force = false;
 };
 
-// Adds the commands one by one; their words live as long as what they run.
+// Adds the commands one by one. The commands' functions share ownership of the words.
 class PresetParser {
  public:
   PresetParser(CLI::App& app, ParsedCommands& commands)

@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// Adds `presets` and the commands below it to the parser of the program.
+// Adds `presets` and its subcommands to the program's parser.
 void addPresetCommands(CLI::App& app, ParsedCommands& commands);
 
 }  // namespace quorvane

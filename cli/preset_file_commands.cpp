@@ -16,7 +16,7 @@
 namespace quorvane {
 namespace {
 
-// What came in from one file.
+// The presets imported from one file.
 struct Imported {
   std::string file;
   std::vector<TuningPreset> presets;
@@ -34,7 +34,7 @@ std::vector<TuningPreset> presetsIn(const std::string& file) {
   return piped ? PresetStore::importPresets(file, *piped) : PresetStore::importPresets(file);
 }
 
-// Several files, as far as they can be read.
+// An import of several files; skips those that cannot be read.
 class Import {
  public:
   explicit Import(const CommandContext& context) : context_(context) {}
@@ -66,7 +66,7 @@ class Import {
   }
 
  private:
-  // With the first failure, if there was one; and that alone when it left nothing.
+  // Prints the presets and the first failure, if any; only the failure if there are no presets.
   void printDocument() const {
     const auto all = presets();
     Json document = all.empty() && !failure_.is_null() ? Json::object() : presetsJson(all);
@@ -91,8 +91,8 @@ class Import {
   Json failure_;  // the first one; null without
 };
 
-// The user's own. Where they cannot be read, a file from another day is worth more than an empty
-// one in its place.
+// The user's own presets. Throws if they cannot be read, rather than overwriting an older export
+// with an empty one.
 std::vector<TuningPreset> ownPresets(const PresetLibrary& library, const std::string& file) {
   if (!library.isReadable()) throw FileError(file, "Not written: your presets cannot be read");
   return library.own();

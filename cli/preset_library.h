@@ -9,23 +9,23 @@
 
 namespace quorvane {
 
-// The presets that a command works on: the built-in ones, and the user's own as they were in the
-// store when this was made, or after its last change; whatever stands there is the user's.
+// The presets that a command works on: the built-in ones, and a snapshot of the user's own, taken
+// from the store at construction and after each change. Every record in the store is the user's.
 //
-// A change is made to what the store holds by then. A damaged store is kept under another name, and
-// two lines on standard error say so. A store that cannot be read for another reason is not
-// changed. Changes throw FileError and DecodingError; then nothing was changed.
+// A change is applied to the store's current content. A damaged store is kept under another name,
+// with two lines on standard error about it. A store that cannot be read for another reason is not
+// changed. Changes throw FileError and DecodingError; the store is unchanged then.
 class PresetLibrary {
  public:
   enum class IfUnreadable {
-    warn,  // it counts as empty, and one line on standard error says why
-    fail,  // FileError, DecodingError
+    warn,  // treat it as empty, with one line on standard error
+    fail,  // throw FileError or DecodingError
   };
 
-  // Reads the store. Throws FileError for a user who has no store.
+  // Reads the store. Throws FileError for a user without a store.
   explicit PresetLibrary(const World& world, IfUnreadable ifUnreadable = IfUnreadable::warn);
 
-  // The library after adding presets to the end of the store. Reads nothing before.
+  // Appends presets to the store and returns the library after that, in one access.
   static PresetLibrary withAdded(const World& world, const std::vector<TuningPreset>& presets);
 
   const std::vector<TuningPreset>& own() const { return own_; }
@@ -35,19 +35,19 @@ class PresetLibrary {
   // The built-in presets, then the user's own.
   std::vector<TuningPreset> all() const;
 
-  // Throws UsageError as presetNamed.
+  // Throws UsageError like presetNamed().
   TuningPreset named(const std::string& which) const;
   std::vector<TuningPreset> named(const std::vector<std::string>& words) const;
 
-  // The same; of records of one id and one name, the first.
+  // The same, but takes the first of several records with the same id and name.
   TuningPreset firstNamed(const std::string& which) const;
 
-  // Removes one preset of the user's; one that is gone by then is no failure. Throws FileError
-  // also when another program has changed it in between.
+  // Removes one of the user's presets. Succeeds if it is already gone. Throws FileError also when
+  // another program has changed it in the meantime.
   void remove(const TuningPreset& preset);
 
-  // Puts another record in the place of one of the user's. When another program has changed that in
-  // between, both stay.
+  // Replaces one of the user's presets. If another program has changed it in the meantime, keeps
+  // both.
   void replace(const TuningPreset& before, const TuningPreset& after);
 
  private:

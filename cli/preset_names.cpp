@@ -40,7 +40,7 @@ struct Scope {
 
 constexpr std::array<Scope, 2> scopes{{{"builtin:", true}, {"mine:", false}}};
 
-// Those that answer to the first kind of name that any answers to.
+// The matches by id; if there are none, by exact name; if none, by name ignoring case.
 Matches answering(const Matches& presets, const std::string& which) {
   const auto id = UUID::parse(which);
   const std::vector<Match> kinds{
@@ -66,13 +66,13 @@ Matches named(const Presets& presets, const std::string& which) {
   return answering(pointersTo(presets), which);
 }
 
-// Whether a shell takes the word between double quotes as it is.
+// Whether a shell leaves the word unchanged between double quotes.
 bool isTypeable(const std::string& word) {
   return oneLine(word) == word && !word.starts_with('-') &&
          word.find_first_of("\"$`\\!") == std::string::npos;
 }
 
-// What names this preset alone, as it is typed: a name, else the id with the name behind it.
+// A word that names only this preset, as typed: a quoted name, else the id followed by the name.
 std::string wordText(const Presets& presets, const TuningPreset& preset) {
   const std::string id = idText(preset);
   for (const std::string& word : wordsNaming(presets, preset)) {
@@ -81,7 +81,7 @@ std::string wordText(const Presets& presets, const TuningPreset& preset) {
   return fmt::format("{:<36}  {}", id, oneLine(preset.name));
 }
 
-// The names that contain the text, or all.
+// An error message with the names that contain the text, or all names if none does.
 std::string unknownText(const Presets& presets, const std::string& which) {
   const std::string part = lowerCase(which);
   Matches similar = matching(pointersTo(presets), [&](const TuningPreset& preset) {
@@ -93,7 +93,7 @@ std::string unknownText(const Presets& presets, const std::string& which) {
   return text;
 }
 
-// Records that no word tells apart.
+// Records that no word can distinguish.
 bool areTwins(const TuningPreset& a, const TuningPreset& b) {
   return a.isBuiltIn == b.isBuiltIn && a.id == b.id && a.name == b.name;
 }
@@ -118,7 +118,7 @@ std::string ambiguousText(const Presets& presets, const Matches& matches,
   return text;
 }
 
-// Unicode's white space.
+// Unicode white space.
 constexpr std::array<std::string_view, 25> spaces{
     "\t",     "\n",     "\v",     "\f",     "\r",     " ",      "\u0085", "\u00A0", "\u1680",
     "\u2000", "\u2001", "\u2002", "\u2003", "\u2004", "\u2005", "\u2006", "\u2007", "\u2008",

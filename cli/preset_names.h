@@ -7,28 +7,28 @@
 
 namespace quorvane {
 
-// What to do about different records of one id and one name, which no word tells apart.
+// What to do about different records with the same id and name, which no word can distinguish.
 enum class Twins { refuse, takeFirst };
 
-// The one preset that a word names: by its id in either case, else by exactly its name, else by its
-// name ignoring the case of ASCII letters. "builtin:" and "mine:" before any of them look among the
-// built-in presets or the user's own alone; when nothing there answers, they belong to the name.
-// Equal records count as one. Throws UsageError, with the words to type instead, when there is none
-// or more than one.
+// The one preset that a word names. Compares, in this order: the id (in either case), the exact
+// name, the name ignoring the case of ASCII letters. The prefixes "builtin:" and "mine:" restrict
+// the search to the built-in presets or the user's own; if that finds nothing, the prefix counts as
+// part of the name. Equal records count as one. Throws UsageError, with the words to type instead,
+// if no preset or more than one matches.
 const TuningPreset& presetNamed(const std::vector<TuningPreset>& presets, const std::string& which,
                                 Twins twins = Twins::refuse);
 
-// The words that name one of `presets` alone, not quoted for a shell: its name, and its name behind
-// "builtin:" or "mine:". One of the user's own has its id as the last word in any case, although
-// records may share it.
+// The words that name `preset` and no other of `presets`, not quoted for a shell: its name, and its
+// name after "builtin:" or "mine:". For one of the user's own the last word is always its id,
+// even if other records share it.
 std::vector<std::string> wordsNaming(const std::vector<TuningPreset>& presets,
                                      const TuningPreset& preset);
 
-// A line for each preset whose name does not name it alone, with the word that does.
+// A line for each preset with an ambiguous name, with a word that names it alone.
 std::string sharedNamesText(const std::vector<TuningPreset>& presets);
 
-// A new preset's name without the white space around it. Throws UsageError when nothing is left and
-// when it is not UTF-8.
+// A new preset's name, without white space at both ends. Throws UsageError if it is empty then or
+// not UTF-8.
 std::string presetName(const std::string& text);
 
 }  // namespace quorvane

@@ -10,11 +10,11 @@
 namespace quorvane {
 namespace {
 
-constexpr std::size_t widestColumn = 52;  // longer texts push the rest of their line
+constexpr std::size_t widestColumn = 52;  // longer texts shift the columns after them
 
 std::size_t width(std::string_view text) {
   const auto starts = std::count_if(text.begin(), text.end(), [](char c) {
-    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;  // no continuation of UTF-8
+    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;  // not a UTF-8 continuation byte
   });
   return static_cast<std::size_t>(starts);
 }
@@ -35,7 +35,7 @@ std::string fieldText(std::string_view title, const std::string& text) {
   return fmt::format("  {:<6}  {}\n", title, text.empty() ? "none" : oneLine(text));
 }
 
-// Notes have lines of their own.
+// Notes may have several lines.
 std::string notesText(std::string_view notes) {
   std::string text;
   std::size_t end = 0;
@@ -51,7 +51,7 @@ std::string rowText(std::string_view code, const std::string& value, std::string
   return fmt::format("  {:<4} {:<24} {}\n", code, value, title);
 }
 
-// A preset asks for the automatic angle by 0 degrees.
+// In a preset, 0 degrees means the automatic steering angle.
 std::string presetValueText(TuningParameter parameter, std::int64_t value) {
   if (parameter.isSpecial(value, {})) return MenuText::presetText(parameter, value, {});
   return MenuText::text(parameter, value, {});

@@ -8,14 +8,14 @@
 
 namespace quorvane {
 
-// The id by which people name the preset in a later run, which a built-in one has none of.
+// The id that names the preset in later runs; "(built in)" for a built-in one, which has no lasting
+// id.
 std::string idText(const TuningPreset& preset);
 
 // A line for each preset: name, game, number of values and source, in columns.
 std::string listText(const std::vector<TuningPreset>& presets);
 
-// All that the preset holds. Its values stand in menu order with their titles; codes that are no
-// setting come last.
+// The whole preset. Values are in menu order with their titles; unknown codes come last.
 std::string fullText(const TuningPreset& preset);
 
 }  // namespace quorvane

@@ -9,7 +9,7 @@
 namespace quorvane {
 namespace {
 
-// A base that tells no identity is still worth reading.
+// None if the base does not answer: the menu is printed without the identity.
 std::optional<IdentityReport> identityOf(WheelBase& base) {
   try {
     return base.fetchIdentity(WheelBase::readTimeout);

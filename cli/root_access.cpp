@@ -21,7 +21,7 @@ bool isGiven(const char* variable) {
   return value != nullptr && *value != '\0';
 }
 
-// pkexec asks in a window, and in a terminal where no window can; sudo in a terminal alone.
+// pkexec asks in a window, or in a terminal if there is no window; sudo only in a terminal.
 std::string askerFor(const RootAccess& access, const Caller& caller) {
   std::string pkexec = systemProgram(access, "pkexec");
   std::string sudo = systemProgram(access, "sudo");
@@ -64,7 +64,7 @@ Caller Caller::ofThisProcess() {
 }
 
 std::string systemProgram(const RootAccess& access, const std::string& name) {
-  // The last two are NixOS's.
+  // The last two are those of NixOS.
   constexpr std::array<const char*, 6> folders{
       "/usr/bin/", "/usr/sbin/",         "/bin/",
       "/sbin/",    "/run/wrappers/bin/", "/run/current-system/sw/bin/"};

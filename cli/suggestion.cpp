@@ -30,14 +30,14 @@ std::optional<TuningParameter> likelyParameter(const std::string& code) {
   return nearest ? TuningParameter::named(*nearest) : std::nullopt;
 }
 
-// Cuts words into codes, operators and values, wherever people put spaces.
+// Splits words into codes, operators and values, with or without spaces between them.
 class AssignmentReader {
  public:
   explicit AssignmentReader(const std::vector<std::string>& words) : words_(words) {}
 
   bool atEnd() const { return at_ == words_.size(); }
 
-  // The next assignment as it is typed; none when the words make no sense.
+  // The next assignment in the right form; none when the words cannot be understood.
   std::optional<std::string> next() {
     const std::string word = words_[at_++];
     const std::size_t end = word.find_first_of("=:+-");

@@ -27,7 +27,7 @@ std::string requireUdevadm(const RootAccess& access) {
   return udevadm;
 }
 
-// Throws unless the script did all that it should.
+// Throws CommandError unless the script succeeded completely.
 void requireDone(const RootRun& run, const char* command) {
   if (!run.isAllowed) {
     fail(
@@ -63,7 +63,7 @@ void requireDone(const RootRun& run, const char* command) {
   }
 }
 
-// What is there, and what has to be written.
+// The result to report, and the files that have to be written for it.
 struct Plan {
   RuleInstallation result;
   bool writesRule = false;

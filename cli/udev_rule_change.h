@@ -7,29 +7,29 @@
 
 namespace quorvane {
 
-// What installing the rule came to.
+// The result of installing the rule.
 struct RuleInstallation {
-  // In words for programs: "installed", "replaced" (a file of another content), "present" (the same
-  // was there), "served" (by the file of a package, so none was needed).
+  // For JSON output: "installed", "replaced" (a file with other content), "present" (an identical
+  // file), "served" (a package has the rule already; nothing was installed).
   std::string change;
-  std::string file;          // the one that udev reads
-  std::string keepListFile;  // that keeps it over updates; empty: none is needed
+  std::string file;          // the rule file that udev reads
+  std::string keepListFile;  // keeps it across system updates; empty: not needed
 };
 
-// Puts the udev rule in place where no file has it, with a keep list where updates of the system
-// would take it away, and has udev apply it to `devices`, paths below /sys. Root is asked for only
-// if there is something to write, or with `mustApply`. Blocks while a password is asked for. Throws
-// CommandError, in words that say what is in place, and std::system_error.
+// Installs the udev rule unless a file has it already, with a keep list if system updates would
+// remove it, and has udev apply it to `devices`, paths below /sys. Becomes root only if there is
+// something to write, or with `mustApply`. Blocks while the user is asked for a password. Throws
+// CommandError, whose message says what was installed, and std::system_error.
 RuleInstallation installUdevRule(const RootAccess& access, const std::vector<std::string>& devices,
                                  bool mustApply);
 
 struct RuleRemoval {
-  std::vector<std::string> removed;  // the files; empty: none was there
-  std::string remaining;             // the file that still gives the base; empty: none
+  std::vector<std::string> removed;  // the files; empty: none existed
+  std::string remaining;             // a rule file that still grants access; empty: none
 };
 
-// Takes away the files that installUdevRule makes. A package's rule stays. Asks for root if there
-// is something to remove. Blocks and throws likewise.
+// Removes the files that installUdevRule creates; a package's rule stays. Becomes root only if
+// there is something to remove. Blocks and throws like installUdevRule.
 RuleRemoval removeUdevRule(const RootAccess& access);
 
 }  // namespace quorvane

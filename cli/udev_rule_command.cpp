@@ -28,7 +28,7 @@ void printRule(const CommandContext& context) {
   }
 }
 
-// The facts about a machine whose rules this program can change.
+// The facts about the machine. Throws for a simulated one, whose rules cannot be changed.
 MachineFacts requireOwnMachine(const World& world) {
   MachineFacts machine = world.survey.take(Fanatec::vendorID);
   if (machine.isSimulated) {
@@ -43,7 +43,7 @@ MachineFacts requireOwnMachine(const World& world) {
   return machine;
 }
 
-// The nodes of the vendor, as udevadm is told of devices.
+// The vendor's nodes, as paths for udevadm.
 std::vector<std::string> nodesBelowSys(const MachineFacts& machine) {
   std::vector<std::string> result;
   for (const HIDFacts& device : machine.hid) {
@@ -54,7 +54,8 @@ std::vector<std::string> nodesBelowSys(const MachineFacts& machine) {
   return result;
 }
 
-// Another program may keep the base to itself: the permission is there then.
+// Whether the permission to open exists. Any other error counts as such: another program may have
+// the base open exclusively.
 bool mayOpen(const HIDDeviceInfo& base) {
   return base.device->open(false).code != HIDReturnCode::notPermitted;
 }

@@ -2,8 +2,8 @@
 
 namespace quorvane {
 
-// The temporary name does not end as udev and the keep lists want it, so nobody reads half a file.
-// Devices may leave at any moment: that one cannot be triggered is no failure.
+// The temporary file lacks the suffix that udev and the keep list tools look for, so none of them
+// reads a half-written file. Failures of trigger are ignored: devices may be unplugged any time.
 const char* const installRuleScript = R"script(
 PATH=/usr/sbin:/usr/bin:/sbin:/bin:/run/current-system/sw/bin
 umask 022

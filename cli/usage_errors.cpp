@@ -21,7 +21,7 @@ using WordList = std::vector<std::string>;
 
 constexpr const char* optionsEnd = "--";
 
-// The command that the words got to.
+// The innermost command that the parser reached.
 const CLI::App& reachedCommand(const CLI::App& app) {
   const auto parsed = app.get_subcommands();
   return parsed.empty() ? app : reachedCommand(*parsed.front());
@@ -43,7 +43,7 @@ std::string listed(const WordList& words) {
   return list;
 }
 
-// The options that may stand behind the command's name.
+// The options that may follow the command's name: its own and those of its parents.
 WordList optionNames(const CLI::App& command) {
   WordList names;
   for (const CLI::App* level = &command; level != nullptr; level = level->get_parent()) {
@@ -54,7 +54,7 @@ WordList optionNames(const CLI::App& command) {
   return names;
 }
 
-// The words with others in place of some of them, which stand in this order.
+// `words` with `old`, a subsequence of it, replaced by `replacement`; appended if `old` is absent.
 WordList replaced(const WordList& words, const WordList& old, const WordList& replacement) {
   WordList result;
   std::size_t found = 0;
@@ -78,7 +78,7 @@ std::string lowerFirst(std::string text) {
   return text;
 }
 
-// "set" and the assignments that words without a command probably mean; empty when they mean none.
+// "set" and the assignments that words without a command probably mean; empty for none.
 WordList likelySet(const WordList& unknown) {
   WordList words = likelyAssignments(unknown);
   const bool areAssignments = unknown.front().find('=') != std::string::npos;
@@ -87,7 +87,7 @@ WordList likelySet(const WordList& unknown) {
   return words;
 }
 
-// What somebody may have meant who typed a command that does not exist.
+// The command line that was probably meant, for an unknown command; empty for none.
 WordList likelyCommand(const CLI::App& group, const WordList& unknown, const WordList& line) {
   const std::string& name = unknown.front();
   if (const auto near = nearestWord(name, commandNames(group))) {
@@ -136,7 +136,7 @@ WordList argumentsOf(const CLI::App& command) {
   return words;
 }
 
-// A name of several words that wants to be one.
+// The line with a name of several words joined into one, if the command takes one name.
 WordList likelyName(const CLI::App& command, const WordList& extra, const WordList& line) {
   WordList arguments = argumentsOf(command);
   if (arguments.size() != 1) return {};
@@ -168,7 +168,7 @@ WrongUsage unknownWords(const CLI::App& reached, const WordList& unknown, const 
   return tooManyWords(reached, unknown, line);
 }
 
-// A command stops short of an argument, or of the command below it.
+// For a line that lacks an argument or a subcommand.
 WrongUsage missingWord(const CLI::App& reached) {
   const std::string path = commandPath(reached);
   if (path.empty()) {
@@ -187,7 +187,7 @@ WrongUsage missingWord(const CLI::App& reached) {
   return {path + " needs more words", usageLine(reached)};
 }
 
-// What is wrong about an option's value: it is missing, empty, or more than the option takes.
+// The error in an option's value, if any: it is missing or empty, or the option takes none.
 std::optional<std::string> wrongValue(const CLI::App& app, WordList words) {
   WordList before;
   for (const std::string& word : words) {
@@ -218,7 +218,7 @@ WrongUsage explainRefusal(const CLI::App& app, const CLI::ParseError& refusal,
   WordList unknown = app.remaining(true);
   std::transform(unknown.begin(), unknown.end(), unknown.begin(), asTyped);
   std::erase(unknown, optionsEnd);
-  // The parser gives an option without a value the next word, so this comes first.
+  // First, because the parser takes the next word for a missing value of an option.
   if (const auto wrong = wrongValue(app, words)) return {*wrong, usageLine(reached)};
   if (!unknown.empty()) return unknownWords(reached, unknown, words);
   if (dynamic_cast<const CLI::RequiredError*>(&refusal) != nullptr) return missingWord(reached);

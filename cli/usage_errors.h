@@ -12,28 +12,28 @@ class ParseError;
 
 namespace quorvane {
 
-// The kind of wrong words in JSON.
+// The error kind of wrong usage in JSON.
 inline constexpr const char* wrongUsageKind = "wrongUsage";
 
-// What is wrong with a command line, for the person who typed it.
+// What is wrong with a command line, in words for the user.
 struct WrongUsage {
   std::string message;  // one line, or several
-  std::string usage;    // how the command is typed; empty where that would not help
+  std::string usage;    // the usage line; empty where it would not help
 };
 
-// Why the parser refused the words, in this program's own sentences, with the likely line to type
-// where there is one. Not for requests of help or the version.
+// Explains a parser error in this program's own sentences, with a suggested command line if there
+// is one. Not for requests of help or the version.
 WrongUsage explainRefusal(const CLI::App& app, const CLI::ParseError& refusal,
                           const std::vector<std::string>& words);
 
-// The same for words that the parser took and the command did not.
+// The same for words that the parser accepted and the command refused.
 WrongUsage explainRefusal(const CLI::App& command, const UsageError& refusal,
                           const std::vector<std::string>& words);
 
-// Whether the words ask for JSON, also where the parser did not get to the end of them.
+// Whether the words contain --json; works even if the parser stopped before it.
 bool asksForJson(const std::vector<std::string>& words);
 
-// Says it on standard error, and as a document when JSON is wanted.
+// Prints the error on standard error, and with `json` also as a document on standard output.
 ExitStatus reportWrongUsage(const World& world, bool json, const WrongUsage& wrong);
 
 }  // namespace quorvane

@@ -8,13 +8,14 @@ class App;
 
 namespace quorvane {
 
-// The command's names from below the program's on: "presets save"; empty for the program.
+// The command's name with its parents', without the program's: "presets save". Empty for the
+// program itself.
 std::string commandPath(const CLI::App& command);
 
-// How the command is typed: "quorvanectl presets save NAME".
+// The usage of the command: "quorvanectl presets save NAME".
 std::string usageLine(const CLI::App& command);
 
-// Has the parser, and the commands added to it later, begin its help with that line.
+// Makes the help of the parser, and of commands that are added later, begin with that line.
 void useUsageLine(CLI::App& app);
 
 }  // namespace quorvane

@@ -4,8 +4,8 @@
 
 namespace quorvane {
 
-// The stores that the window uses too: the user's own, and the one beside it for runs with
-// simulated bases. Throw FileError for a user who has no place for one.
+// The preset stores, shared with the window: the user's own, and a separate one for runs with
+// simulated bases. Throw FileError for a user without a place for one.
 const PresetStore& userPresetStore();
 const PresetStore& simulatedPresetStore();
 

@@ -15,7 +15,7 @@
 namespace quorvane {
 namespace {
 
-// What became of one value. `wanted` and `readBack` are in the coding of what is written.
+// The result of writing one value. `wanted` and `readBack` are encoded as written to the base.
 struct Receipt {
   Assignment assignment;
   std::optional<std::int64_t> wanted;
@@ -68,11 +68,11 @@ class ReceiptWriter {
 
   WheelBase& base_;
   Clock& clock_;
-  TuningSnapshot menu_;  // as it was before the first value
+  TuningSnapshot menu_;  // before the first write
   MenuWriter writer_;
 };
 
-// What is to be said of a value that the base keeps in its own way.
+// A note if the base stored another value than the wanted one, such as a rounded one.
 std::optional<std::string> noteOn(const Receipt& receipt) {
   if (receipt.error || !receipt.readBack || receipt.readBack == receipt.wanted) return std::nullopt;
   const std::int64_t step = receipt.assignment.parameter.step();
@@ -116,7 +116,7 @@ void printInterruption(const World& world, const std::vector<Assignment>& wanted
   printTo(world.err, "\n");
 }
 
-// One for each value that was tried.
+// Returns a receipt for each value that was tried.
 std::vector<Receipt> writeEach(const CommandContext& context, const Interruption& interruption,
                                WheelBase& base, const std::vector<Assignment>& values) {
   ReceiptWriter writer(base, base.fetchTuning(WheelBase::readTimeout), context.world.clock);

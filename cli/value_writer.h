@@ -8,12 +8,12 @@
 
 namespace quorvane {
 
-// Reads the base's menu, then writes the values in their order, each read back, and prints a
-// receipt for each as it comes; or one document with all of them. A change counts from the value
-// that was read last. A failure does not stop it. An interruption does, once the value in flight is
-// done.
+// Reads the base's menu, then writes the values in their order, each verified by a read-back.
+// Prints a receipt after each value, or with --json one document at the end. A change is relative
+// to the value that was read last. A failure does not stop the rest; an interruption does, after
+// the current value.
 //
-// Throws FanatecError when the menu cannot be read; nothing is written then.
+// Throws FanatecError if the menu cannot be read; nothing is written then.
 ExitStatus writeValues(const CommandContext& context, const Interruption& interruption,
                        WheelBase& base, const std::vector<Assignment>& values);
 

@@ -6,7 +6,7 @@
 namespace quorvane {
 namespace {
 
-// At the end of a word it hides a closing bracket from CLI11. No word has one of its own.
+// Appended to a word to hide its closing bracket from CLI11. A word cannot contain a NUL itself.
 constexpr char mark = '\0';
 
 std::string marked(std::string word) {

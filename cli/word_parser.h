@@ -9,11 +9,11 @@ class App;
 
 namespace quorvane {
 
-// Has the finished parser read the words of a command line, each as it was typed: CLI11 alone takes
-// "[a,b]" for several words. Throws CLI::ParseError.
+// Parses the words of a command line with the complete parser, each word as it was typed: CLI11
+// itself splits "[a,b]" into several words. Throws CLI::ParseError.
 void parseWords(CLI::App& app, std::vector<std::string> words);
 
-// What the parser, or its error, says about the words, with each as it was typed.
+// Removes parseWords()'s marks from a text of the parser, such as a word or an error message.
 std::string asTyped(std::string text);
 
 }  // namespace quorvane

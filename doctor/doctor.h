@@ -32,7 +32,8 @@ struct Diagnosis {
 };
 
 // Checks a base step by step, from the USB bus to its menu, and the preset file, to find out why a
-// base is not found or does not answer. Blocks for at most about 5 s. Does not throw. Thread-safe.
+// base is not found or does not answer. Blocks for at most about 5 s; longer only if no thread can
+// be started and the preset file's file system hangs. Does not throw. Thread-safe.
 //
 // Changes nothing: it sends the base the requests that every program sends on connecting. For that
 // it opens the base once more (shared). Sessions of this process are not affected and never count

@@ -9,7 +9,8 @@
 
 namespace quorvane::Fuzz {
 
-// What a text decodes to; none when it is refused, in words. Nothing else may be thrown.
+// Decodes a text. None if it throws DecodingError, whose message must be one non-empty line. Any
+// other exception is a failure of the property.
 template <typename Decode>
 auto decodedOrRefused(const std::string& text, Decode decode)
     -> std::optional<decltype(decode(JSONValue()))> {

@@ -20,10 +20,10 @@ using Summaries = std::vector<HIDReportSummary>;
 constexpr std::uint8_t longItem = 0xFE;
 constexpr std::size_t deepestStack = 64;
 
-// A short item as it stands in the descriptor, cut off where that ends.
+// A short item of the descriptor, truncated at the descriptor's end.
 struct WrittenItem {
   ByteView bytes;
-  std::size_t announced = 0;  // bytes of data
+  std::size_t announced = 0;  // data bytes according to its prefix
 
   unsigned type() const { return (bytes[0] >> 2U) & 3U; }
   unsigned tag() const { return bytes[0] >> 4U; }
@@ -73,7 +73,7 @@ Bytes withoutStack(ByteView descriptor) {
   return result;
 }
 
-// The globals that summaries know, by tag.
+// The global items that the summaries use, by tag.
 using SummaryState = std::map<std::uint8_t, std::uint32_t>;
 
 void appendState(Bytes& bytes, const SummaryState& state) {
@@ -85,7 +85,7 @@ void appendState(Bytes& bytes, const SummaryState& state) {
   }
 }
 
-// The descriptor with each Pop in the form of the items that it brings back.
+// The descriptor without Push, and with each Pop replaced by the items that it restores.
 Bytes stackWrittenOut(ByteView descriptor) {
   SummaryState state{{GlobalTag::usagePage, 0},
                      {GlobalTag::reportSize, 0},
@@ -110,7 +110,7 @@ Bytes stackWrittenOut(ByteView descriptor) {
   return result;
 }
 
-// Whether the summaries can count the bits of every report.
+// Whether the bit counts of all reports fit, so that the summaries do not end early.
 bool canBeSummedUp(const std::vector<HIDElement>& elements) {
   constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) - 7;
   std::map<std::pair<HIDReportSummary::Kind, std::uint32_t>, std::uint64_t> bits;
@@ -160,7 +160,7 @@ std::int64_t numberOf(const HIDProperties& properties, std::string_view key) {
   return found == properties.end() ? 0 : std::get<std::int64_t>(found->second);
 }
 
-// The summaries are of the descriptor with its stack written out.
+// `summaries` must be those of stackWrittenOut(descriptor).
 void expectProperties(ByteView descriptor, const Summaries& summaries) {
   HIDProperties properties;
   addDescriptorProperties(properties, Bytes(descriptor.begin(), descriptor.end()));

@@ -57,7 +57,7 @@ void expectBits(const HIDElement& element, ByteView payload, std::uint64_t first
   invariant(sign == 0 || (element.logicalMin < 0 && sign == -1), "a value has no bits beyond it");
 }
 
-// All values of a variable, from a report that is the first of its ID.
+// `values` are all values of a variable, from the first report of its ID.
 void expectVariable(const HIDElement& element, ByteView payload, const Values& values) {
   std::uint64_t place = element.bitOffset;
   for (const HIDElementValue& value : values) {
@@ -127,7 +127,7 @@ HIDInputReport nextReport(Input& input) {
   return report;
 }
 
-// Reads the reports with all elements at once, and with each element alone.
+// Decodes the reports with all elements at once and with each element alone, to compare the two.
 class SideBySide {
  public:
   explicit SideBySide(const HIDElements& elements) : whole_(elements) {

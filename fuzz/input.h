@@ -8,7 +8,7 @@
 
 namespace quorvane::Fuzz {
 
-// Cuts an input into pieces from its front. Beyond its end there are zeros.
+// Consumes the bytes of an input from the front. At its end byte() returns 0.
 class Input {
  public:
   explicit Input(ByteView bytes) : rest_(bytes) {}
@@ -16,10 +16,10 @@ class Input {
   bool atEnd() const { return rest_.empty(); }
   std::uint8_t byte();
 
-  // As many bytes as there are, at most `count`.
+  // The next `count` bytes, or fewer at the end of the input.
   ByteView bytes(std::size_t count);
 
-  // What stands before the next `end`, or everything; `end` itself is dropped.
+  // The bytes before the next `end`, or all if there is none; skips `end` itself.
   ByteView until(std::uint8_t end);
 
   ByteView rest() const { return rest_; }

@@ -13,7 +13,7 @@ using quorvane::Fuzz::Property;
 
 std::optional<Property> property;
 
-// Every fuzzer is this program under a name that says which property it is for: fuzz_PROPERTY.
+// All fuzzers are this program; the program's name selects the property: fuzz_PROPERTY.
 Property propertyOf(const char* program) {
   constexpr std::string_view prefix = "fuzz_";
   const std::string name = std::filesystem::path(program).filename();
@@ -22,7 +22,7 @@ Property propertyOf(const char* program) {
 
 }  // namespace
 
-// NOLINTBEGIN(readability-identifier-naming): the names that libFuzzer calls.
+// NOLINTBEGIN(readability-identifier-naming): the names are libFuzzer's
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -17,7 +17,7 @@ using Presets = std::vector<TuningPreset>;
 constexpr const char* storeName = "presets.json";
 constexpr const char* keptNames = "presets.json.corrupt-";
 
-// Nobody else writes to the file, so nobody has to be waited for.
+// A clock without pauses: no other process uses the file, so there is no lock to wait for.
 class HurriedClock final : public Clock {
  public:
   Monotonic::time_point now() override { return system().now(); }

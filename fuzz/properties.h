@@ -5,56 +5,57 @@
 
 #include "support/bytes.h"
 
-// What has to hold whatever the bytes are. A property returns when it holds and stops the program
-// with a line that says what did not. Each reads its input in a form of its own; none keeps
-// anything from one input to the next, or leaves a file behind.
+// Properties that must hold for any input bytes. A function returns if its property holds, else it
+// ends the program with a line about the failure. Each has its own input format. None keeps state
+// between inputs or leaves a file behind.
 namespace quorvane::Fuzz {
 
-// The summaries of a report descriptor agree with the complete reading of its elements, and both
-// with an item by item reading of the bytes. The differences there are:
+// The summaries of a report descriptor agree with the complete parse of its elements, and both
+// with a parse of the bytes item by item. Known differences:
 //
-//   Push and Pop   the summaries pass over them; the elements obey the first 64 levels
-//   overflow       a report of 2^63 bits or more stops the summaries; the elements put what follows
-//                  outside of every report. The kernel makes no node for such a device.
+//   Push and Pop   the summaries ignore them; the elements handle the first 64 levels
+//   overflow       a report of 2^63 bits or more ends the summaries; the elements place what
+//                  follows outside of every report. The kernel makes no node for such a device.
 //
-// So the two agree once Push and Pop are taken out of the descriptor, and also once each Pop is
-// written out as the items that it brings back.
+// So the two agree if Push and Pop are removed from the descriptor, and also if each Pop is
+// replaced by the items that it restores.
 void descriptor(ByteView bytes);
 
-// A descriptor's elements, and the values that reports have by them: each report put together again
-// from its values is the report, a repeated one has nothing new, and what an array no longer lists
-// is gone. Input: the descriptor's length in two bytes, the descriptor, and reports of an ID, a
-// length and so many bytes.
+// A descriptor's elements decode reports correctly: a report rebuilt from its values is equal to
+// the report, a repeated report gives no new values, and an array entry that is no longer listed is
+// reported as gone. Input: the descriptor's length in two bytes, the descriptor, then reports, each
+// an ID, a length and that many bytes.
 void elements(ByteView bytes);
 
-// A session that gets any reports keeps the latest of each kind, byte for byte, tells its handlers
-// of each, and writes every kept value back as the byte that it came as. Input: a product, then
-// reports, each led by a byte with its kind in the upper two bits and its length in the others.
+// A session that receives any reports keeps the latest of each kind, byte for byte, calls its
+// handlers, and writes each kept value back as the byte it was received as. Input: a product, then
+// reports, each with a leading byte that has its kind in the upper two bits and its length in the
+// others.
 void reports(ByteView bytes);
 
-// A file of presets loads, or is refused with a DecodingError; what loads saves and loads again to
-// the same. What does not load is kept when the file is saved. Input: the file.
+// A preset file loads or throws DecodingError. Loaded presets are equal after saving and loading
+// again. A file that does not load is kept under another name by a save. Input: the file.
 void presetFile(ByteView bytes);
 
-// The same for the files that presets come from and go to: share files, lists, single presets.
+// The same for imported and exported files: share files, lists, single presets.
 void shareFile(ByteView bytes);
 
-// What the kernel says about a device, and udev's rules. Input: an uevent text, a zero byte, a
-// file of rules.
+// The parsers of a device's uevent text and of udev rules. Input: a uevent text, a zero byte, a
+// rules file.
 void uevent(ByteView bytes);
 
-// The words of a command line, read but not run, and completed. Input: one word a line.
+// The words of a command line are parsed, but not run, and completed. Input: one word per line.
 void words(ByteView bytes);
 
-// Edits to stage. Input: their text.
+// The parser of edits to stage. Input: their text.
 void demoStage(ByteView bytes);
 
-// A simulated base takes any packets, keeps a menu that its product has, answers what it is asked,
-// and notes every packet of a wrong form. Input: a product, a behaviour, then packets like those of
-// `reports`.
+// A simulated base accepts any packets, keeps a menu that is valid for its product, answers
+// requests, and records every malformed packet. Input: a product, a behaviour, then packets like
+// those of `reports`.
 void simbase(ByteView bytes);
 
-// Does not hold for what begins with "bug!": shows that a property that fails is noticed.
+// Fails for input that begins with "bug!", to test that failures are detected.
 void planted(ByteView bytes);
 
 struct Property {
@@ -65,7 +66,7 @@ struct Property {
 // All but the planted one.
 std::span<const Property> properties();
 
-// Stops the program when there is no such property; the planted one has a name too.
+// Also finds the planted property. Ends the program if there is no property of that name.
 Property propertyNamed(std::string_view name);
 
 }  // namespace quorvane::Fuzz

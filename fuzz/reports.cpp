@@ -28,7 +28,7 @@ const std::array<PacketForm, 3>& reportForms() {
   return forms;
 }
 
-// What a session has to know after the reports so far.
+// The expected state of a session after the reports so far.
 struct Expected {
   Bytes tuning;
   Bytes identity;
@@ -56,7 +56,7 @@ struct Expected {
   }
 };
 
-// What writing a value would send; none when it is out of range.
+// The packet that would write a value; none if it is out of range.
 std::optional<Bytes> written(WheelBase& base, TuningParameter parameter, std::int64_t value) {
   try {
     return base.packet(parameter, value).wireBytes();
@@ -78,7 +78,7 @@ bool isSettable(TuningParameter parameter, std::int64_t value, const FanatecProd
   return parameter.allowedRange(product).contains(value);
 }
 
-// The menu block of a write: as it was reported, but for one byte.
+// The menu block of a write must be the reported menu with only one byte changed.
 void expectBlock(const Bytes& wire, const Bytes& menu, TuningParameter parameter,
                  std::uint8_t wanted, TuningLayout layout) {
   const std::size_t shift = layout == TuningLayout::inPlace ? 0 : 1;
@@ -95,7 +95,7 @@ void expectWritesBack(WheelBase& base, const TuningSnapshot& snapshot) {
   for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
     const std::uint8_t raw = snapshot.rawValue(parameter);
     const std::int64_t value = snapshot.value(parameter, product);
-    // A classic angle of 0 is what the automatic angle of a CSL Elite is asked for by.
+    // 0 requests the automatic angle of a CSL Elite, so it cannot be written back as an angle.
     if (parameter == TuningParameter::sensitivity && value == 0) continue;
     const bool isSettable = Fuzz::isSettable(parameter, value, product);
     for (const TuningLayout layout : {TuningLayout::inPlace, TuningLayout::deviceID}) {
@@ -116,7 +116,7 @@ void expectCaptures(const TuningSnapshot& snapshot, const FanatecProduct& produc
             "a captured menu survives its file");
 }
 
-// A session with a simulated base whose time stands still.
+// A session with a simulated base in simulated time.
 class Session {
  public:
   explicit Session(const FanatecProduct& product)

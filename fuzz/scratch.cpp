@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A directory in memory where the user may make files, else the usual one for temporary files.
+// The in-memory directory if the user may write there, else the usual temporary directory.
 fs::path parentDirectory() {
   const fs::path memory = "/dev/shm";
   return ::access(memory.c_str(), W_OK | X_OK) == 0 ? memory : fs::temp_directory_path();

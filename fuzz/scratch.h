@@ -5,8 +5,8 @@
 
 namespace quorvane::Fuzz {
 
-// A new directory, in memory where the system keeps one there; gone with everything in it when this
-// is destroyed.
+// RAII: a new directory, in memory if the system supports that; the destructor deletes it with its
+// content.
 class ScratchDirectory {
  public:
   ScratchDirectory();
@@ -16,7 +16,7 @@ class ScratchDirectory {
 
   std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
 
-  // The files in it whose names begin so.
+  // The number of files in it whose names begin with `beginning`.
   std::size_t count(std::string_view beginning) const;
 
  private:

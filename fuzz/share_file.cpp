@@ -33,7 +33,7 @@ Imported importedFrom(const std::filesystem::path& file) {
   }
 }
 
-// An import makes presets the user's own.
+// Whether `imported` is a copy with a new id that is not built in.
 bool isImportOf(const TuningPreset& imported, const TuningPreset& original) {
   TuningPreset same = original;
   same.id = imported.id;

@@ -32,7 +32,7 @@ bool isWellFormed(ByteView wire) {
          (wire[0] == shortChannel && wire.size() == shortWire);
 }
 
-// What changes the menu, or which set is active.
+// Whether the packet is a command that changes the menu or the active set.
 bool isMenuCommand(ByteView wire) {
   if (wire.size() < 3 || wire[0] != tuningChannel || wire[1] != 0x03) return false;
   return wire[2] == 0x00 || wire[2] == 0x01 || wire[2] == 0x03 || wire[2] == 0x04 ||
@@ -46,7 +46,7 @@ bool isInMenu(TuningParameter parameter, std::uint8_t raw, const FanatecProduct&
   return isAutomatic || parameter.allowedRange(product).contains(value);
 }
 
-// The behaviour that a byte stands for; a second one says which parameter is ignored.
+// A behaviour from two bytes: flags, and the index of a parameter whose writes are ignored.
 SimulatedBehaviour nextBehaviour(Input& input) {
   const unsigned flags = input.byte();
   SimulatedBehaviour behaviour;
@@ -99,7 +99,8 @@ class Conversation {
     return wire.size() > 3 && wire[3] != 0;
   }
 
-  // Each byte of a write is taken, or was not in the menu, or is one that is ignored.
+  // After a write each byte of the menu has the written value, unless that is invalid for the menu
+  // or the parameter is ignored.
   void expectWritten(const Bytes& wire, const Bytes& before) {
     const Bytes after = base_.menu().report();
     const std::size_t shift = behaviour_.layout == TuningLayout::inPlace ? 0 : 1;

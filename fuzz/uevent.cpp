@@ -36,7 +36,7 @@ void expectUevent(const std::string& text) {
   }
   invariant(isOneLine(uevent.name) && isOneLine(uevent.uniq), "a device's texts are one line");
   invariant(parseHIDUevent(text + "\nHID_PHYS=usb-1\n") == uevent, "other lines say nothing");
-  // What a device calls itself comes last, and must not make it another one.
+  // A line that a device adds through its name comes last: it must not override the ID.
   const HIDUevent later = parseHIDUevent(text + "\nHID_ID=0003:00000EB7:00000020\n");
   const bool hasID = text.starts_with("HID_ID=") || text.find("\nHID_ID=") != std::string::npos;
   invariant(hasID ? later == uevent : later.productID == 0x0020, "the first ID counts");
@@ -68,7 +68,7 @@ void expectPlace(const UdevRule& rule, const std::string& text) {
   invariant(!rule.text.empty() && isOneLine(rule.text), "a rule tells its text on one line");
 }
 
-// A comment in front moves the rules down by a line.
+// With a comment line in front, the rules are the same, one line further down.
 void expectMoved(const std::string& text, const std::vector<UdevRuleFacts>& facts) {
   const auto moved = rulesFor(baseNode(), {{rulesPath, "# A comment\n" + text}});
   const auto isMoved = [](const UdevRuleFacts& before, const UdevRuleFacts& after) {
@@ -87,7 +87,7 @@ void expectRules(const std::string& text) {
     expectPlace(each.rule, text);
     invariant(each.rule.line > last, "rules run in the order of their lines");
     last = each.rule.line;
-    // Rules that jump would end up elsewhere.
+    // Rules with a GOTO depend on the others.
     if (text.find("GOTO") != std::string::npos) continue;
     const auto alone = rulesFor(baseNode(), {{rulesPath, each.rule.text}});
     invariant(alone.size() == 1 && haveSameEffect(alone.front(), each),

@@ -21,7 +21,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// What is printed, in memory.
+// An output stream in memory.
 class Printed {
  public:
   Printed() : file_(::open_memstream(&buffer_, &size_)) {}
@@ -45,7 +45,7 @@ class Printed {
   std::FILE* file_;
 };
 
-// Where the words are read: one simulated base is attached, and the user has no presets.
+// Parses the words with one simulated base attached and without user presets.
 struct Reading {
   explicit Reading(const Words& words) {
     static SimulatedBackend backend;
@@ -105,7 +105,7 @@ void expectRead(const Words& words) {
   }
 }
 
-// What a line of completions offers.
+// The candidate in a line of completions.
 std::string offered(const std::string& line) { return line.substr(0, line.find('\t')); }
 
 void expectOfferedAgain(Words words, const std::string& word) {
@@ -124,14 +124,14 @@ void expectCompletions(Words words) {
   invariant(reading.status == ExitStatus::done && reading.err.empty(), "completing never fails");
   Words lines = linesOf(reading.out);
   std::erase(lines, "\tfiles");
-  // A name with a tab would look like one with a description.
+  // A tab in the typed word would look like the start of a description.
   if (oneLine(typed) != typed) return;
   for (const std::string& line : lines) {
     invariant(std::count(line.begin(), line.end(), '\t') == 1, "a candidate has a description");
     invariant(startsWithIgnoringCase(offered(line), typed),
               "a candidate begins with what is typed");
   }
-  // One that ends in "=" wants more to follow it.
+  // A candidate that ends in "=" is not complete.
   if (lines.empty() || offered(lines.back()).ends_with('=')) return;
   expectOfferedAgain(words, offered(lines.back()));
 }
@@ -207,7 +207,7 @@ void expectProducts(const std::string& word) {
 
 void words(ByteView bytes) {
   std::string text = textOf(bytes);
-  std::replace(text.begin(), text.end(), '\0', '\n');  // no word of a command line has one
+  std::replace(text.begin(), text.end(), '\0', '\n');  // arguments cannot contain NUL
   const Words words = linesOf(text);
   expectRead(words);
   expectCompletions(words);

@@ -74,7 +74,8 @@ class HIDConnection {
   HandlerID onValue(ValueHandler handler);
 
   // Sets the handler that the reader thread calls when delivery ended because the device is gone.
-  // No call begins after close(). An empty function removes it. May be set at any time.
+  // A call may still begin while close() returns, none later. An empty function removes it. May be
+  // set at any time.
   void setOnGone(std::function<void()> handler);
 
   // Removes a handler of reports or values; ignores an unknown ID. The reader thread drops its

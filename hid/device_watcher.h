@@ -38,7 +38,8 @@ class HIDDeviceWatcher {
   // FanatecError ioFailed, and stays stopped, when there is no thread or file descriptor left.
   void start();
 
-  // Stops without waiting for the thread: a running call of the handler goes on, no other begins.
+  // Stops without waiting for the thread: a call of the handler that is running or about to begin
+  // goes on, no later one begins.
   // May be called from the handler. start() may follow.
   void stop();
 

@@ -206,8 +206,8 @@ std::optional<std::uint32_t> parseMode(const std::string& text) {
 // Adds the effect of an assignment to `facts`; true if it changes permissions.
 bool note(const Token& token, UdevRuleFacts& facts) {
   if (token.key == "TAG") {
-    // "-=" has no effect: access lists are set for every tag that the device ever had. Only a plain
-    // assignment clears earlier tags.
+    // "-=" has no effect up to systemd 257: access lists are set for every tag that the device ever
+    // had. Only a plain assignment clears earlier tags.
     if (token.operation == "-=") return false;
     if (token.value == seatTag) return facts.tagsForSeat = true;
     if (token.operation != "+=") return facts.untagsForSeat = true;

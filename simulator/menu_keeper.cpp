@@ -43,7 +43,7 @@ void MenuKeeper::takeOver() {
   if (const auto kept = storage_->read()) restore(*kept);
 }
 
-// A change that cannot be kept is undone.
+// Stores the change since `before`. If that fails, undoes it on the base and rethrows.
 void MenuKeeper::keep(const SimulatedMenu::State& before) {
   const SimulatedMenu::State after = menu();
   if (after == before) return;

@@ -13,21 +13,22 @@ namespace quorvane {
 
 class SimulatedDevice;
 
-// Carries packets to a simulated base whose menu is kept in a storage. Any thread may call.
+// Sends packets to a simulated base and keeps its menu in a storage. Thread-safe.
 //
-// A packet that changes the menu succeeds when the storage has the change. The base takes over what
-// is kept before each packet of the tuning channel, but for writes of a whole menu: of such a block
-// only the bytes that it changes count, so that it does not undo what another process wrote since
-// the menu was read.
+// A packet that changes the menu succeeds only if the storage has the change. Before each packet of
+// the tuning channel the base loads the stored menu, except before a write of a whole menu: of
+// that, only the bytes that it changes are stored. A whole-menu write thus does not undo what
+// another process wrote since the menu was read.
 class MenuKeeper {
  public:
-  // Told why a packet failed that the base itself would have taken.
+  // Called with the reason when a packet fails because of the storage. On the sending thread.
   using Complain = std::function<void(const std::string&)>;
 
-  // Takes over what is kept. Throws what the storage throws.
+  // Loads the stored menu. Throws what the storage throws.
   MenuKeeper(SimulatedDevice& device, std::unique_ptr<MenuStorage> storage, Complain complain);
 
-  // `send` gives the packet to the base. Blocks for the storage.
+  // Calls `send` to pass the packet to the base. Blocks on the storage. A failure of the storage
+  // gives generalError.
   HIDReturn send(ByteView packet, const std::function<HIDReturn()>& send);
 
  private:

@@ -6,18 +6,17 @@
 
 namespace quorvane {
 
-// Where a simulated base keeps its menu beyond the process, and shares it with the same base in
-// other processes. Members block for files and throw std::runtime_error. One thread at a time
-// calls.
+// Stores the menu of a simulated base outside the process, and shares it with the same base in
+// other processes. Members block on file access and throw std::runtime_error. Not thread-safe.
 class MenuStorage {
  public:
   virtual ~MenuStorage() = default;
 
-  // The menu as it is kept now; none when nothing is kept yet.
+  // The stored menu; none before the first change.
   virtual std::optional<SimulatedMenu::State> read() = 0;
 
-  // Keeps what differs between the two, and returns the whole menu as it is kept then: what others
-  // changed elsewhere in it stays. After a failure the kept menu is as it was.
+  // Stores only the bytes that differ between the two, and returns the whole stored menu: changes
+  // by other processes to other bytes stay. A failure leaves the stored menu unchanged.
   virtual SimulatedMenu::State change(const SimulatedMenu::State& before,
                                       const SimulatedMenu::State& after) = 0;
 };

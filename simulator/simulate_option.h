@@ -9,16 +9,16 @@
 // The option --simulate[=PRODUCT[,PRODUCT...]] that all programs have.
 namespace quorvane {
 
-// The words of a command line with the product that --simulate alone stands for: it takes one with
-// "=" only, since the word after it means something else.
+// Replaces each word "--simulate" before "--" by the option with the default product. The option
+// takes a product after "=" only; the next word of the command line is never its value.
 std::vector<std::string> withSimulatedProduct(std::vector<std::string> words);
 
-// Throws std::invalid_argument, in words for the person who typed it, unless --simulate and
-// --simulate-state go together: the file has a name, and there are bases to keep.
+// Checks the option --simulate-state=FILE. Throws std::invalid_argument, with a message for the
+// user, when the file name is empty or --simulate is missing.
 void requireBasesForState(const std::string& file, bool isSimulating);
 
-// The products that the text of the option names, one base for each. Throws std::invalid_argument,
-// in words for the person who typed it, unless all of them have a tuning menu.
+// The products in the option's value, one base for each. Throws std::invalid_argument, with a
+// message for the user, unless each names one product with a tuning menu.
 std::vector<FanatecProduct> productsToSimulate(const std::string& text);
 
 }  // namespace quorvane

@@ -37,7 +37,7 @@ class SimulatedBackend::Monitor final : public HIDMonitor {
  private:
   const std::shared_ptr<Events> events_;
   std::uint64_t seen_;
-  bool interrupted_ = false;  // under the events' lock
+  bool interrupted_ = false;  // guarded by events_->lock
 };
 
 void SimulatedBackend::add(const std::shared_ptr<SimulatedDevice>& device) {

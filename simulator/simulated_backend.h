@@ -9,27 +9,27 @@
 
 namespace quorvane {
 
-// Simulated devices in place of the machine's own: those that are plugged are listed, and plugging
-// and unplugging reach its monitors. Outlives its monitors. Any thread may call.
+// A backend of simulated devices in place of the machine's own. It lists those that are plugged;
+// plugging and unplugging wake its monitors. Must outlive its monitors. Thread-safe.
 class SimulatedBackend final : public HIDBackend {
  public:
-  // From now on the device is listed while it is plugged.
+  // Lists the device from now on, while it is plugged.
   void add(const std::shared_ptr<SimulatedDevice>& device);
 
   std::vector<std::shared_ptr<HIDDeviceHandle>> devices(
       std::optional<std::int64_t> vendorID) override;
   std::unique_ptr<HIDMonitor> monitor(std::optional<std::int64_t> vendorID) override;
 
-  // Tells the monitors that something about a device is different, such as who may open it.
+  // Wakes the monitors, as for a change of a device other than plugging (such as its permissions).
   void reportChange() { events_->report(); }
 
-  // Whether monitors can be had; without, as on a system that cannot watch.
+  // With false, monitor() returns null, as on a system that cannot watch devices.
   void setCanWatch(bool canWatch);
 
  private:
   class Monitor;
 
-  // What the devices' plug handlers and the monitors share.
+  // Shared by the devices' plug handlers and the monitors.
   struct Events {
     Mutex lock;
     Condition changed;

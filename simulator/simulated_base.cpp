@@ -24,7 +24,7 @@ constexpr std::uint8_t enduranceModule = 1;
 constexpr std::uint16_t defaultFirmware = 1234;
 constexpr int defaultSet = 2;
 
-// Values that differ from the factory's, so that a fresh simulation looks lived in.
+// Values that differ from the factory's, so that a fresh simulation looks used.
 constexpr std::array<std::pair<TuningParameter, std::int64_t>, 7> customValues{{
     {TuningParameter::sensitivity, 900},
     {TuningParameter::forceFeedback, 65},
@@ -117,7 +117,7 @@ void SimulatedBase::police(ByteView wire) {
 }
 
 void SimulatedBase::obey(ByteView wire, Monotonic::time_point now) {
-  // The short commands steer the motor; they leave the menu alone.
+  // The short commands drive the motor; they do not change the menu.
   if (wire.size() < 3 || wire[0] != FanatecCommands::tuningReportID) return;
   const ByteView payload = wire.subspan(1);
   if (payload[0] == FanatecCommands::tuningGroup) obeyTuning(payload, now);
@@ -141,7 +141,7 @@ void SimulatedBase::carryOut(ByteView payload, Monotonic::time_point now) {
       write(payload);
       break;
     case FanatecCommands::selectCommand:
-      // A set number of 0 does not exist: it is the device-ID byte of the other layout.
+      // Set 0 does not exist: a 0 here is the device-ID byte of the other layout.
       select(argument == 0 && payload.size() > 3 ? payload[3] : argument, now);
       break;
     case FanatecCommands::saveCommand:
@@ -179,7 +179,7 @@ void SimulatedBase::finishSwitch(Monotonic::time_point now) {
 }
 
 void SimulatedBase::write(ByteView payload) {
-  // Behind the two command bytes; the deviceID layout has the status byte in between.
+  // The menu follows the two command bytes; in the deviceID layout, after a status byte.
   const std::size_t start = behaviour_.layout == TuningLayout::inPlace ? 2 : 3;
   if (payload.size() <= start) return;
   Bytes menu(payload.begin() + static_cast<std::ptrdiff_t>(start), payload.end());
@@ -187,7 +187,7 @@ void SimulatedBase::write(ByteView payload) {
   menu_.write(menu);
 }
 
-// Changes the bytes of a write to what the base makes of them.
+// Applies the configured faults (ignored, most) to the bytes of a write.
 void SimulatedBase::disobey(Bytes& menu) const {
   const auto byteOf = [&](TuningParameter parameter) -> std::uint8_t* {
     const std::size_t index = parameter.offset() - TuningSnapshot::statusOffset - 1;
@@ -219,7 +219,7 @@ void SimulatedBase::answer(Bytes report, Monotonic::time_point now) {
   if (behaviour_.silent) return;
   const auto due = now + std::chrono::duration_cast<Monotonic::duration>(behaviour_.answerDelay);
   if (behaviour_.foreignReports) {
-    // One of an unknown kind, one with a known beginning but a wrong length, one status report.
+    // One of an unknown kind, one of a known kind with a wrong length, one status report.
     queue(Bytes{FanatecCommands::tuningReportID, 0x7F}, due);
     queue(Bytes(TuningSnapshot::length - 1, FanatecCommands::tuningReportID), due);
     queue(wheelStatusReport(), due);
@@ -256,8 +256,8 @@ std::optional<Bytes> SimulatedBase::takeDue(Monotonic::time_point now) {
   return report;
 }
 
-// Queues the status reports up to now. Like the hardware, the base keeps no more than a few for a
-// host that does not fetch them, so that answers never wait behind a pile of them.
+// Queues the status reports up to now. Like the hardware, the base keeps only a few for a host
+// that does not fetch them, so that they do not delay answers.
 void SimulatedBase::streamUntil(Monotonic::time_point now) {
   constexpr int longestBacklog = 8;
   if (!behaviour_.streamWheelStatus || !plugged_) {

@@ -18,34 +18,34 @@
 
 namespace quorvane {
 
-// A product of the catalogue by hexadecimal product ID or unique part of its name, ignoring case.
-// Only products with a tuning menu; none when nothing or more than one matches.
+// Finds a product with a tuning menu by hexadecimal product ID or a unique part of its name,
+// ignoring case. None when no product or more than one matches.
 std::optional<FanatecProduct> simulatableProduct(std::string_view text);
 
-// The menu that a simulated base starts with unless told otherwise.
+// The product ID that --simulate without a product stands for.
 inline constexpr std::int64_t defaultSimulatedProduct = 0x0020;
 
-// How a simulated base behaves and misbehaves. May be changed while it runs.
+// How a simulated base behaves, faults included. May be changed while it runs.
 struct SimulatedBehaviour {
   TuningLayout layout = TuningLayout::deviceID;  // the write layout that its firmware expects
   std::set<TuningParameter> ignored;             // writes of these change nothing
-  std::map<TuningParameter, std::int64_t> most;  // what is written above these becomes these
+  std::map<TuningParameter, std::int64_t> most;  // higher written values are lowered to these
   Seconds answerDelay{0};
-  Seconds switchDelay{0};          // goes on in the old set for that long when told to switch
+  Seconds switchDelay{0};          // between the command to select a set and the switch
   bool silent = false;             // answers no request at all
   bool tuningSilent = false;       // answers identity requests only
   bool foreignReports = false;     // sends reports of other kinds before each answer
-  bool staleAnswers = false;       // sends the menu as it was before, just before each answer
+  bool staleAnswers = false;       // sends the previous menu before each answer
   bool streamWheelStatus = false;  // a wheel-status report every millisecond
   HIDReturn failSendsWith = HIDReturnCode::success;
-  int failSendsFrom = 0;  // with a code above: the first packet to fail, counted from 0
-  int failSendsCount = std::numeric_limits<int>::max();  // and how many fail
-  std::optional<int> unplugAfter;  // leaves when it has received this many packets
+  int failSendsFrom = 0;  // with a code above: index of the first packet that fails
+  int failSendsCount = std::numeric_limits<int>::max();  // how many fail
+  std::optional<int> unplugAfter;                        // unplugs itself after this many packets
 };
 
-// A wheel base made of software: it understands every command packet and answers like the hardware.
-// A pure state machine without threads or a clock of its own: hosts carry its packets and tell it
-// the time. Not thread-safe.
+// A wheel base made of software: it handles every command packet and answers like the hardware.
+// A state machine without threads or a clock: its host passes packets and the time to it.
+// Not thread-safe.
 class SimulatedBase {
  public:
   explicit SimulatedBase(const FanatecProduct& product);
@@ -54,27 +54,27 @@ class SimulatedBase {
   SimulatedMenu& menu() { return menu_; }
   SimulatedBehaviour& behaviour() { return behaviour_; }
 
-  // What the kernel or a port asks of it.
+  // The descriptor and properties for the kernel or a port.
   static const Bytes& reportDescriptor();
   HIDProperties properties() const;
 
-  // An empty serial number is the default.
+  // Empty: the base has no serial number.
   std::string serialNumber;
 
-  // The product ID that it is described with, in place of its product's.
+  // The product ID in its description, in place of its product's.
   std::optional<std::int64_t> shownProductID;
   std::int64_t productID() const { return shownProductID.value_or(product_.productID); }
 
-  // One output report as it went over the wire, report ID first. Answers become due by and by.
+  // Handles one output report as on the wire, report ID first, and queues the answers.
   HIDReturn receive(ByteView wire, Monotonic::time_point now);
 
-  // An input or feature report on demand; none for reports that the base refuses.
+  // The answer to a GET_REPORT request; none for reports that the base refuses.
   std::optional<Bytes> getReport(HIDReportKind kind, std::uint8_t reportID) const;
 
-  // When the next input report is due; none when nothing is.
+  // When the next input report is due; none when none is queued.
   std::optional<Monotonic::time_point> nextDue(Monotonic::time_point now);
 
-  // The next input report that is due by now, oldest first.
+  // Takes the oldest input report that is due by now; none when none is.
   std::optional<Bytes> takeDue(Monotonic::time_point now);
 
   // A value changed with the wheel's own button: the base reports its menu unasked.
@@ -83,26 +83,27 @@ class SimulatedBase {
   // Queues any report, well-formed or not.
   void sendReport(Bytes report, Monotonic::time_point now);
 
-  // The wheel-status report carries these (wheel code 0xFF: none attached).
+  // Sets the wheel in the status and identity reports (wheel code 0xFF: none attached).
   void attachWheel(std::uint16_t wheelID, std::uint16_t firmwareVersion);
   Bytes wheelStatusReport() const;
 
-  // The identity report's interpreted bytes, open to be changed.
+  // The identity report, for tests to change.
   Bytes& identityReport() { return identity_; }
 
   bool isPlugged() const { return plugged_; }
 
-  // How often it was plugged in. What was opened before the last time stays dead.
+  // How often it was plugged in. A port that was opened at an earlier count is dead.
   int plugCount() const { return plugCount_; }
 
-  // Both forget what was not delivered; the menu survives, as on the hardware.
+  // unplug() drops undelivered reports and a delayed switch of sets. The menu survives, as on the
+  // hardware.
   void unplug();
   void plug();
 
-  // Another base is plugged in at the same place, with a menu of its own.
+  // Replaces the base by a new one of this product at the same place, with its own menu.
   void plug(const FanatecProduct& product);
 
-  // Rules that the caller broke: packets of a wrong length or on an unknown report.
+  // The caller's errors so far: packets of a wrong length or with an unknown report ID.
   const std::vector<std::string>& violations() const { return violations_; }
 
  private:
@@ -134,7 +135,7 @@ class SimulatedBase {
   FanatecProduct product_;
   SimulatedMenu menu_;
   SimulatedBehaviour behaviour_;
-  Bytes menuBefore_;  // its report before the last command that changed it
+  Bytes menuBefore_;  // the report before the last change; see staleAnswers
   Bytes identity_;
   bool identityEnabled_ = false;
   WheelStatus wheelStatus_;
@@ -142,7 +143,7 @@ class SimulatedBase {
   int plugCount_ = 1;
   int received_ = 0;
   std::vector<Pending> pending_;  // ascending due time
-  std::optional<Switch> switch_;  // that was asked for, and is not done
+  std::optional<Switch> switch_;  // requested but not done yet
   std::optional<Monotonic::time_point> nextStatus_;
   std::vector<std::string> violations_;
 };

@@ -14,10 +14,10 @@
 namespace quorvane {
 namespace {
 
-// More than any reader falls behind; the newest are dropped then, as the kernel does.
+// More than any reader falls behind. A full queue drops the newest reports, as the kernel does.
 constexpr std::size_t longestQueue = 4096;
 
-// What the kernel takes for a report, its ID counted.
+// The lengths that the kernel accepts for a report, its ID included.
 constexpr std::size_t shortestPacket = 2;
 constexpr std::size_t longestPacket = 16384;
 
@@ -83,7 +83,7 @@ class SimulatedDevice::Port final : public HIDPort {
     HIDReturn code = HIDReturnCode::success;
     {
       MutexLock held(device_->lock_);
-      // Sends of other threads may overlap a close; its own caller knows better.
+      // Other threads may write during a close; the thread that closes must not.
       if (interrupter_ == std::this_thread::get_id()) {
         device_->violations_.emplace_back("a write after close");
       }
@@ -149,7 +149,7 @@ class SimulatedDevice::Port final : public HIDPort {
   bool isExclusive() const { return exclusive_; }
   void missReports() { ++possibleLosses_; }
 
-  // The base has left since the opening, whether it is back or not.
+  // Whether the base was unplugged since this port was opened, even if it is back.
   bool isGone(const SimulatedBase& base) const {
     return !base.isPlugged() || base.plugCount() != plugCount_;
   }
@@ -165,7 +165,7 @@ class SimulatedDevice::Port final : public HIDPort {
     return !isGone(device_->base_) && !device_->line_.empty() && device_->line_.front() != this;
   }
 
-  // What the kernel makes of a packet that it does not hand on.
+  // The kernel's error for a packet that it does not pass on; success for any other.
   HIDReturn refusal(std::uint8_t reportID, ByteView data) const QUORVANE_REQUIRES(device_->lock_) {
     if (isGone(device_->base_)) return HIDReturnCode::noDevice;
     const std::size_t length = data.size() + (reportID == 0 ? 1 : 0);
@@ -199,13 +199,13 @@ class SimulatedDevice::Port final : public HIDPort {
 
   const std::shared_ptr<SimulatedDevice> device_;
   const bool exclusive_;
-  const int plugCount_;  // of the base that was opened
+  const int plugCount_;  // of the base when it was opened
   std::deque<Bytes> queue_;
   std::optional<std::thread::id> interrupter_;
-  std::optional<int> seenVisits_;  // of the device, when the watch for others began
+  std::optional<int> seenVisits_;  // visits_ of the device at watchForOthers()
   bool mayHaveCompany_ = false;
   std::uint64_t possibleLosses_ = 0;
-  bool handling_ = false;  // the reader is at work on a report
+  bool handling_ = false;  // the reader is handling a report
   bool ended_ = false;
 };
 
@@ -343,7 +343,7 @@ HIDOpenResult SimulatedDevice::open(bool exclusive) {
       return {HIDReturnCode::exclusiveAccess, nullptr};
     }
   }
-  pump();  // what was due before is not for this port
+  pump();  // reports that were due before go to the other ports only
   auto port = std::make_unique<Port>(shared_from_this(), exclusive, base_.plugCount());
   ++visits_;
   ports_.push_back(port.get());
@@ -355,7 +355,7 @@ Monotonic::time_point SimulatedDevice::now() const {
   return virtualClock_ ? virtualNow_ : Monotonic::now();
 }
 
-// Hands every report that is due to every open port; without one, they are lost.
+// Queues every report that is due at every open port; without open ports, reports are lost.
 void SimulatedDevice::pump() {
   bool any = false;
   while (const auto report = base_.takeDue(now())) {
@@ -373,7 +373,7 @@ bool SimulatedDevice::isQuiet() {
                       [](const Port* port) { return port->isBusy(); });
 }
 
-// Asking is what makes a port stand in line.
+// Also adds the port to the write lock queue.
 bool SimulatedDevice::isFirstInLine(const Port* port) {
   while (!line_.empty() && line_.front()->isGone(base_)) line_.erase(line_.begin());
   if (std::find(line_.begin(), line_.end(), port) == line_.end()) line_.push_back(port);

@@ -16,11 +16,11 @@
 
 namespace quorvane {
 
-// A simulated base behind the port that real devices have, in this process. Several ports may be
-// open at once; each gets every input report, as with real nodes. Any thread may call.
+// A simulated base in this process, behind the interface of real devices. Several ports may be
+// open at once; each gets every input report, as with real nodes. Thread-safe.
 //
-// In real time, answers come when they are due. In virtual time nothing ever waits: `clock()` jumps
-// to the next event once all readers have handled what they got, and its pauses are recorded in the
+// In real time, answers arrive when they are due. In simulated time nothing sleeps: clock() jumps
+// to the next event once all readers have handled their reports, and records pauses in the
 // transcript ("pause 250 ms").
 class SimulatedDevice final : public HIDDeviceHandle,
                               public std::enable_shared_from_this<SimulatedDevice> {
@@ -30,46 +30,47 @@ class SimulatedDevice final : public HIDDeviceHandle,
   static std::shared_ptr<SimulatedDevice> create(const FanatecProduct& product, Time time);
   ~SimulatedDevice() override;
 
-  // The clock that belongs to this device's time; lives as long as the device.
+  // The clock of this device, real or simulated. Valid as long as the device.
   Clock& clock();
 
   Transcript& transcript() { return transcript_; }
 
-  // Runs `use` on the base while nothing else does, then lets waiting readers look again.
+  // Runs `use` on the base under the device's lock, then wakes waiting readers.
   void withBase(const std::function<void(SimulatedBase&)>& use);
 
-  // Unasked events at the present time.
+  // Events that no request caused, at the current time.
   void turn(TuningParameter parameter, std::int64_t value);
   void sendReport(Bytes report);
   void unplug();
   void plug();
 
-  // Another base takes the place of one that was unplugged.
+  // Plugs a base of another product in place of the one that was unplugged.
   void plugAs(const FanatecProduct& product);
 
-  // From now on the base has the menu of the storage and keeps every change of it there
-  // (MenuKeeper). Called before anything opens the device. Throws what the storage throws.
+  // Loads the base's menu from the storage and stores every change there from now on (MenuKeeper).
+  // Call before anything opens the device. Throws what the storage throws.
   void keepMenuIn(std::unique_ptr<MenuStorage> storage, MenuKeeper::Complain complain) {
     keeper_ = std::make_unique<MenuKeeper>(*this, std::move(storage), std::move(complain));
   }
 
-  // Replaces one property of the description, or the element list.
+  // Replaces one property of the device's description.
   void setProperty(std::string_view key, HIDProperty value);
 
-  // Every later opening fails with the code; success lets them through again.
+  // Makes every later open() fail with the code; `success` ends that.
   void failOpenWith(HIDReturn code);
 
-  // Whether ports take turns at writing; without, as on a system that has no locks.
+  // Whether ports share a write lock. With false every port gets it at once, as on a system
+  // without locks.
   void setHasWriteLocks(bool hasWriteLocks);
 
-  // Whether ports notice who opens the device and closes it; without, as where the system watches
-  // no more files for its user.
+  // Whether ports notice that others open or close the device. False simulates a user who has used
+  // up the system's file watches.
   void setTellsOpenings(bool tellsOpenings);
 
-  // Who is said to have the turn at writing when it is none of the ports asking.
+  // The result of every port's writeLockHolder(): a process outside this one.
   void setTurnHolder(std::optional<NodeHolder> holder);
 
-  // As if the readers of all open ports came so late that reports may be lost.
+  // Adds one to possibleLosses() of every open port, as when a reader is too late for a report.
   void delayReaders();
 
   // Called after the device was plugged or unplugged, on the thread that caused it.
@@ -78,10 +79,11 @@ class SimulatedDevice final : public HIDDeviceHandle,
   bool isPlugged() const;
   std::size_t openPorts() const;
 
-  // Blocks until every reader has handled all that is due.
+  // Blocks until all readers have handled all reports that are due.
   void waitUntilQuiet();
 
-  // What the base and the ports found wrong with their callers' conduct.
+  // Errors of the callers that the ports and the base found, such as a write after a close or a
+  // packet of a wrong length.
   std::vector<std::string> violations() const;
 
   std::optional<HIDProperty> property(std::string_view key) const override;
@@ -104,15 +106,15 @@ class SimulatedDevice final : public HIDDeviceHandle,
   void reportPlugChange(bool before);
 
   Transcript transcript_;
-  std::unique_ptr<MenuKeeper> keeper_;          // with a storage
-  std::unique_ptr<VirtualClock> virtualClock_;  // in simulated time
+  std::unique_ptr<MenuKeeper> keeper_;          // only with a storage
+  std::unique_ptr<VirtualClock> virtualClock_;  // only in simulated time
 
   mutable Mutex lock_;
   Condition changed_;
   SimulatedBase base_ QUORVANE_GUARDED_BY(lock_);
   HIDProperties properties_ QUORVANE_GUARDED_BY(lock_);
   std::vector<Port*> ports_ QUORVANE_GUARDED_BY(lock_);
-  std::vector<const Port*> line_ QUORVANE_GUARDED_BY(lock_);  // for the turn; the first has it
+  std::vector<const Port*> line_ QUORVANE_GUARDED_BY(lock_);  // queue; the first has the lock
   int visits_ QUORVANE_GUARDED_BY(lock_) = 0;                 // openings and closings
   bool tellsOpenings_ QUORVANE_GUARDED_BY(lock_) = true;
   bool hasWriteLocks_ QUORVANE_GUARDED_BY(lock_) = true;

@@ -11,18 +11,18 @@
 
 namespace quorvane {
 
-// A machine on which simulated bases are all there is, in real time.
+// Backend, USB bus and survey of a machine whose only devices are simulated bases, in real time.
 class SimulatedMachine {
  public:
   explicit SimulatedMachine(const FanatecProduct& product)
       : SimulatedMachine(std::vector{product}) {}
 
-  // One base for each product, at least one. Several hang on ports of their own of one USB bus.
+  // One base for each product, at least one. Several share one USB bus, each on its own port.
   explicit SimulatedMachine(const std::vector<FanatecProduct>& products);
 
-  // The bases have what the file keeps, and keep there what is changed (SimulatedStateFile).
-  // `complain` is told why a change could not be kept, on the thread that sent it. Called before
-  // anything opens a base. Throws FileError and DecodingError.
+  // Loads the bases' menus from the file and stores every change there (SimulatedStateFile).
+  // Calls `complain` with the reason when a change cannot be stored, on the thread that sent it.
+  // Call before anything opens a base. Throws FileError and DecodingError.
   void keepStateIn(const std::filesystem::path& file, const MenuKeeper::Complain& complain);
 
   HIDBackend& backend() { return backend_; }
@@ -31,7 +31,7 @@ class SimulatedMachine {
 
   std::size_t deviceCount() const { return devices_.size(); }
 
-  // The base with this place in the list of products.
+  // The base of the product at this index of the list.
   SimulatedDevice& device(std::size_t number = 0) { return *devices_.at(number); }
 
  private:

@@ -10,14 +10,14 @@
 
 namespace quorvane {
 
-// The tuning menu as a base keeps it: five sets of bytes, the active one, and the mode.
+// The tuning menu in the base: five sets of bytes, the number of the active one, and the mode.
 class SimulatedMenu {
  public:
   static constexpr int setCount = static_cast<int>(tuningSets.upper);
   static constexpr std::size_t menuOffset = 3;
   using Menu = std::array<std::uint8_t, TuningSnapshot::length - menuOffset>;
 
-  // All that the menu keeps: the bytes of each set from offset 3 of its tuning report.
+  // The whole menu. A set is the bytes from offset 3 of its tuning report.
   struct State {
     std::array<Menu, setCount> sets{};
     int activeSet = 1;
@@ -33,26 +33,28 @@ class SimulatedMenu {
 
   const State& state() const { return state_; }
 
-  // Whether the state is one that a base of this product can come to by its own commands.
+  // Whether commands can bring a base of this product into this state: all values are in range, and
+  // bytes that belong to no parameter are 0.
   bool canHave(const State& state) const;
 
-  // Takes a state that it can have.
+  // Replaces the state. Precondition: canHave(state).
   void restore(const State& state);
 
   // The tuning report of the active set: 64 bytes, report ID first.
   Bytes report() const;
 
-  // Sets outside 1...5 are left alone, as the hardware does.
+  // A set number outside 1...5 has no effect, as on the hardware.
   void select(int set);
   void saveInto(int set);
   void toggleMode() { state_.isAdvanced = !state_.isAdvanced; }
   void reset();
 
-  // Takes the menu bytes of a write (offset 3 onward of the tuning report). A byte that is outside
-  // its parameter's range, or whose parameter this product lacks, keeps its value.
+  // Writes menu bytes (offset 3 onward of the tuning report) to the active set. Ignores a byte that
+  // is outside its parameter's range or whose parameter this product lacks.
   void write(ByteView menu);
 
-  // One parameter of the active set in display units, which must be valid for the product.
+  // Sets one parameter of the active set, in display units. The value must be valid for the
+  // product.
   void put(TuningParameter parameter, std::int64_t value);
 
  private:

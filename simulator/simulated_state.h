@@ -9,7 +9,7 @@
 
 namespace quorvane {
 
-// What one simulated base keeps, as a file has it.
+// The stored state of one simulated base, as in the state file.
 struct SimulatedState {
   std::int64_t productID = 0;
   SimulatedMenu::State menu;
@@ -17,7 +17,7 @@ struct SimulatedState {
   bool operator==(const SimulatedState&) const = default;
 };
 
-// The bases as one JSON document, and back. Reading is strict: what is no such document, or has a
+// Encode and decode the states as one JSON document. Decoding is strict: any other document, or a
 // menu that its product cannot have, throws DecodingError.
 std::string encodeStates(const std::vector<SimulatedState>& states);
 std::vector<SimulatedState> decodeStates(std::string_view text);

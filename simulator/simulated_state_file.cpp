@@ -48,7 +48,7 @@ bool areOf(const States& states, const Products& products) {
                     });
 }
 
-// What to start with for the bases of a file.
+// The option that simulates the bases of a file.
 std::string optionFor(const States& states) {
   std::string option = "--simulate=";
   for (const SimulatedState& state : states) {

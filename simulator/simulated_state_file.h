@@ -10,17 +10,18 @@
 
 namespace quorvane {
 
-// A file of the user's that keeps what simulated bases are set to, between runs and for several
-// processes at once. It is made by the first change. A file that holds anything else is never
-// written to. Any thread may call; its storages share nothing but the file.
+// A file of the user that stores the menus of simulated bases between runs, shared by several
+// processes. The first change creates it. A file with any other content is never overwritten.
+// Thread-safe; its storages share nothing but the file.
 //
-// Failures are FileError and DecodingError; their texts begin with the path.
+// Throws FileError and DecodingError; their messages begin with the path.
 class SimulatedStateFile {
  public:
-  // The file for bases of these products, in this order. A file of other products is an error.
+  // The file for bases of these products, in this order. A file of other products is a
+  // DecodingError when it is read.
   SimulatedStateFile(std::filesystem::path path, std::vector<FanatecProduct> products);
 
-  // The storage of the base with this place among the products.
+  // The storage of the base of the product at this index.
   std::unique_ptr<MenuStorage> storage(std::size_t number) const;
 
  private:

@@ -8,14 +8,14 @@
 
 namespace quorvane {
 
-// The USB side of simulated bases: a bus with them on it while they are plugged. A reset unplugs
-// the base and plugs it back in. The bases must outlive the bus and what it lists.
+// A USB bus that lists simulated bases while they are plugged. A reset unplugs the base and plugs
+// it back in. The bases must outlive the bus and the devices that it lists.
 class SimulatedUSBBus final : public USBBus {
  public:
   SimulatedUSBBus() = default;
   explicit SimulatedUSBBus(SimulatedDevice& device) : devices_{&device} {}
 
-  // Not while somebody uses the bus.
+  // Not thread-safe: add all devices before the bus is used.
   void add(SimulatedDevice& device) { devices_.push_back(&device); }
 
   std::vector<std::unique_ptr<USBDevice>> devices() override;

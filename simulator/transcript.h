@@ -8,8 +8,7 @@
 
 namespace quorvane {
 
-// What happened to a simulated base, line by line: packets and pauses, openings and closings.
-// Any thread may add and read.
+// A log of a simulated base in lines: packets, pauses, openings and closings. Thread-safe.
 class Transcript {
  public:
   void add(std::string line);
@@ -25,8 +24,8 @@ class Transcript {
   std::vector<std::string> lines_ QUORVANE_GUARDED_BY(lock_);
 };
 
-// A packet for people to compare: its bytes up to the last that is not zero, then "+" and the
-// number of zeros that follow ("ff 03 02 +61").
+// A packet as text: its bytes up to the last non-zero one, then "+" and the number of zeros that
+// follow ("ff 03 02 +61").
 std::string packetText(ByteView wire);
 
 }  // namespace quorvane

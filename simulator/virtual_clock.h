@@ -8,8 +8,8 @@
 
 namespace quorvane {
 
-// The time of a device in which nothing ever waits. A pause is a line of the transcript; a wait
-// jumps to the next event, once all readers have handled what they got.
+// The clock of a device in simulated time; it never sleeps. sleepFor() adds a line to the
+// transcript; wait() jumps to the next event once all readers have handled their reports.
 class SimulatedDevice::VirtualClock final : public Clock {
  public:
   explicit VirtualClock(SimulatedDevice& device) : device_(device) {}
@@ -26,7 +26,7 @@ class SimulatedDevice::VirtualClock final : public Clock {
       device_.virtualNow_ += std::chrono::duration_cast<Monotonic::duration>(duration);
       device_.changed_.notifyAll();
     }
-    device_.waitUntilQuiet();  // what comes in a pause is there when it ends
+    device_.waitUntilQuiet();  // reports of the pause are handled when it ends
   }
 
   bool wait(Semaphore& semaphore, Seconds timeout) override {
@@ -37,7 +37,7 @@ class SimulatedDevice::VirtualClock final : public Clock {
       MutexLock held(device_.lock_);
       const auto due = device_.base_.nextDue(device_.virtualNow_);
       if (device_.virtualNow_ >= deadline) return false;
-      // Never back: another thread may have moved it on.
+      // Never set the time back: another thread may have advanced it.
       device_.virtualNow_ =
           std::max(device_.virtualNow_, due ? std::min(*due, deadline) : deadline);
       device_.changed_.notifyAll();

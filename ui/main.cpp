@@ -52,7 +52,7 @@ int print(const StartText& text) {
   return isWritten ? text.exitStatus : EXIT_FAILURE;
 }
 
-// What later starts hand over comes to this window.
+// Connects the requests of later processes to this window.
 void follow(SingleInstance& instance, MainWindow& window) {
   QObject::connect(&instance, &SingleInstance::activated, &window,
                    [&window](const QString& token) { PlatformData::bringToFront(window, token); });
@@ -68,7 +68,7 @@ void follow(SingleInstance& instance, MainWindow& window) {
                    });
 }
 
-// Nothing that is being written is cut off when the program or the session is ended from outside.
+// Waits for running writes when a signal or the end of the session ends the program.
 void endGently(TerminationSignals& termination, MainWindow& window) {
   Closing* const closing = &window.closing();
   QObject::connect(&termination, &TerminationSignals::received, closing, &Closing::terminate);
@@ -82,8 +82,8 @@ void endGently(TerminationSignals& termination, MainWindow& window) {
       Qt::DirectConnection);
 }
 
-// For desktops that do not find the icon by the application's ID. Looking through the icon themes
-// takes some milliseconds, so the window is shown first. There is no icon before installing.
+// For desktops that do not find the icon by the application ID. Searching the icon themes takes
+// some milliseconds, so the window is shown first. An uninstalled program has no icon.
 void setIconLater(MainWindow& window) {
   QTimer::singleShot(std::chrono::milliseconds(200), &window, [&window] {
     window.setWindowIcon(QIcon::fromTheme(Addresses::applicationID()));
@@ -106,7 +106,7 @@ int show(const AppModel::World& world, DesktopPanels& panels, SingleInstance& in
   return QApplication::exec();
 }
 
-// One base after the other, with a blank line between them.
+// Writes one transcript after the other, separated by a blank line.
 void writeTranscripts(SimulatedMachine& machine, const std::filesystem::path& file) {
   std::string text;
   for (std::size_t number = 0; number < machine.deviceCount(); ++number) {
@@ -120,7 +120,7 @@ void writeTranscripts(SimulatedMachine& machine, const std::filesystem::path& fi
   }
 }
 
-// False, after a line on standard error, when the file cannot be used.
+// Prints a line on standard error and returns false if the file cannot be used.
 bool keepState(SimulatedMachine& machine, const std::filesystem::path& file) {
   const auto complain = [](const std::string& reason) {
     printTo(stderr, "The simulated base's state was not kept: {}\n", oneLine(reason));
@@ -134,7 +134,7 @@ bool keepState(SimulatedMachine& machine, const std::filesystem::path& file) {
   }
 }
 
-// A simulated base is for trying things out: each start has its own, with a window of its own.
+// With simulated bases there is no single instance: each process has its own bases and window.
 int start(const StartOptions& options, const QVariantMap& platformData) {
   const auto bus = sessionBus();
   SingleInstance instance(options.simulated.empty() ? bus : std::nullopt,

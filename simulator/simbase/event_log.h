@@ -7,11 +7,11 @@
 
 namespace quorvane {
 
-// What the kernel did to the base, one line an event: seconds on the monotonic clock, then the
-// event. Written out at once.
+// A log file of the kernel's actions on the base, one line per event: seconds on the monotonic
+// clock, then the event. Flushed after each line.
 class EventLog {
  public:
-  // Writes nothing without a path. Throws std::system_error when the file cannot be made.
+  // An empty path disables the log. Throws std::system_error when the file cannot be created.
   explicit EventLog(const std::string& path);
 
   void add(std::string_view event);

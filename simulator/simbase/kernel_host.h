@@ -4,8 +4,8 @@
 
 namespace quorvane {
 
-// Shows a simulated base to the kernel as a device of its own. Failures of the kernel's interfaces
-// are std::system_error.
+// Registers a simulated base with the kernel as a device. Members throw std::system_error when the
+// kernel's interface fails.
 class KernelHost {
  public:
   virtual ~KernelHost() = default;
@@ -13,13 +13,13 @@ class KernelHost {
   virtual void plug() = 0;
   virtual void unplug() = 0;
 
-  // Readable when the kernel wants something; -1 while unplugged.
+  // A file descriptor that is readable while the kernel has a request; -1 while unplugged.
   virtual int fd() const = 0;
 
-  // Handles one request of the kernel.
+  // Handles one request of the kernel; call when fd() is readable.
   virtual void service() = 0;
 
-  // Whether the kernel takes an input report now.
+  // Whether the kernel accepts an input report now.
   virtual bool canSend() const = 0;
   virtual void send(ByteView report) = 0;
 };

@@ -123,10 +123,10 @@ SimulatedBase makeBase(const Options& options) {
   return base;
 }
 
-// Lines of a descriptor that poll() watches; buffered input would hide what is there.
+// Reads lines from standard input with read(2): poll() does not see lines in a stdio buffer.
 class LineReader {
  public:
-  // The complete lines that came with one read; none at the end of the input.
+  // The lines that one read(2) completes; none at the end of the input.
   std::optional<std::vector<std::string>> read() {
     std::array<char, 4096> chunk{};
     const ssize_t got = ::read(STDIN_FILENO, chunk.data(), chunk.size());
@@ -165,7 +165,8 @@ class Program {
     deliver();
   }
 
-  // Milliseconds until the next report is due; -1 without one or while nobody takes it.
+  // Milliseconds until the next report is due; -1 (no timeout) if none is queued or the kernel
+  // accepts none now.
   int timeout() {
     const auto now = Monotonic::now();
     const auto due = base_.nextDue(now);
@@ -174,7 +175,7 @@ class Program {
     return static_cast<int>(std::clamp<std::int64_t>(wait, 0, 60'000));
   }
 
-  // A few at a time: the kernel's requests come in between.
+  // Sends due reports, a few per call, so that the kernel's requests are handled in between.
   void deliver() {
     constexpr int most = 16;
     for (int i = 0; i < most && host_.canSend(); ++i) {

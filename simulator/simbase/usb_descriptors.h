@@ -20,7 +20,7 @@ inline constexpr std::uint8_t report = 0x22;
 }  // namespace USBDescriptorType
 
 // A descriptor of the base as a full-speed USB device with one HID interface (interrupt endpoints
-// 1 IN and 1 OUT); none for types and strings that it lacks.
+// 1 IN and 1 OUT); none for a type or string index that the device does not have.
 std::optional<Bytes> usbDescriptor(const SimulatedBase& base, std::uint8_t type,
                                    std::uint8_t index);
 

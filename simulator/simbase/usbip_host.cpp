@@ -21,8 +21,8 @@ constexpr int port = 0;
 constexpr int deviceID = 0x00010002;
 constexpr int fullSpeed = 2;
 
-// Message headers have 48 bytes, big-endian: command, sequence number, device, direction, endpoint;
-// then what the command needs.
+// Message headers have 48 bytes, big-endian: command, sequence number, device, direction, endpoint,
+// then fields of the command.
 constexpr std::size_t headerLength = 48;
 constexpr std::size_t setupOffset = 40;
 constexpr std::size_t setupLength = 8;
@@ -31,7 +31,7 @@ constexpr std::uint32_t unlinkCommand = 2;
 constexpr std::uint32_t submitReply = 3;
 constexpr std::uint32_t unlinkReply = 4;
 
-// Requests of a control transfer: request type and request in one number.
+// Requests of a control transfer: bmRequestType in the high byte, bRequest in the low byte.
 constexpr unsigned getStatus = 0x8000;
 constexpr unsigned getDescriptor = 0x8006;
 constexpr unsigned getInterfaceDescriptor = 0x8106;
@@ -222,7 +222,7 @@ void UsbipHost::sendAll(const Bytes& bytes) {
   while (sent < bytes.size()) {
     const ssize_t now =
         ::send(socket_.get(), bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
-    if (now <= 0) return;  // the kernel has detached; the next request tells
+    if (now <= 0) return;  // the kernel has detached: receive() finds out
     sent += static_cast<std::size_t>(now);
   }
 }

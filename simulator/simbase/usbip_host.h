@@ -11,8 +11,8 @@
 
 namespace quorvane {
 
-// The base as a USB device: attached to the kernel's virtual host controller (vhci_hcd), which
-// speaks the USB/IP protocol through a socket pair instead of a network.
+// The base as a USB device on the kernel's virtual host controller (vhci_hcd), with the USB/IP
+// protocol over a socket pair instead of a network.
 class UsbipHost final : public KernelHost {
  public:
   UsbipHost(SimulatedBase& base, EventLog& log) : base_(base), log_(log) {}
@@ -22,7 +22,7 @@ class UsbipHost final : public KernelHost {
   int fd() const override { return socket_.get(); }
   void service() override;
 
-  // Only while the kernel has a transfer waiting on the interrupt endpoint.
+  // True while an interrupt IN transfer of the kernel is pending.
   bool canSend() const override { return !waiting_.empty(); }
   void send(ByteView report) override;
 
@@ -33,7 +33,7 @@ class UsbipHost final : public KernelHost {
     std::uint32_t sequence = 0;
     bool in = false;
     std::uint32_t endpoint = 0;
-    std::uint32_t length = 0;  // of a submission; the victim's sequence number in an unlink
+    std::uint32_t length = 0;  // of the data; in an unlink: the sequence number to cancel
     Bytes setup;
     Bytes data;
   };

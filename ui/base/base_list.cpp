@@ -31,7 +31,7 @@ void BaseList::show(const AppModel& model) {
   setVisible(isChoice(model));
 }
 
-// Rows of bases that are still there stay: so does what somebody points at or has the focus on.
+// Keeps the rows of bases that are still attached, so that hover and focus on them stay.
 void BaseList::build(const std::vector<HIDDeviceInfo>& bases) {
   const auto shows = [](const BaseRow* row, const HIDDeviceInfo& base) {
     return row != nullptr && isSameDevice(row->base(), base);

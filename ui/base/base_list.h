@@ -10,23 +10,23 @@ namespace quorvane {
 class AppModel;
 class BaseRow;
 
-// The attached bases, to choose another one by hand. It shows while there is a choice: another base
-// than the connected one.
+// The list of attached bases, for choosing another one. Visible while there is an attached base
+// that is not the connected one.
 class BaseList final : public Card {
   Q_OBJECT
 
  public:
   explicit BaseList(QWidget* parent = nullptr);
 
-  // Brings the rows in line with the model.
+  // Updates the rows from the model.
   void show(const AppModel& model);
   using QWidget::show;
 
  signals:
-  // A row's button was pressed.
+  // The button of a row was pressed.
   void chosen(const quorvane::HIDDeviceInfo& base);
 
-  // There are other controls than before.
+  // The set of controls has changed: renew the Tab order.
   void rebuilt();
 
  private:

@@ -148,7 +148,7 @@ void BasePage::renderMenu() {
   noMenu_->setVisible(!menu);
 }
 
-// Unsaved changes are for the base that is connected.
+// Asks first if there are unsaved changes: they are lost on a switch to another base.
 void BasePage::choose(const HIDDeviceInfo& base) {
   if (model().isConnected() && !model().staged().empty()) {
     ask(base);
@@ -168,8 +168,7 @@ void BasePage::ask(const HIDDeviceInfo& base) {
   question_->open();
 }
 
-// What it says stays true while it is open; without the one base or the other there is nothing to
-// ask any more.
+// Updates the open question; closes it when either base has been disconnected or unplugged.
 void BasePage::renderQuestion() {
   if (!question_) return;
   if (findDevice(model().devices(), *asked_) && model().isConnected() &&
@@ -181,7 +180,7 @@ void BasePage::renderQuestion() {
   }
 }
 
-// As it is described now: it may have been plugged in again since it was shown.
+// Uses the current description: the base may have been plugged in again since it was shown.
 void BasePage::connectTo(const HIDDeviceInfo& base) {
   if (const auto attached = findDevice(model().devices(), base)) model().connect(*attached);
 }

@@ -18,8 +18,8 @@ class ConfirmDialog;
 class FormPage;
 class FormRow;
 
-// The section "Base": what is known of the connected base, which others there are, and why none is
-// found.
+// The section "Base": the facts about the connected base, the other attached bases, and the
+// doctor's checks when none works.
 class BasePage final : public View {
   Q_OBJECT
 

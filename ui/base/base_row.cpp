@@ -22,7 +22,7 @@
 namespace quorvane {
 namespace {
 
-// Short, and yet no other base's.
+// A short name that is unique among the bases.
 std::string spokenName(const HIDDeviceInfo& base) {
   return fmt::format("{}, {}", nameOf(base),
                      oneLine(fmt::format("{}", fmt::join(namesOf(base), ", "))));
@@ -87,7 +87,7 @@ void BaseRow::show(AppModel::Link link, const QString& whyNot) {
   const QString state = link_->text().isEmpty() ? QStringLiteral("Not connected") : link_->text();
   detail_->setAccessibleName(
       QStringLiteral("%1, %2, %3").arg(text(nameOf(base_)), detail_->text(), state));
-  // The button that was pressed is no more: the focus stays in its row.
+  // The pressed button is hidden now: keep the focus in its row.
   if (isAskedFor_ && link == AppModel::Link::open && View::isFocusFree()) {
     focusDetail();
   }

@@ -10,8 +10,7 @@ namespace quorvane {
 
 class Button;
 
-// One attached base: what it is called, what tells it from others, and whether it is the connected
-// one or could be.
+// One attached base: its name, its details, and its connection state or a button to connect.
 class BaseRow final : public QWidget {
   Q_OBJECT
 
@@ -20,11 +19,11 @@ class BaseRow final : public QWidget {
 
   const HIDDeviceInfo& base() const { return base_; }
 
-  // How far the way to it is, and why it cannot be connected now, or nothing.
+  // Shows the connection state, and disables the button if `whyNot` (a reason) is not empty.
   void show(AppModel::Link link, const QString& whyNot);
   using QWidget::show;
 
-  // Gives the focus to what is always there.
+  // Gives the focus to the detail text, which is always visible.
   void focusDetail();
 
  signals:
@@ -35,7 +34,7 @@ class BaseRow final : public QWidget {
   QLabel* detail_;
   QLabel* link_;
   Button* connect_;
-  bool isAskedFor_ = false;  // by its button, until it is connected or that has failed
+  bool isAskedFor_ = false;  // button pressed; until the base is connected or that fails
 };
 
 }  // namespace quorvane

@@ -71,7 +71,7 @@ void CheckList::showSummary(const AppModel& model) {
   QAccessible::updateAccessibility(&change);
 }
 
-// The summary is before the rows.
+// Row 0 is the summary, so the checks start at row 1.
 void CheckList::build(std::size_t count) {
   if (rows_.size() == count) return;
   for (; rows_.size() > count; rows_.pop_back()) delete rows_.back();

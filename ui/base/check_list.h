@@ -10,15 +10,15 @@ class AppModel;
 class Button;
 class CheckRow;
 
-// What the doctor found, and what to do with it. It shows while there is trouble that was looked
-// into.
+// The doctor's checks, with buttons to repeat them and to copy or save a report. Visible while the
+// model needs an examination and one is running or done.
 class CheckList final : public Card {
   Q_OBJECT
 
  public:
   explicit CheckList(QWidget* parent = nullptr);
 
-  // Brings the rows in line with the model.
+  // Updates the rows from the model.
   void show(const AppModel& model);
   using QWidget::show;
 
@@ -27,7 +27,7 @@ class CheckList final : public Card {
   void copyReport();
   void saveReport();
 
-  // There are other controls than before.
+  // The set of controls has changed: renew the Tab order.
   void rebuilt();
 
  private:

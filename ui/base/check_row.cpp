@@ -32,7 +32,7 @@ QVBoxLayout* column(QWidget* first, QWidget* second) {
 
 }  // namespace
 
-// The outcome's word with a mark before it.
+// The outcome as a word after a coloured mark.
 class OutcomeMark final : public QLabel {
  public:
   OutcomeMark() {

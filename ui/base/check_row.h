@@ -10,8 +10,7 @@ namespace quorvane {
 
 class OutcomeMark;
 
-// One check of the doctor's: what was looked at and what came of it, beside what was found and what
-// to do next.
+// One of the doctor's checks: its title and outcome, and beside them its finding and next step.
 class CheckRow final : public QWidget {
   Q_OBJECT
 

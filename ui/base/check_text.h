@@ -5,7 +5,7 @@
 
 #include "doctor/check.h"
 
-// What the list of the doctor's checks says.
+// Texts of the list of the doctor's checks.
 namespace quorvane {
 
 // "Passed", "Failed" or "Not checked".
@@ -14,7 +14,7 @@ const char* outcomeWord(CheckOutcome outcome);
 // "2 of 9 checks failed", or that none did.
 std::string checksSummary(const std::vector<DoctorCheck>& checks);
 
-// The check for people who hear it: "Permission: failed. The finding. Next step: ...".
+// The check for a screen reader: "Permission: failed. The finding. Next step: ...".
 std::string spokenCheck(const DoctorCheck& check);
 
 // "Next step: ..." of a check that failed, else empty.

@@ -10,8 +10,9 @@ namespace quorvane {
 
 class SingleInstance;
 
-// org.freedesktop.Application on the bus, for the instance that owns the name. A call is answered
-// before the instance's signal is emitted: what it sets off may take longer than the caller waits.
+// The D-Bus interface org.freedesktop.Application of the instance that owns the name. The reply to
+// a call is sent before the instance's signal is emitted, since handling the signal may take longer
+// than the caller's timeout.
 class ApplicationInterface final : public QDBusAbstractAdaptor {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -24,7 +25,8 @@ class ApplicationInterface final : public QDBusAbstractAdaptor {
   void Activate(const QVariantMap& platformData);
   void Open(const QStringList& uris, const QVariantMap& platformData);
 
-  // The actions are the sections of the window, under their titles, and take no parameter.
+  // An action is the title of a section of the window, and takes no parameter. Other names get an
+  // error reply.
   void ActivateAction(const QString& name, const QVariantList& parameter,
                       const QVariantMap& platformData, const QDBusMessage& message);
   // NOLINTEND(readability-identifier-naming)

@@ -19,7 +19,7 @@ QString interface() { return QStringLiteral("org.freedesktop.portal.Settings"); 
 QString group() { return QStringLiteral("org.freedesktop.appearance"); }
 QString key() { return QStringLiteral("color-scheme"); }
 
-// Portals wrap the value once or twice.
+// Removes the variants around the value; portals wrap it once or twice.
 QVariant unwrapped(QVariant value) {
   while (value.userType() == qMetaTypeId<QDBusVariant>()) {
     value = qvariant_cast<QDBusVariant>(value).variant();
@@ -38,9 +38,9 @@ std::optional<bool> preference(const QVariant& wrapped) {
 }  // namespace
 
 DarkPreference::DarkPreference(QDBusConnection bus) : bus_(std::move(bus)) {
-  // The library finds the slot by the names of its types, and this one may be unknown so far.
+  // QtDBus looks up the slot by its type names; this type may not be registered yet.
   qRegisterMetaType<QDBusVariant>();
-  // Naming the sender would have the library block to look up who that is.
+  // No sender name: with one, QtDBus blocks to look up its owner.
   bus_.connect(QString(), Portal::path(), interface(), QStringLiteral("SettingChanged"), this,
                SLOT(settingChanged(QString, QString, QDBusVariant)));
   auto* const portal = new QDBusServiceWatcher(Portal::service(), bus_,

@@ -10,17 +10,17 @@ class QDBusVariant;
 
 namespace quorvane {
 
-// Whether the desktop prefers a dark appearance, as its portal says (org.freedesktop.portal
-// .Settings), from the start and at each change. Blocks nobody: main thread.
+// Follows the desktop's preference for a dark appearance, from its portal
+// (org.freedesktop.portal.Settings). Main thread only; never blocks.
 class DarkPreference final : public QObject {
   Q_OBJECT
 
  public:
-  // Asks at once, and again when a portal comes that was not there.
+  // Asks at once, and again whenever a portal registers on the bus.
   explicit DarkPreference(QDBusConnection bus);
 
  signals:
-  // Nothing: there is no preference, or nobody who knows.
+  // Emitted after each answer and change. None: there is no preference or no portal.
   void told(std::optional<bool> prefersDark);
 
  private slots:

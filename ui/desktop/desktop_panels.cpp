@@ -26,7 +26,7 @@ bool isFolder(const std::filesystem::path& path) {
   return std::filesystem::is_directory(path, error);
 }
 
-// How the portal knows a window. On Wayland a window has no such name that the toolkit tells.
+// The portal's identifier for a window. Empty on Wayland, where Qt does not provide one.
 QString handleOf(const QWidget* window) {
   if (window == nullptr || QGuiApplication::platformName() != QLatin1String("xcb")) return {};
   return QStringLiteral("x11:") + QString::number(window->winId(), 16);
@@ -73,7 +73,7 @@ DesktopPanels::DesktopPanels(std::optional<QDBusConnection> bus, std::chrono::mi
   if (bus_) FileFilter::registerOnBus();
 }
 
-// What is open belongs to the window, or to this.
+// Open panels are owned by the window or by this object; delete both kinds.
 DesktopPanels::~DesktopPanels() {
   for (const auto& [kind, panel] : open_) delete panel;
 }
@@ -134,7 +134,8 @@ void DesktopPanels::openDialog(const Kind& kind, const Request& request, const C
   dialog->open();
 }
 
-// The panel may be the sender of what ended it. From here on, another one may be opened.
+// Deletes the panel later, since it may be the sender of the current signal. Another panel of this
+// kind may be opened at once.
 void DesktopPanels::end(const Kind& kind) {
   QObject* const panel = open_[kind];
   if (panel == nullptr) return;

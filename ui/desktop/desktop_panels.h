@@ -14,24 +14,25 @@
 
 namespace quorvane {
 
-// The desktop's own file dialogs where its portal offers them, else the toolkit's. One of each kind
-// is open at a time: asking again brings it to the front, where that is ours to do.
+// The desktop's file dialogs if its portal offers them, else Qt's. One dialog of each kind is open
+// at a time: a second request raises a dialog of Qt's, and does nothing for one of the portal's.
 //
-// They start in the documents folder, then in that of the file chosen last.
+// The first dialog starts in the documents folder, later ones in the folder of the last choice.
 class DesktopPanels final : public QObject, public FilePanels {
   Q_OBJECT
 
  public:
   static constexpr std::chrono::milliseconds defaultTimeout{5000};
 
-  // `timeout` is for the portal to come up and to take a request; without a bus there is none.
+  // `timeout` is how long the portal may take to start and accept a request. Without a bus there is
+  // no portal.
   explicit DesktopPanels(std::optional<QDBusConnection> bus,
                          std::chrono::milliseconds timeout = defaultTimeout);
   ~DesktopPanels() override;
   DesktopPanels(const DesktopPanels&) = delete;
   DesktopPanels& operator=(const DesktopPanels&) = delete;
 
-  // The window that the panels belong to from now on. It may go before them.
+  // Sets the parent window of the panels. It may be destroyed before them.
   void setWindow(QWidget* window) { window_ = window; }
 
   void chooseDestination(const Request& request, Chosen chosen) override;

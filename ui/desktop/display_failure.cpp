@@ -22,7 +22,7 @@ struct HeldMessage {
   QString text;
 };
 
-// A handler of messages can be given no data of its own.
+// Static, because Qt passes no user data to a message handler.
 std::vector<HeldMessage>& heldMessages() {
   static std::vector<HeldMessage> held;
   return held;
@@ -37,7 +37,7 @@ std::string named(const char* variable) {
       qEnvironmentVariableIsEmpty(variable) ? "not set" : "\"" + valueOf(variable) + "\"");
 }
 
-// What Qt complained of first, in its words.
+// ": " and the first warning of Qt; empty without one.
 std::string firstComplaint() {
   for (const HeldMessage& message : heldMessages()) {
     if (message.type == QtWarningMsg || message.type == QtCriticalMsg) {

@@ -2,10 +2,10 @@
 
 namespace quorvane {
 
-// Stands around the making of the QApplication: where Qt finds no display, or cannot use the
-// platform that it is told to use, the program then ends with EXIT_FAILURE after one line on
-// standard error, in place of Qt's abort. What else Qt says meanwhile is passed on when this is
-// destroyed. Main thread, one at a time.
+// RAII guard around the construction of the QApplication. If Qt finds no display or cannot use the
+// requested platform, the program ends with EXIT_FAILURE and one line on standard error, instead of
+// Qt's abort. Other Qt messages are held and printed by the destructor. Main thread, one instance
+// at a time.
 class DisplayFailure {
  public:
   DisplayFailure();

@@ -9,7 +9,7 @@
 namespace quorvane {
 namespace {
 
-// One of a filter's patterns on the bus, which has two kinds of them.
+// A pattern of a filter in the portal's format, which has two kinds of patterns.
 struct Pattern {
   uint kind = 0;  // a glob
   QString glob;

@@ -10,18 +10,18 @@ class QDBusArgument;
 
 namespace quorvane {
 
-// A line of the list of file types in a panel.
+// One entry in a file panel's list of file types.
 struct FileFilter {
   QString name;
   QStringList globs;  // "*.json"
 
-  // What a panel offers for that content, the fitting one first.
+  // The filters of a panel for that content, the matching one first.
   static QList<FileFilter> of(FilePanels::Content content);
 
-  // As the toolkit's dialog takes it: "Presets (*.json)".
+  // The format of QFileDialog: "Presets (*.json)".
   QString text() const;
 
-  // Lists of filters can be sent on the bus after this, as the portal takes them: a(sa(us)).
+  // Registers lists of filters with QtDBus, in the portal's format: a(sa(us)). Call before sending.
   static void registerOnBus();
 };
 

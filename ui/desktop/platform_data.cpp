@@ -13,12 +13,12 @@ struct Item {
   const char* name;
 };
 
-// The better one first.
+// The preferred one first.
 constexpr std::array items{Item{tokenVariable, "activation-token"},
                            Item{"DESKTOP_STARTUP_ID", "desktop-startup-id"}};
 
-// The variable is where the toolkit looks for the token when a window asks to be activated. It is
-// good for once, and no concern of programs that we start.
+// RAII: sets the environment variable in which Qt looks for the token when a window is activated.
+// Unset afterwards, since the token is valid once and must not reach child processes.
 class OfferedToken {
  public:
   explicit OfferedToken(const QString& token) : isOffered_(!token.isEmpty()) {

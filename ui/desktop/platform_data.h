@@ -5,18 +5,19 @@
 
 class QWidget;
 
-// What a desktop gives to a start so that its window may come to the front, under the names that
-// org.freedesktop.Application has for it.
+// The activation data that the desktop passes to a starting program so that its window may come to
+// the front, with the keys of org.freedesktop.Application.
 namespace quorvane::PlatformData {
 
-// Of this process. To be asked before the application object is made, which takes some of it away.
+// The data of this process. Call before the QApplication is created, which removes some of it from
+// the environment.
 QVariantMap fromEnvironment();
 
-// The token among the data; empty when there is none.
+// The activation token in the data; empty without one.
 QString token(const QVariantMap& data);
 
-// Shows the window, also a minimised one, before all others, as far as the desktop lets the bearer
-// of the token; an empty one is none. Main thread.
+// Shows the window, restores it if minimised, and raises it if the desktop allows that for the
+// token (empty: none). Main thread.
 void bringToFront(QWidget& window, const QString& token);
 
 }  // namespace quorvane::PlatformData

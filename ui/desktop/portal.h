@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// Where xdg-desktop-portal is on the session's bus.
+// The address of xdg-desktop-portal on the session bus.
 namespace quorvane::Portal {
 
 inline QString service() { return QStringLiteral("org.freedesktop.portal.Desktop"); }

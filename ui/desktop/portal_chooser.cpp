@@ -18,12 +18,12 @@ constexpr uint success = 0;
 QString requestInterface() { return QStringLiteral("org.freedesktop.portal.Request"); }
 QString response() { return QStringLiteral("Response"); }
 
-// Such as nobody guesses.
+// A token that cannot be guessed.
 QString newToken() {
   return QStringLiteral("quorvane_") + QUuid::createUuid().toString(QUuid::Id128);
 }
 
-// Where the portal puts the request of this sender (":1.42") with that token.
+// The object path of the portal's request for this sender (":1.42") and token.
 QString handleOf(QString sender, const QString& token) {
   sender.remove(0, 1).replace(QLatin1Char('.'), QLatin1Char('_'));
   return Portal::path() + QStringLiteral("/request/%1/%2").arg(sender, token);
@@ -36,7 +36,7 @@ PortalChooser::PortalChooser(QDBusConnection bus, Request request,
     : bus_(std::move(bus)) {
   const QString token = newToken();
   request.options[QStringLiteral("handle_token")] = token;
-  // The response may come before the answer to the call.
+  // Before the call: the response signal may arrive before the reply.
   follow(handleOf(bus_.baseService(), token));
   QDBusMessage call = QDBusMessage::createMethodCall(
       Portal::service(), Portal::path(), QStringLiteral("org.freedesktop.portal.FileChooser"),
@@ -54,12 +54,12 @@ void PortalChooser::answered(QDBusPendingCallWatcher* answer) {
   if (handle_.isEmpty()) return;
   const QDBusPendingReply<QDBusObjectPath> reply = *answer;
   if (reply.isError()) {
-    // A dialog that still comes is one too many.
+    // Close a dialog that opens after the timeout.
     closeDialog();
     emit unavailable();
     return;
   }
-  // Old portals choose the handle on their own.
+  // Old portals ignore the token and choose their own handle.
   const QString handle = reply.value().path();
   if (handle == handle_) return;
   unfollow();
@@ -78,7 +78,7 @@ void PortalChooser::responded(uint code, const QVariantMap& results) {
   }
 }
 
-// Naming the sender would have the library block to look up who that is.
+// No sender name: with one, QtDBus blocks to look up its owner.
 void PortalChooser::follow(const QString& handle) {
   handle_ = handle;
   bus_.connect(QString(), handle_, requestInterface(), response(), this,

@@ -10,8 +10,8 @@ class QDBusPendingCallWatcher;
 
 namespace quorvane {
 
-// One file dialog of the desktop's portal (org.freedesktop.portal.FileChooser). Blocks nobody: main
-// thread. Exactly one of its signals is emitted, once. Destruction takes the dialog away.
+// One file dialog of the desktop's portal (org.freedesktop.portal.FileChooser). Main thread only;
+// never blocks. Emits exactly one of its signals, once. The destructor closes the dialog.
 class PortalChooser final : public QObject {
   Q_OBJECT
 
@@ -20,10 +20,10 @@ class PortalChooser final : public QObject {
     QString method;  // "OpenFile", "SaveFile"
     QString parentWindow;
     QString title;
-    QVariantMap options;  // without the handle's token
+    QVariantMap options;  // without "handle_token"
   };
 
-  // Asks at once; a portal that is silent for `timeout` is none.
+  // Sends the request at once. A portal that does not reply within `timeout` is unavailable.
   PortalChooser(QDBusConnection bus, Request request, std::chrono::milliseconds timeout);
   ~PortalChooser() override;
   PortalChooser(const PortalChooser&) = delete;
@@ -31,8 +31,8 @@ class PortalChooser final : public QObject {
 
  signals:
   void chosen(const std::filesystem::path& file);
-  void dismissed();    // without a file that we can use
-  void unavailable();  // no portal, or not one that does this
+  void dismissed();    // cancelled, or no local file was chosen
+  void unavailable();  // no portal, or one without file dialogs
 
  private slots:
   void responded(uint code, const QVariantMap& results);
@@ -44,7 +44,7 @@ class PortalChooser final : public QObject {
   void closeDialog();
 
   QDBusConnection bus_;
-  QString handle_;  // empty when the dialog is no more
+  QString handle_;  // empty once the dialog is closed
 };
 
 }  // namespace quorvane

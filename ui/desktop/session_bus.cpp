@@ -17,7 +17,7 @@
 namespace quorvane {
 namespace {
 
-// `name` as the kernel has it: the name of an abstract socket begins with a null byte.
+// `name` in the kernel's form: the name of an abstract socket begins with a null byte.
 bool listens(const QByteArray& name) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
@@ -44,7 +44,7 @@ bool addressAnswers(const QByteArray& address) {
   return false;
 }
 
-// Of another user's the client library does not want to know; it would launch a bus instead.
+// False for another user's socket: the client library ignores it and would start a bus instead.
 bool userBusAnswers() {
   const QByteArray directory = qgetenv("XDG_RUNTIME_DIR");
   if (directory.isEmpty()) return false;

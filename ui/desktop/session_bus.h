@@ -5,13 +5,12 @@
 
 namespace quorvane {
 
-// Somebody listens at the address of the session's message bus: DBUS_SESSION_BUS_ADDRESS, else
-// $XDG_RUNTIME_DIR/bus. Addresses other than local sockets do not count. Starts nothing and does
-// not block.
+// Whether a session bus listens at DBUS_SESSION_BUS_ADDRESS, else at $XDG_RUNTIME_DIR/bus. Only
+// local sockets count. Does not block and does not start a bus.
 bool hasSessionBus();
 
-// The session's message bus, or none; where there is none, no thread is started and nothing is
-// launched. Blocks until the bus has let us in. For the main thread, with an application object.
+// Connects to the session bus; none without one, and then starts no thread and no bus. Blocks until
+// the bus has accepted the connection. Main thread only; needs an application object.
 std::optional<QDBusConnection> sessionBus();
 
 }  // namespace quorvane

@@ -26,7 +26,7 @@ QString objectPathOf(QString name) {
                                 .replace(QLatin1Char('-'), QLatin1Char('_'));
 }
 
-// Nothing when a file has no absolute path.
+// None if a file's absolute path cannot be determined.
 std::optional<QStringList> urisOf(const std::vector<std::filesystem::path>& files) {
   QStringList uris;
   for (const auto& file : files) {
@@ -63,12 +63,12 @@ SingleInstance::Start SingleInstance::start(const std::vector<std::filesystem::p
   if (!bus_) return Start::alone;
   if (own()) return Start::owner;
   if (handOver(files, platformData, section)) return Start::handedOver;
-  // The owner may have ended meanwhile.
+  // The owner may have exited in the meantime: try again.
   return own() ? Start::owner : Start::alone;
 }
 
 bool SingleInstance::own() {
-  // Calls come as soon as the name is ours.
+  // Before RequestName: calls arrive as soon as this process owns the name.
   if (!bus_->registerObject(path_, this, QDBusConnection::ExportAdaptors)) return false;
   QDBusMessage request = callToBus(QStringLiteral("RequestName"));
   request << name_ << doNotQueue;

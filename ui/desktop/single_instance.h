@@ -13,48 +13,47 @@
 
 namespace quorvane {
 
-// Keeps the application to one process in a session: the first start owns the application's name on
-// the session's bus and answers for it (org.freedesktop.Application), later ones hand over to it.
+// Limits the application to one process per session: the first one owns the application's name on
+// the session bus and serves org.freedesktop.Application; later ones hand over to it and exit.
 //
-// Lives on one thread, where its signals are emitted, by its event loop. Destruction gives up the
+// Not thread-safe. Signals are emitted by the event loop of its thread. The destructor releases the
 // name.
 class SingleInstance final : public QObject {
   Q_OBJECT
 
  public:
   enum class Start {
-    owner,       // the first; it hears of the later ones
-    handedOver,  // the owner has taken over everything; this process is done
-    alone,       // no bus, or an owner that does not answer: neither hears of the other
+    owner,       // the first process; gets the requests of later ones
+    handedOver,  // the owner has accepted the request; this process should exit
+    alone,       // no bus, or the owner does not answer: independent of other processes
   };
 
   static constexpr std::chrono::milliseconds defaultTimeout{2000};
 
-  // `timeout` is for each answer.
+  // `timeout` applies to each D-Bus call.
   SingleInstance(std::optional<QDBusConnection> bus, QString applicationID,
                  std::chrono::milliseconds timeout = defaultTimeout);
   ~SingleInstance() override;
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  // Called once. Blocks for the bus, and for the owner if there is one. Relative files are those of
-  // the working directory. `section` is the one that this start asks for; files decide for
-  // themselves what is shown.
+  // Call once. Blocks on the bus, and on the owner if there is one. Relative files are resolved
+  // against the working directory. `section` is the section to show; ignored if there are files,
+  // whose import chooses the section.
   Start start(const std::vector<std::filesystem::path>& files, const QVariantMap& platformData,
               std::optional<Section> section = std::nullopt);
 
-  // Sends the reply to a call that came from the bus.
+  // Sends a reply to a D-Bus call.
   void reply(const QDBusMessage& message) const { bus_->send(message); }
 
  signals:
-  // Another start wants the window to be seen; the token is the one for bringing it to the front.
+  // Another process asks to show the window; `token` is for bringToFront().
   void activated(const QString& token);
 
-  // Another start wants these to be opened as well. Not every URI is one of a file of this machine
-  // (see FileURI::toPath).
+  // Another process asks to open these too. A URI need not be a local file (see FileURI::toPath).
   void opened(const QStringList& uris, const QString& token);
 
-  // Another start, or the desktop's menu, wants this section to be seen.
+  // Another process, or the desktop's menu, asks to show this section.
   void sectionChosen(Section section, const QString& token);
 
  private:

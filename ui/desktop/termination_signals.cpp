@@ -9,7 +9,7 @@
 namespace quorvane {
 namespace {
 
-// A handler can reach nothing else.
+// Global, because a signal handler has no other access to the pipe.
 std::atomic<int> wakeEnd = -1;
 static_assert(std::atomic<int>::is_always_lock_free);
 
@@ -22,7 +22,7 @@ extern "C" void wakeMainThread(int /*signal*/) {
 
 }  // namespace
 
-// Without a pipe the signals end the process as they do by default.
+// If no pipe can be created, the signals keep their default action.
 TerminationSignals::TerminationSignals() {
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;

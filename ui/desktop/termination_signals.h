@@ -10,9 +10,9 @@
 
 namespace quorvane {
 
-// Turns SIGTERM, SIGINT and SIGHUP into an event of the main thread, while it exists. One exists at
-// a time. The second signal of a kind ends the process at once, as without it. A signal that the
-// process was started to ignore stays ignored.
+// RAII: while it exists, SIGTERM, SIGINT and SIGHUP emit received() on the main thread. One
+// instance at a time. A second signal of the same kind has its default action: it ends the process
+// at once. A signal that was ignored when the process started stays ignored.
 class TerminationSignals final : public QObject {
   Q_OBJECT
 

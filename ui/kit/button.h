@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// A button with a word on it, and perhaps a symbol before or a menu behind it.
+// A button with a text, and optionally a symbol before it or a menu after it.
 class Button final : public QPushButton {
   Q_OBJECT
 
@@ -15,7 +15,7 @@ class Button final : public QPushButton {
 
   Kind kind() const { return kind_; }
 
-  // Shown before the word, or alone.
+  // The symbol is shown before the text, or alone.
   void setSymbol(const QString& name);
   void setSymbolOnly(bool alone);
 
@@ -34,12 +34,12 @@ class Button final : public QPushButton {
   bool symbolOnly_ = false;
 };
 
-// A flat square button that is only a symbol.
+// A flat square button with only a symbol.
 class IconButton final : public QAbstractButton {
   Q_OBJECT
 
  public:
-  // With `destructive` it takes the colour of errors under the pointer.
+  // With `destructive`, it has the error colour on hover.
   explicit IconButton(QString symbol, bool destructive = false, QWidget* parent = nullptr);
 
   bool isDestructive() const { return destructive_; }
@@ -57,7 +57,7 @@ class IconButton final : public QAbstractButton {
   bool prominent_ = false;
 };
 
-// Whether the widget is a button that destroys something.
+// Whether the widget is a button for a destructive action.
 bool isDestructive(const QWidget& widget);
 
 }  // namespace quorvane

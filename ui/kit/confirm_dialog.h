@@ -7,12 +7,12 @@ class QLabel;
 
 namespace quorvane {
 
-// A question before something that matters.
+// A dialog that asks for confirmation of an action.
 class ConfirmDialog final : public Dialog {
   Q_OBJECT
 
  public:
-  // The answer that Enter gives.
+  // The answer of the Enter key.
   enum class Default { confirm, cancel };
 
   ConfirmDialog(const QString& title, const QString& message, const QString& confirm,

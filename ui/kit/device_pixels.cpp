@@ -6,7 +6,7 @@
 namespace quorvane {
 namespace {
 
-// The nearest whole number, the smaller one of two that are equally near.
+// Rounds to the nearest whole number; halves round down.
 qreal shorter(qreal number) { return std::ceil(number - 0.5); }
 
 }  // namespace
@@ -20,7 +20,7 @@ qreal DevicePixels::length(qreal logical) const {
   return std::max(1.0, shorter(logical * scale_)) / scale_;
 }
 
-// Halves go up, as where the toolkit cuts off what lies outside a widget.
+// Halves round up, as Qt does when it clips to a widget.
 QRectF DevicePixels::snapped(const QRectF& rect) const {
   const qreal left = std::round(deviceX(rect.left()));
   const qreal top = std::round(deviceY(rect.top()));

@@ -6,10 +6,9 @@
 
 namespace quorvane {
 
-// Where the pixels of a painter's device lie, in the painter's own coordinates. At scales such
-// as 1.25 a logical pixel is no whole number of them, and what ends between two of them looks
-// blurred. Holds for the transformation that the painter has while this is made, which neither
-// turns nor shears.
+// Aligns shapes to the device pixels of a painter, in its logical coordinates. At scales such
+// as 1.25 a logical pixel is not a whole number of device pixels, and an edge between two of them
+// looks blurred. Uses the painter's transformation at construction, which must not rotate or shear.
 class DevicePixels {
  public:
   explicit DevicePixels(const QPainter& painter);
@@ -17,20 +16,19 @@ class DevicePixels {
   // The side of one device pixel.
   qreal one() const { return 1 / scale_; }
 
-  // The length that is a whole number of device pixels, at least one, and nearest to this one. The
-  // shorter of two that are equally near, so that a line is one device pixel up to scale 1.5.
+  // The length rounded to a whole number of device pixels, at least one. Halves round down, so that
+  // a line is one device pixel wide up to scale 1.5.
   qreal length(qreal logical) const;
 
-  // Each side on the nearest boundary between device pixels. Rectangles that share a side share it
+  // Moves each side to the nearest pixel boundary. Rectangles with a common side still have it
   // afterwards.
   QRectF snapped(const QRectF& rect) const;
 
-  // The first corner on the nearest boundaries, and sides of a `length`: the size is the same at
-  // every place.
+  // Moves the top left corner to the nearest pixel boundaries and rounds the sides with length(),
+  // so that the size does not depend on the position.
   QRectF placed(const QRectF& rect) const;
 
-  // A rectangle with sides of a `length` in the middle of another, or half a device pixel beside
-  // it.
+  // A rectangle with sides rounded by length(), centred in another up to half a device pixel.
   QRectF centred(const QRectF& in, qreal width, qreal height) const;
 
  private:

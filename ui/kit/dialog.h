@@ -9,8 +9,8 @@ namespace quorvane {
 
 class Button;
 
-// A dialog of ours: a title, content, and a row of buttons. Shown with open(): it belongs to its
-// parent's window and blocks nothing else. Esc cancels it; it deletes itself when it is closed.
+// Base class of dialogs: a title, content, and a row of buttons. Show it with open(): it is modal
+// to its parent's window only and does not block. Esc cancels it; it deletes itself when closed.
 class Dialog : public QDialog {
   Q_OBJECT
 
@@ -21,7 +21,7 @@ class Dialog : public QDialog {
   QVBoxLayout& content() { return *content_; }
   void addButton(Button* button, bool accepts);
 
-  // Apart from the others; what it does is up to who connects it.
+  // Placed apart from the other buttons. The caller connects its action.
   void addDestructiveButton(Button* button);
 
   void paintEvent(QPaintEvent* event) override;

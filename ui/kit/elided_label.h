@@ -4,15 +4,15 @@
 
 namespace quorvane {
 
-// One line of text that loses its middle or its end when there is no room; the whole is its tooltip
-// then.
+// One line of text, elided in the middle or at the end if there is no room; then the whole text is
+// its tooltip.
 class ElidedLabel final : public QLabel {
   Q_OBJECT
 
  public:
   explicit ElidedLabel(Qt::TextElideMode mode, QWidget* parent = nullptr);
 
-  // The accessible name as well.
+  // Also sets the accessible name.
   void setText(const QString& text);
 
   QSize minimumSizeHint() const override;

@@ -4,13 +4,13 @@
 #include <filesystem>
 #include <optional>
 
-// Names of files as the desktop passes them on. A path is any bytes; its URI is ASCII.
+// "file:" URIs, as the desktop passes them. A path may have any bytes; its URI is ASCII.
 namespace quorvane::FileURI {
 
-// Of an absolute path.
+// The URI of an absolute path.
 QString of(const std::filesystem::path& file);
 
-// The absolute path; none for what is not a file of this machine.
+// The absolute path; none if the URI is not a local file.
 std::optional<std::filesystem::path> toPath(const QString& uri);
 
 }  // namespace quorvane::FileURI

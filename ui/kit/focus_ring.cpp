@@ -18,7 +18,7 @@ namespace {
 
 constexpr int reach = Metrics::ringGap + Metrics::ringWidth;
 
-// What people used last: the ring shows while that is the keyboard.
+// Whether the last input came from the keyboard; the ring shows only then.
 bool usesKeyboard = false;
 
 // The part of the control that the ring goes around.
@@ -88,7 +88,7 @@ void FocusRing::noteInput(bool isKeyboard) {
 }
 
 void FocusRing::follow(QWidget* widget) {
-  // The text inside a field stands for the field.
+  // A focus proxy, or the line edit in a spin box, stands for the whole control.
   if (widget != nullptr && widget->focusProxy() != nullptr) widget = widget->focusProxy();
   if (widget != nullptr && qobject_cast<QAbstractSpinBox*>(widget->parentWidget()) != nullptr) {
     widget = widget->parentWidget();

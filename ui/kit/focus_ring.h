@@ -5,13 +5,13 @@
 
 namespace quorvane {
 
-// The ring around the control that has the keyboard's focus, drawn over the window. It shows while
-// the keyboard is what people use.
+// The ring around the control with the keyboard focus, drawn as an overlay of the window. Visible
+// after a key press, hidden after a mouse click.
 class FocusRing final : public QWidget {
   Q_OBJECT
 
  public:
-  // Belongs to the window whose controls it rings.
+  // A child of the window whose controls it rings.
   explicit FocusRing(QWidget* window);
 
  protected:

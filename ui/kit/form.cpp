@@ -31,7 +31,7 @@ constexpr int widestExplanation = 760;
 constexpr Qt::TextInteractionFlags selectable =
     Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
 
-// A text that wraps at its widest, also when there is more room.
+// A text that wraps at its maximum width even if there is more room.
 class Paragraph final : public QLabel {
  public:
   explicit Paragraph(const QString& text) {
@@ -45,7 +45,7 @@ class Paragraph final : public QLabel {
   }
 };
 
-// The ground of a hex dump.
+// The background of a hex dump.
 class Well final : public QWidget {
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {

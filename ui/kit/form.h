@@ -13,19 +13,18 @@ namespace quorvane {
 
 class Button;
 
-// A group of rows under a caption, with a line between them.
+// A group of rows under a caption, separated by lines.
 class Card : public QWidget {
   Q_OBJECT
 
  public:
   explicit Card(const QString& caption, QWidget* parent = nullptr);
 
-  // Takes the widget as its next row, or as the one with that number; one that is hidden takes no
-  // room.
+  // Adds the widget as the last row, or inserts it at an index. A hidden row takes no room.
   void add(QWidget* row);
   void insert(int number, QWidget* row);
 
-  // From the top, the hidden ones as well.
+  // All rows from the top, including hidden ones.
   std::vector<QWidget*> rows() const;
 
  protected:
@@ -37,7 +36,7 @@ class Card : public QWidget {
   Body* body_;
 };
 
-// A text, to be set, that can be selected and copied, also with the keyboard. It wraps.
+// An empty label that wraps; its text can be selected and copied, also with the keyboard.
 QLabel* selectableLabel(const QString& objectName);
 
 // "Label   value": the value can be selected and copied.
@@ -55,14 +54,14 @@ class FormRow final : public QWidget {
   QLabel* value_;
 };
 
-// A button, and what it does where that needs saying; or several, beside each other.
+// A row with a button, or several side by side, and an explanation if needed.
 QWidget* buttonRow(Button* button, const QString& explanation = {});
 QWidget* buttonsRow(const std::vector<Button*>& buttons, const QString& explanation = {});
 
-// One text across the whole row.
+// A row with only a text.
 QLabel* messageRow(const QString& text, const QString& objectName);
 
-// Bytes in a well of their own.
+// A row with a hex dump in a sunken box.
 class HexRow final : public QWidget {
   Q_OBJECT
 
@@ -76,25 +75,25 @@ class HexRow final : public QWidget {
   QLabel* bytes_;
 };
 
-// A page of cards under a title, which scrolls.
+// A scrollable page of cards under a title.
 class FormPage final : public QWidget {
   Q_OBJECT
 
  public:
-  // Of cards that grow up to the width, so far apart.
+  // Cards grow up to the width `widestCard`, `cardGap` apart.
   explicit FormPage(const QString& title, int widestCard = Metrics::cardWidth,
                     int cardGap = Metrics::pageInset, QWidget* parent = nullptr);
 
   void add(Card* card);
 
-  // The part of a widget on this page that is in view, in the widget's coordinates.
+  // The visible part of a widget on this page, in the widget's coordinates.
   QRect visiblePart(const QWidget& widget) const;
 
-  // Lays the page out at once, from the widget up, and scrolls by so much.
+  // Updates the layout at once, from the widget up to the page, then scrolls by `distance` pixels.
   void scrollBy(int distance, const QWidget& changed);
 
  signals:
-  // Another part of the page is in view.
+  // The visible part of the page has changed.
   void scrolled();
 
  protected:

@@ -5,7 +5,7 @@
 
 namespace quorvane {
 
-// A link with a symbol before it. A text that is too long for its width wraps.
+// A link with a symbol before it. A long text wraps.
 class LinkRow final : public QAbstractButton {
   Q_OBJECT
 

@@ -4,8 +4,8 @@
 
 class QWidget;
 
-// Sizes in logical pixels, and fonts as steps from the system's own. A height is the least one:
-// larger fonts raise it.
+// Sizes in logical pixels, and fonts relative to the system font. Heights are minimums: larger
+// fonts increase them.
 namespace quorvane::Metrics {
 
 inline constexpr int minimumWidth = 860;
@@ -16,7 +16,7 @@ inline constexpr int narrowBelow = 1000;  // width of the window
 
 inline constexpr int sidebarWidth = 200;
 inline constexpr int sidebarMinimum = 180;
-inline constexpr int contentWidth = 1280;  // content ends here from the detail's left edge
+inline constexpr int contentWidth = 1280;  // maximum width of a section's content
 inline constexpr int cardWidth = 880;
 inline constexpr int labelColumn = 200;  // of cards
 
@@ -24,7 +24,7 @@ inline constexpr int pageInset = 20;
 inline constexpr int narrowInset = 14;
 inline constexpr int cardInset = 14;
 inline constexpr int cardRowPadding = 10;  // above and below
-inline constexpr int cardLinePadding = 8;  // of rows with little in them
+inline constexpr int cardLinePadding = 8;  // of compact rows
 inline constexpr int gap = 8;
 
 inline constexpr int cardRadius = 6;
@@ -45,16 +45,16 @@ inline constexpr int buttonHeight = 28;
 inline constexpr int rowControlHeight = 26;
 inline constexpr int pillHeight = 16;
 inline constexpr int symbolSize = 16;
-inline constexpr int dotSize = 8;  // that tells a state
+inline constexpr int dotSize = 8;  // of a state indicator
 inline constexpr int stepButtonWidth = 23;
 
 inline constexpr int ringWidth = 2;
 inline constexpr int ringGap = 2;
 
-// The distance of a page\'s content from its sides, in the window that shows the widget.
+// The side margin of a page's content, for the width of the widget's window.
 int inset(const QWidget& widget);
 
-// The larger of the height and what a line of the font needs.
+// The larger of `height` and the height that a line of the font needs.
 int atLeast(int height, const QFont& font);
 
 enum class Type { pageTitle, dialogTitle, body, value, unit, caption, callout, pill, fixed };

@@ -7,7 +7,7 @@
 namespace quorvane {
 namespace {
 
-// The part of the rectangle that a line along its edge covers.
+// The rectangle of a line along an edge, inside `rect`.
 QRectF along(QRectF rect, Qt::Edge edge, qreal thickness) {
   switch (edge) {
     case Qt::TopEdge:

@@ -6,7 +6,7 @@
 
 namespace quorvane {
 
-// All of these end on the boundaries of device pixels, at every scale.
+// All of these align to device pixels, at every scale.
 
 // A filled box with a border of one device pixel, drawn inside the rectangle. An invalid colour
 // draws nothing.
@@ -17,7 +17,7 @@ void drawBox(QPainter& painter, const QRectF& rect, qreal radius, const QColor& 
 void drawEdge(QPainter& painter, const QRectF& rect, Qt::Edge edge, const QColor& colour,
               qreal thickness = 1);
 
-// A bar or a dot whose size is the same wherever it is.
+// A bar or a dot whose size does not depend on its position.
 void drawBar(QPainter& painter, const QRectF& rect, const QColor& colour);
 void drawDot(QPainter& painter, const QRectF& rect, const QColor& colour);
 

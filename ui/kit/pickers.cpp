@@ -20,7 +20,7 @@ constexpr int textPadding = 10;
 constexpr int arrowRoom = 34;
 constexpr int segmentPadding = 12;
 
-// One of joined buttons: a radio button that looks like its part of the whole.
+// One of the joined buttons: a radio button, painted as a segment of the group.
 class Segment final : public QRadioButton {
  public:
   Segment(const QString& title, const Segments& group) : QRadioButton(title), group_(group) {
@@ -44,7 +44,7 @@ class Segment final : public QRadioButton {
     QPainter painter(this);
     const bool isFirst = group_.buttons().front() == this;
     const bool isLast = group_.buttons().back() == this;
-    // The ends are round: what would lie beyond a joint is cut off.
+    // Only the outer ends are round: the box of a segment extends beyond its joints and is clipped.
     const int beyond = 2 * Metrics::controlRadius;
     const QRect box = rect().adjusted(isFirst ? 0 : -beyond, 0, isLast ? 0 : beyond, 0);
     QColor ground = isChecked() ? t.selection : underMouse() && isEnabled() ? t.hover : t.surface;

@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-// A choice among a few values.
+// One of a few values to choose from.
 struct Choice {
   int value = 0;
   QString title;
@@ -15,7 +15,7 @@ struct Choice {
   bool operator==(const Choice&) const = default;
 };
 
-// One choice as a list that opens. The wheel turns it only while it has the keyboard's focus.
+// A drop-down list of choices. The mouse wheel changes it only while it has the keyboard focus.
 class Picker final : public QComboBox {
   Q_OBJECT
   Q_PROPERTY(bool changed READ isChanged)  // the style reads it
@@ -23,10 +23,10 @@ class Picker final : public QComboBox {
  public:
   explicit Picker(QWidget* parent = nullptr);
 
-  // Leaves the list alone when the choices are the same.
+  // Does nothing if the choices are the same.
   void setChoices(const std::vector<Choice>& choices);
 
-  // A value that is no choice shows nothing.
+  // Shows no choice if `value` is none of them.
   void show(int value, bool changed);
   bool isChanged() const { return changed_; }
 
@@ -44,7 +44,7 @@ class Picker final : public QComboBox {
   bool changed_ = false;
 };
 
-// One choice of two or three as joined buttons, all of which show.
+// Two or three choices as joined buttons, all visible.
 class Segments final : public QWidget {
   Q_OBJECT
 

@@ -14,7 +14,8 @@ QLabel* label(const QString& text, QWidget* parent) {
   return label;
 }
 
-// Tooltips know no plain text: they guess. What could be guessed wrong becomes markup for itself.
+// Tooltips have no plain-text mode: Qt guesses the format. Text that it could take for markup is
+// escaped and wrapped in markup.
 QString toolTip(const QString& text) {
   if (!Qt::mightBeRichText(text)) return text;
   return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());

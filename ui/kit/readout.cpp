@@ -20,7 +20,7 @@ constexpr const char* widestText = "2520 deg";
 
 }  // namespace
 
-// Shows the number and its unit in their own fonts, until somebody types.
+// Shows the number and its unit in different fonts, except during typing.
 class Readout::Edit final : public QLineEdit {
  public:
   explicit Edit(const Readout& readout) : readout_(readout) {
@@ -64,7 +64,7 @@ Readout::Readout(QWidget* parent) : QSpinBox(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setFont(Metrics::font(Metrics::Type::value));
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  // Only assistive technology sets the value without a word to this class.
+  // Emitted only for changes by assistive technology; this class blocks it for its own.
   connect(this, &QSpinBox::valueChanged, this, &Readout::take);
 }
 
@@ -97,7 +97,7 @@ QString Readout::textFromValue(int value) const {
   return unit_.isEmpty() ? QString::number(value) : QString::number(value) + u' ' + unit_;
 }
 
-// Digits with an optional sign; anything after them counts as a unit.
+// Parses digits with an optional sign; ignores the rest, such as a unit.
 int Readout::valueFromText(const QString& text) const {
   QString digits;
   for (const QChar c : text.trimmed()) {
@@ -158,7 +158,7 @@ void Readout::commit() {
   take(number);
 }
 
-// A text field would take the key of "Discard" for its own redo.
+// Ctrl+Shift+Z is the shortcut of "Discard": keep the line edit from handling it as redo.
 bool Readout::event(QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride &&
       static_cast<QKeyEvent*>(event)->matches(QKeySequence::Redo)) {

@@ -5,8 +5,8 @@
 
 namespace quorvane {
 
-// A value as text between a minus and a plus. It can be typed over: Enter or leaving commits what
-// was typed, rounded to the step and within the range; Esc brings the value back.
+// A spin box for a value with its unit, between minus and plus buttons. Enter or losing the focus
+// commits what was typed, rounded to the step and clamped to the range; Esc restores the value.
 class Readout final : public QSpinBox {
   Q_OBJECT
   Q_PROPERTY(bool changed READ isChanged)  // the style reads it
@@ -16,13 +16,13 @@ class Readout final : public QSpinBox {
 
   void setScale(int lowest, int highest, int step, const QString& unit);
 
-  // What is in force. A word stands for a value off the scale. Does nothing while a person types.
+  // Shows the value, or a word for a special value. Does nothing while the user is typing.
   void show(int value, const QString& word, bool changed);
 
   bool isChanged() const { return changed_; }
   bool isEditing() const;
 
-  // Takes what has been typed, as Enter does.
+  // Commits what was typed, like Enter.
   void commit();
 
   QSize sizeHint() const override;

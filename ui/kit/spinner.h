@@ -5,7 +5,7 @@
 
 namespace quorvane {
 
-// Turns while it is visible.
+// A busy indicator that rotates while it is visible.
 class Spinner final : public QWidget {
   Q_OBJECT
 

@@ -23,7 +23,7 @@ constexpr int scrollBarWidth = 12;
 constexpr int handleInset = 3;
 constexpr int leastHandle = 32;
 
-// Whether the control shows a value that is not on the base yet: its property "changed".
+// The control's property "changed": whether it shows a value that is not on the base yet.
 bool isChanged(const QWidget* widget) {
   return widget != nullptr && widget->property("changed").toBool();
 }
@@ -109,7 +109,7 @@ QRect comboBoxRect(const QRect& all, QStyle::SubControl part) {
   }
 }
 
-// A slim handle and nothing else: no arrows.
+// A scroll bar with a slim handle and without arrows.
 QRect scrollBarRect(const QStyleOptionSlider& option, QStyle::SubControl part) {
   const QRect all = option.rect;
   const bool isHorizontal = option.orientation == Qt::Horizontal;
@@ -150,7 +150,7 @@ void drawScrollBar(const QStyleOptionSlider& option, QPainter& painter) {
           hovered ? t.bar : t.graduation, QColor());
 }
 
-// A menu's chosen entry is grey: the brand's colour means something else.
+// Makes a menu's highlighted entry grey, since the brand colour marks unsaved values.
 template <typename Option>
 Option quietly(const Option& option) {
   Option quiet = option;
@@ -159,7 +159,7 @@ Option quietly(const Option& option) {
   return quiet;
 }
 
-// What a menu bar shows when it has no room for all its menus.
+// The icon of a menu bar that has no room for all its menus.
 class OverflowIcon final : public QIconEngine {
  public:
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
@@ -186,7 +186,7 @@ Style::Style() : QProxyStyle(QStringLiteral("fusion")) {}
 void Style::setPrefersDark(std::optional<bool> prefersDark) {
   if (prefersDark_ == prefersDark) return;
   prefersDark_ = prefersDark;
-  QApplication::setPalette(QPalette());  // asks for the desktop's again
+  QApplication::setPalette(QPalette());  // reloads the desktop's palette
 }
 
 void Style::polish(QPalette& palette) {
@@ -202,7 +202,7 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
   const Theme& t = theme();
   switch (element) {
     case PE_FrameFocusRect:
-      return;  // the ring shows the focus
+      return;  // FocusRing shows the focus
     case PE_PanelLineEdit: {
       const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
       if (frame == nullptr || frame->lineWidth == 0) return;
@@ -279,8 +279,8 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, con
   return {usual.width(), Metrics::atLeast(Metrics::menuBarHeight, widget->font())};
 }
 
-// Every menu bar asks for this one, shown or not. The toolkit would read it from a file, and for
-// that load every reader of pictures there is.
+// Every menu bar requests this icon, even if it is not shown. Qt would read it from a file, and
+// load all image plugins for that.
 QIcon Style::standardIcon(StandardPixmap which, const QStyleOption* option,
                           const QWidget* widget) const {
   if (which == SP_ToolBarHorizontalExtensionButton) return QIcon(new OverflowIcon);

@@ -5,15 +5,15 @@
 
 namespace quorvane {
 
-// The application's style: the theme's colours over the toolkit's shapes. The theme follows the
-// palette of the desktop, also when that changes, unless the desktop says otherwise.
+// The application's style: the theme's colours on Qt's Fusion style. The theme (light or dark)
+// follows the desktop's palette and its changes, unless setPrefersDark() overrides it.
 class Style final : public QProxyStyle {
   Q_OBJECT
 
  public:
   Style();
 
-  // What the desktop prefers, where it says so in words; nothing leaves it to the palette.
+  // The desktop's explicit preference; none: decide by the palette.
   void setPrefersDark(std::optional<bool> prefersDark);
 
   void polish(QPalette& palette) override;

@@ -8,8 +8,8 @@
 
 #include "ui/kit/device_pixels.h"
 
-// The symbols are linked in with a static library, which has to ask for them; a macro that knows no
-// namespaces.
+// Resources in a static library must be initialised explicitly. The macro does not work inside a
+// namespace.
 static void loadSymbols() { Q_INIT_RESOURCE(ui); }
 
 namespace quorvane {

@@ -7,9 +7,9 @@
 
 namespace quorvane {
 
-// Draws one of our symbols ("steeringwheel", "trash", ...) in a colour, `size` logical pixels
-// square, with its corner on the boundary of device pixels that is nearest to the place. It is made
-// for the painter's scale once, and kept.
+// Draws one of the program's symbols ("steeringwheel", "trash", ...) in a colour, `size` logical
+// pixels square, with its corner at the device pixel boundary nearest to `place`. The rendered
+// symbol is cached for each scale.
 void drawSymbol(QPainter& painter, const QPointF& place, const QString& name, int size,
                 const QColor& colour);
 

@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// A word in a line of text that does something.
+// A word in a text that acts as a button.
 class TextLink final : public QAbstractButton {
   Q_OBJECT
 

@@ -5,8 +5,7 @@
 
 namespace quorvane {
 
-// The colours of the window. Grey stands for what is on the base, the brand colour for what is not
-// on it yet.
+// The colours of the window. Grey marks values that are on the base, the brand colour unsaved ones.
 struct Theme {
   bool isDark = false;
 
@@ -24,13 +23,13 @@ struct Theme {
   static const Theme& light();
   static const Theme& dark();
 
-  // The one for a palette of the desktop: dark when its text is lighter than its ground.
+  // The theme for a desktop palette: dark if its text is lighter than its background.
   static const Theme& fitting(const QPalette& desktop);
 
   QPalette palette() const;
 };
 
-// The theme in force; the application's style keeps it up to date.
+// The current theme; the application's style updates it.
 const Theme& theme();
 void setTheme(const Theme& theme);
 

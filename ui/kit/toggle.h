@@ -4,14 +4,14 @@
 
 namespace quorvane {
 
-// A switch with a word at its right, which belongs to it.
+// A switch with a label at its right.
 class Toggle final : public QAbstractButton {
   Q_OBJECT
 
  public:
   explicit Toggle(const QString& word, QWidget* parent = nullptr);
 
-  // What is in force; in the brand's colour when it is not on the base yet.
+  // Shows the state; in the brand colour if `changed`, that is, not on the base yet.
   void show(bool on, bool changed);
 
   QRect switchRect() const;

@@ -175,7 +175,7 @@ void ValueSlider::drag(qreal x) {
 
 void ValueSlider::choose(int value) { setValue(std::clamp(value, minimum(), maximum())); }
 
-// Whatever moved the slider, a key or assistive technology.
+// Rounds and emits a value set by a key or by assistive technology.
 void ValueSlider::settle(int value) {
   if (isShowing_ || isSliderDown()) return;
   const QScopedValueRollback showing(isShowing_, true);
@@ -207,7 +207,7 @@ void ValueSlider::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// Without the keyboard's focus the page scrolls instead.
+// Without the keyboard focus, the event is ignored so that the page scrolls.
 void ValueSlider::wheelEvent(QWheelEvent* event) {
   const int turn = event->angleDelta().y();
   if (!hasFocus() || turn == 0) {

@@ -5,25 +5,24 @@
 
 namespace quorvane {
 
-// A slider for one value of the menu, which draws a change as a distance: the track is filled up to
-// the lower of the saved value and the new one, in the brand's colour between the two, with a tick
+// A slider for one value of the menu. It draws a change as a distance: the track is filled up to
+// the lower of the saved and the new value, and has the brand colour between the two, with a tick
 // at the saved value.
 //
-// `chosen` tells a value that a person settled on: when the drag ends, and with every key.
+// Emits chosen() when a drag ends and for every key press, not during a drag.
 class ValueSlider final : public QAbstractSlider {
   Q_OBJECT
 
  public:
   explicit ValueSlider(QWidget* parent = nullptr);
 
-  // Range, and the step that every move keeps to.
+  // Sets the range, and the step to which all values are rounded.
   void setScale(int lowest, int highest, int step);
 
-  // The value shown and the saved one that it differs from, if it does. Does nothing while a person
-  // drags.
+  // Shows a value; `saved` is the saved value if it differs. Does nothing during a drag.
   void show(int value, std::optional<int> saved);
 
-  // A value off the scale is in force; the place is where switching it off would land.
+  // Shows that a special value is active; `place` is the value after switching it off.
   void showSpecial(int place);
 
   QRect capRect() const;
@@ -32,7 +31,7 @@ class ValueSlider final : public QAbstractSlider {
 
  signals:
   void chosen(int value);
-  void dragged(int value);  // while the button is down
+  void dragged(int value);  // while the mouse button is down
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -53,7 +52,7 @@ class ValueSlider final : public QAbstractSlider {
 
   std::optional<int> saved_;
   bool isSpecial_ = false;
-  bool isShowing_ = false;  // what moves the slider is the program
+  bool isShowing_ = false;  // the program moves the slider, not the user
 };
 
 }  // namespace quorvane

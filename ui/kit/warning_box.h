@@ -6,7 +6,7 @@ class QLabel;
 
 namespace quorvane {
 
-// A warning that stays as long as its reason does.
+// A warning with a heading and a text. It cannot be dismissed: it is shown as long as it applies.
 class WarningBox final : public QWidget {
   Q_OBJECT
 

@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// Draws a line of the log: time, a triangle before an error, the text, which wraps.
+// Draws an entry of the log: the time, a triangle for an error, and the wrapped text.
 class LogDelegate final : public QStyledItemDelegate {
   Q_OBJECT
 

@@ -7,8 +7,8 @@
 
 namespace quorvane {
 
-// The log as a list that grows at its end and loses its beginning; rows that stay keep what was
-// chosen of them.
+// The log as a list model: appends new entries and removes the oldest ones. Rows that stay keep
+// their selection.
 class LogModel final : public QAbstractListModel {
   Q_OBJECT
 

@@ -67,7 +67,7 @@ void LogPage::render() {
   if (follows) list_->scrollToBottom();
 }
 
-// Other widths wrap lines elsewhere; the end stays in view.
+// A new width changes the line wrapping: scroll to the end again if it was visible.
 bool LogPage::eventFilter(QObject* /*watched*/, QEvent* event) {
   if (event->type() == QEvent::Resize && isAtEnd()) {
     QMetaObject::invokeMethod(list_, &QListView::scrollToBottom, Qt::QueuedConnection);

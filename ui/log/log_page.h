@@ -8,8 +8,7 @@ namespace quorvane {
 
 class LogModel;
 
-// The section "Log". It follows new lines while its end is in view; the lines chosen in it can be
-// copied.
+// The section "Log". Scrolls to new lines while the end is visible. Selected lines can be copied.
 class LogPage final : public View {
   Q_OBJECT
 

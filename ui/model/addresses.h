@@ -2,14 +2,14 @@
 
 #include <QUrl>
 
-// Where the links lead. The addresses themselves are build options.
+// The targets of the links; they are build options.
 namespace quorvane::Addresses {
 
 QUrl website();
 QUrl firmwareSupport();
 QUrl supportMail();
 
-// The name under which the application is known to the desktop.
+// The application's ID for the desktop (desktop file, icon, D-Bus name).
 QString applicationID();
 
 }  // namespace quorvane::Addresses

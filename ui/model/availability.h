@@ -8,14 +8,14 @@
 
 namespace quorvane {
 
-// Why nothing can be asked of the base now, and what to do about it; empty when it can.
+// The reason why the base is not available now, and what to do about it; empty when it is.
 QString whyNotNow(const AppModel& model);
 
-// The same for what needs no base, and yet has to wait for an exchange with one.
+// The same for actions that need no base but have to wait for an exchange with one.
 QString whyWait(const AppModel& model);
 
-// Enables the control, or disables it with the reason as its help text. Otherwise its help text is
-// `help`.
+// Disables the control if there is a reason, which becomes its tooltip; else enables it with the
+// tooltip `help`.
 void setAvailable(QWidget& control, const QString& reason, const QString& help = {});
 void setAvailable(QAction* action, const QString& reason);
 

@@ -15,7 +15,7 @@ inline constexpr std::array allSections{Section::base, Section::tuning, Section:
 // Its name and title: "Base", "Tuning", ...
 std::string_view rawValue(Section section);
 
-// The exact inverse; any other text gives none.
+// The inverse of rawValue(); none for any other text.
 std::optional<Section> section(std::string_view rawValue);
 
 // The name of its symbol.

@@ -6,7 +6,7 @@
 namespace quorvane {
 namespace {
 
-// The locale's long form, which has the seconds, without the time zone that it has as well.
+// The locale's long time format, which has seconds, with its time zone removed.
 QString timeOfDayFormat(const QLocale& locale) {
   QString format;
   bool isQuoted = false;

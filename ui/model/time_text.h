@@ -6,7 +6,7 @@
 
 namespace quorvane {
 
-// The time of day with its seconds, as people write it where the program runs; no date.
+// The local time of day with seconds, in the format of the locale; no date.
 QString timeText(WallClock::time_point time);
 
 }  // namespace quorvane

@@ -62,8 +62,8 @@ void View::returnFocus() {
   }
 }
 
-// The toolkit calls this for the Tab key, and for a control that is disabled or hidden while it has
-// the focus: the focus would go to a neighbour, whatever that does.
+// Qt calls this for the Tab key, and when a control with the focus is disabled or hidden. In the
+// latter case Qt would move the focus to a neighbour, even to a destructive button.
 bool View::focusNextPrevChild(bool next) {
   QWidget* const focused = window()->focusWidget();
   if (isVisible() && focused != nullptr) {

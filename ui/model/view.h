@@ -7,36 +7,36 @@
 
 namespace quorvane {
 
-// A part of the window that shows the model. However many changes the model announces, it renders
-// once a turn of the event loop, and not at all while it is hidden.
+// A part of the window that shows the model. Changes of the model are coalesced: it renders at most
+// once per turn of the event loop, and not at all while it is hidden.
 //
-// A control that is disabled, hidden or deleted never hands the keyboard focus to its neighbour:
-// the view takes the focus itself. Tab goes on from where the control is. A control that is enabled
-// again gets the focus back, unless a person has taken it elsewhere.
+// When a control with the keyboard focus is disabled, hidden or deleted, the view takes the focus,
+// not a neighbouring control. Tab continues from the control's place. A control that is enabled
+// again gets the focus back, unless the user has moved it elsewhere.
 class View : public QWidget {
   Q_OBJECT
 
  public:
   explicit View(AppModel& model, QWidget* parent = nullptr);
 
-  // Whether no control has the keyboard focus: nothing has it, or a view keeps it.
+  // Whether no control has the keyboard focus: no widget has it, or a view does.
   static bool isFocusFree();
 
-  // Gives the focus to the control that had it last in this view. When that cannot take it, to the
-  // first one that may be given it unasked (isSafeToFocus), or to the view.
+  // Gives the focus to the control that had it last in this view; if that cannot take it, to the
+  // first control that is safe to focus (isSafeToFocus), else to the view.
   void takeFocus();
 
  protected:
   AppModel& model() const { return model_; }
 
-  // Brings every widget in line with the model. Called before the view first shows.
+  // Updates all widgets from the model. Called for the first time before the view is shown.
   virtual void render() = 0;
 
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
-  // Takes the focus. Tab goes on from the place, which may be none.
+  // Takes the focus. Tab continues from `place`, which may be null.
   void keepFocus(QWidget* place);
 
  private:
@@ -45,7 +45,7 @@ class View : public QWidget {
   void returnFocus();
 
   AppModel& model_;
-  QPointer<QWidget> place_;      // from which Tab goes on while the view has the focus
+  QPointer<QWidget> place_;      // Tab continues from here while the view has the focus
   QPointer<QWidget> unfocused_;  // the control that gets the focus back
   bool isDue_ = true;
   bool isScheduled_ = false;

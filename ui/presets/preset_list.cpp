@@ -14,7 +14,7 @@ namespace quorvane {
 namespace {
 
 constexpr int lineBetween = 1;
-constexpr int spareRows = 6;  // beyond what is in view
+constexpr int spareRows = 6;  // above and below the visible part
 
 }  // namespace
 
@@ -47,14 +47,14 @@ void PresetList::setPresets(const std::vector<TuningPreset>& presets) {
   const auto number = static_cast<std::size_t>(left - before.begin());
   if (left != before.end()) emit focusLeft(rowBefore(number));
   for (const Entry& entry : before) delete entry.row;
-  // The height of all rows is that of a row that was made.
+  // The height of the list is computed from a created row, so there must be one.
   if (!entries_.empty() && rows().empty()) emit made({make(entries_.front())}, nullptr);
   updateGeometry();
   place();
   emit resized();
 }
 
-// Takes over the widgets of presets that are still there. One id may be there several times.
+// Takes over the widgets of presets that still exist. Several presets may have the same id.
 void PresetList::adopt(std::vector<Entry>& before) {
   std::multimap<std::string, Entry*> known;
   for (Entry& entry : before) known.emplace(entry.preset.id.text(), &entry);
@@ -144,7 +144,7 @@ int PresetList::takeShiftAt(int y) {
   return 0;
 }
 
-// From the top of a row to that of the next.
+// The distance from the top of a row to the top of the next.
 int PresetList::pitch(int width) const {
   const PresetRow* const row = rowBefore(entries_.size());
   return row == nullptr ? lineBetween : row->heightForWidth(width) + lineBetween;

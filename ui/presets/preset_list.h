@@ -9,8 +9,8 @@
 
 namespace quorvane {
 
-// Presets below each other, in rows of one height. The widget of a row is made when the row comes
-// near what is in view, so that opening a long list costs no more than opening a short one.
+// A vertical list of presets in rows of equal height. The widget of a row is created lazily, when
+// the row comes near the visible part, so that a long list opens as fast as a short one.
 class PresetList final : public QWidget {
   Q_OBJECT
 
@@ -19,23 +19,23 @@ class PresetList final : public QWidget {
 
   explicit PresetList(NewRow newRow, QWidget* parent = nullptr);
 
-  // Shows these presets from now on. A preset is known again by its id: the widget of an unchanged
-  // one is kept, and a changed one keeps the focus on the button that has it.
+  // Replaces the presets. They are matched by id: the widget of an unchanged preset is kept, and
+  // the new widget of a changed one keeps the focus on the same button.
   void setPresets(const std::vector<TuningPreset>& presets);
 
-  // Makes all widgets anew, for other settings.
+  // Removes all presets and their widgets, so that setPresets() creates new widgets.
   void clear();
 
   std::size_t count() const { return entries_.size(); }
 
-  // Those that were made, from top to bottom.
+  // The rows created so far, from top to bottom.
   std::vector<PresetRow*> rows() const;
 
-  // How far the last change of the presets moved the row that was at this height before it, or the
-  // next one that is still there. 0 when the shift was taken already.
+  // By how many pixels the last setPresets() moved the row that was at height `y` before, or the
+  // next row that still exists. Later calls return 0.
   int takeShiftAt(int y);
 
-  // Makes the rows in this part of the list, and some above and below it.
+  // Creates the rows in this part of the list, and some above and below it.
   void makeRows(const QRect& visible);
 
   bool hasHeightForWidth() const override { return true; }
@@ -43,13 +43,13 @@ class PresetList final : public QWidget {
   QSize sizeHint() const override;
 
  signals:
-  // Rows were made; the first of them has a row before it, or null.
+  // Rows were created. In the Tab order they follow `before`; null: they are the first.
   void made(const std::vector<quorvane::PresetRow*>& rows, quorvane::PresetRow* before);
 
-  // The row that had the focus is gone. `before` is the last one that was made above it, or null.
+  // The row with the focus is removed. `before` is the nearest created row above it, or null.
   void focusLeft(quorvane::PresetRow* before);
 
-  // The list has another size: other rows may be in view.
+  // The size of the list has changed: other rows may be visible.
   void resized();
 
  protected:
@@ -60,7 +60,7 @@ class PresetList final : public QWidget {
  private:
   struct Entry {
     TuningPreset preset;
-    PresetRow* row = nullptr;  // once it was made
+    PresetRow* row = nullptr;  // null until it is created
   };
 
   void adopt(std::vector<Entry>& before);
@@ -72,7 +72,7 @@ class PresetList final : public QWidget {
 
   const NewRow newRow_;
   std::vector<Entry> entries_;
-  std::vector<UUID> idsBefore_;  // before the last change
+  std::vector<UUID> idsBefore_;  // before the last setPresets()
 };
 
 }  // namespace quorvane

@@ -10,22 +10,23 @@ namespace quorvane {
 class Button;
 class IconButton;
 
-// One preset: its name, who published it, its values, and what to do with it.
+// One preset: its name, publisher and values, with buttons to apply and delete it.
 class PresetRow final : public QWidget {
   Q_OBJECT
 
  public:
-  // The product's settings are shown.
+  // Shows the values of the product's settings.
   PresetRow(const TuningPreset& preset, const std::optional<FanatecProduct>& product,
             QWidget* parent = nullptr);
 
   const TuningPreset& preset() const { return preset_; }
 
-  // Why it cannot be applied, why it cannot be deleted, and how far applying is; each may be empty.
+  // The reasons why it cannot be applied or deleted, and the progress of applying; each may be
+  // empty.
   void show(const QString& whyNotApply, const QString& whyNotDelete, const QString& progress);
   using QWidget::show;
 
-  // In the Tab order.
+  // The last control in the Tab order.
   QWidget* lastControl() const;
 
  signals:

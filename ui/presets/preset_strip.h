@@ -8,9 +8,9 @@
 
 namespace quorvane {
 
-// A preset's values side by side: one cell for each setting of the base, so that presets below each
-// other compare. A bar shows where a number stands in its range; a setting that the preset leaves
-// alone shows a dot. Cells that have no room go on in another line.
+// A preset's values side by side: one cell for each setting of the base, so that presets in a list
+// can be compared. A bar shows the position of a number in its range; a dot stands for a setting
+// that the preset does not change. Cells wrap into further lines.
 class PresetStrip final : public QWidget {
   Q_OBJECT
 
@@ -29,8 +29,8 @@ class PresetStrip final : public QWidget {
  private:
   struct Cell {
     QString code;
-    QString value;               // empty where the preset leaves the setting alone
-    std::optional<qreal> place;  // 0 to 1; of numbers only
+    QString value;               // empty: the preset does not change the setting
+    std::optional<qreal> place;  // in the range, 0 to 1; numbers only
   };
 
   int columns(int width) const;

@@ -9,7 +9,7 @@
 namespace quorvane {
 namespace {
 
-// "Sensitivity", where the title goes on to explain itself.
+// The title up to its explanation in brackets: "Sensitivity".
 std::string_view shortTitle(TuningParameter parameter) {
   const std::string_view title = parameter.title();
   return title.substr(0, title.find(" ("));

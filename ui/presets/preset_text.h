@@ -8,19 +8,19 @@
 #include "protocol/product.h"
 #include "protocol/tuning_snapshot.h"
 
-// What the presets section shows and says, as text.
+// Texts of the section "Presets".
 namespace quorvane {
 
 // A preset's value without its unit: "AUTO", "OFF", "PEA", "100".
 std::string presetValue(const ParameterValue& value, const std::optional<FanatecProduct>& product);
 
-// Whether the value is a word, which has no place on a scale.
+// Whether the value is shown as a word, not as a number in a range.
 bool isWord(const ParameterValue& value, const std::optional<FanatecProduct>& product);
 
 // All values in menu order, for a screen reader: "Sensitivity AUTO, Force feedback strength 100 %".
 std::string presetSummary(const TuningPreset& preset, const std::optional<FanatecProduct>& product);
 
-// The question before a preset is applied, and what follows from a yes.
+// The question before a preset is applied, and the consequence of a yes.
 std::string applyQuestion(const TuningPreset& preset);
 std::string applyConsequence(const TuningSnapshot& menu);
 

@@ -60,7 +60,7 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
   column->setSpacing(0);
   column->addWidget(page_, 1);
   column->addWidget(saveBar_);
-  // A text field that has the focus takes the key for itself.
+  // A text field with the focus handles Ctrl+Z itself.
   auto* const undo = new QAction(this);
   undo->setObjectName(QStringLiteral("undoDeleteAction"));
   undo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
@@ -106,7 +106,7 @@ void PresetsPage::buildBuiltIn() {
   orderControls();
 }
 
-// What is in view stays in view when rows above it come or go.
+// Adjusts the scroll position so that visible rows stay when rows above them come or go.
 void PresetsPage::showMine() {
   const auto& presets = model().userPresets();
   const QRect visible = page_->visiblePart(*own_);
@@ -154,7 +154,7 @@ void PresetsPage::ask(const TuningPreset& preset) {
   question_->open();
 }
 
-// What it says stays true while it is open; without a base there is nothing to ask any more.
+// Updates the open question; closes it when there is no base any more.
 void PresetsPage::renderQuestion() {
   if (!question_) return;
   if (model().isConnected() && model().tuning()) {

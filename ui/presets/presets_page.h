@@ -16,7 +16,7 @@ class PresetList;
 class PresetRow;
 class SavePresetBar;
 
-// The section "Presets": the catalogue and the user's own, each to be applied after a question.
+// The section "Presets": the built-in presets and the user's own. Asks before one is applied.
 class PresetsPage final : public View {
   Q_OBJECT
 
@@ -45,7 +45,7 @@ class PresetsPage final : public View {
   PresetList* own_;
   SavePresetBar* saveBar_;
   std::vector<PresetRow*> builtInRows_;
-  std::optional<FanatecProduct> product_;  // that the rows were built for
+  std::optional<FanatecProduct> product_;  // of the current rows
   bool isBuilt_ = false;
   QPointer<ConfirmDialog> question_;  // while it is open
 };

@@ -67,7 +67,7 @@ SavePresetBar::SavePresetBar(AppModel& model, QWidget* parent)
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-// Trimmed, as it is saved.
+// The trimmed name, as it will be saved.
 std::string SavePresetBar::newName() const { return text(name_->text().trimmed()); }
 
 QString SavePresetBar::whyNotSave() const {
@@ -93,7 +93,7 @@ void SavePresetBar::render() {
                QStringLiteral("Write all your presets to one file"));
 }
 
-// The caption stands before the field, or above it where there is no room.
+// Places the caption before the name field, or above it in a narrow window.
 void SavePresetBar::place() {
   const bool isNarrow = window()->width() < Metrics::narrowBelow;
   const int side = isNarrow ? Metrics::narrowInset : Metrics::pageInset;

@@ -11,7 +11,7 @@ namespace quorvane {
 
 class Button;
 
-// Below the presets: saves the current menu as a new one, and moves presets in and out of files.
+// The bar below the presets: saves the current menu as a new preset, imports and exports presets.
 class SavePresetBar final : public View {
   Q_OBJECT
 

@@ -34,7 +34,7 @@ QString stagedValues(const AppModel& model) {
   return values;
 }
 
-// What follows from each answer.
+// The consequence of each answer.
 QString closeCost(const AppModel& model) {
   return QStringLiteral("Save %1 to set %2 before you quit? %3 would be lost.")
       .arg(model.staged().size() == 1 ? QStringLiteral("it") : QStringLiteral("them"),

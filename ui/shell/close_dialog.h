@@ -7,15 +7,14 @@ class QLabel;
 
 namespace quorvane {
 
-// Asks what becomes of the unsaved changes before the window closes. Accepted means that they are
-// to be saved.
+// Asks whether to save or discard unsaved changes before the window closes. Accepted: save them.
 class CloseDialog final : public Dialog {
   Q_OBJECT
 
  public:
   CloseDialog(const AppModel& model, QWidget* parent);
 
-  // Says what is unsaved now; without anything it closes as rejected.
+  // Shows the current unsaved changes; closes as rejected when there are none.
   void render();
 
  signals:
@@ -26,7 +25,7 @@ class CloseDialog final : public Dialog {
   QLabel* message_;
 };
 
-// Says that values are still being written. Rejected means that the window is to stay open.
+// Says that values are still being written. Rejected: keep the window open.
 class FinishingNotice final : public Dialog {
   Q_OBJECT
 

@@ -68,7 +68,7 @@ void Closing::finish(After after) {
   notice_->open();
 }
 
-// At every change of the model.
+// Called after each change of the model while finishing or asking.
 void Closing::look() {
   if (isFinishing_ && !model_.isWriting()) finished();
   if (question_) question_->render();
@@ -83,7 +83,7 @@ void Closing::finished() {
       mayCloseAnyway_ = true;
       emit ended();
       break;
-    case After::closeWhenSaved:  // the status line says what was not taken
+    case After::closeWhenSaved:  // failed values stay staged; the status line names them
       if (model_.staged().empty()) window_.close();
       break;
     case After::close:
@@ -105,7 +105,7 @@ void Closing::giveUp() {
 
 bool Closing::sessionEnds(bool mayAsk) {
   model_.waitForWrites(longestWait);
-  QCoreApplication::sendPostedEvents(&model_);  // what came of them
+  QCoreApplication::sendPostedEvents(&model_);  // delivers the results of the writes
   if (!mayAsk || model_.staged().empty()) return true;
   ask();
   return false;

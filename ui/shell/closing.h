@@ -14,26 +14,27 @@ namespace quorvane {
 class CloseDialog;
 class Dialog;
 
-// Closes the window without losing anything: values that are being written are finished first, and
-// a person is asked about unsaved changes. Nothing here blocks, but for sessionEnds().
+// Closes the window without data loss: waits for running writes first, and asks the user about
+// unsaved changes. Main thread; only sessionEnds() blocks.
 class Closing final : public QObject {
   Q_OBJECT
 
  public:
-  // After so long nothing is waited for any more.
+  // The timeout of waiting for writes.
   static constexpr std::chrono::milliseconds longestWait{10'000};
 
   Closing(AppModel& model, QWidget& window);
 
-  // Whether the window may close now. Otherwise it shows what it waits for, or asks, and closes the
-  // window by and by.
+  // Whether the window may close now. If not, shows what it waits for or asks the user, and closes
+  // the window later.
   bool mayClose();
 
-  // Asks nothing: emits ended() when nothing is being written any more.
+  // Emits ended() when no write is running any more, or after longestWait. Asks no questions.
   void terminate();
 
-  // The desktop's session ends: blocks until nothing is being written any more. False when there
-  // are unsaved changes and `mayAsk`: a person is asked then, and the session should not end.
+  // For the end of the desktop session: blocks until no write is running, longestWait at most.
+  // Returns false if there are unsaved changes and `mayAsk` is set: then it asks the user, and the
+  // session should not end.
   bool sessionEnds(bool mayAsk);
 
  signals:
@@ -51,7 +52,7 @@ class Closing final : public QObject {
   AppModel& model_;
   QWidget& window_;
   QPointer<CloseDialog> question_;
-  QPointer<Dialog> notice_;  // that says what is waited for
+  QPointer<Dialog> notice_;  // about running writes
   QTimer timeout_;
   bool isFinishing_ = false;
   bool mayCloseAnyway_ = false;

@@ -78,7 +78,7 @@ void MainWindow::setSection(Section section) {
   sidebar_->setSection(section);
   View* const next = page(section);
   if (next == pages_->currentWidget()) return;
-  // The toolkit would give the focus to any control of the page.
+  // Move the focus first: Qt would give it to an arbitrary control of the new page.
   const QWidget* const focused = focusWidget();
   const bool movesFocus = focused != nullptr && pages_->isAncestorOf(focused);
   if (movesFocus) pages_->setFocus(Qt::OtherFocusReason);
@@ -179,10 +179,10 @@ void MainWindow::buildHelpMenu(QMenu* menu) {
   link(QStringLiteral("Email support"), Addresses::supportMail(), "mailAction");
 }
 
-// What concerns the staged edits acts where they are seen, and brings them to the front first.
+// Runs an action on staged edits if the section "Tuning" is shown; otherwise only shows it.
 void MainWindow::onTuning(void (AppModel::*action)()) {
   if (section_ == Section::tuning) {
-    // What is still being typed counts.
+    // Commit a value that is being typed.
     if (auto* const typed = qobject_cast<Readout*>(QApplication::focusWidget())) typed->commit();
     (model_.*action)();
   } else {
@@ -221,7 +221,7 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
 }
 
-// What is no file of this machine is refused under its own name.
+// A URI that is not a local file is passed on as a file name, so that the error names it.
 void MainWindow::importFiles(const QStringList& uris) {
   for (const QString& uri : uris) {
     model_.importSettings(FileURI::toPath(uri).value_or(text(uri)));

@@ -16,8 +16,8 @@ class Sidebar;
 class StatusBar;
 class View;
 
-// The one window: sidebar, the chosen section, status bar and menus. Sections are built on their
-// first visit.
+// The main window: sidebar, current section, status bar and menus. A section is built when it is
+// first shown.
 class MainWindow final : public QMainWindow {
   Q_OBJECT
 

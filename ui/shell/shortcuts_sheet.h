@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// The sheet of keys.
+// The dialog with the list of keyboard shortcuts.
 class ShortcutsSheet final : public Dialog {
   Q_OBJECT
 

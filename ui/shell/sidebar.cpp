@@ -45,7 +45,7 @@ class SidebarRow final : public QAbstractButton {
     setCount(0);
   }
 
-  // Edits that wait to be saved.
+  // Shows the number of unsaved edits.
   void setCount(std::size_t count) {
     count_ = count;
     setAccessibleName(

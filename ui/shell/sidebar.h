@@ -9,7 +9,7 @@ namespace quorvane {
 
 class SidebarRow;
 
-// The sections to choose from, and two links.
+// The list of sections, and two links.
 class Sidebar final : public View {
   Q_OBJECT
 

@@ -28,7 +28,7 @@ QStringList withProduct(const QStringList& words) {
 
 std::filesystem::path path(const QString& file) { return QFile::encodeName(file).toStdString(); }
 
-// The toolkit takes the program's name from an application, which need not be there yet.
+// Qt takes the program's name from the application object, which may not exist yet.
 QString helpText(const QCommandLineParser& parser) {
   if (QCoreApplication::instance() != nullptr) return parser.helpText();
   int count = 1;

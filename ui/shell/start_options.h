@@ -10,22 +10,23 @@
 
 namespace quorvane {
 
-// What the program was started with.
+// The options of the command line.
 struct StartOptions {
-  std::string device;  // the base to connect to: its id, its node or its serial number; empty: any
+  std::string device;  // id, node or serial number of the base to connect to; empty: any
   std::vector<FanatecProduct> simulated;            // simulated bases in place of the machine's own
-  std::optional<std::filesystem::path> state;       // where simulated bases keep their sets
-  std::optional<std::filesystem::path> transcript;  // where to write what the simulated base saw
+  std::optional<std::filesystem::path> state;       // the state file of simulated bases
+  std::optional<std::filesystem::path> transcript;  // where to write the simulated base's log
   std::vector<std::filesystem::path> files;         // settings to import, as given
 };
 
-// What there is to print in place of a start.
+// A text to print instead of starting.
 struct StartText {
   QString text;
   int exitStatus;  // 0 after help or version, 2 after wrong usage
 };
 
-// Reads a command line, the program's name first. Fills `instead` when there is nothing to start.
+// Parses a command line, the program's name first. Sets `instead` if the program should print that
+// and exit.
 StartOptions parseStart(const QStringList& words, std::optional<StartText>& instead);
 
 }  // namespace quorvane

@@ -77,7 +77,7 @@ void StatusBar::render() {
   update();
 }
 
-// Until the next line.
+// The link is visible until the next status line.
 void StatusBar::renderUndo() {
   const auto& deleted = model().deletedPreset();
   undo_->setVisible(deleted && model().statusLine() == Messages::presetDeleted(deleted->name));

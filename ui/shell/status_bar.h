@@ -10,7 +10,7 @@ class ElidedLabel;
 class Spinner;
 class TextLink;
 
-// Whether a base is connected, the last thing that happened, and whether something is going on.
+// The status bar: the connection, the last status line, and a spinner during exchanges.
 class StatusBar final : public View {
   Q_OBJECT
 
@@ -27,8 +27,8 @@ class StatusBar final : public View {
   void renderUndo();
 
   ElidedLabel* line_;
-  TextLink* undo_;    // of the deletion that the line tells of
-  QLabel* progress_;  // of values that are written
+  TextLink* undo_;    // undoes the deletion in the status line
+  QLabel* progress_;  // of writing values
   Spinner* spinner_;
 };
 

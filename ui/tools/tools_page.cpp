@@ -54,7 +54,7 @@ ToolsPage::ToolsPage(AppModel& model, QWidget* parent)
   column->addWidget(page);
 }
 
-// A base that does not answer, or cannot be opened, is what the USB reset is for.
+// The USB reset stays available for a base that does not answer or cannot be opened.
 void ToolsPage::render() {
   const QString whyNot = whyNotNow(model());
   setAvailable(*reread_, whyNot);

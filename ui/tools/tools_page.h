@@ -11,7 +11,7 @@ class Button;
 class ConfirmDialog;
 class HexRow;
 
-// The section "Tools": maintenance, and the reports as they came.
+// The section "Tools": maintenance, and the raw bytes of the reports.
 class ToolsPage final : public View {
   Q_OBJECT
 

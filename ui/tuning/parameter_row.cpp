@@ -165,7 +165,7 @@ void ParameterRow::toggle(bool on) {
            : ordinaryValue(state_, state_.current, lastOrdinary_));
 }
 
-// The readout follows the finger; nothing is staged yet.
+// Shows the dragged value in the readout without staging it.
 void ParameterRow::previewDrag(int value) {
   readout_->show(value, {}, value != state_.current);
   update();
@@ -206,7 +206,8 @@ void ParameterRow::renderSlider(bool enabled) {
     slider_->show(
         shown, isChanged() ? std::optional<int>(static_cast<int>(state_.current)) : std::nullopt);
   }
-  // The switch is what can be used then; it takes the focus after the view has let go of it.
+  // Only the switch can be used now: queue its setFocus() after the view has taken the focus from
+  // the slider.
   if (special && enabled && slider_->hasFocus()) {
     QMetaObject::invokeMethod(
         toggle_, [toggle = toggle_] { toggle->setFocus(Qt::OtherFocusReason); },
@@ -232,7 +233,7 @@ std::vector<QWidget*> ParameterRow::controls() const {
   return all;
 }
 
-// What a screen reader says.
+// Sets the accessible names for a screen reader.
 void ParameterRow::describe() {
   QString name = text(spokenName(state_));
   if (notice_.isActive())
@@ -254,7 +255,7 @@ void ParameterRow::describe() {
       QStringLiteral("%1, back to %2").arg(title, text(format(state_, state_.current))));
 }
 
-// Help texts: what the control is for, or why it cannot be used.
+// Sets the tooltips: what a control is for, or why it cannot be used.
 void ParameterRow::explain() {
   for (QWidget* const control : controls()) {
     QString help;

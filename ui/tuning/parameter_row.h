@@ -17,7 +17,7 @@ class Segments;
 class Toggle;
 class ValueSlider;
 
-// One parameter of the menu: its name, its control, its value, and what it was when it is changed.
+// One parameter of the menu: its name, control and value, and the old value if it is changed.
 class ParameterRow final : public QWidget {
   Q_OBJECT
 
@@ -26,14 +26,14 @@ class ParameterRow final : public QWidget {
 
   TuningParameter parameter() const { return state_.parameter; }
 
-  // Why the row cannot be edited now, or nothing.
+  // `whyNot` is the reason why the row cannot be edited now; empty: it can.
   void show(const RowState& state, const QString& whyNot);
   using QWidget::show;
 
-  // Says for a few seconds that the value was changed at the base.
+  // Shows for a few seconds that the value was changed at the base.
   void noteChangeAtBase();
 
-  // The layout for narrow windows: less room, and the state in two lines.
+  // The layout for narrow windows: smaller columns, and the state in two lines.
   void setNarrow(bool narrow);
 
   QSize sizeHint() const override;
@@ -72,9 +72,9 @@ class ParameterRow final : public QWidget {
 
   RowState state_;
   QString whyNot_;
-  QBasicTimer notice_;  // runs while the row says that the base changed it
+  QBasicTimer notice_;  // runs while the row shows a change at the base
   bool isNarrow_ = false;
-  bool isTouched_ = false;  // a control was moved, and may show other than the state
+  bool isTouched_ = false;  // a control was moved and may differ from the state
   std::optional<std::int64_t> lastOrdinary_;
 
   ElidedLabel* title_ = nullptr;

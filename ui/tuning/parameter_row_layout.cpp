@@ -1,4 +1,4 @@
-// Where the parts of a row are, and what it draws itself.
+// The layout and the painting of ParameterRow.
 
 #include <QPainter>
 #include <algorithm>
@@ -43,7 +43,7 @@ void ParameterRow::place() {
   int sliderRight = controlRight;
   if (toggle_ != nullptr) {
     const int width = toggle_->sizeHint().width();
-    // Words of different lengths, and yet switches in one column.
+    // A common width, so that switches with words of different lengths are aligned.
     constexpr int toggleColumn = 86;
     const int left = controlRight - std::max(width, toggleColumn);
     centred(toggle_, left, width);
@@ -71,7 +71,7 @@ void ParameterRow::paintEvent(QPaintEvent* /*event*/) {
   paintState(painter);
 }
 
-// The code's plate and, where no field shows it, the value.
+// Paints the code's plate and, if no field shows it, the value.
 void ParameterRow::paintName(QPainter& painter) const {
   const Theme& t = theme();
   const RowLayout::Columns& c = isNarrow_ ? RowLayout::narrow : RowLayout::usual;
@@ -88,7 +88,7 @@ void ParameterRow::paintName(QPainter& painter) const {
                    Qt::AlignCenter, text(format(state_, state_.shown())));
 }
 
-// "Changed", what the value was, and that the base has changed it: side by side while there is
+// Paints "Changed", the old value and the notice of a change at the base: side by side if there is
 // room, else in two lines.
 void ParameterRow::paintState(QPainter& painter) const {
   const Theme& t = theme();

@@ -2,8 +2,8 @@
 
 #include "ui/kit/metrics.h"
 
-// What a row of the tuning list measures and says, from left to right: change bar, code plate,
-// title, control, readout, state, revert.
+// Sizes and texts of a row of the tuning list. Its parts from left to right: change bar, code
+// plate, title, control, readout, state, revert button.
 namespace quorvane::RowLayout {
 
 inline constexpr int changeBar = 3;
@@ -13,9 +13,9 @@ inline constexpr int plateGap = 12;
 inline constexpr int revertSize = 28;
 inline constexpr int pillPadding = 7;
 inline constexpr int widestControl = 760;
-inline constexpr int sliderMargin = 9;  // of a slider's groove inside its widget
+inline constexpr int sliderMargin = 9;  // between a slider's groove and the edge of its widget
 
-// The widths of the columns, in a usual and in a narrow window.
+// The widths of the columns in a wide and in a narrow window.
 struct Columns {
   int inset;
   int title;

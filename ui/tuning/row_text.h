@@ -7,10 +7,10 @@
 #include "protocol/product.h"
 #include "protocol/tuning_parameter.h"
 
-// What a row of the tuning list shows and says, as text.
+// Texts of a row of the tuning list.
 namespace quorvane {
 
-// What a row is about. Values in display units.
+// The state of a row. Values in display units.
 struct RowState {
   TuningParameter parameter = TuningParameter::slot;
   std::int64_t current = 0;            // on the base
@@ -19,10 +19,10 @@ struct RowState {
 
   std::int64_t shown() const { return staged.value_or(current); }
 
-  // The shown steering angle is the automatic one.
+  // Whether the row shows the automatic steering angle.
   bool isAuto() const;
 
-  // The shown value has a switch of its own ("AUTO", "OFF") and that is on.
+  // Whether the row has a switch for a special value ("AUTO", "OFF") and it is on.
   bool isSpecial() const;
 
   bool operator==(const RowState&) const = default;
@@ -31,11 +31,12 @@ struct RowState {
 // The value as the row shows it: "80 %", "900 deg", "AUT", "PEA".
 std::string format(const RowState& row, std::int64_t value);
 
-// A value on the slider that stands for this one: itself where it is ordinary.
+// The slider's position for a value: the value itself if it is in range; for a special value the
+// current one, else the last one in range, else the upper limit.
 std::int64_t ordinaryValue(const RowState& row, std::int64_t value,
                            std::optional<std::int64_t> lastOrdinary);
 
-// What a screen reader says of the row's control: title, shown value, and the old one.
+// The accessible name of the row's control: title, shown value, and the old value if changed.
 std::string spokenName(const RowState& row);
 
 }  // namespace quorvane

@@ -51,7 +51,7 @@ QSize SaveBar::sizeHint() const {
                  Metrics::atLeast(Metrics::buttonHeight, font())};
 }
 
-// How many edits wait or, while they are saved, which one is being written.
+// The number of unsaved edits or, during a save, the number of the one being written.
 QString SaveBar::countText() const {
   const auto& progress = model().progress();
   if (progress && !progress->preset) {

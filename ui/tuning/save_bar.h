@@ -8,7 +8,7 @@ namespace quorvane {
 
 class Button;
 
-// How many edits wait, and what to do with them.
+// The number of unsaved edits, with buttons to save and discard them.
 class SaveBar final : public View {
   Q_OBJECT
 

@@ -11,14 +11,14 @@ namespace quorvane {
 class Button;
 class Picker;
 
-// Title, set, mode and sources of values of the tuning section.
+// The header of the section "Tuning": title, set, mode, and a menu to load or share values.
 class TuningHeader final : public View {
   Q_OBJECT
 
  public:
   explicit TuningHeader(AppModel& model, QWidget* parent = nullptr);
 
-  // In two lines, the title above the rest.
+  // The layout in two lines, the title above the rest.
   void setNarrow(bool narrow);
 
   QSize sizeHint() const override;

@@ -124,7 +124,7 @@ void TuningPage::renderRows(const TuningSnapshot& menu) {
   }
 }
 
-// The staged value; while a save runs, of those that the base has not taken yet.
+// The staged value; during a save, none for a value that the base already has.
 std::optional<std::int64_t> TuningPage::unsaved(TuningParameter parameter) const {
   const auto staged = model().staged().find(parameter);
   if (staged == model().staged().end()) return std::nullopt;
@@ -133,7 +133,7 @@ std::optional<std::int64_t> TuningPage::unsaved(TuningParameter parameter) const
   return isSaved ? std::nullopt : std::optional(staged->second);
 }
 
-// A bar that goes while it has the focus gives it back to what was edited.
+// When the bar is hidden while it has the focus, the control edited last gets it back.
 void TuningPage::showSaveBar(bool shows) {
   const bool leavesFocus = saveBar_->isVisible() && !shows &&
                            (isFocusFree() || saveBar_->isAncestorOf(QApplication::focusWidget()));

@@ -16,14 +16,14 @@ class SaveBar;
 class TuningHeader;
 class WarningBox;
 
-// The section "Tuning": the menu of the connected base, one row a parameter.
+// The section "Tuning": the menu of the connected base, one row per parameter.
 class TuningPage final : public View {
   Q_OBJECT
 
  public:
   explicit TuningPage(AppModel& model, QWidget* parent = nullptr);
 
-  // Whether Esc has something to go to here: it brings the focus to "Discard".
+  // For Esc: moves the focus to "Discard". False if there is nothing to discard.
   bool focusDiscard();
 
  protected:
@@ -46,8 +46,8 @@ class TuningPage final : public View {
   QVBoxLayout* column_;
   SaveBar* saveBar_;
   std::vector<ParameterRow*> rows_;
-  std::optional<FanatecProduct> product_;  // that the rows were built for
-  QPointer<QWidget> lastEdited_;           // the control of the list that had the focus last
+  std::optional<FanatecProduct> product_;  // of the current rows
+  QPointer<QWidget> lastEdited_;           // the last control of the list with the focus
   bool isNarrow_ = false;
 };
 
