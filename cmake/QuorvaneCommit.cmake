@@ -1,8 +1,8 @@
 # quorvane_commit(SOURCE HASH TIME)
 #
-# Sets HASH to the first ten digits of the commit that the tree SOURCE is of, and TIME to its time in
-# seconds since 1970. Both come from git in a checkout, and from commit.txt in a tree that git archive
-# wrote. HASH is "unknown" and TIME empty where neither tells.
+# Sets HASH to the first ten digits of the commit of the tree SOURCE, and TIME to its time in
+# seconds since 1970. Both come from git in a checkout, and from commit.txt in a tree made by git
+# archive. If neither is available, HASH is "unknown" and TIME is empty.
 function(quorvane_commit source hash time)
   set(commit "")
   if(EXISTS "${source}/.git")

@@ -1,4 +1,4 @@
-# Every library that Quorvane takes from the system, found once for all folders.
+# Finds every system library that Quorvane uses, once for all folders.
 
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)

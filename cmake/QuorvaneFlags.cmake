@@ -1,6 +1,6 @@
-# Language, warnings and sanitizers. Warnings travel with the target quorvane_flags, which every
-# target of ours links privately; whatever has to hold for a whole program (sanitizers, link
-# options) is set for the directory tree.
+# Language, warnings and sanitizers. Warnings belong to the target quorvane_flags, which each of our
+# targets links privately. Options for a whole program (sanitizers, link options) are set for the
+# directory tree.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -15,16 +15,16 @@ target_compile_options(quorvane_flags INTERFACE
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   target_compile_options(quorvane_flags INTERFACE -Wthread-safety -Wnull-dereference)
 else()
-  # These of GCC's misfire inside vector, string and optional once they are inlined. Clang's
-  # warnings, clang-tidy and AddressSanitizer find the same mistakes without the false alarms.
+  # These warnings of GCC give false alarms in inlined functions of vector, string and optional.
+  # Clang's warnings, clang-tidy and AddressSanitizer find the same mistakes without them.
   target_compile_options(quorvane_flags INTERFACE
     -Wno-array-bounds -Wno-maybe-uninitialized -Wno-restrict -Wno-stringop-overflow
     -Wno-stringop-overread)
 endif()
 
 if(CMAKE_UNITY_BUILD)
-  # Files compiled together may well shadow each other's names, though not within a function; and GCC
-  # takes what is included for headers, in which an unnamed namespace would be a mistake.
+  # In a unity build, files may shadow each other's names, except within a function. GCC treats the
+  # included files as headers, in which it warns about unnamed namespaces.
   target_compile_options(quorvane_flags INTERFACE
     -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endif()
@@ -38,8 +38,8 @@ if(QUORVANE_LLD AND NOT CMAKE_EXE_LINKER_FLAGS MATCHES "-fuse-ld=")
   add_link_options(-fuse-ld=lld)
 endif()
 
-# Debug information and __FILE__ name the sources from the root of the tree, wherever that is.
-# Coverage needs the real paths. A path with a space stays one argument here, unlike in CMAKE_CXX_FLAGS.
+# Makes paths in debug information and __FILE__ relative to the root of the tree. Coverage needs the
+# real paths. A path with a space stays one argument here, unlike in CMAKE_CXX_FLAGS.
 if(NOT QUORVANE_COVERAGE)
   add_compile_options(
     "$<$<CONFIG:RelWithDebInfo,Release,MinSizeRel>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>")
@@ -69,7 +69,7 @@ if(QUORVANE_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     message(FATAL_ERROR "QUORVANE_FUZZ needs clang: leave CXX unset, or set it to clang++")
   endif()
-  # Everything counts what runs through it; the fuzzers' own main() comes with their link option.
+  # Instruments all code for coverage. The fuzzers get their main() by a link option of their own.
   add_compile_options(-fsanitize=fuzzer-no-link)
   add_link_options(-fsanitize=fuzzer-no-link)
 endif()

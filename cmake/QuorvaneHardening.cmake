@@ -1,6 +1,6 @@
-# Hardening for every program and library built here, whoever builds it. An option that the compiler
-# does not know is left out. So is one that CXXFLAGS, LDFLAGS, a toolchain file or the compiler's own
-# defaults already decide, one way or the other.
+# Hardening for every program and library, in every build. An option is left out if the compiler
+# does not know it, or if CXXFLAGS, LDFLAGS, a toolchain file or the compiler's defaults already set
+# it or its opposite.
 
 include(CheckCXXCompilerFlag)
 include(CheckCXXSourceCompiles)
@@ -14,7 +14,7 @@ string(TOUPPER "${CMAKE_BUILD_TYPE}" quorvane_config)
 set(quorvane_compile_flags "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${quorvane_config}}")
 set(quorvane_link_flags
   "${quorvane_compile_flags} ${CMAKE_EXE_LINKER_FLAGS} ${CMAKE_EXE_LINKER_FLAGS_${quorvane_config}}")
-# The results below are cached under this, so that other flags are looked at anew.
+# Part of the names of the cached results below, so that other flags are checked anew.
 string(MD5 quorvane_flags_id
   "${CMAKE_CXX_COMPILER} ${CMAKE_CXX_COMPILER_VERSION} ${quorvane_link_flags}")
 string(SUBSTRING "${quorvane_flags_id}" 0 8 quorvane_flags_id)
@@ -29,8 +29,8 @@ function(quorvane_compiles result)
   set(${result} "${${result}_${quorvane_flags_id}}" PARENT_SCOPE)
 endfunction()
 
-# quorvane_harden(OPTION DECIDED MACRO): adds a compile option, unless a flag that matches DECIDED is
-# given or the compiler defines MACRO without it.
+# quorvane_harden(OPTION DECIDED MACRO): adds a compile option, unless a given flag matches DECIDED
+# or the compiler defines MACRO anyway.
 function(quorvane_harden option decided macro)
   if(quorvane_compile_flags MATCHES "${decided}")
     return()
@@ -43,7 +43,7 @@ function(quorvane_harden option decided macro)
     endif()
   endif()
   set(CMAKE_REQUIRED_QUIET ON)
-  # A warning about an option of no use here counts as a refusal.
+  # An option that causes a warning, because it has no effect here, is left out as well.
   set(CMAKE_REQUIRED_FLAGS -Werror)
   check_cxx_compiler_flag(${option} ${known}_${quorvane_flags_id})
   if(${known}_${quorvane_flags_id})
@@ -64,8 +64,8 @@ function(quorvane_harden_link keyword)
   endif()
 endfunction()
 
-# Checks of buffers by the C library. They need optimisation; level 3 needs GCC 12 or clang 9, and
-# glibc 2.34.
+# Buffer checks by the C library (_FORTIFY_SOURCE). They need optimisation. Level 3 needs GCC 12 or
+# clang 9, and glibc 2.34.
 function(quorvane_fortify)
   quorvane_compiles(QUORVANE_OPTIMISES "#ifndef __OPTIMIZE__" "#error" "#endif")
   quorvane_compiles(QUORVANE_FORTIFIED "#ifndef _FORTIFY_SOURCE" "#error" "#endif")
@@ -82,8 +82,8 @@ function(quorvane_fortify)
   add_compile_options(-D_FORTIFY_SOURCE=${level})
 endfunction()
 
-# Programs that can be loaded anywhere. A target that has to be position-independent code is left
-# alone. -pie belongs to the link of programs only.
+# Position-independent executables. Targets with position-independent code are left alone. -pie is
+# for linking programs only.
 function(quorvane_pie)
   if(quorvane_link_flags MATCHES "-f(no-)?(pie|PIE|pic|PIC)|(^| )-(no-)?pie|(^| )-static")
     return()

@@ -1,4 +1,4 @@
-# Sources are found by pattern and looked up again at every build, so a new file needs no edit here.
+# Sources are found by pattern at every build, so a new file needs no edit here.
 
 # quorvane_precompile(TARGET HEADER...)
 #

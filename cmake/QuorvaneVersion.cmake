@@ -1,8 +1,8 @@
 # quorvane_version_library()
 #
 # The library quorvane_version: version() and commit() of support/version.h. The commit is read at
-# every build, but its source is written only when it changed, and it is a library apart, so that a
-# commit links again only what shows it.
+# every build, but its source is only written if it changed. It is a library of its own, so that a
+# new commit relinks only the programs that show it.
 function(quorvane_version_library)
   set(source "${CMAKE_CURRENT_BINARY_DIR}/version.cpp")
   add_custom_target(quorvane_commit

@@ -1,8 +1,8 @@
-# Sourced: where build folders go.
+# Sourced: the location of build folders.
 
-# builds_of TREE: prints the folder that the build folders of a source tree go to. It is build/ in the
-# tree, or what QUORVANE_BUILDS names. For a tree that cannot be written it is below the user's cache
-# folder, and a line on stderr says so.
+# builds_of TREE: prints the folder for the build folders of a source tree: QUORVANE_BUILDS if set,
+# else build/ in the tree. For a read-only tree it is below the user's cache folder, and a line on
+# stderr says so.
 builds_of() {
   local tree cache
   tree=$(realpath "$1")

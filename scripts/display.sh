@@ -1,7 +1,7 @@
-# Sourced: an X server of the calling script's own, with neither window manager nor session bus, and
-# an environment in which nothing but the script decides what a program shows.
+# Sourced: an X server for the calling script, without window manager and session bus, and an
+# environment without settings of the user.
 
-# plain_environment DIRECTORY: what users and desktops set is gone; files go below DIRECTORY.
+# plain_environment DIRECTORY: unsets the variables of users and desktops; files go below DIRECTORY.
 plain_environment() {
   local name
   for name in $(compgen -e | grep -E '^(QT_|QUORVANE_|XDG_|DESKTOP_|GTK_|WAYLAND_)'); do
@@ -12,8 +12,8 @@ plain_environment() {
   mkdir -m 700 "$XDG_RUNTIME_DIR"
 }
 
-# start_display DIRECTORY [SIZE]: exports DISPLAY, a free one of this size (1920x1200). The server's
-# output goes to DIRECTORY.
+# start_display DIRECTORY [SIZE]: starts a display of this size (default: 1920x1200) and exports
+# DISPLAY. The server's output goes to DIRECTORY.
 start_display() {
   mkfifo "$1/display-number"
   Xvfb -displayfd 3 -screen 0 "${2-1920x1200}x24" -nolisten tcp -noreset \
@@ -34,7 +34,7 @@ stop_display() {  # stop_display: does nothing without one
   display_process=
 }
 
-# until_true SECONDS COMMAND...: whether the command succeeds within that time.
+# until_true SECONDS COMMAND...: polls until the command succeeds; fails on a time-out.
 until_true() {
   local deadline=$((SECONDS + $1))
   shift
@@ -44,8 +44,8 @@ until_true() {
   done
 }
 
-# start_bus DIRECTORY: exports a session bus of the script's own, on which assistive technology finds
-# the programs. Its output goes to DIRECTORY.
+# start_bus DIRECTORY: starts and exports a session bus with the accessibility bus. Its output goes
+# to DIRECTORY.
 start_bus() {
   mkfifo "$1/bus-address"
   unset DBUS_SESSION_BUS_ADDRESS
@@ -58,7 +58,7 @@ start_bus() {
     return 1
   fi
   export DBUS_SESSION_BUS_ADDRESS=$address QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
-  # Starts the bus of assistive technology: programs look for it, but start it for nobody.
+  # Starts the accessibility bus: programs look for it, but do not start it.
   dbus-send --session --dest=org.a11y.Bus --print-reply \
     /org/a11y/bus org.a11y.Bus.GetAddress >"$1/bus.log" 2>&1
 }

@@ -1,10 +1,10 @@
-# Sourced by scripts that need root: other releases of Debian below a folder of this machine.
+# Sourced by scripts that need root: systems of other releases of Debian in folders of this machine.
 #
-# QUORVANE_ROOTS: a folder that keeps each fresh root as an archive for the next time; without it every
-# root is made anew from a mirror.
+# QUORVANE_ROOTS: a folder that caches each new root as an archive. Without it every root is made
+# from a mirror.
 
-# make_root SUITE ROOT PACKAGE,...: a fresh, small system with these packages besides, with the lists of
-# its mirror.
+# make_root SUITE ROOT PACKAGE,...: makes a new minimal system with these additional packages and
+# the mirror's package lists.
 make_root() {
   local suite=$1 root=$2 packages=$3 archive=$2.tar
   if [ -n "${QUORVANE_ROOTS-}" ]; then
@@ -12,7 +12,7 @@ make_root() {
     archive=$QUORVANE_ROOTS/$suite-$(cksum <<<"$packages" | cut -d' ' -f1).tar
   fi
   if [ ! -f "$archive" ]; then
-    # The lists of sid run out within days, on mirrors that stand still too.
+    # The lists of sid expire within days, also on mirrors that are not updated.
     mmdebstrap --variant=minbase --format=tar --skip=cleanup/apt/lists --include="$packages" \
       --aptopt='Acquire::Check-Valid-Until "false"' "$suite" "$archive.part"
     mv "$archive.part" "$archive"
@@ -22,7 +22,7 @@ make_root() {
   [ -n "${QUORVANE_ROOTS-}" ] || rm -f "$archive"
 }
 
-# open_root ROOT: gives it this machine's devices, /proc, /sys and name server.
+# open_root ROOT: mounts this machine's devices, /proc and /sys in it, and copies the name server.
 open_root() {
   local place
   for place in dev proc sys; do
@@ -32,7 +32,7 @@ open_root() {
   cp --remove-destination /etc/resolv.conf "$1/etc/resolv.conf"
 }
 
-# close_root ROOT: takes away what open_root gave; does nothing where there is none.
+# close_root ROOT: unmounts what open_root mounted; idempotent.
 close_root() {
   local place
   for place in dev proc sys; do
@@ -40,14 +40,14 @@ close_root() {
   done
 }
 
-# in_root ROOT COMMAND...: as root, with an environment of its own.
+# in_root ROOT COMMAND...: runs a command there as root, with a clean environment.
 in_root() {
   chroot "$1" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 \
     DEBIAN_FRONTEND=noninteractive "${@:2}"
 }
 
-# any_suite SUITE...: prints one of these, chosen by the commit that is checked out; or the suites that
-# QUORVANE_ELSEWHERE names, none for "none".
+# any_suite SUITE...: prints one of these, chosen by the current commit; or the suites that
+# QUORVANE_ELSEWHERE names; nothing for "none".
 any_suite() {
   local hash suites=("$@")
   case ${QUORVANE_ELSEWHERE-any} in
@@ -68,7 +68,7 @@ needs_root() {
   exit 77
 }
 
-# left_out NAME: ends the script NAME, which QUORVANE_ELSEWHERE leaves out.
+# left_out NAME: ends the script NAME, because QUORVANE_ELSEWHERE says so.
 left_out() {
   echo "$1: left out, as QUORVANE_ELSEWHERE says"
   exit 77

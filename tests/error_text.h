@@ -5,7 +5,7 @@
 
 namespace quorvane {
 
-// What a person reads when the operation fails; "no error" when it does not.
+// The text of the exception that the operation throws; "no error" if it throws none.
 template <typename Operation>
 std::string errorText(const Operation& operation) {
   try {

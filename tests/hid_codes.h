@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// A failure that has no code of its own: an I/O error (errno 5).
+// A failure without a code of its own in HIDReturnCode: an I/O error (errno 5).
 inline constexpr HIDReturn otherCode = 0x0000C005;
 
 }  // namespace quorvane

@@ -13,7 +13,7 @@ PROGRAMS = {"quorvanectl", "quorvane", "jq", "cat", "ls", "cp"}
 HOME = "/home/you"  # as documents write it
 LIMIT = 15  # seconds; a command that takes longer is killed, and so fails
 
-# What differs from run to run, and what all of it becomes.
+# What differs between runs, and its replacement.
 VOLATILE = [
     (r"\(\d+ ms\)", "(250 ms)"),
     (r'"milliseconds": \d+', '"milliseconds": 250'),

@@ -39,7 +39,7 @@ EXECUTABLE = ("scripts/tool", "build/bin/quorvanectl")
 
 READ = "```sh\nquorvanectl read\n```\n"
 
-# What stands at the end of the README, and what is said about it; nothing when it is fine.
+# The end of the README, and the expected finding; None if it is fine.
 TEXTS = [
     (READ, None),
     (READ + "```text\nFF   65 (250 ms)\nSEN  900\n/home/you/presets\n```\n", None),
@@ -79,7 +79,7 @@ TEXTS = [
     ("`scripts/gone`\n", "scripts/gone: there is no such file or folder"),
 ]
 
-# What is different about the tree, and what is said about it.
+# The changed files of the tree, and the expected finding.
 FILES = [
     ({}, None),
     ({"docs/user-guide.md": GUIDE.replace("`fail`", "fail")}, "the command fail is not in the guide"),

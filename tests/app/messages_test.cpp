@@ -13,7 +13,7 @@ namespace {
 
 using P = TuningParameter;
 
-// A menu report whose status byte is this; the mode bit is 0x80 in the standard menu.
+// A menu with this status byte. The mode bit 0x80 means the standard menu.
 TuningSnapshot menuWithStatus(std::uint8_t status) {
   Bytes report(TuningSnapshot::length);
   report[0] = TuningSnapshot::reportID;

@@ -24,7 +24,7 @@ struct Action {
   std::string name;
   std::function<void(AppModel&)> run;
   std::string success;  // the log line, or none
-  std::string silence;  // the log line when the base does not answer
+  std::string silence;  // the log line on a time-out
 };
 
 const std::vector<Action>& actions() {

@@ -246,7 +246,7 @@ TEST_F(ModelExamination, IsLeftAtOnceWhenTheModelEnds) {
   int requests = 0;
   clock_.at(Moment::request, 0, [&] { ++requests; });
   const Thread opener("opener", [&] {
-    base().transcript().waitForLines(1);  // the model is ending, and has closed its own session
+    base().transcript().waitForLines(1);  // the model's destructor has closed its session
     gate->open();
   });
   end();
@@ -288,7 +288,7 @@ TEST_F(ModelExamination, SavesTheReportWhereThePersonSays) {
   EXPECT_EQ(panels_.takeRequests(),
             (Lines{"save: Save the report [Save] report, quorvane-report.txt"}));
   const std::filesystem::path file = directory_ / "report.txt";
-  base();  // the trouble goes meanwhile
+  base();  // plugs in a base, which ends the fault that the report describes
   settle();
   takeLog();
   panels_.answer(file);

@@ -81,7 +81,7 @@ class WatchedBackend::Monitor final : public HIDMonitor {
     events_->changed.notifyAll();
   }
 
-  // Both with the events' lock held.
+  // Both require the events' lock.
   bool hasEvent() const { return !events_->onHold && events_->count != seen_; }
   bool isQuiet() const { return interrupted_ || (waiting_ && !hasEvent()); }
 

@@ -25,7 +25,7 @@ namespace quorvane {
 
 using Lines = std::vector<std::string>;
 
-// What the model says of the simulated base.
+// The model's texts for the simulated base.
 inline constexpr const char* displayName = "CSL DD / GT DD Pro / ClubSport DD";
 inline constexpr const char* baseName = "CSL DD Wheel Base";
 inline constexpr const char* connectedLine = "[log] Connected to CSL DD Wheel Base";
@@ -47,11 +47,11 @@ inline constexpr const char* identityRequest = "> ff 08 02 +61";
 
 inline constexpr const char* commitPause = "pause 250 ms";
 
-// A write of the simulated base's second set as it comes, with three of its bytes.
+// The transcript line of a write to a new simulated base, with three of its bytes, as hexadecimal.
 std::string writeOf(std::string_view sensitivity, std::string_view forceFeedback,
                     std::string_view naturalInertia);
 
-// Simulated bases whose watchers can be held back and waited for.
+// Simulated bases. A test can delay what their watchers report, and wait for it.
 class WatchedBackend final : public HIDBackend {
  public:
   void add(const std::shared_ptr<SimulatedDevice>& device);
@@ -62,26 +62,26 @@ class WatchedBackend final : public HIDBackend {
 
   void setCanWatch(bool canWatch) { canWatch_ = canWatch; }
 
-  // Called before a monitor is made, and before devices are listed on the thread of the test.
+  // Callbacks: before a monitor is made, and before devices are listed on the main thread.
   void setOnMonitor(std::function<void(std::optional<std::int64_t> vendorID)> handler);
   void setOnList(std::function<void(std::optional<std::int64_t> vendorID)> handler);
 
-  // Called once, when the next base has been plugged or unplugged, on the thread that caused it.
+  // Called once, after the next plugging or unplugging of a base, on the thread that caused it.
   void atPlugChange(std::function<void()> event);
 
-  // Tells the watchers that something about a device is different.
+  // Reports a change of a device to the watchers.
   void reportChange() { events_->report(); }
 
-  // While held, plugging and unplugging goes unnoticed; after that it is told.
+  // While held, the watchers report no plugging or unplugging. They report it afterwards.
   void hold(bool held);
 
-  // Blocks until the watchers have told everything that they may tell.
+  // Blocks until the watchers have reported all events that are not held.
   void waitUntilQuiet();
 
  private:
   class Monitor;
 
-  // The lock is for everything in it, and in the monitors.
+  // `lock` guards all fields here and those of the monitors.
   struct Events {
     Mutex lock;
     Condition changed;
@@ -90,7 +90,7 @@ class WatchedBackend final : public HIDBackend {
     std::vector<Monitor*> monitors;
     std::function<void()> atChange;
 
-    // Returns the count as the monitor finds it.
+    // Returns the current count.
     std::uint64_t add(Monitor* monitor);
     void report();
   };
@@ -102,21 +102,21 @@ class WatchedBackend final : public HIDBackend {
   bool canWatch_ = true;
 };
 
-// Panels that answer by a script.
+// File panels that the test answers.
 class ScriptedPanels final : public FilePanels {
  public:
   void chooseDestination(const Request& request, Chosen chosen) override;
   void chooseFile(const Request& request, Chosen chosen) override;
 
-  // The next panel answers before it returns; without an answer it stays open.
+  // The next panel returns this file at once. Other panels stay open until answer().
   void answerAtOnce(std::filesystem::path file) { answer_ = std::move(file); }
 
-  // The oldest panel that is open gets its answer.
+  // Answers the oldest open panel.
   void answer(const std::filesystem::path& file);
 
   std::size_t open() const { return open_.size(); }
 
-  // "save|open: TITLE [BUTTON] CONTENT, NAME".
+  // The requests since the last call: "save|open: TITLE [BUTTON] CONTENT, NAME".
   Lines takeRequests();
 
  private:
@@ -127,8 +127,7 @@ class ScriptedPanels final : public FilePanels {
   std::deque<Chosen> open_;
 };
 
-// The first base's place on the USB bus. Something may happen when a reset is done, on the thread
-// that asked for it.
+// A USB bus with the first base. `afterReset` is called after each reset, on the resetting thread.
 class ScriptedUSBBus final : public USBBus {
  public:
   void put(SimulatedDevice* device) { device_ = device; }
@@ -145,8 +144,7 @@ class ScriptedUSBBus final : public USBBus {
   std::function<void()> afterReset_;
 };
 
-// The facts of a machine that is nothing but simulated. Something may happen before they are told,
-// on the thread that asks for them.
+// The facts of a simulated machine. `beforeTelling` is called by take(), on its thread.
 class ScriptedSurvey final : public HIDSurvey {
  public:
   void beforeTelling(std::function<void()> event) { beforeTelling_ = std::move(event); }
@@ -159,10 +157,11 @@ class ScriptedSurvey final : public HIDSurvey {
   std::atomic<int> timesTold_ = 0;
 };
 
-// A model in a world of simulated bases. Unless asked otherwise, its time is that of the one base.
+// A model with simulated bases, in the simulated time of the first base unless useRealTime() is
+// called.
 //
-// At the end of every test nothing is going on any more, every base is closed and has found nothing
-// wrong with how it was treated, and all changes were told on the main thread.
+// At the end of every test the fixture expects that the model is not busy, that every base is
+// closed and reports no violations, and that `changed` was only emitted on the main thread.
 class ModelTest : public testing::Test {
  protected:
   using Moment = EventfulClock::Moment;
@@ -170,13 +169,13 @@ class ModelTest : public testing::Test {
   ModelTest();
   void TearDown() override;
 
-  // The bases answer in real time, and pauses take none; for several bases.
+  // Bases answer in real time, and pauses take no time. For tests with several bases.
   void useRealTime() { time_ = SimulatedDevice::Time::real; }
 
-  // Plugs in another base, at a place of its own.
+  // Plugs in another base, at a USB location of its own.
   SimulatedDevice& attach(std::int64_t productID = defaultSimulatedProduct);
 
-  // The first base, plugged in when there is none.
+  // The first base. Plugs one in if there is none.
   SimulatedDevice& base();
   SimulatedDevice& device(std::size_t number) { return *devices_.at(number); }
   HIDDeviceInfo info(std::size_t number) { return HIDEnumerator::info(devices_.at(number)); }
@@ -184,42 +183,42 @@ class ModelTest : public testing::Test {
   void behave(const std::function<void(SimulatedBehaviour&)>& change);
   void simulate(const std::function<void(SimulatedBase&)>& change);
 
-  // A value of the active set of the first base.
+  // A value in the first base's active set.
   std::int64_t valueOnBase(TuningParameter parameter);
 
-  // Makes a model, perhaps one that is to use a certain base; `start` with a base, and until it has
-  // settled.
+  // create() makes a model, for the base that `which` names if not empty. start() also plugs in a
+  // base and settles; startWithoutBase() only settles.
   AppModel& create(const std::string& which = {});
   AppModel& start();
   AppModel& startWithoutBase(const std::string& which = {});
   void end() { model_.reset(); }
   AppModel& model() { return *model_; }
 
-  // Runs the event loop until the predicate has held. It is asked after every change of the model,
-  // and what else has come in by then is handled as well.
+  // Runs the event loop until the predicate holds. It is checked first and after every change of
+  // the model; other events that have arrived by then are handled as well.
   void waitUntil(const std::function<bool()>& holds);
 
-  // Runs the event loop until nothing is going on: the watchers and the readers have told
-  // everything, the model has heard it, and no exchange is left.
+  // Runs the event loop until the model is idle: all events of the watchers and readers are
+  // handled, and no exchange is queued or running.
   void settle();
 
   // Resets the base's USB device and waits until the base has left and is connected again.
   void resetUSBAndReconnect();
 
-  // What was logged and what the first base saw since it was last asked. Log lines are written as
-  // on standard error.
+  // The new lines since the last call: of the log, as on standard error; of the first base's
+  // transcript.
   Lines takeLog();
   Lines takeTranscript();
 
-  // "SEN=800 FF=80".
+  // The staged edits: "SEN=800 FF=80".
   std::string staged() const;
 
-  // The menu's value of a parameter, as the model knows it.
+  // A parameter's value in the model's menu.
   std::int64_t valueOf(TuningParameter parameter) const;
 
-  // From now on, what a window would show at each change: "busy|idle; the name; what is known of
-  // the base; staged edits; the status". Repetitions are left out; so is, when asked for, what came
-  // before a status.
+  // Records state() at each change, without repetitions: "busy|idle; the base's name; what is known
+  // of it; staged edits; the status". takeStates() ends the recording and returns it, from the
+  // first state on whose status ends with `firstStatus`.
   void watchStates() { states_.emplace(); }
   Lines takeStates(std::string_view firstStatus = {});
   std::string state() const;
@@ -249,7 +248,7 @@ class ModelTest : public testing::Test {
 // "SEN=800 FF=80".
 std::string textOf(const StagedValues& values);
 
-// A preset of the user's with these values.
+// A user preset with these values.
 TuningPreset presetOf(std::string name, const std::vector<ParameterValue>& values);
 
 }  // namespace quorvane

@@ -16,10 +16,10 @@ namespace {
 
 using P = TuningParameter;
 
-// The transcript of a base that was connected to, from the start.
+// The transcript of connecting to a base.
 const Lines opening{"open", identityOn, identityRequest, menuRequest};
 
-// A device that is pulled and put back in the moment that it is opened.
+// A device that is unplugged and plugged in again while it is being opened.
 class LooseDevice final : public HIDDeviceHandle {
  public:
   explicit LooseDevice(SimulatedDevice& device) : device_(device) {}
@@ -60,7 +60,7 @@ class ModelWithSeveralBases : public ModelTest {
  protected:
   ModelWithSeveralBases() { useRealTime(); }
 
-  // What the model is connected to.
+  // The id of the base that the model is connected to.
   std::string connectedID() {
     for (const HIDDeviceInfo& device : model().devices()) {
       for (std::size_t number = 0; number < 2; ++number) {
@@ -200,11 +200,11 @@ TEST_F(ModelFilter, KeepsBasesOfTheCatalogueAndJoysticks) {
     bool isKept;
   };
   const std::vector<Device> table{
-      {0x0001, 4, true},   // a base that is a joystick
-      {0x0020, 5, true},   // a base that is none
+      {0x0001, 4, true},   // a base with the usage joystick
+      {0x0020, 5, true},   // a base with another usage
       {0x0011, 0, true},   // a base without a tuning menu
       {0x6204, 5, false},  // pedals
-      {0x6205, 4, true},   // pedals that are a joystick
+      {0x6205, 4, true},   // pedals with the usage joystick
       {0xABCD, 4, true},   // unknown
       {0xABCE, 5, false}, {0xABCF, 1, false},
   };
@@ -384,7 +384,7 @@ TEST_F(ModelOpening, WhatABaseToldBeforeItLeftIsForgotten) {
   Gate gate;
   base();
   simulate([](SimulatedBase& simulated) {
-    simulated.behaviour().foreignReports = true;  // a wheel-status report among them
+    simulated.behaviour().foreignReports = true;  // they include a wheel-status report
   });
   clock_.at(Moment::answer, 1, [&] { gate.pass(); });
   create();

@@ -16,7 +16,7 @@ namespace {
 
 using P = TuningParameter;
 
-// What the process writes to standard error while this lives.
+// RAII: captures what the process writes to standard error.
 class CapturedStandardError {
  public:
   CapturedStandardError() : before_(::dup(STDERR_FILENO)), file_(std::tmpfile()) {

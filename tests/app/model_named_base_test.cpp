@@ -12,12 +12,12 @@ namespace {
 
 constexpr const char* connectedDD1 = "[log] Connected to Podium Wheel Base DD1";
 
-// A model that was told which base to use.
+// A model with a named base, as with --device.
 class ModelNamedBase : public ModelTest {
  protected:
   ModelNamedBase() { useRealTime(); }
 
-  // Plugs in a base that has its serial number from the start.
+  // Plugs in a base. The watcher sees it only with its serial number.
   SimulatedDevice& attachNumbered(std::int64_t productID, const std::string& serialNumber) {
     backend_.hold(true);
     SimulatedDevice& device = attach(productID);
@@ -26,7 +26,7 @@ class ModelNamedBase : public ModelTest {
     return device;
   }
 
-  // The line about a base that is not there, while these are.
+  // The line for a named base that is not attached, while others are.
   static std::string waitingLine(const std::string& which, const std::string& attached) {
     return "No base answers to \"" + which + "\"; waiting for it. Attached: " + attached +
            ". Plug in the one you named, or connect another in the Base section.";

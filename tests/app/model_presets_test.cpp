@@ -30,7 +30,7 @@ std::string comparableContentOf(const path& file) {
   return std::regex_replace(std::regex_replace(contentOf(file), id, "ID"), time, "TIME");
 }
 
-// What sharing the simulated base's menu writes.
+// The share file of the simulated base's menu.
 constexpr const char* sharedFile = R"json({
   "base" : "CSL DD \/ GT DD Pro \/ ClubSport DD",
   "exportedAt" : "TIME",
@@ -69,7 +69,7 @@ class ModelPresets : public ModelTest {
 
   std::vector<std::string> storedNames() { return namesOf(store_->read()); }
 
-  // From now on the store's file lies below one that is no directory.
+  // Makes the store unusable: a parent of its path is a file.
   void breakStore() { store_.emplace(file_ / "presets.json"); }
 
   const path file_ = directory_ / "file";
@@ -80,7 +80,7 @@ class ModelSharing : public ModelPresets {};
 
 class ModelImport : public ModelPresets {
  protected:
-  // A file that holds these presets as a list.
+  // Writes a file with a list of these presets.
   path listOf(const std::vector<TuningPreset>& presets) { return fileWith(encodePresets(presets)); }
 
   path fileWith(const std::string& content) {
@@ -151,7 +151,7 @@ TEST_F(ModelPresets, AreDeletedByTheirID) {
   renamed.name = "another";
   changes_ = 0;
   model().deletePreset(renamed);
-  EXPECT_EQ(changes_, 2);  // the line in the log, and the list
+  EXPECT_EQ(changes_, 2);  // one for the log, one for the list
   EXPECT_EQ(model().userPresets(), (std::vector<TuningPreset>{presets[0], presets[1]}));
   EXPECT_EQ(store_->read(), model().userPresets());
   model().deletePreset(presetOf("Dry", {}));

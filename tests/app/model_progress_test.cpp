@@ -25,7 +25,7 @@ std::string textOf(const std::optional<AppModel::Progress>& progress) {
 
 class ModelProgress : public ModelTest {
  protected:
-  // Every progress that a window would show while the action runs, and after it.
+  // The progress at every change while the action runs, and after it.
   Lines watch(const std::function<void()>& action) {
     Lines seen;
     const auto watching =
@@ -54,7 +54,7 @@ class ModelReadEverything : public ModelTest {};
 
 class ModelMenuChanges : public ModelTest {
  protected:
-  // From now on, the strengths before and after each change at the base: "65 to 70".
+  // Records the force feedback before and after each change made at the base: "65 to 70".
   void watchChanges() {
     QObject::connect(&model(), &AppModel::menuChangedAtBase, [this](const TuningSnapshot& before) {
       changes_.push_back(std::to_string(before.value(P::forceFeedback, model().product())) +

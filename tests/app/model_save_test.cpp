@@ -14,7 +14,7 @@ using P = TuningParameter;
 
 class ModelSave : public ModelTest {
  protected:
-  // Stages three edits of the simulated base's menu, last first.
+  // Stages three edits, in reverse menu order.
   void stageThree() {
     model().stage(P::naturalInertia, 9);
     model().stage(P::forceFeedback, 80);
@@ -26,7 +26,7 @@ class ModelSave : public ModelTest {
     settle();
   }
 
-  // Saves, and lets something happen on the main thread while the save is in this pause.
+  // Saves, and calls `event` on the main thread during the save's pause with this number, from 0.
   void saveAndAtPause(int pause, const std::function<void()>& event) {
     Gate gate;
     clock_.at(Moment::pause, pause, [&] { gate.pass(); });
@@ -388,7 +388,7 @@ TEST_F(ModelSaveBesideAnother, ATurnThatDoesNotComeLeavesEverythingStaged) {
 
 TEST_F(ModelSaveBesideAnother, WhatIsLeftWhenTheSetChangesStaysStagedForThePersonToDecide) {
   stageThree();
-  // After the reading that proves the first value.
+  // After the read-back of the first value.
   clock_.at(Moment::answer, 1,
             [this] { simulate([](SimulatedBase& simulated) { simulated.menu().select(4); }); });
   save();

@@ -31,7 +31,7 @@ PresetNames presetNames(const std::vector<TuningPreset>& presets) {
   return names;
 }
 
-// Other programs at the model's presets.
+// Other programs that change the model's preset file.
 class ModelSharedPresets : public ModelTest {
  protected:
   PresetNames shown() { return presetNames(model().userPresets()); }
@@ -175,7 +175,7 @@ TEST_F(ModelSharedPresets, AFileThatGotDamagedIsKeptAndReplacedByAllThatWasKnown
   EXPECT_EQ(directory_.names().size(), 2U);
 }
 
-// Two programs save while the window saves too; every tenth save of theirs is killed.
+// Two other programs save at the same time as the window. Every tenth of their saves is killed.
 TEST_F(ModelSharedPresets, NothingIsLostBetweenTwoProgramsAndTheWindow) {
   constexpr int savesOfEach = 400;
   constexpr int savesHere = 60;
@@ -192,7 +192,7 @@ TEST_F(ModelSharedPresets, NothingIsLostBetweenTwoProgramsAndTheWindow) {
     model().saveCurrentAsPreset("here" + std::to_string(i));
     QCoreApplication::processEvents();
   }
-  // A window whose event loop stands still keeps its place in line for the lock.
+  // The event loop must run: the window may be queued for the lock, and only its timer goes on.
   QEventLoop loop;
   std::istringstream said;
   Thread waiting("waits", [&] {

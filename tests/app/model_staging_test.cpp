@@ -12,7 +12,7 @@ using P = TuningParameter;
 
 class ModelStaging : public ModelTest {
  protected:
-  // A preset of the menu as it is.
+  // A preset with the menu's current values.
   TuningPreset currentValues(const std::string& name) {
     return TuningPreset::capture(model().product(), name, model().tuning().value());
   }

@@ -25,14 +25,14 @@ std::ptrdiff_t threads() {
   return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
 }
 
-// The kernel lists a thread for a moment after it was joined; a leak would leave one a round.
+// The kernel lists a thread for a moment after it was joined. A leak would leave one per round.
 constexpr std::ptrdiff_t stillEnding = 20;
 
-// Models that end at any moment. Whatever goes on then, it leaves no thread, no open base and no
-// broken rule behind.
+// Models that are destroyed at any moment. They must leave no thread and no open base behind, and
+// cause no violations.
 class ModelEnd : public ModelTest {
  protected:
-  // Makes a model, lets something begin, and ends it, again and again.
+  // Makes a model, calls `begin` and destroys the model, `rounds` times.
   void endAThousandTimes(const std::function<void(int round)>& begin) {
     base();
     const std::ptrdiff_t before = threads();
@@ -46,7 +46,7 @@ class ModelEnd : public ModelTest {
     EXPECT_LT(threads(), before + stillEnding);
   }
 
-  // A model that is connected, and what comes after on the base.
+  // Waits until the model is connected, and clears the transcript.
   void connect() {
     waitUntil([this] { return model().isConnected(); });
     base().transcript().clear();
@@ -135,7 +135,7 @@ TEST_F(ModelEnd, WhileReportsStream) {
 
 class ModelThreads : public ModelTest {};
 
-// The fixture of every test checks where changes are told; this one makes all kinds of them.
+// The fixture checks the thread of `changed` in every test. This one causes all kinds of changes.
 TEST_F(ModelThreads, EveryChangeIsToldOnTheMainThread) {
   std::set<std::thread::id> tellers;
   base();
@@ -163,10 +163,10 @@ TEST_F(ModelThreads, EveryChangeIsToldOnTheMainThread) {
   EXPECT_EQ(tellers, (std::set<std::thread::id>{std::this_thread::get_id()}));
 }
 
-// A system that has no thread left.
+// A system on which no thread can be started.
 class ModelWithoutThreads : public ModelTest {
  protected:
-  // The queue's thread ends a moment after its last job.
+  // Waits for the end of the queue's thread, which comes after its last job.
   static void awaitEndOfQueue() {
     while (isQueueThere()) std::this_thread::yield();
   }

@@ -20,7 +20,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// Gives a lock up as soon as somebody pauses.
+// A clock that releases `lock` at the first pause.
 class ReleasingClock final : public Clock {
  public:
   Monotonic::time_point now() override { return system().now(); }

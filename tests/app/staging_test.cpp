@@ -17,7 +17,7 @@ constexpr std::int64_t podium = 0x0006;
 constexpr std::int64_t elite = 0x0E03;
 constexpr std::int64_t classic = 0x0001;
 
-// A menu whose bytes are all this.
+// A menu with this value in every byte.
 TuningSnapshot menuOf(std::uint8_t byte) {
   Bytes report(TuningSnapshot::length, byte);
   report[0] = TuningSnapshot::reportID;

@@ -127,7 +127,7 @@ TEST(ParseAssignments, ProposesWhatWasProbablyMeant) {
 
 class WantedValueOf : public testing::Test {
  protected:
-  // The menu of a base of the product, with one value in it.
+  // The menu of a new base of this product, with one value changed.
   static TuningSnapshot menuWith(const FanatecProduct& product, P parameter, std::int64_t value) {
     SimulatedBase base(product);
     Bytes report = base.menu().report();

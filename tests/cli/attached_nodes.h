@@ -10,7 +10,7 @@
 
 namespace quorvane {
 
-// A simulated base that has a device node, which this user may open or not.
+// A simulated base with a device node. `accessible` is what accessible() returns.
 class NodeDevice final : public HIDDeviceHandle {
  public:
   NodeDevice(std::string node, bool accessible, std::shared_ptr<SimulatedDevice> device)
@@ -30,10 +30,10 @@ class NodeDevice final : public HIDDeviceHandle {
   std::shared_ptr<SimulatedDevice> device_;
 };
 
-// A machine with nodes, which nobody plugs in or out.
+// A backend with a fixed list of such devices.
 class AttachedNodes final : public HIDBackend {
  public:
-  // Adds a base with this product ID, serial number and node.
+  // Adds a base; without a serial number if that is empty.
   SimulatedDevice& add(std::int64_t productID, const std::string& serialNumber, std::string node,
                        bool accessible = true) {
     auto device = SimulatedDevice::create(FanatecProduct::lookup(productID).value(),

@@ -14,7 +14,7 @@
 namespace quorvane {
 namespace {
 
-// Two bases of one kind on ports that give them the same id, and one of another kind.
+// Two bases of one product with the same id, and one of another product.
 class BaseAccess : public testing::Test {
  protected:
   BaseAccess() {

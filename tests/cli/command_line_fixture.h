@@ -23,10 +23,10 @@
 
 namespace quorvane {
 
-// Objects that compare unequal when their keys come in another order.
+// JSON whose objects compare unequal if the order of their keys differs.
 using Json = nlohmann::ordered_json;
 
-// What a run of the program leaves behind.
+// The result of a run of the program.
 struct Outcome {
   ExitStatus status = ExitStatus::done;
   std::string out;
@@ -37,7 +37,7 @@ struct Outcome {
 
 std::ostream& operator<<(std::ostream& stream, const Outcome& outcome);
 
-// A stream into memory.
+// An output stream that writes to memory.
 class CapturedStream {
  public:
   CapturedStream();
@@ -54,7 +54,7 @@ class CapturedStream {
   std::FILE* file_;
 };
 
-// A USB bus with the devices that a test puts on it.
+// A USB bus with the devices in `attached`. Records the locations of resets.
 class FakeUSBBus final : public USBBus {
  public:
   struct Entry {
@@ -73,12 +73,12 @@ class FakeUSBBus final : public USBBus {
   class Device;
 };
 
-// A clock that lets something happen in the middle of one of its pauses.
+// A clock that calls a callback at the end of one of its pauses.
 class EventfulClock final : public Clock {
  public:
   explicit EventfulClock(Clock& clock) : clock_(clock) {}
 
-  // Calls `event` at the pause with this number, counted from 0.
+  // Calls `event` at the end of the pause with this number, from 0.
   void at(int pause, std::function<void()> event);
 
   Monotonic::time_point now() override { return clock_.now(); }
@@ -94,7 +94,7 @@ class EventfulClock final : public Clock {
   std::function<void()> event_;
 };
 
-// The machine's own clock, whose pauses take no time.
+// The machine's clock, except that pauses take no time.
 class HastyClock final : public Clock {
  public:
   Monotonic::time_point now() override { return system().now(); }
@@ -104,31 +104,31 @@ class HastyClock final : public Clock {
   }
 };
 
-// The command line on a machine with simulated bases, whose time is simulated as well. Checks that
-// every command treats the base by its rules and closes it.
+// The command line on a machine with simulated bases, in simulated time. Expects of every command
+// that it closes the bases and causes no violations but `expectedViolations_`.
 class CommandLineTest : public testing::Test {
  protected:
   void TearDown() override;
 
-  // Plugs in another base. The time of the first is the time of the program.
+  // Plugs in another base. The program's clock is the first base's.
   SimulatedDevice& attach(std::int64_t productID = defaultSimulatedProduct);
 
-  // The first base, plugged in when there is none.
+  // The first base. Plugs one in if there is none.
   SimulatedDevice& base();
   void change(const std::function<void(SimulatedBehaviour&)>& behaviour);
 
-  // Runs the program with the words of a line.
+  // Runs the program with the words of a line, or with these words.
   Outcome run(std::string_view line);
   Outcome run(const std::vector<std::string>& words);
 
-  // Something that happens in the middle of a pause of the program, counted from 0.
+  // Calls `event` at the end of the program's pause with this number, from 0.
   void atPause(int pause, std::function<void()> event);
   void interrupt() { interruption_.set(); }
 
-  // The world that the program runs in, with its streams.
+  // The program's environment, with these streams.
   World world(std::FILE* out, std::FILE* err);
 
-  // What the base saw.
+  // The first base's transcript.
   std::vector<std::string> transcript() { return base().transcript().lines(); }
 
   SimulatedBackend backend_;
@@ -149,11 +149,11 @@ class CommandLineTest : public testing::Test {
   HastyClock hasty_;
 };
 
-// The document that a run printed, as text to compare.
+// A JSON document in the normal form that tests compare.
 std::string documentText(const std::string& out);
 std::string documentText(const Json& document);
 
-// A document with the error that ends a command, as printed.
+// The JSON document that a command prints for an error that ends it.
 std::string errorDocument(std::string_view kind, std::string_view message);
 
 using Lines = std::vector<std::string>;
@@ -161,7 +161,7 @@ using Lines = std::vector<std::string>;
 // The words of a line between its spaces.
 std::vector<std::string> wordsOf(std::string_view line);
 
-// What the tests see of the texts that many commands share.
+// Texts that many commands print.
 inline constexpr const char* timeoutText =
     "Timed out waiting for tuning menu report (is the base in PC mode and on a supported "
     "firmware?)";

@@ -15,7 +15,7 @@ using Words = std::vector<std::string>;
 
 class Completion : public PresetTest {
  protected:
-  // What is offered for the last word, its descriptions left out.
+  // The completions of the last word, without their descriptions.
   Words offered(Words words) {
     Words result;
     for (const std::string& line : lines(std::move(words))) {

@@ -17,7 +17,7 @@ namespace {
 
 class DoctorCommand : public CommandLineTest {
  protected:
-  // What the whole list says of a base that is well.
+  // The whole list, for a base without faults.
   std::string wellText() const {
     return std::string("ok   Wheel base attached: ") + simulatedName +
            ", simulated\n"
@@ -121,7 +121,7 @@ TEST_F(DoctorCommand, AReportOnStandardOutputStandsAlone) {
   }
 }
 
-// Whoever looks at a terminal does not take it for a program that hangs.
+// On a terminal, a progress message shows that the program does not hang.
 TEST_F(DoctorCommand, SaysOnATerminalThatItIsAtWork) {
   base();
   int master = -1;

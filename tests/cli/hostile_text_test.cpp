@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view forged = "FORGED";
 
-// Every kind of control, and a line that pretends to be the program's own.
+// Every kind of control character, and a line that imitates the program's output.
 const std::string controls =
     "a\x1B[2J\r\b\x07\x7F\u0085\u009B\u061C\u200E\u2028\u2029\u202E\u2066\nFORGED";
 const std::string hostile = controls + "\xFF\xC2";
@@ -102,7 +102,7 @@ TEST_F(HostileText, OfTheMonitoredDeviceReachesNoStream) {
     base().transcript().clear();
     const Thread interrupting("interrupts", [this] {
       base().transcript().waitForLines(
-          2);  // the monitor has opened the base and asked for its menu
+          2);  // the monitor has opened the base and requested its menu
       interrupt();
     });
     const Outcome outcome = run(line);
@@ -201,8 +201,8 @@ TEST_F(HostileText, KeepsItsFormInFiles) {
   EXPECT_EQ(run({"presets", "export", "-"}).out, encodePresets(store_.read()) + "\n");
 }
 
-// What was written to a terminal that nobody writes to any more. Such a terminal passes it on in
-// pieces, and then reports EIO.
+// Everything that was written to a terminal, once its other end is closed. Reading returns it in
+// pieces and then fails with EIO.
 std::string everythingShownOn(int screen) {
   std::string shown;
   std::array<char, 4096> piece{};

@@ -134,7 +134,7 @@ class Validator {
   const Json& root_;
 };
 
-// The schema of what a command prints.
+// The name of the schema for a command's output.
 std::string schemaOf(const std::vector<std::string>& words) {
   static const std::map<std::string, std::string> schemas{
       {"devices", "devices"},     {"read", "read"},
@@ -154,7 +154,7 @@ std::string schemaOf(const std::vector<std::string>& words) {
   throw std::runtime_error("a command without a schema");
 }
 
-// Of a text that has a document of the monitor in each line, and may have none.
+// The violations in the monitor's output, one document per line; it may be empty.
 Faults lineFaults(const std::string& text) {
   Faults all;
   std::istringstream lines(text);

@@ -9,22 +9,22 @@
 
 namespace quorvane {
 
-// The schema of that name in docs/schemas/.
+// The schema with this name in docs/schemas/.
 Json schemaNamed(std::string_view name);
 
-// The names of all of them.
+// The names of all schemas.
 std::vector<std::string> schemaNames();
 
-// What is wrong with a document, a line for each fault; empty when the schema holds. Knows the
-// keywords that the schemas of this project use; another one throws std::runtime_error.
+// The violations of the schema, one line each; empty if the document is valid. Supports the
+// keywords that this project's schemas use; any other one throws std::runtime_error.
 std::vector<std::string> schemaFaults(const Json& schema, const Json& document);
 
-// Whether a run with these words prints one document: --json is among them, and they do not ask for
-// help, or for a file or report on standard output.
+// Whether a run with these words prints one JSON document: with --json, unless they ask for help or
+// for a file or report on standard output.
 bool printsDocument(const std::vector<std::string>& words);
 
-// What is wrong with what a run printed under --json: it has to be one document that the schema of
-// its command describes, or the error's.
+// The violations in the output of a run with --json: it must be one document that is valid under
+// its command's schema or the schema of errors.
 std::vector<std::string> documentFaults(const std::vector<std::string>& words,
                                         const Outcome& outcome);
 

@@ -60,7 +60,7 @@ TEST_F(JsonSchemas, DescribeWhatEveryCommandPrints) {
   };
   base();
   usb_.attached = {{Fanatec::vendorID, defaultSimulatedProduct, 0x03140000}};
-  std::set<std::string> used{"monitor"};  // which is held where its lines are
+  std::set<std::string> used{"monitor"};  // checked in monitor_command_test.cpp
   for (const auto& [line, status, schema] : cases) {
     std::vector<std::string> words = wordsOf("--json " + line);
     for (std::string& word : words) {
@@ -77,7 +77,7 @@ TEST_F(JsonSchemas, DescribeWhatEveryCommandPrints) {
   EXPECT_EQ(used, std::set<std::string>(names.begin(), names.end()));
 }
 
-// Every object of the schema that names its members names all of them.
+// Expects that every object with named members allows no others.
 void expectStrict(const std::string& name, const Json& schema) {
   if (schema.is_object() && schema.contains("properties") && schema.contains("type")) {
     EXPECT_EQ(schema.value("additionalProperties", Json()), Json(false)) << name << schema;

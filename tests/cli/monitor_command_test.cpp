@@ -16,7 +16,7 @@
 namespace quorvane {
 namespace {
 
-// The monitor at work on a thread of its own, its lines read as they come.
+// The monitor on a thread of its own. Its lines are read through a pipe.
 class MonitorCommand : public CommandLineTest {
  protected:
   void SetUp() override { base(); }
@@ -26,7 +26,7 @@ class MonitorCommand : public CommandLineTest {
     CommandLineTest::TearDown();
   }
 
-  // With `messages`, the lines are those of standard error too.
+  // With `messages`, the lines include those of standard error.
   void start(std::string_view options = "", bool messages = false) {
     isJson_ = options.find("--json") != std::string_view::npos;
     std::array<int, 2> ends{-1, -1};
@@ -53,14 +53,14 @@ class MonitorCommand : public CommandLineTest {
     return result;
   }
 
-  // Waits until the monitor has opened the base for the `time`th time and knows its menu.
+  // Waits until the monitor has opened the base for the n-th time and knows its menu.
   void waitUntilFollowed(int time = 1) {
-    // Opened, asked for the menu, and closed each time but the last.
+    // Transcript lines: each time "open" and the request, and "close" except for the last time.
     base().transcript().waitForLines(static_cast<std::size_t>(3 * time - 1));
     base().waitUntilQuiet();
   }
 
-  // Interrupts the monitor and gives what it said besides the lines read.
+  // Interrupts the monitor. Returns its output without the lines that were read.
   Outcome stop() {
     interrupt();
     thread_.join();

@@ -10,7 +10,7 @@ namespace {
 using ApplyPreset = PresetTest;
 using SavePreset = PresetTest;
 
-// What the default base's menu holds.
+// The values of the default base's menu.
 const TuningPreset::Values menuValues{{"ACP", 1},   {"BLI", 101}, {"DPR", 50},  {"FEI", 100},
                                       {"FF", 65},   {"FFS", 1},   {"FOR", 100}, {"FUL", 0},
                                       {"INT", 11},  {"NDP", 25},  {"NFR", 10},  {"NIN", 5},

@@ -17,20 +17,20 @@ namespace {
 
 using Names = std::set<std::string>;
 
-// A command that changes the store, and what is in the store after it has succeeded.
+// A command that changes the store, and the names in the store after it has succeeded.
 struct StoreCommand {
   std::string name;
   std::function<ExitStatus(const CommandContext&)> run;
   Names after;
 };
 
-// Each system call of each command fails once, from the first touch of the store on.
+// Runs each command once for each of its system calls on files, with that call failing.
 class PresetFaults : public PresetTest {
  protected:
   struct Run {
     ExitStatus status = ExitStatus::done;
     std::string messages;
-    bool isOver = false;  // all calls were made, and none failed
+    bool isOver = false;  // there were fewer calls, so that none failed
   };
 
   Names before_{"First", "Second"};

@@ -28,7 +28,7 @@ std::string shareFile(const TuningPreset& preset) {
   return encodeShareFile({"quorvane-settings-1", WallSeconds{}, "A base", preset});
 }
 
-// The share file with "THEN" in place of the time, which must be the present.
+// A share file with "THEN" in place of the time, which must be at most a minute ago.
 std::string withoutTime(std::string text) {
   const std::string key = R"("exportedAt" : ")";
   const std::size_t begin = text.find(key) + key.size();
@@ -154,7 +154,7 @@ TEST_F(ImportPresets, SaysWhatIsWrongWithAFile) {
   }
 }
 
-// Standard input while it lives: a pipe that holds some text.
+// RAII: replaces standard input with a pipe that contains some text.
 class PipedInput {
  public:
   explicit PipedInput(const std::string& content) : before_(::dup(STDIN_FILENO)) {

@@ -16,7 +16,7 @@ inline constexpr const char* firstID = "11111111-2222-3333-4444-AAAAAAAAAAAA";
 inline constexpr const char* secondID = "11111111-2222-3333-4444-BBBBBBBBBBBB";
 inline constexpr const char* thirdID = "11111111-2222-3333-4444-CCCCCCCCCCCC";
 
-// A preset of the user's own.
+// A user preset.
 inline TuningPreset ownPreset(std::string_view id, std::string name,
                               TuningPreset::Values values = {}) {
   TuningPreset preset;
@@ -29,7 +29,7 @@ inline TuningPreset ownPreset(std::string_view id, std::string name,
 
 inline const std::string& factoryName() { return TuningPreset::builtIn().front().name; }
 
-// The names of the built-in presets as a message lists them.
+// The built-in presets' names, as error messages list them.
 inline std::string builtInNames() {
   std::string names;
   for (const TuningPreset& preset : TuningPreset::builtIn()) names += "  " + preset.name + "\n";
@@ -41,7 +41,7 @@ inline std::string presetsDocument(const std::vector<TuningPreset>& presets) {
   return documentText(Json{{"presets", Json::parse(encodePresets(presets))}}) + "\n";
 }
 
-// The text with "ID" in place of ids, which are made up anew by every run.
+// The text with every UUID replaced by "ID", because they are random.
 inline std::string withoutIDs(const std::string& text) {
   static const std::regex id("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}");
   return std::regex_replace(text, id, "ID");
@@ -51,14 +51,14 @@ inline Outcome withoutIDs(const Outcome& outcome) {
   return {outcome.status, withoutIDs(outcome.out), withoutIDs(outcome.err)};
 }
 
-// The command line with a store of the test's own.
+// The command line with a preset store in a temporary directory.
 class PresetTest : public CommandLineTest {
  protected:
   std::string storePath() const { return store_.fileURL().string(); }
   std::string storeText() const { return contentOf(store_.fileURL()); }
   std::string path(std::string_view name) const { return (directory_ / name).string(); }
 
-  // A file that a test puts somewhere; its path.
+  // Writes a file and returns its path.
   std::string put(std::string_view name, std::string_view content) const {
     putFile(directory_ / name, content);
     return path(name);
@@ -69,7 +69,7 @@ class PresetTest : public CommandLineTest {
     putFile(store_.fileURL(), content);
   }
 
-  // What is said about a damaged store.
+  // The message for a damaged store.
   std::string unreadable() const {
     try {
       store_.read();
@@ -79,7 +79,7 @@ class PresetTest : public CommandLineTest {
     return "the store can be read";
   }
 
-  // The files that are kept beside the store.
+  // The backups of damaged stores.
   std::vector<std::string> keptFiles() const {
     std::vector<std::string> files;
     for (const auto& entry : std::filesystem::directory_iterator(store_.fileURL().parent_path())) {
@@ -90,7 +90,7 @@ class PresetTest : public CommandLineTest {
     return files;
   }
 
-  // What is said of the one that is kept.
+  // The message that names the backup.
   std::string kept() const {
     return "The old file is kept beside the new one, as " + keptFiles().at(0) + "\n";
   }

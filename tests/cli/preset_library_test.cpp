@@ -78,7 +78,7 @@ TEST_F(Library, OfTwoThatReadBeforeEitherChangedNeitherUndoesTheOther) {
   PresetLibrary::withAdded(world_, {second_});
   one.remove(first_);
   EXPECT_EQ(storeText(), encodePresets({second_}));
-  other.remove(first_);  // gone already, as it should be
+  other.remove(first_);  // removed already, which is no error
   EXPECT_EQ(storeText(), encodePresets({second_}));
 }
 

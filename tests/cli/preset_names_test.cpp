@@ -17,7 +17,7 @@ std::vector<TuningPreset> somePresets() {
       ownPreset("11111111-2222-3333-4444-DDDDDDDDDDDD", "GT7"),
       ownPreset("11111111-2222-3333-4444-EEEEEEEEEEEE", "GT7"),
       ownPreset("11111111-2222-3333-4444-FFFFFFFFFFFF", "Märchen"),
-      ownPreset("11111111-2222-3333-4444-000000000000", firstID),  // a name like another's id
+      ownPreset("11111111-2222-3333-4444-000000000000", firstID),  // its name is another's id
   };
   presets.front().isBuiltIn = true;
   return presets;

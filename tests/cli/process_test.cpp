@@ -21,11 +21,11 @@
 namespace quorvane {
 namespace {
 
-// The built program as a process of its own.
+// The built program as a child process.
 class Program {
  public:
-  // Starts it with the words of a line. With `interrupted`, a Ctrl-C is already waiting for it;
-  // with `results`, its results go to that file.
+  // Starts it with the words of a line. `interrupted`: a SIGINT is pending from the start.
+  // `results`: the file that standard output goes to.
   explicit Program(const std::string& line, bool interrupted = false, const char* results = nullptr)
       : Program(wordsOf(line), interrupted, results) {}
   explicit Program(std::vector<std::string> words, bool interrupted = false,
@@ -35,7 +35,7 @@ class Program {
     err_.write.reset();
   }
 
-  // Waits for the next line of its results.
+  // Waits for the next line of its standard output.
   std::string line() {
     std::string text;
     for (char c = 0; ::read(out_.read.get(), &c, 1) == 1 && c != '\n';) text += c;
@@ -44,16 +44,16 @@ class Program {
 
   void interrupt(int signal = SIGINT) const { ::kill(process_, signal); }
 
-  // Ends it at once, wherever it is.
+  // Kills it at once.
   void kill() const {
     interrupt(SIGKILL);
     int status = 0;
     EXPECT_EQ(::waitpid(process_, &status, 0), process_);
   }
 
-  // Waits for the end; what it printed besides the lines read.
+  // Waits for its end. Returns its output without the lines that were read.
   Outcome finish() {
-    // Messages are few: they fit into their pipe while the results are read.
+    // Standard error is short: it fits into its pipe while standard output is read.
     Outcome outcome{ExitStatus::failed, rest(out_.read), rest(err_.read)};
     int status = 0;
     EXPECT_EQ(::waitpid(process_, &status, 0), process_);
@@ -111,7 +111,7 @@ class Program {
 
 const std::string simulatedText = std::string("Simulated base: ") + simulatedName + "\n";
 
-// After the receipt for the first of the codes there are some more, but not all.
+// Expects that the first value was written, and perhaps more, but not all.
 void expectInterrupted(const Outcome& outcome, const Lines& codes) {
   EXPECT_EQ(outcome.status, ExitStatus::interrupted);
   std::size_t written = 1;
@@ -224,7 +224,7 @@ TEST_F(ProgramWithState, SeveralAtTheSameTimeUndoNothingOfEachOther) {
   }
 }
 
-// The program with its user's presets in a directory of the test's own.
+// The program with its user's presets in a temporary directory.
 class ProgramWithPresets : public testing::Test {
  protected:
   void SetUp() override { ::setenv("XDG_DATA_HOME", directory_.path().c_str(), 1); }
@@ -262,7 +262,7 @@ TEST_F(ProgramWithPresets, RunsAtTheSameTimeLoseNothing) {
   EXPECT_EQ(stored.size(), names.size());
   EXPECT_EQ(found, names);
   EXPECT_EQ(contentOf(store_.fileURL()), encodePresets(stored));
-  // The file and its lock.
+  // The preset file and the lock file.
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(store_.fileURL().parent_path()), {}),
             2);
 }

@@ -6,7 +6,7 @@
 
 #include "tests/cli/command_line_fixture.h"
 
-// What the commands that write values print for each of them, as JSON.
+// The JSON object that the writing commands print for each value.
 namespace quorvane {
 
 inline Json receipt(const char* parameter, const Json& value, const Json& readBack,
@@ -18,7 +18,7 @@ inline Json receipt(const char* parameter, const Json& value, const Json& readBa
           {"milliseconds", milliseconds}};
 }
 
-// With what is said of a value that the base keeps in its own way.
+// A receipt with a note: the parameter's coding rounds the value.
 inline Json noted(Json receipt, const char* note) {
   receipt["note"] = note;
   return receipt;

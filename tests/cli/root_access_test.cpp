@@ -38,13 +38,14 @@ TEST(SystemProgram, IsFoundInTheFoldersOfTheSystemAlone) {
   EXPECT_EQ(systemProgram(access, "sudo"), "");
   std::filesystem::create_directories(root / "usr/bin");
   putFile(root / "usr/bin/sudo", "");
-  EXPECT_EQ(systemProgram(access, "sudo"), "");  // nobody may run it
+  EXPECT_EQ(systemProgram(access, "sudo"), "");  // not executable
   std::filesystem::remove(root / "usr/bin/sudo");
   std::filesystem::create_symlink("/bin/true", root / "usr/bin/sudo");
   EXPECT_EQ(systemProgram(access, "sudo"), (root / "usr/bin/sudo").string());
 }
 
-// Root may write everywhere but on a read-only file system; so may whoever is no root, nowhere.
+// Stands in for root on a read-only file system: an ordinary user in a folder without write
+// permission.
 TEST(RuleScripts, TellThatAFolderIsReadOnly) {
   const TemporaryDirectory root;
   const auto folder = root / "etc/udev/rules.d";

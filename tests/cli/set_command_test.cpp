@@ -94,7 +94,7 @@ TEST_F(SetCommand, SaysWhatTheBaseRounded) {
                                                ""}));
 }
 
-// The base tells the automatic angle as a number that differs between products.
+// The base reports the automatic angle as a number that depends on the product.
 TEST_F(SetCommand, CodesTheAutomaticAngleAlikeHoweverItIsAskedFor) {
   base();
   const std::string wanted = results({receipt("SEN", 0, 0, nullptr, 250)});

@@ -50,7 +50,7 @@ std::vector<Condition> conditions() {
   return all;
 }
 
-// A run of the built program in a directory of its own, in which its user's presets are.
+// A run of the built program in a temporary directory, with its user's presets there.
 class DamagedRun {
  public:
   DamagedRun(std::vector<std::string> words, Condition condition, bool interrupted)
@@ -182,7 +182,7 @@ const std::vector<StreamsCase>& streamsCases() {
   return cases;
 }
 
-// Results that could not be written turn a success into a failure. Nothing else changes the status.
+// A success becomes a failure if its results could not be written. Nothing else changes the status.
 int wantedStatus(const StreamsCase& one, const Condition& condition) {
   return one.status == 0 && one.hasResults && condition.has(Stream::out) ? 1 : one.status;
 }

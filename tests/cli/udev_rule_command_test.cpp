@@ -49,7 +49,7 @@ TEST_F(UdevRuleInstallation, SaysThatThereIsNoBaseToTry) {
                      "Installed /etc/udev/rules.d/70-quorvane.rules\n"
                      "No base is attached to try it with\n",
                      ""}));
-  EXPECT_EQ(udevadmLines().size(), 3U);  // all devices are never triggered
+  EXPECT_EQ(udevadmLines().size(), 3U);  // no trigger of all devices
 }
 
 TEST_F(UdevRuleInstallation, ABaseThatStaysClosedIsAFailure) {
@@ -93,7 +93,7 @@ TEST_F(UdevRuleInstallation, ReplacesWhatIsInItsPlace) {
             "Replaced /etc/udev/rules.d/70-quorvane.rules\nNo base is attached to try it with\n");
   EXPECT_EQ(contentAt(ownRuleFile), ruleText);
 
-  // A link is replaced itself, and not what it leads to.
+  // A symbolic link is replaced, not its target.
   tree_.remove(ownRuleFile);
   tree_.file("/elsewhere", "kept");
   tree_.link(ownRuleFile, tree_.place("/elsewhere").string());
@@ -101,7 +101,7 @@ TEST_F(UdevRuleInstallation, ReplacesWhatIsInItsPlace) {
   EXPECT_EQ(contentAt("/elsewhere"), "kept");
   EXPECT_EQ(contentAt(ownRuleFile), ruleText);
 
-  // One that hides the rule of a package.
+  // A link that masks a package's rule is replaced.
   tree_.file(packageRule, ruleText);
   tree_.remove(ownRuleFile);
   tree_.link(ownRuleFile, "/dev/null");

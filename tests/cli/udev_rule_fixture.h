@@ -13,22 +13,22 @@
 
 namespace quorvane {
 
-// The command line on a machine of its own, in a folder: its /etc, its udevadm, which only says
-// what it is told, and ways to become root, which run what they are given as whoever tests.
+// The command line on a machine in a temporary directory: with its own /etc; with a udevadm that
+// only logs its arguments; with ways to become root that run commands as the current user.
 class UdevRuleTest : public CommandLineTest {
  protected:
   UdevRuleTest();
 
-  // Gives the machine a program, which is one of this machine: files in a folder for tests may not
-  // be run everywhere.
+  // Adds a program, as a link to one of the real machine: a temporary directory may be mounted
+  // noexec.
   void addProgram(const std::string& name, const std::string& program = "/bin/true") const;
 
-  // A base at /dev/hidraw3, which this user may open or not.
+  // Attaches a base with the node /dev/hidraw3. `opens`: whether this user may open it.
   SimulatedDevice& attachNode(bool opens);
 
   Outcome runOnTree(const std::string& line);
 
-  // The program that asked for root in the last run; empty: none did.
+  // The program that the last run used to become root; empty: none.
   std::string asker() const;
 
   Lines udevadmLines() const;
@@ -38,8 +38,8 @@ class UdevRuleTest : public CommandLineTest {
   SystemTree tree_;
   AttachedNodes nodes_;
   Caller caller_{false, false, true};
-  std::vector<Lines> ran_;       // what was run, with its words
-  std::optional<int> endsWith_;  // nothing is run then
+  std::vector<Lines> ran_;       // the command lines that were run
+  std::optional<int> endsWith_;  // if set, the exit status, and no command is run
   std::function<void()> afterwards_ = [] {};
 
  private:

@@ -15,7 +15,7 @@ namespace {
 
 using Usage = CommandLineTest;
 
-// Nothing that the library for options says reaches people.
+// Expects that no message of the library for options is shown.
 void expectOwnSentences(const std::string& text) {
   for (const char* const sentence :
        {"is required", "required", "was not expected", "were not expected", "Could not convert",
@@ -24,13 +24,13 @@ void expectOwnSentences(const std::string& text) {
   }
 }
 
-// Bases of the program's own making, which live in real time.
+// Bases that the program simulates itself, in real time.
 class Simulate : public CommandLineTest {
  protected:
   Simulate() { inSimulatedTime_ = false; }
 };
 
-// The line to type keeps the options that were given.
+// Removes --json from the suggested command line, which repeats the given options.
 std::string withoutJsonOption(std::string text) {
   const std::string option = " --json";
   const auto at = text.find("quorvanectl" + option);
@@ -217,7 +217,7 @@ TEST_F(Usage, HelpIsACommandToo) {
   }
 }
 
-// The commands with all their names, those of groups left out.
+// All commands with their groups' names, without the groups themselves.
 std::vector<std::string> allCommands() {
   return {"devices",
           "read",

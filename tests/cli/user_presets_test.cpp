@@ -35,7 +35,7 @@ TEST(UserPresetStore, AUserWithoutAHomeGetsAFailureAndNoEndOfTheProgram) {
               becomeOrdinaryUser(nobodysUser);
               ::setenv("HOME", "", 1);
               ::unsetenv("XDG_DATA_HOME");
-              // Who is not root to begin with keeps the home in the user database.
+              // A user who is not root keeps the home directory of the user database.
               const bool hasHome = ::getpwuid(::geteuid()) != nullptr;
               const auto file = hasHome ? std::string() : userPresetStore().fileURL().string();
               return "presets.json: You have no home directory to keep it in" + file;

@@ -9,7 +9,7 @@
 namespace quorvane {
 namespace {
 
-// What a parser with every kind of option makes of the words.
+// The result of a parser with every kind of option.
 struct Parsed {
   std::string option;
   std::string first;

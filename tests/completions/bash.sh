@@ -1,4 +1,4 @@
-# Run by tests/completions/run with bash: what the bash completion offers, by the shell's own rules.
+# Tests the bash completion. Run by tests/completions/run with bash.
 set -u
 # shellcheck disable=SC1091
 source /usr/share/bash-completion/bash_completion
@@ -10,11 +10,11 @@ for program in quorvane quorvanectl; do
   source "$here/../../packaging/completions/bash/$program"
 done
 
-# Only what a completion function may ask of the shell.
+# Stand-ins for the functions of the shell that completions call.
 compopt() { options+=("$*"); }
 _filedir() { COMPREPLY+=('<files>'); }
 
-# Fills COMP_WORDS as the shell does: at white space outside of quotes, and around separators.
+# Fills COMP_WORDS as the shell does: splits at white space outside quotes, and around separators.
 split() {  # split LINE
   local line=$1 word="" quote="" c i
   COMP_WORDS=()
@@ -48,7 +48,7 @@ offered() {
   "_${COMP_WORDS[0]}"
   local word
   for word in "${COMPREPLY[@]}"; do
-    # What the shell would take the inserted text for.
+    # Removes quoting, as the shell would from the inserted text.
     [[ $word == '<files>' || $1 == *[\"\']* ]] || eval "word=$word"
     printf '%s\n' "$word"
   done
@@ -56,7 +56,7 @@ offered() {
 }
 
 run_cases
-# Here only the part after a separator is the word.
+# In bash the word begins after a separator.
 expect 'quorvanectl set ACP=' CbP CH Bt AnA
 expect 'quorvanectl set acp=C' CbP CH
 expect 'quorvanectl --layout=' sdk linux

@@ -1,6 +1,6 @@
-# Sourced by the tests of the completion scripts in each shell: the typed line, and what is offered
-# for its last word, sorted. "<files>" stands for names of files. The shell under test defines
-# `offered LINE`, which prints one candidate to a line; failures are counted in `failures`.
+# Sourced by the tests of the completion scripts in each shell: typed lines with the sorted
+# candidates for their last word. "<files>" stands for file names. The shell under test defines
+# `offered LINE`, which prints one candidate per line. `failures` counts the failures.
 
 cases=0
 failures=0

@@ -1,5 +1,5 @@
-# Run by tests/completions/run with fish, in a folder with one file: what the shell itself offers for
-# a line.
+# Prints what fish offers for a line. Run by tests/completions/run with fish, in a folder with one
+# file.
 set here (path dirname (path resolve (status filename)))
 for program in quorvane quorvanectl
     source $here/../../packaging/completions/fish/$program.fish

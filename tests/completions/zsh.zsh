@@ -1,5 +1,5 @@
-# Run by tests/completions/run with zsh: what the zsh completion offers, with the shell's own functions
-# for that replaced by ones that print.
+# Tests the zsh completion, with the shell's own completion functions replaced by ones that print.
+# Run by tests/completions/run with zsh.
 emulate -R zsh
 here=${0:A:h}
 source $here/cases.sh

@@ -15,7 +15,7 @@ UdevRuleFacts rule(const char* file) {
   return facts;
 }
 
-// A node that its user may open, and how that comes.
+// A node that its user may open, and the finding that says why.
 struct Grant {
   void (*make)(MachineFacts& machine, NodeFacts& node);
   std::string finding;

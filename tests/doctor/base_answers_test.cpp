@@ -70,10 +70,10 @@ TEST(AskBase, LeavesASessionOfTheSameProcessAlone) {
   EXPECT_EQ(device->openPorts(), 1U);
 }
 
-// A base whose sends take until they are let go.
+// A base whose writes block until `gate` is signalled, and then fail.
 class StuckDevice final : public HIDDeviceHandle {
  public:
-  // Signals `gone` when nobody holds it any more.
+  // The destructor signals `gone`.
   StuckDevice(std::shared_ptr<Semaphore> gate, std::shared_ptr<Semaphore> gone)
       : gate_(std::move(gate)), gone_(std::move(gone)) {}
   ~StuckDevice() override { gone_->signal(); }
@@ -124,7 +124,7 @@ TEST(AskBase, GivesUpABaseThatDoesNotEvenTakeAQuestion) {
   EXPECT_TRUE(answers.outOfTime);
   EXPECT_FALSE(answers.identity);
   EXPECT_FALSE(answers.tuning);
-  // Whatever it was at, the thread that was left behind ends once the base takes what it was sent.
+  // The abandoned thread ends once its writes return.
   gate->signal();
   gate->signal();
   gone->wait();

@@ -15,7 +15,7 @@
 namespace quorvane {
 namespace {
 
-// A base with everything that a report tells of.
+// A base with everything that a report contains.
 class Report : public testing::Test {
  protected:
   Report() {

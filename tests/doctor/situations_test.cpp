@@ -15,13 +15,13 @@ constexpr int self = 100;
 
 constexpr const char* turnAtWriting = "lock:\t1: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0\n";
 
-// A machine on which things go wrong, and its user's preset file.
+// A machine to put into faulty states, with its user's preset file.
 class Machine {
  public:
   const SystemTree& tree() const { return tree_; }
   std::filesystem::path presets() const { return directory_ / "data/presets.json"; }
 
-  // What programs see of the base: when this user may open its node, or may not.
+  // Adds the base to the backend. `accessible`: whether this user may open its node.
   SimulatedDevice& addBase(bool accessible = true) {
     device_ = &nodes_.add(0x0020, "QV-4711", SystemTree::node, accessible);
     return *device_;
@@ -49,7 +49,7 @@ class Machine {
   SimulatedDevice* device_ = nullptr;
 };
 
-// One mark for each check in its order: passed, failed, not checked.
+// One mark per check, in order: "+" passed, "x" failed, "." not checked.
 std::string marksOf(const Diagnosis& diagnosis) {
   std::string marks;
   for (const DoctorCheck& check : diagnosis.checks) {
@@ -69,9 +69,9 @@ struct Situation {
   const char* name;
   std::function<void(Machine&)> make;
   std::string marks;
-  std::string failed;  // the first check that does
+  std::string failed;  // the first check that fails
   std::string finding;
-  std::string nextStep;  // the part that matters
+  std::string nextStep;  // the relevant part
 };
 
 void closedBase(Machine& machine) {
@@ -91,7 +91,7 @@ std::function<void(Machine&)> behaving(void (*change)(SimulatedBehaviour&)) {
   };
 }
 
-// A closed base and rules: pairs of a path and what stands there.
+// A base that only root may open, and rule files: pairs of path and content.
 std::function<void(Machine&)> closedWith(std::vector<std::pair<std::string, std::string>> rules) {
   return [rules = std::move(rules)](Machine& machine) {
     closedBase(machine);
@@ -257,7 +257,7 @@ const std::vector<Situation>& situations() {
        [](Machine& machine) {
          closedBase(machine);
          sandbox(machine);
-         machine.tree().file(SystemTree::ourRule, ourText);  // the sandbox's own, which counts not
+         machine.tree().file(SystemTree::ourRule, ourText);  // the sandbox's own, without effect
        },
        "+++x+..++", "access",
        "/dev/hidraw3 is not yours to read and write, and this sandbox does not show the udev rules "

@@ -1,12 +1,12 @@
-// The window, following the bases of this machine, with somebody at its controls who is told what
-// to do by lines on standard input:
+// The window with the bases of this machine, controlled by commands on standard input, one per
+// line:
 //
 //   quorvane-driven [DEVICE]     DEVICE: the base to use, as for `quorvane --device`
 //
 //   click NAME | show | quit
 //
-// NAME is the object name of a button. `show` prints what the window shows as one JSON line. The
-// end of the input quits.
+// NAME is the object name of a button. `show` prints what the window shows as one JSON line. End of
+// input quits.
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -33,7 +33,7 @@ std::string shownText(const QWidget& window, const char* objectName) {
   return label != nullptr && label->isVisible() ? text(label->text()) : "";
 }
 
-// The rows by code, each as a screen reader says its control: "Force feedback strength, 65 %".
+// The rows by code, with their sliders' accessible names: "Force feedback strength, 65 %".
 nlohmann::ordered_json rows(const QWidget& window) {
   nlohmann::ordered_json json = nlohmann::ordered_json::object();
   for (const ParameterRow* const row : window.findChildren<ParameterRow*>()) {
@@ -44,7 +44,7 @@ nlohmann::ordered_json rows(const QWidget& window) {
   return json;
 }
 
-// The list of attached bases by node: what each row says at its end, or "" where it has a button.
+// The attached bases by node, with the text at the end of each row, or "" if it has a button there.
 nlohmann::ordered_json bases(const QWidget& window) {
   nlohmann::ordered_json json = nlohmann::ordered_json::object();
   for (const BaseRow* const row : window.findChildren<BaseRow*>()) {
@@ -53,7 +53,7 @@ nlohmann::ordered_json bases(const QWidget& window) {
   return json;
 }
 
-// The doctor's list by what was checked: the outcome's word.
+// The doctor's list: title to outcome.
 nlohmann::ordered_json checks(const QWidget& window) {
   nlohmann::ordered_json json = nlohmann::ordered_json::object();
   for (const CheckRow* const row : window.findChildren<CheckRow*>()) {
@@ -62,7 +62,7 @@ nlohmann::ordered_json checks(const QWidget& window) {
   return json;
 }
 
-// The names of the buttons that can be clicked now.
+// The object names of the buttons that are visible and enabled.
 nlohmann::ordered_json buttons(const QWidget& window) {
   nlohmann::ordered_json json = nlohmann::ordered_json::array();
   for (const QAbstractButton* const button : window.findChildren<QAbstractButton*>()) {

@@ -19,7 +19,7 @@ constexpr const char* otherSetText =
 Dialogue asEver(const Dialogue& dialogue) { return dialogue; }
 void undisturbed(Disturbance& /*disturbance*/) {}
 
-// The menu is read before each value: others are there or have been, or nobody can tell.
+// The menu is read before each value: others have or had the base open, or it is unknown.
 Dialogue readingBeforeEach(Dialogue dialogue) {
   for (Part& part : dialogue) {
     if (!part.code.empty()) part = readFirst(std::move(part));
@@ -27,7 +27,7 @@ Dialogue readingBeforeEach(Dialogue dialogue) {
   return dialogue;
 }
 
-// From the part with this index on, values are not written that are meant for another set.
+// From the part with this index on, values meant for another set are refused.
 Dialogue refusedFrom(std::size_t first, Dialogue dialogue) {
   for (std::size_t part = first; part < dialogue.size(); ++part) {
     if (dialogue[part].isMeant) dialogue[part] = refused(std::move(dialogue[part]), otherSetText);

@@ -12,8 +12,8 @@
 
 namespace quorvane {
 
-// One base, its clock, the menu that was read last, and the other program once it has come. What it
-// arranges takes place while an operation pauses, so it outlives the operation.
+// One base, its clock, the menu that was read last, and the other program once come() was called.
+// Must outlive the operation: its events run during the operation's pauses.
 class Scene {
  public:
   Scene(SimulatedDevice& base, EventfulClock& clock, TuningSnapshot menu);
@@ -23,18 +23,18 @@ class Scene {
 
   OtherProgram& come() { return other_.emplace(HIDEnumerator::info(base_.shared_from_this())); }
 
-  // At the end of the pause with this number, counted from 0 and from now.
+  // Calls event at the end of the n-th pause from now, n from 0. The other program must be there.
   void inPause(int number, std::function<void(OtherProgram&)> event);
 
-  // The base's menu as it is now.
+  // The base's current menu.
   Bytes menuOnBase();
   std::int64_t valueOnBase(TuningParameter parameter);
 
-  // How many packets the base has taken from anybody since it was last asked.
+  // How many packets the base has taken, from any program, since the last call.
   std::size_t takePackets();
 
-  // The other program leaves, the system is well again, and whoever comes next has its turn at
-  // once: the operation has left nothing in the line.
+  // Closes the other program, ends the system's faults, and expects that a new program gets the
+  // write lock at once: the operation has left no lock in the queue.
   void end();
 
  private:
@@ -44,21 +44,21 @@ class Scene {
   std::optional<OtherProgram> other_;
 };
 
-// A fault that comes from sharing a base with others, or from a system that tells nothing of them.
+// A fault caused by other programs at the base, or by a system that cannot detect them.
 struct Company {
   std::string name;
   Need need = Need::nothing;
-  std::function<void(Scene&)> make;  // before the operation begins
+  std::function<void(Scene&)> make;  // called before the operation begins
 
-  // What the operation's dialogue becomes, and what goes wrong in it.
+  // The operation's dialogue with this fault, and what goes wrong in it.
   std::function<Dialogue(const Dialogue&)> change;
   std::function<void(Disturbance&)> disturb;
 
-  bool writes = false;             // othersValue, before the operation has its turn
-  std::size_t packetsOfOther = 0;  // while the operation is under way
+  bool writes = false;             // writes othersValue before the operation gets the write lock
+  std::size_t packetsOfOther = 0;  // packets that the other program sends during the operation
 };
 
-// What another program writes, and what no writing of another value may undo.
+// What the other program writes. The operation's own writes must not undo it.
 inline constexpr ParameterValue othersValue{TuningParameter::naturalFriction, 40};
 
 const std::vector<Company>& companies();

@@ -38,7 +38,7 @@ std::size_t stepOf(const Dialogue& dialogue, Matches matches, std::size_t number
   throw std::out_of_range("the dialogue has no such step");
 }
 
-// Goes through a dialogue the way the base and its faults let it go.
+// Runs a dialogue step by step against a base with these faults.
 class Walk {
  public:
   explicit Walk(const Disturbance& disturbance) : disturbance_(disturbance) {}

@@ -136,7 +136,7 @@ const std::vector<Misbehaviour>& misbehaviours() {
   return all;
 }
 
-// From which step on it is missed depends on when others see that it has left.
+// A base that leaves during an answer is gone from that step on, otherwise from the next one on.
 void Departure::disturb(Disturbance& disturbance, const Dialogue& dialogue, std::size_t n) const {
   const std::size_t step = stepOf(dialogue, n);
   disturbance.goneFrom = need == Need::answer ? step : step + 1;

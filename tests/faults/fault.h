@@ -10,24 +10,24 @@
 
 namespace quorvane {
 
-// What an operation must have for a fault to meet it.
+// What a dialogue must contain for a fault to apply to its operation.
 enum class Need { nothing, packet, pause, answer, menu, value, values, turn, node, file };
 
-// Why a fault cannot meet an operation that has none of it.
+// Why a fault does not apply to an operation without it.
 std::string reasonWithout(Need need);
 
-// How many of it a dialogue has: for a fault of the n-th packet, the number of packets, otherwise
-// whether there is any. Nodes and files do not show in dialogues.
+// How many a dialogue has: for Need::values those after the first value, for Need::turn at most 1,
+// for Need::nothing always 1, for nodes and files, which no dialogue shows, always 0.
 std::size_t countOf(Need need, const Dialogue& dialogue);
 
-// A fault of the base that stays where it is.
+// A fault of a base that stays attached.
 struct Misbehaviour {
   std::string name;  // "#" stands for n
   Need need = Need::nothing;
   bool isCounted = false;  // one cell for each n, which counts from 1
   bool showsOldMenus = false;
 
-  // Makes a base behave so, that has received some packets before.
+  // Configures the fault in a base that has received `before` packets so far.
   std::function<void(SimulatedBehaviour&, int before, std::size_t n)> make;
   std::function<void(Disturbance&, std::size_t n)> disturb;
 
@@ -36,7 +36,7 @@ struct Misbehaviour {
 
 const std::vector<Misbehaviour>& misbehaviours();
 
-// When a base leaves.
+// A point of a dialogue at which the base leaves.
 struct Departure {
   std::string name;
   Need need = Need::nothing;
@@ -44,13 +44,14 @@ struct Departure {
 
   void disturb(Disturbance& disturbance, const Dialogue& dialogue, std::size_t n) const;
 
-  // How long its answers take until then: not so short that one comes before it leaves.
+  // The delay of answers until then: above 0 if it leaves during an answer, so that it leaves
+  // before the answer arrives.
   Seconds answerDelay() const;
 };
 
 const std::vector<Departure>& departures();
 
-// What comes after it has left.
+// What is attached after the base has left: nothing, the same base, another product.
 enum class Return { none, same, other };
 const std::vector<Return>& returns();
 std::string nameOf(const Departure& departure, Return back);
@@ -58,7 +59,7 @@ std::string nameOf(const Departure& departure, Return back);
 inline constexpr const char* leftBefore = "the base has left before";
 inline constexpr const char* nothingWrong = "nothing goes wrong";
 
-// Openings that the system refuses.
+// Errors of the system for opening a node.
 struct Refusal {
   std::string name;
   HIDReturn code = HIDReturnCode::success;
@@ -67,10 +68,10 @@ struct Refusal {
 
 const std::vector<Refusal>& refusals();
 
-// Disks that take nothing.
+// Disks that cannot be written to.
 struct DiskFault {
   std::string name;
-  std::string text;  // the system's
+  std::string text;  // the system's error text
   bool isReadOnly = false;
 };
 

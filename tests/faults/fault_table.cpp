@@ -10,7 +10,7 @@
 namespace quorvane::FaultTable {
 namespace {
 
-// Fields are parted by tabs, lines within a field by this.
+// Separates the lines within a field. Fields are separated by tabs.
 constexpr const char* lineMark = "\x1f";
 
 void addLine(const std::vector<std::string>& fields) {

@@ -8,19 +8,19 @@
 
 namespace quorvane {
 
-// One meeting of an operation with a fault, as docs/faults.md shows it.
+// One operation with one fault: a cell of the tables in docs/faults.md.
 struct FaultCell {
   std::string table;
   std::string operation;
   std::string fault;               // "#" stands for n
   std::size_t n = 0;               // from 1; 0 where nothing is counted
-  std::vector<std::string> lines;  // what a person reads
+  std::vector<std::string> lines;  // what the user sees
   Seconds time{0};
   std::string remains;  // what is staged, or what the files hold
 };
 
-// Lists cells for scripts/fault-table, in the file that QUORVANE_FAULT_TABLE names; without one,
-// does nothing.
+// Appends cells, for scripts/fault-table, to the file that the environment variable
+// QUORVANE_FAULT_TABLE names. Does nothing if it is not set.
 namespace FaultTable {
 
 void add(const FaultCell& cell);

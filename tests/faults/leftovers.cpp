@@ -15,7 +15,7 @@ namespace {
 
 constexpr int mostLooks = 1'000'000;
 
-// With the first thread of a program, a sanitizer may start one of its own, which stays.
+// A sanitizer may start a permanent thread of its own with the first thread of the program.
 void makeFirstThread() {
   std::string entry;
   std::thread([&] { entry = "/proc/self/task/" + std::to_string(::gettid()); }).join();

@@ -4,9 +4,8 @@
 
 namespace quorvane {
 
-// Expects that while it lives no thread comes into being and no descriptor is opened in this
-// process that is still there at its end. Threads that have been joined may take the kernel a
-// moment to forget, which is waited for.
+// RAII check: expects in its destructor that this process has no more threads and open descriptors
+// than at its construction. Waits for threads that are joined but still listed by the kernel.
 class NoLeftovers {
  public:
   NoLeftovers();

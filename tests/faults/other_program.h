@@ -8,22 +8,22 @@
 
 namespace quorvane {
 
-// Another program that has the same base open, with its turns at writing.
+// Another program that has the same base open and takes part in the write lock queue.
 class OtherProgram {
  public:
   explicit OtherProgram(HIDDeviceInfo base) : connection_(std::move(base)) {
     connection_.open(false);
   }
 
-  // Whether it is its turn now; else it stands in line.
+  // Whether it holds the write lock now. If not, it is in the queue.
   bool askForTurn() { return connection_.tryWriteLock(); }
   void endTurn() { connection_.endWriteLock(); }
 
-  // Writes one value of a menu, and reads nothing back.
+  // Writes one value of a menu, without a read-back.
   void write(const TuningSnapshot& menu, const ParameterValue& what);
   void selectSet(std::int64_t slot);
 
-  // However it ends, its turn goes with it.
+  // Closes the base, which releases the write lock.
   void leave();
 
  private:

@@ -10,7 +10,7 @@
 namespace quorvane {
 namespace {
 
-// Without comments and empty braces.
+// The header's text without comments and empty braces.
 std::string contentOf(std::string_view header) {
   std::ifstream file(std::string(SOURCE_FOLDER "/").append(header));
   std::ostringstream content;
@@ -18,8 +18,7 @@ std::string contentOf(std::string_view header) {
   return std::regex_replace(content.str(), std::regex("//[^\n]*|\\{\\}"), "");
 }
 
-// What is between the class's first brace and its last, without what is in braces inside it: each
-// such block ends a statement.
+// The text between the class's braces. Each nested block becomes a `;`, the end of a statement.
 std::string bodyOf(const std::string& content, std::string_view className) {
   const std::regex head("class " + std::string(className) + "\\b[^;{]*\\{");
   std::smatch found;

@@ -6,9 +6,9 @@
 
 namespace quorvane {
 
-// The names of the public member functions that a header declares in a class and that may change
-// something: all but the const ones, constructors, operators and signals. Throws std::runtime_error
-// when the header has no such class.
+// The names of a class's public member functions that may change something, as its header declares
+// them: all except const ones, constructors, operators and signals. Throws std::runtime_error if
+// the header has no such class.
 std::set<std::string> changingMembers(std::string_view header, std::string_view className);
 
 }  // namespace quorvane

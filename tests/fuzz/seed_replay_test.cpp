@@ -37,7 +37,7 @@ std::vector<Seed> allSeeds() {
   return seeds;
 }
 
-// Names of tests are letters, digits and underscores.
+// Test names may only have letters, digits and underscores.
 std::string testName(const testing::TestParamInfo<Seed>& info) {
   std::string name = info.param.property + "_" + info.param.file.filename().string();
   const auto isOther = [](unsigned char c) { return std::isalnum(c) == 0; };
@@ -51,7 +51,7 @@ void check(std::string_view property, const std::string& bytes) {
 
 class SeedReplay : public testing::TestWithParam<Seed> {};
 
-// A property that fails stops the program.
+// A property that does not hold ends the program.
 TEST_P(SeedReplay, HoldsItsProperty) { check(GetParam().property, readFile(GetParam().file)); }
 
 INSTANTIATE_TEST_SUITE_P(Checked, SeedReplay, testing::ValuesIn(allSeeds()), testName);

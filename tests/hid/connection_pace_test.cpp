@@ -16,7 +16,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// Reports that begin with `news` are of interest, all others are not.
+// Reports whose first byte is `news` are of interest, all others are not.
 constexpr std::uint8_t news = 2;
 constexpr std::uint8_t noNews = 1;
 
@@ -41,14 +41,14 @@ class HIDConnectionPace : public testing::Test {
     for (int i = 0; i < reports; ++i) device_->deliver(noNews, {noNews, 7});
   }
 
-  // Opened, with reports of no interest until it may gather.
+  // Opens the connection and delivers reports of no interest until it reads in batches.
   void relax() {
     connection_->open(false);
     deliver(ReadingPace::promptReports);
     ASSERT_TRUE(device_->relaxed());
   }
 
-  // How many reports of no interest it takes until the connection gathers.
+  // How many reports of no interest it takes until the connection reads in batches.
   int reportsUntilRelaxed() {
     int reports = 0;
     do {
@@ -61,7 +61,7 @@ class HIDConnectionPace : public testing::Test {
   const std::shared_ptr<FakeDevice> device_ = std::make_shared<FakeDevice>();
   std::unique_ptr<HIDConnection> connection_ =
       std::make_unique<HIDConnection>(HIDEnumerator::info(device_));
-  Lines kept_;  // written by the reader, read when it is idle
+  Lines kept_;  // written by the reader thread, read while it is idle
 };
 
 TEST_F(HIDConnectionPace, AHandlerGetsTheReportsOfItsInterestOnly) {
@@ -137,7 +137,7 @@ TEST_F(HIDConnectionPace, WhatIsSentOrAskedForHurriesTheReaderAndKeepsItPromptFo
   relax();
   connection_->send({1, {2}});
   EXPECT_EQ(device_->hurries(), 1);
-  // The fake's read waits on; the report that ends it was asked for before.
+  // One more: the fake's hurry() does not end the batched read that is already running.
   EXPECT_EQ(reportsUntilRelaxed(), ReadingPace::promptReports + 1);
   connection_->getFeature(1, 2);
   EXPECT_EQ(device_->hurries(), 2);
@@ -165,7 +165,7 @@ TEST_F(HIDConnectionPace, IsPromptWhileAnAttentionIsHeld) {
   deliver(2 * ReadingPace::promptReports);
   EXPECT_FALSE(device_->relaxed());
 
-  // Moving hands it on; the one that is replaced ends.
+  // Moving transfers the scope. Move assignment ends the replaced one.
   first = std::move(second);
   second = connection_->lowLatencyScope();
   second = std::move(*first);

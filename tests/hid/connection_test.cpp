@@ -53,10 +53,10 @@ class HIDConnectionTest : public testing::Test {
     EXPECT_EQ(device_->openPorts(), 0);
   }
 
-  // A new connection to the device as it now describes itself.
+  // Makes a new connection, with the device's current description.
   void connect() { connection_ = std::make_unique<HIDConnection>(HIDEnumerator::info(device_)); }
 
-  // Keeps what is delivered from now on.
+  // Records the reports from now on.
   HIDConnection::HandlerID keepReports() {
     return connection_->onReport([this](const HIDInputReport& report) {
       reports_.push_back(std::to_string(report.reportID) + ": " + report.hexDump());
@@ -67,7 +67,7 @@ class HIDConnectionTest : public testing::Test {
     return connection_->onValue([this](const HIDElementValue& value) { values_.push_back(value); });
   }
 
-  // The kept values as "usage=value".
+  // The recorded values as "usage=value".
   Lines takeValues() {
     Lines lines;
     for (const HIDElementValue& value : std::exchange(values_, {})) {
@@ -78,7 +78,7 @@ class HIDConnectionTest : public testing::Test {
 
   const std::shared_ptr<FakeDevice> device_ = std::make_shared<FakeDevice>();
   std::unique_ptr<HIDConnection> connection_;
-  Lines reports_;  // as "report ID: bytes"; written by the reader, read when it is idle
+  Lines reports_;  // "report ID: bytes"; written by the reader thread, read while it is idle
   std::vector<HIDElementValue> values_;
 };
 
@@ -497,9 +497,9 @@ TEST_F(HIDConnectionTest, GetReportHandsOverABufferOneByteLongerThatBeginsWithTh
 TEST_F(HIDConnectionTest, GetReportReturnsWhatCameBehindTheReportID) {
   struct Case {
     std::uint8_t reportID;
-    std::size_t length;    // asked for
-    Bytes bytes;           // as the platform leaves them in the buffer
-    std::size_t returned;  // the length that it names
+    std::size_t length;    // requested
+    Bytes bytes;           // put into the buffer by the platform
+    std::size_t returned;  // the length that the platform returns
     Bytes result;
   };
   const std::vector<Case> cases{
@@ -568,7 +568,7 @@ TEST_F(HIDConnectionTest, ReportsAreDecodedOnlyWhileAValueHandlerIsRegistered) {
   connection_->open(false);
   device_->deliver(1, {1, 2, 3});
   const auto first = keepValues();
-  // Nothing is known of the report before the registration, or this one would change nothing.
+  // Reports before the registration were not decoded: otherwise this one would change nothing.
   device_->deliver(1, {1, 2, 3});
   EXPECT_EQ(takeValues(), (Lines{"30=2", "31=3"}));
 

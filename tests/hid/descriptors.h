@@ -6,7 +6,7 @@
 
 namespace quorvane {
 
-// Report descriptors that tests of several units read, one item an entry.
+// Report descriptors for the tests of several units, one entry per item.
 using DescriptorText = std::vector<Bytes>;
 
 inline Bytes joined(const DescriptorText& items) {

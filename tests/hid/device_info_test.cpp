@@ -20,7 +20,7 @@ using Summaries = std::vector<HIDReportSummary>;
 
 constexpr std::int64_t fanatec = 0x0EB7;
 
-// A device that has only facts.
+// A device that has only properties and elements, and cannot be opened.
 class DescribedDevice final : public HIDDeviceHandle {
  public:
   explicit DescribedDevice(HIDProperties properties, std::vector<HIDElement> elements = {})
@@ -52,7 +52,7 @@ HIDDeviceInfo infoOf(HIDProperties properties, std::vector<HIDElement> elements 
       std::make_shared<DescribedDevice>(std::move(properties), std::move(elements)));
 }
 
-// Has the given devices, whoever made them; remembers who was asked for.
+// Returns the given devices for any vendor ID, and records the vendor IDs that were asked for.
 class ListedDevices final : public HIDBackend {
  public:
   std::vector<std::shared_ptr<HIDDeviceHandle>> devices(
@@ -181,7 +181,7 @@ TEST(HIDEnumeratorInfo, WithoutADescriptorTheElementsAreSummarised) {
   EXPECT_EQ(infoOf({}, elements).reports, wanted);
   EXPECT_EQ(infoOf({{"ReportDescriptor", Bytes{}}}, elements).reports, wanted);
   EXPECT_EQ(infoOf({{"ReportDescriptor", text("none")}}, elements).reports, wanted);
-  // A descriptor that declares nothing is none.
+  // A descriptor that declares no reports is ignored.
   const HIDDeviceInfo info = infoOf({{"ReportDescriptor", Bytes{0x75, 0x08}}}, elements);
   EXPECT_EQ(info.reports, wanted);
   EXPECT_EQ(info.reportDescriptor.bytes(), (Bytes{0x75, 0x08}));
@@ -346,7 +346,8 @@ TEST(HIDDeviceInfo, TellsTheUsbPortFromTheLocation) {
   }
 }
 
-// A device with output reports of these IDs and lengths, and inputs that would do as well.
+// A device with output reports of these IDs and lengths. Its feature and input report would have a
+// suitable length too.
 HIDDeviceInfo withOutputs(const std::vector<std::pair<std::int64_t, std::int64_t>>& outputs) {
   HIDDeviceInfo info;
   info.reports.push_back({Kind::feature, 90, 7, 1, {}});

@@ -25,7 +25,7 @@ using Lines = std::vector<std::string>;
 constexpr std::int64_t classicBase = 0x0001;
 constexpr std::int64_t directDriveBase = 0x0020;
 
-// The simulated devices, with the work that a watcher makes counted.
+// The simulated devices. Counts the calls that a watcher makes.
 class CountedBackend final : public HIDBackend {
  public:
   explicit CountedBackend(SimulatedBackend& simulated) : simulated_(simulated) {}
@@ -40,7 +40,7 @@ class CountedBackend final : public HIDBackend {
     return found;
   }
 
-  // A device that left but is still listed; none again with null.
+  // Adds a device that has left but is still listed; nullptr: none.
   void setLeaving(std::shared_ptr<HIDDeviceHandle> device) {
     MutexLock held(lock_);
     leaving_ = std::move(device);
@@ -53,9 +53,9 @@ class CountedBackend final : public HIDBackend {
     return std::make_unique<Monitor>(std::move(monitor), idle);
   }
 
-  std::function<void()> whileLooking;  // set while the watcher does not look
-  std::atomic<int> looks = 0;          // at the devices
-  std::atomic<int> monitors = 0;       // asked for
+  std::function<void()> whileLooking;  // called by devices(); set it only while the watcher waits
+  std::atomic<int> looks = 0;          // calls of devices()
+  std::atomic<int> monitors = 0;       // calls of monitor()
   Semaphore idle;                      // signalled each time before the watcher waits for an event
 
  private:
@@ -102,7 +102,7 @@ class DeviceWatcherTest : public testing::Test {
     }
   }
 
-  // Makes a device that the backend lists while it is plugged.
+  // Adds a device to the backend, which lists it while it is plugged in.
   std::shared_ptr<SimulatedDevice> add(std::int64_t productID, std::int64_t location = 0,
                                        std::int64_t page = 1, std::int64_t usage = 4) {
     auto device =
@@ -120,10 +120,10 @@ class DeviceWatcherTest : public testing::Test {
         [this](const std::vector<HIDDeviceInfo>& list) { lists_.push_back(names(list)); });
   }
 
-  // Waits until the watcher has dealt with its start or with one event.
+  // Waits until the watcher has handled its start, or one event.
   void waitUntilIdle() { counted_.idle.wait(); }
 
-  // Starts, and waits until the devices that are already there were reported.
+  // Starts the watcher, and waits until it has reported the devices that are already there.
   void start() {
     watcher_->start();
     waitUntilIdle();
@@ -134,7 +134,7 @@ class DeviceWatcherTest : public testing::Test {
   SimulatedBackend simulated_;
   CountedBackend counted_{simulated_};
   std::vector<std::shared_ptr<SimulatedDevice>> devices_;
-  std::vector<Lines> lists_;  // written by the watcher, read when it is idle
+  std::vector<Lines> lists_;  // written by the watcher's thread, read while it is idle
   std::unique_ptr<HIDDeviceWatcher> watcher_ =
       std::make_unique<HIDDeviceWatcher>(Fanatec::vendorID, counted_);
 };
@@ -272,7 +272,7 @@ TEST_F(DeviceWatcherTest, EventsWithoutAHandlerComputeNoList) {
   const auto device = add(directDriveBase);
   start();
   const int looksAtStart = counted_.looks;
-  EXPECT_LE(looksAtStart, 1);  // to count the devices that are there
+  EXPECT_LE(looksAtStart, 1);  // one to count the devices that are there
   device->unplug();
   waitUntilIdle();
   device->plug();

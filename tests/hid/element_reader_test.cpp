@@ -139,7 +139,7 @@ TEST(HIDElementReader, AShortReportDeliversTheValuesItHolds) {
     const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
     const auto end = all.begin() + static_cast<std::ptrdiff_t>(counts[length]);
     EXPECT_EQ(read(reader, 1, cut), Changes(all.begin(), end));
-    // The others follow when they are there for the first time.
+    // The other values are reported with the first report that contains them.
     Changes rest(end, all.end());
     if (length == whole.size()) rest.emplace_back(all.back());
     EXPECT_EQ(read(reader, 1, whole), rest);
@@ -162,7 +162,7 @@ TEST(HIDElementReader, AnArrayDeliversUsagesThatComeAndGo) {
   EXPECT_EQ(press({0x04}), (Changes{{7, 0x04, 1}}));
   EXPECT_EQ(press({0x04}), Changes{});
   EXPECT_EQ(press({0x04, 0x05}), (Changes{{7, 0x05, 1}}));
-  // The place within the array means nothing, nor does a usage that is there twice.
+  // Neither the position in the array nor a duplicate usage matters.
   EXPECT_EQ(press({0x05, 0x04}), Changes{});
   EXPECT_EQ(press({0x00, 0x05, 0x00, 0x04, 0x05}), Changes{});
   EXPECT_EQ(press({0x05, 0x06}), (Changes{{7, 0x04, 0}, {7, 0x06, 1}}));
@@ -207,7 +207,7 @@ TEST(HIDElementReader, AnArrayIndexesItsUsagesFromTheLogicalMinimum) {
   EXPECT_EQ(readOnce(fromOne, {0b00'11'10'01}),
             (Changes{{12, 0x10, 1}, {12, 0x11, 1}, {12, 0x20, 1}}));
   EXPECT_EQ(readOnce(fromOne, {0b00'00'00'00}), Changes{});
-  // So do -2 to 0.
+  // Values -2 to 0 stand for the same usages.
   const Bytes negative = joined({{0x05, 0x0C, 0x19, 0x10, 0x29, 0x11, 0x09, 0x20},
                                  {0x15, 0xFE, 0x25, 0x00, 0x75, 0x08, 0x95, 0x01, 0x81, 0x00}});
   EXPECT_EQ(readOnce(negative, {0xFE}), (Changes{{12, 0x10, 1}}));
@@ -302,7 +302,7 @@ TEST(HIDElementReader, ReadsValuesThatStraddleBytes) {
 
 TEST(HIDElementReader, ValuesWiderThanSixtyFourBitsAreLeftOut) {
   for (const unsigned width : {65U, 72U, 255U}) {
-    // What follows them is still found.
+    // The value after them is still found.
     const Bytes descriptor{0x05, 0x09, 0x09, 0x01, 0x75, static_cast<std::uint8_t>(width),
                            0x95, 0x01, 0x81, 0x02, 0x09, 0x02,
                            0x75, 0x01, 0x81, 0x02};
@@ -373,7 +373,7 @@ TEST(HIDElementReader, ReadsRandomReportsOfRandomDescriptors) {
       for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
       const auto reportID = static_cast<std::uint8_t>(random() % 3);
       const std::size_t most = elements.elements.size() * bytes.size() * 8;
-      // Keys of the report before it may be gone as well.
+      // Keys of the report before it may be released as well.
       const std::size_t gone = elements.elements.size() * 40 * 8;
       ASSERT_LE(read(reader, reportID, bytes).size(), most + gone) << hexDump(descriptor);
     }

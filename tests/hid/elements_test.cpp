@@ -53,7 +53,7 @@ void expectElements(const std::vector<HIDElement>& got, const std::vector<HIDEle
   }
 }
 
-// A main item that reads like every other one: eight bits, once.
+// Appends a main item of one eight-bit value, by default an input.
 Bytes withEightBits(Bytes before, std::uint8_t flags = 0x02) {
   before.insert(before.end(), {0x75, 0x08, 0x95, 0x01, 0x81, flags});
   return before;
@@ -244,7 +244,7 @@ TEST(HIDElements, ReadsLogicalExtentsWithTheirSign) {
       {{0x15, 0x00, 0x25, 0x01}, 0, 1},
       {{0x15, 0x81, 0x25, 0x7F}, -127, 127},
       {{0x15, 0xFF, 0x25, 0xFF}, -1, -1},
-      // Without a negative minimum the maximum has no sign.
+      // The maximum is unsigned unless the minimum is negative.
       {{0x15, 0x00, 0x25, 0xFF}, 0, 255},
       {{0x14, 0x26, 0xFF, 0xFF}, 0, 65535},
       {{0x14, 0x27, 0xFF, 0xFF, 0xFF, 0xFF}, 0, 4294967295},
@@ -380,14 +380,14 @@ TEST(HIDElements, ThePrimaryUsageIsThatOfTheFirstTopLevelCollection) {
       {{0x05, 0x01, 0x09, 0x04, 0xA1, 0x01}, HIDUsageRange{1, 4, 4}},
       {{0x0B, 0x05, 0x00, 0x01, 0x00, 0xA1, 0x01, 0xC0}, HIDUsageRange{1, 5, 5}},
       {{0x06, 0x00, 0xFF, 0x09, 0x01, 0xA1, 0x01, 0xC0}, HIDUsageRange{0xFF00, 1, 1}},
-      // A nested one does not count, nor does a second one.
+      // Only the first top-level collection counts.
       {{0x05, 0x01, 0x09, 0x04, 0xA1, 0x01, 0x09, 0x05, 0xA1, 0x00, 0xC0, 0xC0},
        HIDUsageRange{1, 4, 4}},
       {{0x05, 0x01, 0x09, 0x04, 0xA1, 0x01, 0xC0, 0x09, 0x05, 0xA1, 0x01, 0xC0},
        HIDUsageRange{1, 4, 4}},
       {{0xA1, 0x01, 0x09, 0x05, 0xA1, 0x00, 0xC0, 0xC0}, std::nullopt},
       {{0xA1, 0x01, 0xC0, 0x05, 0x01, 0x09, 0x04, 0xA1, 0x01, 0xC0}, std::nullopt},
-      // Ends without a beginning are no depth.
+      // End items without a collection do not change the depth.
       {{0xC0, 0xC0, 0x05, 0x01, 0x09, 0x04, 0xA1, 0x01}, HIDUsageRange{1, 4, 4}},
       {{0x05, 0x01, 0x09, 0x30, 0x75, 0x08, 0x95, 0x01, 0x81, 0x02}, std::nullopt},
   };
@@ -448,7 +448,7 @@ TEST(HIDElements, ACutDescriptorGivesTheElementsBeforeTheCut) {
     const auto all = elementsOf(whole);
     for (std::size_t length = 0; length <= whole.size(); ++length) {
       SCOPED_TRACE(length);
-      // A main item counts from its first byte; its flags may be missing.
+      // A main item counts as soon as its first byte is there. Its flags may be missing.
       std::size_t begun = 0;
       std::size_t complete = 0;
       std::size_t position = 0;
@@ -513,7 +513,7 @@ TEST(HIDElements, MemoryIsBoundedByTheDescriptor) {
   for (int i = 0; i < 800; ++i) bytes.insert(bytes.end(), {0x18, 0x2A, 0xFF, 0xFF, 0x08});
   const HIDElement element = elementOf(withEightBits(bytes));
   EXPECT_EQ(element.usages.size(), 1600U);
-  // Many elements after them do not repeat them.
+  // The following elements do not repeat them.
   for (int i = 0; i < 1000; ++i) bytes.push_back(0x80);
   std::size_t usages = 0;
   for (const HIDElement& one : elementsOf(bytes)) usages += one.usages.size();

@@ -16,11 +16,11 @@
 
 namespace quorvane {
 
-// A device whose every platform operation is recorded and has the outcome that the test asks for.
-// One port at a time. Any thread may call.
+// A device that records every platform operation and returns the results that the test has set. At
+// most one open port at a time. Thread-safe.
 class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_this<FakeDevice> {
  public:
-  // The descriptor's facts, as a platform would give them.
+  // Sets the properties that a platform derives from this descriptor.
   void describe(const Bytes& descriptor) { addDescriptorProperties(properties_, descriptor); }
   void setProperty(std::string_view key, HIDProperty value) {
     properties_.insert_or_assign(std::string(key), std::move(value));
@@ -42,13 +42,13 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     writeCode_ = code;
   }
 
-  // Every later write returns only when this many writes are under way at once.
+  // From now on writes block until this many writes have begun.
   void gatherWrites(int count) {
     MutexLock held(lock_);
     gathered_ = count;
   }
 
-  // The outcome of GetReport: the bytes that land in the buffer and the length that it returns.
+  // The result of GetReport: its code, the bytes put into the buffer, and the length returned.
   void answerGetReport(HIDReturn code, Bytes bytes, std::size_t length) {
     MutexLock held(lock_);
     getCode_ = code;
@@ -56,7 +56,7 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     getLength_ = length;
   }
 
-  // Delivers one report and waits until its reader has handled it or has ended.
+  // Delivers one report. Blocks until the reader has handled it or has ended.
   void deliver(std::uint8_t reportID, Bytes bytes) {
     MutexLock held(lock_);
     reports_.push_back({reportID, std::move(bytes)});
@@ -71,7 +71,7 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     changed_.notifyAll();
   }
 
-  // Reads fail from now on; waits until the reader has ended.
+  // Reads fail from now on. Blocks until the reader has ended.
   void leave() {
     MutexLock held(lock_);
     gone_ = true;
@@ -79,7 +79,7 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     while (reading_) changed_.wait(lock_);
   }
 
-  // Called on the reader's thread once the device has left, before its read fails.
+  // Called on the reader thread after the device has left, before the read fails.
   void atLeave(std::function<void()> event) {
     MutexLock held(lock_);
     atLeave_ = std::move(event);
@@ -95,19 +95,19 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
     while (openPorts_ > 0) changed_.wait(lock_);
   }
 
-  // Whether the read that the reader waits in is a relaxed one; to be asked after a delivery.
+  // Whether the reader's current read is readBatched(). Valid after deliver().
   bool relaxed() const {
     MutexLock held(lock_);
     return relaxed_;
   }
 
-  // How often the port was told to hurry.
+  // How often hurry() was called.
   int hurries() const {
     MutexLock held(lock_);
     return hurries_;
   }
 
-  // The size of the buffer that the reader reads into.
+  // The size of the reader's buffer. Blocks until the first read.
   std::size_t readBufferSize() {
     MutexLock held(lock_);
     while (readBufferSize_ == 0) changed_.wait(lock_);
@@ -165,7 +165,7 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
 
    private:
     const std::shared_ptr<FakeDevice> device_;
-    bool interrupted_ = false;  // under the device's lock
+    bool interrupted_ = false;  // guarded by the device's lock
   };
 
   HIDPort::ReadResult read(std::span<std::uint8_t> buffer, const bool& interrupted, bool relaxed) {
@@ -254,10 +254,10 @@ class FakeDevice final : public HIDDeviceHandle, public std::enable_shared_from_
   std::optional<Report> streamed_ QUORVANE_GUARDED_BY(lock_);
   std::size_t readBufferSize_ QUORVANE_GUARDED_BY(lock_) = 0;
   int openPorts_ QUORVANE_GUARDED_BY(lock_) = 0;
-  int writing_ QUORVANE_GUARDED_BY(lock_) = 0;  // writes begun
+  int writing_ QUORVANE_GUARDED_BY(lock_) = 0;  // writes begun so far
   int gathered_ QUORVANE_GUARDED_BY(lock_) = 0;
-  bool reading_ QUORVANE_GUARDED_BY(lock_) = false;  // a reader has not ended
-  bool relaxed_ QUORVANE_GUARDED_BY(lock_) = false;  // of the latest read
+  bool reading_ QUORVANE_GUARDED_BY(lock_) = false;  // a reader is running
+  bool relaxed_ QUORVANE_GUARDED_BY(lock_) = false;  // the latest read is readBatched()
   int hurries_ QUORVANE_GUARDED_BY(lock_) = 0;
   bool idle_ QUORVANE_GUARDED_BY(lock_) = false;  // the reader waits in a read
   bool gone_ QUORVANE_GUARDED_BY(lock_) = false;

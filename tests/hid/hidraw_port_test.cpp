@@ -30,7 +30,7 @@ constexpr HIDReturn badDescriptor = 0x0000C009;
 constexpr HIDReturn tryAgain = 0x0000C00B;
 constexpr HIDReturn noSuchRequest = 0x0000C019;
 
-// Two connected ends, one report a read, as between a node and its device.
+// A socket pair that preserves report boundaries, as a node does.
 std::pair<UniqueFd, UniqueFd> connectedEnds() {
   std::array<int, 2> ends{-1, -1};
   EXPECT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, ends.data()),
@@ -42,7 +42,7 @@ void sendTo(const UniqueFd& end, const Bytes& report) {
   EXPECT_EQ(::write(end.get(), report.data(), report.size()), static_cast<ssize_t>(report.size()));
 }
 
-// What arrived at the end; empty when nothing did or the other end is closed.
+// The next report at this end; empty if there is none or the other end is closed.
 Bytes arrivedAt(const UniqueFd& end) {
   Bytes report(256);
   const ssize_t length = ::read(end.get(), report.data(), report.size());
@@ -209,7 +209,7 @@ TEST_F(HidrawPortTest, DestructionClosesTheNode) {
 
 TEST_F(HidrawPortTest, WritesAndReadsGoOnAtOnce) {
   constexpr int packets = 50;
-  ASSERT_EQ(::fcntl(device_.get(), F_SETFL, 0), 0);  // the echo may block
+  ASSERT_EQ(::fcntl(device_.get(), F_SETFL, 0), 0);  // blocking, for the echo
   const auto write = [&](std::uint8_t reportID) {
     for (int i = 0; i < packets; ++i) {
       EXPECT_EQ(port_->write(reportID, Bytes{reportID, 7}), HIDReturnCode::success);
@@ -229,7 +229,7 @@ TEST_F(HidrawPortTest, WritesAndReadsGoOnAtOnce) {
   EXPECT_EQ(counts, (std::array<int, 3>{0, packets, packets}));
 }
 
-// What a port tells of turns and of others, step by step.
+// The write lock and othersMayHaveWritten(), step by step.
 TEST_F(HidrawPortTest, PortsOfOneNodeTakeTurnsAndNoticeEachOther) {
   const TemporaryDirectory directory;
   const std::string node = directory / "node";
@@ -251,7 +251,7 @@ TEST_F(HidrawPortTest, PortsOfOneNodeTakeTurnsAndNoticeEachOther) {
   EXPECT_TRUE(second->tryWriteLock());
   EXPECT_FALSE(first->tryWriteLock());
 
-  // Who was there once may come back.
+  // A port that has closed the node may open it again, so it still counts.
   second.reset();
   EXPECT_TRUE(first->tryWriteLock());
   EXPECT_TRUE(first->othersMayHaveWritten());
@@ -270,7 +270,7 @@ TEST_F(HidrawPortTest, WhoWasThereBeforeTheWatchBeganIsNoticedAllTheSame) {
   EXPECT_TRUE(port.othersMayHaveWritten());
 }
 
-// A terminal leaves as a device does.
+// A pseudo-terminal whose other end closes behaves like a node whose device left.
 TEST_F(HidrawPortTest, TheTurnAtADeviceThatLeftIsEverybodys) {
   UniqueFd device(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
   ASSERT_EQ(::grantpt(device.get()), 0);
@@ -296,8 +296,8 @@ TEST_F(HidrawPortTest, WithoutAWatchOthersMayAlwaysHaveWritten) {
   EXPECT_FALSE(port_->othersMayHaveWritten());
 }
 
-// Relaxed reads with a pause that is over at once. It lets the device send what the test put down
-// for the pause, and counts how often it was taken.
+// Batched reads whose pauses take no time. In each pause the device sends the next reports of
+// sentInPauses_. Counts the pauses.
 class RelaxedHidrawPortTest : public testing::Test {
  protected:
   RelaxedHidrawPortTest() : RelaxedHidrawPortTest(connectedEnds()) {}
@@ -313,7 +313,7 @@ class RelaxedHidrawPortTest : public testing::Test {
   }
 
   UniqueFd device_;
-  std::vector<std::vector<Bytes>> sentInPauses_;  // the next one last
+  std::vector<std::vector<Bytes>> sentInPauses_;  // in reverse order
   int pauses_ = 0;
   HidrawPort port_;
   Bytes buffer_ = Bytes(16);
@@ -375,7 +375,7 @@ TEST_F(RelaxedHidrawPortTest, AHurryBeforeAPauseOrAWaitIsUsedUpByIt) {
   EXPECT_EQ(readAll(2), HIDReturnCode::success);
   EXPECT_EQ(pauses_, 2);
   EXPECT_EQ(received_, (std::vector<Bytes>{{1, 1}, {1, 2}, {1, 3}}));
-  // A prompt read takes no notice of it.
+  // A prompt read ignores hurry().
   port_.hurry();
   sendTo(device_, {1, 4});
   EXPECT_EQ(port_.read(buffer_).code, HIDReturnCode::success);
@@ -400,8 +400,7 @@ TEST_F(RelaxedHidrawPortTest, ADeviceThatLeftFailsTheReadBehindItsLastReport) {
   EXPECT_EQ(readAll(1), HIDReturnCode::noDevice);
 }
 
-// How many possible losses a relaxed reader counts that finds these numbers of reports, one after
-// another.
+// How many possible losses batched reads count when their batches have these numbers of reports.
 std::uint64_t lossesAfter(const std::vector<int>& queues) {
   auto [node, device] = connectedEnds();
   auto fill = [end = &device, next = queues.begin()]() mutable {
@@ -435,7 +434,7 @@ TEST_F(HidrawPortTest, AsManyReportsAsTheKernelKeepsMayBeAllThatItKept) {
   };
   readAsMany(62);
   {
-    // The queue was empty in between.
+    // The first read finds the queue empty.
     const FileCalls calls([isFirst = true](const FileCall& call, std::size_t) mutable {
       return call.name == "read" && std::exchange(isFirst, false) ? EAGAIN : 0;
     });
@@ -447,7 +446,7 @@ TEST_F(HidrawPortTest, AsManyReportsAsTheKernelKeepsMayBeAllThatItKept) {
   EXPECT_EQ(port_->possibleLosses(), 1U);
 }
 
-// A pause that no test sees the end of, and tells when it begins.
+// Pauses that only a signal ends. `begun` is signalled when one begins.
 class EndlessPauses {
  public:
   HidrawPort::Pause pause() {
@@ -515,7 +514,7 @@ TEST(RelaxedHidrawPort, ThePauseOfItsOwnEnds) {
   EXPECT_EQ(port.readBatched(buffer).reportID, 0xFF);
 }
 
-// A device whose every opening is one end of a socket; the test holds the other.
+// A device whose ports are one end of a socket pair. `device` is the other end.
 class SocketDevice final : public HIDDeviceHandle {
  public:
   std::optional<HIDProperty> property(std::string_view /*key*/) const override {
@@ -532,7 +531,7 @@ class SocketDevice final : public HIDDeviceHandle {
     return {HIDReturnCode::success, std::make_unique<HidrawPort>(std::move(node), true)};
   }
 
-  UniqueFd device;  // of the latest opening
+  UniqueFd device;  // of the latest open()
   HIDReturn failure = HIDReturnCode::success;
 };
 
@@ -543,7 +542,7 @@ std::ptrdiff_t entries(const char* folder) {
 std::ptrdiff_t openDescriptors() { return entries("/proc/self/fd"); }
 std::ptrdiff_t threads() { return entries("/proc/self/task"); }
 
-// The kernel lists a thread for a moment after it was joined; a leak would leave one a cycle.
+// The kernel lists a thread for a moment after it was joined. A leak would leave one per cycle.
 constexpr std::ptrdiff_t stillEnding = 20;
 
 class HidrawConnectionTest : public testing::Test {
@@ -592,7 +591,7 @@ TEST_F(HidrawConnectionTest, AThousandReopeningsLeaveNoDescriptorAndNoThreadBehi
   }
   connection_.open(false);
   EXPECT_LE(threads(), threadsBefore + 1 + stillEnding);
-  // The node, the other end and the reader's stop signal.
+  // The node, the other end and the reader's eventfd.
   EXPECT_EQ(openDescriptors(), descriptorsBefore + 3);
 }
 
@@ -620,7 +619,7 @@ TEST_F(HidrawConnectionTest, ADeviceThatLeftIsClosedWithTheConnection) {
   EXPECT_EQ(openDescriptors(), descriptorsBefore);
 }
 
-// Interrupts the first call of this name by a signal.
+// The first call of this name fails with EINTR.
 FileCalls::Verdict interruptFirst(std::string_view name) {
   return [name, isFirst = true](const FileCall& call, std::size_t) mutable {
     return call.name == name && std::exchange(isFirst, false) ? EINTR : 0;

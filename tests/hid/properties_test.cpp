@@ -67,11 +67,11 @@ TEST(DescriptorProperties, AKindWithoutReportsHasTheSizeZero) {
 }
 
 TEST(DescriptorProperties, SizesObeyPushAndPop) {
-  // A report of 8 bytes, of which the last 3 are of the size and count that Pop brings back.
+  // A report of 8 bytes. Its last 3 have the size and count that Pop restores.
   const Bytes popped{0x85, 0x01, 0x75, 0x08, 0x95, 0x03, 0xA4, 0x75, 0x01, 0x95,
                      0x28, 0x81, 0x02, 0xB4, 0x81, 0x02, 0x91, 0x02, 0xB1, 0x02};
   EXPECT_EQ(sizesOf(popped), (std::vector<std::int64_t>{9, 4, 4}));
-  // A report ID in between goes with its Pop.
+  // Pop also restores the report ID.
   const Bytes nested{0x85, 0x01, 0x75, 0x08, 0x95, 0x3F, 0xA4, 0x85,
                      0x02, 0x95, 0x02, 0x81, 0x02, 0xB4, 0x81, 0x02};
   EXPECT_EQ(sizesOf(nested), (std::vector<std::int64_t>{64, 0, 0}));

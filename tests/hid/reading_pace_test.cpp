@@ -13,7 +13,7 @@ namespace {
 
 constexpr int promptReports = ReadingPace::promptReports;
 
-// Reports of no interest, as the reader sees them. Counts those that were not gathered.
+// Takes reports of no interest, as the reader does. Returns how many were read promptly.
 int promptAmong(ReadingPace& pace, int reports) {
   int prompt = 0;
   for (int i = 0; i < reports; ++i) {
@@ -23,7 +23,7 @@ int promptAmong(ReadingPace& pace, int reports) {
   return prompt;
 }
 
-// A pace whose reader may gather.
+// A pace whose reader may read in batches.
 struct RelaxedPace : ReadingPace {
   RelaxedPace() {
     promptAmong(*this, promptReports);
@@ -102,7 +102,7 @@ TEST(ReadingPace, OnlyAReaderThatMayBeGatheringIsToHurry) {
   EXPECT_FALSE(pace.hold());
 }
 
-// Whoever holds while the reader decides is either seen by it or told to make it hurry.
+// A hold() that races with mayGather(): either the reader sees it, or hold() asks for a hurry().
 TEST(ReadingPace, NoHoldIsOverlookedByAReaderThatBeginsToGather) {
   constexpr int rounds = 200;
   for (int round = 0; round < rounds; ++round) {

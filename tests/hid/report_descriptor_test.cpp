@@ -115,7 +115,7 @@ TEST(HIDReportDescriptor, ReadsGlobalsOfEverySize) {
     EXPECT_EQ(summariesOf(joined({size, {0x95, 0x02}, {0x81, 0x02}})),
               (Summaries{{Kind::input, 0, 2, 1, {0}}}));
   }
-  // Without data an item sets 0.
+  // An item without data sets 0.
   EXPECT_EQ(summariesOf({0x75, 0x08, 0x95, 0x02, 0x74, 0x81, 0x02}),
             (Summaries{{Kind::input, 0, 0, 1, {0}}}));
 }
@@ -177,7 +177,7 @@ TEST(HIDReportDescriptor, ACutOneGivesWhatWasReadSoFar) {
   }
 }
 
-// Adds up random items as they are made, and compares.
+// Compares the summaries of random items with totals that the test adds up itself.
 TEST(HIDReportDescriptor, AddsUpRandomItems) {
   std::mt19937 random(20260301);
   const auto below = [&](unsigned bound) { return static_cast<std::uint32_t>(random() % bound); };

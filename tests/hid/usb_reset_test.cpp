@@ -26,7 +26,7 @@ struct Facts {
   int error = 0;  // of the reset
 };
 
-// A bus with the given devices that writes down what happens to them.
+// A bus with the given devices. Records the calls on them.
 class FakeBus final : public USBBus {
  public:
   explicit FakeBus(std::vector<Facts> devices) : devices_(std::move(devices)) {}

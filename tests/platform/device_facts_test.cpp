@@ -145,7 +145,7 @@ TEST(VendorInPath, FindsThePartThatNamesTheHIDDevice) {
       {"0003:0EB7:0020.0001", 0x0EB7},
       {"0003:0EB7:0020", 0x0EB7},
       {"/0005:FFFF:0000.1/", 0xFFFF},
-      // Behind a receiver, the node is that of the device nearest to it.
+      // Behind a wireless receiver, the innermost device counts.
       {"/3-1:1.2/0003:046D:C52B.0003/0003:0EB7:0020.0004/hidraw/hidraw2", 0x0EB7},
       {"/0005:0000:0000.1/", 0x0000},
   };
@@ -177,7 +177,7 @@ TEST(USBLocationID, PutsTheBusOnTopAndOneNibbleAPortBelow) {
       {2, "1.2.3.4.5.6", 0x02123456},
       {2, "15.15.15.15.15.15", 0x02FFFFFF},
       {255, "10.1", 0xFFA10000},
-      // The seventh port and those behind it do not fit.
+      // Ports from the seventh on do not fit.
       {2, "1.2.3.4.5.6.7", 0x02123456},
       {2, "1.2.3.4.5.6.7.8.9", 0x02123456},
       // A root hub has no port.

@@ -118,7 +118,8 @@ TEST(NodeHolders, TellWhoHasItsTurnAtWritingAndWhetherItIsStopped) {
   }
 }
 
-// A machine that shows all of its processes, the asking one with the node open among them.
+// A machine with all of its processes visible, including this one (`self`), which has the node
+// open.
 class WholeMachine : public SystemTree {
  public:
   WholeMachine() {
@@ -133,7 +134,7 @@ class WholeMachine : public SystemTree {
     return NodeHolders(system, self, {node}).mayOthersHave(node);
   }
 
-  // A process of somebody that cannot be looked into.
+  // Adds a process of `user` with the node open, whose descriptors cannot be read.
   void addHidden(int process, unsigned user) const {
     addProcess(process, "hidden", node);
     EXPECT_EQ(::chmod(place("/proc/" + std::to_string(process) + "/fd").c_str(), 0), 0);
@@ -173,7 +174,7 @@ TEST(NodeHolders, WhereOnlySomeProcessesAreShownSomebodyMayHaveIt) {
   EXPECT_TRUE(ownOnly.mayOthersHaveTheNode());
 }
 
-// Needs root, to give files away.
+// Needs root, to change the owner of files.
 TEST(NodeHolders, AnotherPersonWhoCannotBeLookedIntoMayHaveIt) {
   if (::geteuid() != 0) return;
   const std::map<unsigned, bool> users{

@@ -19,7 +19,7 @@ TEST(OwnUdevRule, ServesFromTheFirstFolderThatHasIt) {
   EXPECT_EQ(servingRuleFile(system), packageRule);
   tree.file(ownRuleFile, "x");
   EXPECT_EQ(servingRuleFile(system), ownRuleFile);
-  tree.file(ownRuleFile, "");  // hides the other
+  tree.file(ownRuleFile, "");  // masks the package's rule
   EXPECT_EQ(servingRuleFile(system), "");
 }
 

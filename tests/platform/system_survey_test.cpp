@@ -86,9 +86,9 @@ TEST(SystemSurvey, KnowsTheSandboxItIsIn) {
   ASSERT_TRUE(machine.sandbox);
   EXPECT_EQ(machine.sandbox->application, "org.example.Quorvane");
   EXPECT_FALSE(machine.sandbox->showsHostRules);
-  EXPECT_TRUE(machine.hid[0].node->rules.empty());  // its own rules are nobody's
+  EXPECT_TRUE(machine.hid[0].node->rules.empty());  // udev does not read the sandbox's own rules
 
-  // What it shows of the system outside has the paths that it has there.
+  // Files of the host are reported with their paths on the host.
   tree.file("/run/host/etc/udev/rules.d/70-quorvane.rules", SystemTree::ruleText);
   machine = factsOf(tree);
   EXPECT_FALSE(machine.sandbox->showsHostRules);

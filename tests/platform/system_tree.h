@@ -16,8 +16,8 @@
 
 namespace quorvane {
 
-// The files in which a Linux system tells about itself, with at most one base on it: at USB port
-// 3-1, with the node /dev/hidraw3.
+// The system files (/sys, /proc, /run, /etc, /dev) of a Linux machine, in a temporary directory.
+// With at most one base, at USB port 3-1, with the node /dev/hidraw3.
 class SystemTree {
  public:
   static constexpr const char* node = "/dev/hidraw3";
@@ -53,7 +53,7 @@ class SystemTree {
   }
   void remove(std::string_view path) const { std::filesystem::remove_all(place(path)); }
 
-  // The user whom AsOrdinaryUser makes of this process, or who it is anyway.
+  // The user ID that AsOrdinaryUser gives this process: its own if it is not root.
   static unsigned ordinarySeat() { return ::geteuid() == 0 ? 65534U : ::geteuid(); }
 
   void seat(unsigned user) const {
@@ -61,7 +61,7 @@ class SystemTree {
          "# this is private\nACTIVE_UID=" + std::to_string(user) + "\n");
   }
 
-  // A device on the bus, of this product ID.
+  // The USB device.
   void attach(std::string_view productID = "0020") const {
     const std::string device = "/sys/devices/usb3/3-1/";
     file(device + "idVendor", "0eb7\n");
@@ -72,7 +72,7 @@ class SystemTree {
     link("/sys/bus/usb/devices/3-1", "../../../devices/usb3/3-1");
   }
 
-  // Its interface, served by a driver unless that is empty.
+  // Its interface. Empty driver: none is bound.
   void addInterface(std::string_view driver = "usbhid",
                     std::string_view interfaceClass = "03") const {
     const std::string interface = "/sys/devices/usb3/3-1/3-1:1.0/";
@@ -83,7 +83,7 @@ class SystemTree {
     link("/sys/bus/usb/devices/3-1:1.0", "../../../devices/usb3/3-1/3-1:1.0");
   }
 
-  // What the HID drivers make of it.
+  // Its HID device. Empty driver: none is bound.
   void addHID(std::string_view driver = "hid-generic", std::string_view productID = "0020") const {
     const std::string name = "0003:0EB7:" + std::string(productID) + ".0001";
     const std::string device = "/sys/devices/usb3/3-1/3-1:1.0/" + name + "/";
@@ -95,7 +95,7 @@ class SystemTree {
     link("/sys/bus/hid/devices/" + name, "../../../devices/usb3/3-1/3-1:1.0/" + name);
   }
 
-  // Its node, as the kernel makes it and, with a mode, as it stands in /dev.
+  // Its node, in /sys and with this mode in /dev.
   void addNode(mode_t mode = 0) const {
     directory("/sys/bus/hid/devices/0003:0EB7:0020.0001/hidraw/hidraw3");
     file("/sys/class/hidraw/hidraw3/dev", "240:3\n");
@@ -103,12 +103,12 @@ class SystemTree {
     EXPECT_EQ(::chmod(place(node).c_str(), mode), 0);
   }
 
-  // What udev has kept about the node.
+  // udev's database entry for the node.
   void udevKnows(bool isTagged) const {
     file("/run/udev/data/c240:3", isTagged ? "I:123\nG:uaccess\nQ:uaccess\nV:1\n" : "I:123\nV:1\n");
   }
 
-  // A base that nobody but root may open; one whose node is open to everyone.
+  // A base that only root may open; a base that everyone may open.
   void addClosedBase() const { addBase(0); }
   void addOpenBase() const {
     addBase(0666);
@@ -116,7 +116,7 @@ class SystemTree {
     udevKnows(true);
   }
 
-  // A process that has these open, by the text of its links.
+  // A process with an open file: `opened` is the target of its link in /proc/PID/fd.
   void addProcess(int process, std::string_view name, std::string_view opened) const {
     const std::string directory = "/proc/" + std::to_string(process);
     file(directory + "/comm", std::string(name) + "\n");
@@ -124,7 +124,7 @@ class SystemTree {
     link(directory + "/fd/7", opened);
   }
 
-  // A line of /proc/locks: a lock of the process on the node.
+  // A line of /proc/locks for a flock() of the process on the node; kind: READ or WRITE.
   std::string lockLine(int process, std::string_view kind) const {
     struct stat status {};
     EXPECT_EQ(::stat(place(node).c_str(), &status), 0);

@@ -17,7 +17,8 @@ RuleSubject virtualDevice() {
   return {"hidraw3", {"hidraw3", "0003:0EB7:0020.0001"}, {"hidraw", "hid"}, "", ""};
 }
 
-// What the rules do, in short: "+" and "-" for the tag ("late" when in vain), modes and groups.
+// The rules' effects in short: "+" and "-" for the tag, "late" for a tag that has no effect, modes
+// and groups.
 std::string effects(const std::vector<UdevRuleFacts>& rules) {
   std::string text;
   for (const UdevRuleFacts& rule : rules) {
@@ -65,7 +66,7 @@ TEST(UdevRules, AreThoseThatSetThePermissionsOfTheNode) {
       {R"(KERNEL=="hidraw*", ATTRS{idVendor}!="0eb7", TAG+="uaccess")", ""},
       {R"(ACTION=="remove", SUBSYSTEM=="hidraw", TAG+="uaccess")", ""},
 
-      // On some events alone.
+      // Rules for some events only.
       {R"(ACTION=="add", SUBSYSTEM=="hidraw", TAG+="uaccess")", "1:+(add)"},
       {R"(ACTION=="change", SUBSYSTEM=="hidraw", TAG+="uaccess")", "1:+(change)"},
       {R"(ACTION=="add|change", SUBSYSTEM=="hidraw", TAG+="uaccess")", "1:+"},
@@ -76,7 +77,7 @@ TEST(UdevRules, AreThoseThatSetThePermissionsOfTheNode) {
       {"ACTION==\"add\", GOTO=\"end\"\nMODE=\"0660\"\nLABEL=\"end\", GROUP=\"wheel\"",
        "2:432(change) 3:wheel"},
 
-      // What only udev knows counts for rules that name the vendor.
+      // Conditions that only udev can evaluate count as met in rules that name the vendor.
       {R"(SUBSYSTEM=="hidraw", ENV{ID_HARDWARE_WALLET}=="1", TAG+="uaccess")", ""},
       {R"(KERNELS=="0003:0EB7:*", ENV{ANY}=="1", TAG+="uaccess")", "1:+"},
       {R"(SUBSYSTEM=="hidraw", PROGRAM="/bin/test", TAG+="uaccess")", ""},
@@ -90,7 +91,7 @@ TEST(UdevRules, AreThoseThatSetThePermissionsOfTheNode) {
        "2:+"},
       {"GOTO=\"nowhere\"\nSUBSYSTEM==\"hidraw\", TAG+=\"uaccess\"", ""},
 
-      // No rules.
+      // Lines that are not valid rules.
       {R"(SUBSYSTEM=="hidraw", TAG+="uaccess)", ""},
       {R"(SUBSYSTEM=="hidraw", TAG+=uaccess)", ""},
       {R"(SUBSYSTEM=hidraw", TAG+="uaccess")", ""},

@@ -124,7 +124,7 @@ std::vector<std::string> ids() {
 
 constexpr const char* idLine = "built-in preset ";
 
-// The IDs that another run of this program shows.
+// The IDs that another run of this program prints.
 std::vector<std::string> idsOfAnotherRun() {
   Pipe output;
   const pid_t process = ::fork();
@@ -217,7 +217,7 @@ TEST(BuiltInPresets, AreTheSameForEveryThread) {
   for (const auto* presets : seen) EXPECT_EQ(presets, &TuningPreset::builtIn());
 }
 
-// Its output is what another run of this program reads.
+// Prints the IDs for idsOfAnotherRun().
 TEST(BuiltInPresets, ShowTheirIDs) {
   ASSERT_EQ(ids().size(), 4U);
   for (const std::string& text : ids()) std::cout << idLine << text << std::endl;

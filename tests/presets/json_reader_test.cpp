@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-// Bytes and escapes side by side read best in one kind of literal.
+// Literals mix bytes and escapes, so raw string literals would not make them more readable.
 // NOLINTBEGIN(modernize-raw-string-literal)
 
 namespace quorvane {
@@ -18,7 +18,7 @@ namespace {
 
 using namespace std::string_literals;
 
-// What a person reads when the text is refused; "no error" when it is not.
+// The text of the error that parsing throws; "no error" if it throws none.
 std::string errorOf(std::string_view text) {
   try {
     parseJSON(text);

@@ -162,8 +162,8 @@ TEST(JSONWriter, ReplacesWhatIsNotUTF8) {
   for (const auto& [text, expected] : cases) {
     EXPECT_EQ(asString(text), "\"" + expected + "\"") << testing::PrintToString(text);
   }
-  // How many marks stand for an overlong form, a surrogate or what lies beyond the last character
-  // is nobody's business; that nothing else is left of them is.
+  // Overlong forms, surrogates and code points above U+10FFFF become replacement characters. Their
+  // number is unspecified.
   for (const std::string text :
        {"\xC0\x80", "\xC1\xBF", "\xE0\x80\x80", "\xE0\x9F\xBF", "\xF0\x80\x80\x80", "\xED\xA0\x80",
         "\xED\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xF8\x88\x80\x80\x80"}) {

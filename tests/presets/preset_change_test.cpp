@@ -22,7 +22,7 @@ TuningPreset with(TuningPreset preset, std::int64_t forceFeedback) {
   return preset;
 }
 
-// "first spa=80", where "*" is a record with an id that none of the two programs gave it.
+// "first spa=80": the names and force feedback. "*" marks a record whose id is not in `known`.
 std::string shown(const Presets& presets, const std::vector<UUID>& known) {
   std::string text;
   for (const TuningPreset& preset : presets) {
@@ -79,7 +79,7 @@ TEST(PresetChange, OfOneIDOnBothSidesLosesNothing) {
     Presets presets = theirs;
     EXPECT_EQ(ours.apply(presets), isDone);
     EXPECT_EQ(shown(presets, {first.id, spa.id, last.id}), result);
-    // What is tried again after it was done does nothing more.
+    // A change is idempotent.
     Presets again = presets;
     ours.apply(again);
     if (theirs != theirsAdded) {

@@ -57,7 +57,7 @@ SettingsShareFile sampleFile() {
 
 JSONValue sampleFileJSON() { return parseJSON(encodeShareFile(sampleFile())); }
 
-// The text with every line after the first moved in by so many spaces.
+// The text with every line after the first indented by so many spaces.
 std::string indented(std::string_view text, std::size_t spaces) {
   std::string result;
   for (const char c : text) {
@@ -81,7 +81,7 @@ std::string presetError(const JSONValue& json) { return errorOf(json, decodePres
 std::string listError(const JSONValue& json) { return errorOf(json, decodePresets); }
 std::string fileError(const JSONValue& json) { return errorOf(json, decodeShareFile); }
 
-// One value of each type, and how errors name the type.
+// One value of each type, and the type's name in errors.
 const std::vector<std::pair<JSONValue, std::string>> values{
     {nullptr, "null"},
     {true, "boolean"},

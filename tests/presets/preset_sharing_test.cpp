@@ -15,7 +15,7 @@
 namespace quorvane {
 namespace {
 
-// Processes that change one file of presets at the same time, some of which are killed.
+// Processes that change one preset file at the same time. Some are killed.
 class PresetSharing : public testing::Test {
  protected:
   using Names = std::set<std::string>;

@@ -57,10 +57,10 @@ std::vector<std::string> namesOf(const Presets& presets) {
   return names;
 }
 
-// A store in a directory of its own.
+// A store in a temporary directory.
 class PresetStoreTest : public testing::Test {
  public:
-  // What a file that is kept beside the store is called.
+  // Whether this is the name of a backup of a damaged store.
   static bool isKept(const std::string& name) {
     static const std::regex pattern("presets\\.json\\.corrupt-[0-9]{8}T[0-9]{6}Z(-[0-9]+)?");
     return std::regex_match(name, pattern);
@@ -68,7 +68,7 @@ class PresetStoreTest : public testing::Test {
 
   void put(std::string_view content) const { putFile(file, content); }
 
-  // The files that are kept beside the store.
+  // The backups of damaged stores.
   std::vector<path> kept() const {
     std::vector<path> files;
     for (const std::string& name : directory.names()) {
@@ -91,7 +91,7 @@ class PresetStoreTest : public testing::Test {
 using ImportTest = PresetStoreTest;
 using ExportTest = PresetStoreTest;
 
-// Not one of them is a list of presets.
+// Contents that are not a valid list of presets.
 std::vector<std::string> damagedContents() {
   const std::string whole = encodePresets(presetsNamed({"one", "two"}));
   std::string one = encodePresets({named("one")});
@@ -313,7 +313,7 @@ TEST_F(PresetStoreTest, AFileThatCannotBeReadIsNotReplaced) {
   put(content);
   for (const char* const call : {"open", "fstat", "read"}) {
     for (const int number : {EIO, EMFILE, EAGAIN, EACCES}) {
-      bool failed = false;  // once is enough
+      bool failed = false;  // only the first such call fails
       const FileCalls calls([&](const FileCall& made, std::size_t) {
         if (failed || made.name != call || made.file != file) return 0;
         failed = true;
@@ -461,7 +461,7 @@ TEST_F(PresetStoreTest, AnyFailureOfASaveLeavesTheOldListOrTheNew) {
       const Presets seen = store.read();
       EXPECT_TRUE(seen == before || seen == after);
       if (seen == before) {
-        // The lock file is named when nothing else is in the way.
+        // The error names the lock file only if that cannot be accessed.
         const path lock = directory / ".lock";
         const bool isLock = number == EACCES && culprit == lock;
         EXPECT_EQ(failure, errorOf(isLock ? lock : file, number));
@@ -469,7 +469,7 @@ TEST_F(PresetStoreTest, AnyFailureOfASaveLeavesTheOldListOrTheNew) {
       if (!failing) {
         EXPECT_EQ(failure, "no error");
       }
-      // What could not be read for a moment is kept.
+      // A file that could not be read for a moment is backed up.
       for (const path& each : kept()) {
         EXPECT_EQ(contentOf(each), encodePresets(before));
         std::filesystem::remove(each);
@@ -576,7 +576,7 @@ TEST_F(PresetStoreTest, SharedIsTheSameStoreForTheRun) {
 }
 
 TEST_F(PresetStoreTest, WithoutAHomeThereIsNoDefaultPlace) {
-  // Only root can become a user whom the database does not know.
+  // Only root can become a user who is not in the user database.
   if (::geteuid() != 0) return;
   uid_t stranger = 54321;
   while (::getpwuid(stranger) != nullptr) ++stranger;
@@ -706,7 +706,7 @@ TEST_F(ImportTest, AShareFileThatIsAPresetAsWellCountsAsAShareFile) {
   both["preset"] = parseJSON(encodePresets({named("inner")})).at(0);
   put(both.dump());
   EXPECT_EQ(namesOf(PresetStore::importPresets(file)), std::vector<std::string>{"inner"});
-  // Anything that keeps it from being a share file leaves the preset.
+  // Any invalid member of the share file makes it a plain preset.
   for (const std::pair<std::string, JSONValue>& member :
        std::vector<std::pair<std::string, JSONValue>>{{"format", 1},
                                                       {"exportedAt", "2025-03-14T18:30:05.123Z"},

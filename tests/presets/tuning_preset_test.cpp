@@ -44,7 +44,7 @@ TuningPreset withValues(Values values) {
   return preset;
 }
 
-// Each parameter's code with a value of its own.
+// A preset with a different value for each parameter.
 TuningPreset withEverything() {
   TuningPreset preset;
   std::int64_t value = 100;
@@ -52,7 +52,7 @@ TuningPreset withEverything() {
   return preset;
 }
 
-// A report whose byte at each offset is the offset plus this.
+// A menu whose byte at each offset is the offset plus `addend`.
 TuningSnapshot snapshot(unsigned addend) {
   Bytes bytes(TuningSnapshot::length);
   for (std::size_t i = 2; i < bytes.size(); ++i) bytes[i] = static_cast<std::uint8_t>(i + addend);

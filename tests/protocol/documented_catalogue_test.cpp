@@ -68,7 +68,7 @@ TEST(DocumentedCatalogue, ListsEveryReportWithItsLength) {
       }));
 }
 
-// Every byte from the first parameter to the last is one, or is named as none.
+// Every byte from the first parameter to the last is a parameter or documented as unused.
 TEST(DocumentedCatalogue, HasTheBytesOfTheTuningReport) {
   std::vector<std::string> gaps;
   const auto& all = TuningParameter::allCases();

@@ -18,7 +18,7 @@ using P = TuningParameter;
 
 using Packets = std::map<std::string, Bytes>;
 
-// What the rows of a table of packets say, by name.
+// The packets in the rows of a table, by name.
 Packets documented(std::string_view heading, std::string_view column) {
   Packets packets;
   for (const Cells& row : Document::table(heading, column)) {
@@ -62,7 +62,7 @@ TEST(DocumentedPackets, WriteTheMenuThatIsDocumented) {
   EXPECT_EQ(written, built);
 }
 
-// The rule beside the example, over a report whose bytes are all different.
+// Checks the documented rule, not only the example, with a report whose bytes are all different.
 TEST(DocumentedPackets, WriteEveryByteWhereTheRulePutsIt) {
   std::vector<Cells> rules = Document::table("Writing a value", "layout");
   std::erase_if(rules, [](const Cells& row) { return row.size() == 2; });  // the example

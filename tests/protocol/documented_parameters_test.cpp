@@ -42,7 +42,7 @@ std::string menusOf(TuningParameter parameter) {
   return text;
 }
 
-// What a row of the table of codings says, and the same as functions.
+// A row of the table of codings, as text and as functions.
 struct Coding {
   std::string decodeText;
   std::string encodeText;

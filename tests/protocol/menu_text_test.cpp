@@ -109,7 +109,7 @@ TEST(MenuText, ShowsTheWordOfTheDisplayOrTheNumberWithItsUnit) {
   }
 }
 
-// Every value that a menu can show, typed as it is shown, is written as the same byte.
+// Typing a value as the menu shows it must encode to the same byte.
 TEST(MenuText, CanBeTypedBackForEveryValueOfEveryParameterOfEveryProduct) {
   for (const FanatecProduct& product : FanatecProduct::all()) {
     for (const P parameter : P::available(product)) {

@@ -28,7 +28,7 @@ using Product = std::optional<FanatecProduct>;
 constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 
-// How the menu writes a value into its byte.
+// The coding of a value in its byte.
 enum class Form { asIs, tenth, wholeTens, twosComplement, angle };
 
 struct Row {
@@ -106,7 +106,7 @@ const std::vector<P> fullForceMenu{P::slot,
                                    P::naturalInertia,
                                    P::fullForce};
 
-// Which menu each product has, and how it writes the steering angle.
+// Which menu each product has, and how it encodes the steering angle.
 struct Device {
   std::int64_t productID;
   const std::vector<P>& parameters;
@@ -140,7 +140,7 @@ Product podium() { return product(0x0006); }
 Product cslDD() { return product(0x0020); }
 const Product noProduct;
 
-// The wrapped bytes, counted out: 90 degrees is 138, and every step of 10 is one more, 0 after 255.
+// The wrapped bytes: 90 degrees is 138; every 10 degrees more add 1, with 0 after 255.
 std::map<std::uint8_t, std::int64_t> wrappedAngles() {
   std::map<std::uint8_t, std::int64_t> angles;
   std::uint8_t byte = 138;
@@ -148,7 +148,7 @@ std::map<std::uint8_t, std::int64_t> wrappedAngles() {
   return angles;
 }
 
-// What encode() does with a value: the byte, or the kind of its error.
+// The result of encode(): the byte, or the error.
 struct Outcome {
   std::optional<std::uint8_t> byte;
   std::string error;
@@ -590,7 +590,7 @@ TEST(TuningParameter, WhatTheProductsMenuLacksIsNotAvailable) {
             refused("FUL is not available on Podium Wheel Base DD1"));
   EXPECT_EQ(encoded(P::sensitivity, 900, product(0x6204)),
             refused("SEN is not available on CSL Elite Pedals"));
-  // Availability comes before the range.
+  // Availability is checked before the range.
   EXPECT_EQ(encoded(P::driftMode, 1000, cslDD()),
             refused("DRI is not available on CSL DD / GT DD Pro / ClubSport DD"));
 }

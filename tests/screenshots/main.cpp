@@ -1,10 +1,10 @@
 // Renders every section of the window in its states, as PNG files:
 //
-//   quorvane-screenshots DIRECTORY [SCENE...]     SCENE: all of them unless given
+//   quorvane-screenshots DIRECTORY [SCENE...]     without SCENE: all scenes
 //
-// A picture is what the display shows of the real window, on a simulated base:
-// SCENE-SCHEME-SIZE.png for the schemes light and dark and each of the sizes. The toolkit's own
-// settings (QT_SCALE_FACTOR) hold.
+// A picture is a grab of the real window on the display, with a simulated base:
+// SCENE-SCHEME-SIZE.png for the schemes light and dark and each of the sizes. Qt's environment
+// variables (QT_SCALE_FACTOR) apply.
 
 #include <QAbstractButton>
 #include <QAction>
@@ -35,7 +35,7 @@ using enum TuningParameter::Case;
 
 constexpr int usual = 0x0020;
 
-// A machine of which the scene tells the facts; simulated ones unless it does.
+// A survey with the facts that the scene sets; by default those of a simulated machine.
 class ToldSurvey final : public HIDSurvey {
  public:
   ToldSurvey() { facts_.isSimulated = true; }
@@ -47,10 +47,10 @@ class ToldSurvey final : public HIDSurvey {
   MachineFacts facts_;
 };
 
-// The window of one picture, and all that stands behind it.
+// The window of one picture, with its model and bases.
 class Stage {
  public:
-  // With these bases plugged in, of which the first in the model's order gets connected.
+  // With these bases plugged in. The model connects to the first one in its order.
   Stage(const std::filesystem::path& directory, QSize size, const std::vector<int>& bases)
       : machine_(productsOf(bases)), store_(directory / "presets.json") {
     const bool hasBase = !bases.empty();
@@ -88,7 +88,7 @@ class Stage {
     button->click();
   }
 
-  // Until everything is laid out.
+  // Handles events until everything is laid out.
   static void settle() {
     for (int i = 0; i < settlingRounds; ++i) {
       QCoreApplication::processEvents();
@@ -96,7 +96,7 @@ class Stage {
     }
   }
 
-  // The picture of the display where the window is, once everything is drawn.
+  // Grabs the window's part of the display, once everything is drawn.
   QPixmap picture() {
     settle();
     const QRect place = window_->frameGeometry();
@@ -106,7 +106,7 @@ class Stage {
  private:
   static constexpr int settlingRounds = 20;
 
-  // Without any, one that is not plugged in.
+  // The products of these bases; if there is none, the one that is not plugged in.
   static std::vector<FanatecProduct> productsOf(const std::vector<int>& bases) {
     std::vector<FanatecProduct> products;
     products.reserve(bases.size() + 1);
@@ -208,7 +208,7 @@ void examine(Stage& stage) {
   stage.untilIdle();
 }
 
-// A base on the bus that udev has not dealt with, and that no rule gives to the person.
+// A base on the bus that udev has not handled, and to which no rule grants access.
 void examineUnready(Stage& stage) {
   MachineFacts facts;
   facts.hasUSB = true;

@@ -27,14 +27,14 @@ HIDDeviceInfo device(std::int64_t productID, std::int64_t usage, std::string id 
   return info;
 }
 
-// What tells one plugged-in base from the next.
+// What distinguishes bases of the same product.
 struct Place {
   std::string serialNumber;
   std::string node;
   std::int64_t locationID = 0;
 };
 
-// A base at a place of its own.
+// A base with a serial number, node and location of its own.
 class PlacedDevice final : public HIDDeviceHandle {
  public:
   PlacedDevice(std::int64_t productID, Place place)
@@ -62,7 +62,7 @@ HIDDeviceInfo placed(std::int64_t productID, Place place) {
   return HIDEnumerator::info(std::make_shared<PlacedDevice>(productID, std::move(place)));
 }
 
-// A base with everything, two of a kind that share an id, and one that has but its id.
+// A base with everything, two of one product that share an id, and one with nothing but an id.
 std::vector<HIDDeviceInfo> fourBases() {
   return {placed(0x0006, {"A1", "/dev/hidraw9", 0x03140000}),
           placed(0x0020, {"B2", "/dev/hidraw4"}), placed(0x0020, {"", "/dev/hidraw5"}),
@@ -160,7 +160,7 @@ TEST(Candidates, AreTheSameWithTheSameIdAndNode) {
   EXPECT_FALSE(isSameDevice(base, placed(0x0006, {"B2", "/dev/hidraw4", 1})));
 }
 
-// Under the same id and node it may have come back with another description.
+// A base may have come back with the same id and node, but another description.
 TEST(Candidates, AreFoundAsTheyAreDescribedInTheList) {
   const std::vector<HIDDeviceInfo> bases = fourBases();
   HIDDeviceInfo earlier = bases[2];

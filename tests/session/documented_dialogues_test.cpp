@@ -60,7 +60,7 @@ TEST_F(DocumentedDialogues, SetTheSteeringAngle) {
   EXPECT_EQ(takeTranscript(), block("Steering angle"));
 }
 
-// The pauses stand in the dialogues; the limit stands in the table alone.
+// The pauses are in the dialogues as well; the limit is only in the table.
 TEST_F(DocumentedDialogues, WaitAsLongAsTheTableSays) {
   using Cells = ProtocolDocument::Cells;
   EXPECT_EQ(ProtocolDocument::table("Dialogues", "pause or limit"),

@@ -9,15 +9,15 @@
 
 namespace quorvane {
 
-// The time of several threads, each with a session on one device. It stands still while one of them
-// is at work or waits for an answer, and jumps to the end of the shortest pause once all of them
-// are in one: so they run into each other as they would in real time, without any of it passing.
+// The simulated clock of several threads, each with a session on the same device. It stands still
+// while a thread works or waits for an answer. Once all threads are in a pause, it jumps to the
+// earliest end of a pause. The threads interleave as in real time, but no test waits.
 class SharedTime final : public Clock {
  public:
-  // The device is in real time, and outlives this.
+  // The device must use real time and outlive this.
   SharedTime(SimulatedDevice& device, std::size_t threads) : device_(device), threads_(threads) {}
 
-  // One of the threads uses it no more.
+  // To be called when one of the threads stops using the clock.
   void leave() {
     MutexLock held(lock_);
     --threads_;
@@ -30,7 +30,7 @@ class SharedTime final : public Clock {
   }
 
   void sleepFor(Seconds duration) override {
-    // In a real pause, the readers handle what they got.
+    // As in a real pause, the readers handle their reports.
     device_.waitUntilQuiet();
     MutexLock held(lock_);
     const auto end = now_ + std::chrono::duration_cast<Monotonic::duration>(duration);
@@ -40,7 +40,7 @@ class SharedTime final : public Clock {
     pauses_.erase(pause);
   }
 
-  // The base answers at once.
+  // Waits in real time, since the base answers at once.
   bool wait(Semaphore& semaphore, Seconds /*timeout*/) override {
     return system().wait(semaphore, Seconds(3600));
   }

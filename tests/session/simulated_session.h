@@ -27,8 +27,8 @@ inline constexpr const char* identityTimeout = "Timed out waiting for system rep
 // A time-out of the machine's own clock that no test reaches.
 inline constexpr Seconds never{3600};
 
-// One simulated base and one session with it. At its end, the base must have found nothing wrong
-// with what it was told, and no port may be left open.
+// One simulated base and one session with it. At the end it expects that the base reports no
+// violations and that no port is open.
 struct SimulatedSession {
   using Time = SimulatedDevice::Time;
 
@@ -45,7 +45,7 @@ struct SimulatedSession {
   SimulatedSession& operator=(const SimulatedSession&) = delete;
 
   void end() {
-    // A delivery that is under way keeps the session alive: let it end first.
+    // A running handler keeps the session alive: wait for it first.
     if (base) base->disconnect();
     device->waitUntilQuiet();
     base.reset();
@@ -53,7 +53,7 @@ struct SimulatedSession {
     EXPECT_EQ(device->openPorts(), 0U);
   }
 
-  // A new session, with the description changed.
+  // Makes a new session, with a changed description of the device.
   void describeAs(const std::function<void(HIDDeviceInfo&)>& change) {
     HIDDeviceInfo info = HIDEnumerator::info(device);
     change(info);
@@ -71,7 +71,7 @@ struct SimulatedSession {
     device->transcript().clear();
   }
 
-  // What happened since it was last asked.
+  // The new lines of the transcript since the last call.
   Lines takeTranscript() {
     Lines lines = device->transcript().lines();
     device->transcript().clear();
@@ -82,41 +82,41 @@ struct SimulatedSession {
     device->withBase([&](SimulatedBase& simulated) { change(simulated.behaviour()); });
   }
 
-  // The menu as the base has it now.
+  // The base's current menu.
   Bytes menuReport() {
     Bytes report;
     device->withBase([&](SimulatedBase& simulated) { report = simulated.menu().report(); });
     return report;
   }
 
-  // The wheel-status report as the base would send it now.
+  // The base's current wheel-status report.
   Bytes statusReport() {
     Bytes report;
     device->withBase([&](SimulatedBase& simulated) { report = simulated.wheelStatusReport(); });
     return report;
   }
 
-  // Sends a report unasked, and waits until the session has handled it.
+  // Sends an unsolicited report. Blocks until the session has handled it.
   void report(Bytes bytes) {
     device->sendReport(std::move(bytes));
     device->waitUntilQuiet();
   }
 
-  // Sends the menu unasked with some bytes changed.
+  // Like report(), with the base's menu and some of its bytes changed.
   void reportMenu(const std::vector<std::pair<std::size_t, std::uint8_t>>& changes) {
     Bytes bytes = menuReport();
     for (const auto& [offset, byte] : changes) bytes[offset] = byte;
     report(bytes);
   }
 
-  // The menu that the session keeps; no bytes before the first report.
+  // The session's menu; empty before the first report.
   Bytes keptMenu() const {
     const auto snapshot = base->tuning();
     return snapshot ? snapshot->raw() : Bytes{};
   }
 
   const std::shared_ptr<SimulatedDevice> device;
-  EventfulClock clock;  // the device's
+  EventfulClock clock;  // follows the device's clock
   std::shared_ptr<WheelBase> base;
 };
 
@@ -126,7 +126,7 @@ class SimulatedSessionTest : public testing::Test, protected SimulatedSession {
   void TearDown() override { end(); }
 };
 
-// Tests of one session in real time, where answers come at once.
+// Tests of one session in real time, in which the base answers at once.
 class RealTimeSessionTest : public testing::Test, protected SimulatedSession {
  protected:
   RealTimeSessionTest() : SimulatedSession(defaultSimulatedProduct, Time::real) {}

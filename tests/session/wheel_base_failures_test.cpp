@@ -12,11 +12,11 @@
 namespace quorvane {
 namespace {
 
-// Everything that talks to the base, and the packets that it sends.
+// An operation that sends packets to the base.
 struct Operation {
   std::string name;
-  std::vector<std::string> reports;  // the report that each packet goes on
-  std::string timeout;               // of the read at its end; empty when it ends with a send
+  std::vector<std::string> reports;  // the report ID of each packet
+  std::string timeout;               // the error of the final read; empty if it ends with a send
   std::function<void(WheelBase&)> run;
 };
 
@@ -74,7 +74,7 @@ const std::vector<Operation>& operations() {
   return all;
 }
 
-// The packets among the lines, and of them those that were refused.
+// How many of the lines are packets, or refused packets.
 std::size_t packetsIn(const Lines& lines, bool refusedOnly = false) {
   std::size_t count = 0;
   for (const std::string& line : lines) {
@@ -84,7 +84,7 @@ std::size_t packetsIn(const Lines& lines, bool refusedOnly = false) {
   return count;
 }
 
-// A connected session that has read the menu; the base has received this one packet.
+// How many packets the base has received from a session that has read the menu.
 constexpr int receivedBefore = 1;
 
 TEST(WheelBaseFailures, EveryOperationSendsThePacketsOfTheTable) {
@@ -125,7 +125,7 @@ TEST(WheelBaseFailures, ASendThatFailsEndsTheOperationWithItsError) {
       EXPECT_EQ(session.keptMenu(), before);
       EXPECT_TRUE(session.base->connection().isOpen());
 
-      // What the failed operation left behind is dropped with the next report.
+      // The next report removes the waiters that the failed operation left behind.
       session.report(session.menuReport());
       session.behave([](SimulatedBehaviour& b) { b.failSendsWith = HIDReturnCode::success; });
       EXPECT_EQ(errorText([&] { operation.run(*session.base); }), "no error");

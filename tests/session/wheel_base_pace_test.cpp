@@ -21,9 +21,8 @@
 namespace quorvane {
 namespace {
 
-// A base behind the port that real nodes get: one end of a socket that keeps the borders of
-// packets. The reader's pauses never end by themselves, so a session that did not make it hurry
-// would wait for ever.
+// A base behind a HidrawPort, on a socket pair that preserves packet boundaries. The pauses of
+// batched reads only end by hurry() or interrupt(): a session that does not call hurry() hangs.
 class SocketBase final : public HIDDeviceHandle {
  public:
   ~SocketBase() override { stop(); }
@@ -55,7 +54,8 @@ class SocketBase final : public HIDDeviceHandle {
             })};
   }
 
-  // Reports that say nothing new (but for the very first), until the reader lets them gather.
+  // Sends the same status report until the reader reads in batches. Only the very first one changes
+  // something.
   void sayNothingNew() {
     while (gathering.tryWait()) {
     }
@@ -65,18 +65,18 @@ class SocketBase final : public HIDDeviceHandle {
 
   const Bytes& nothingNew() const { return status_; }
 
-  // False when nobody reads any more.
+  // Returns false when the other end is closed.
   bool send(const Bytes& report) const {
     return ::send(end_.get(), report.data(), report.size(), MSG_NOSIGNAL) > 0;
   }
 
-  // The base leaves.
+  // Disconnects the base.
   void stop() {
     if (end_) ::shutdown(end_.get(), SHUT_RDWR);
     answering_.join();
   }
 
-  Semaphore gathering;  // the reader begins a pause
+  Semaphore gathering;  // signalled when the reader begins a pause
 
  private:
   static FanatecProduct product() { return *FanatecProduct::lookup(defaultSimulatedProduct); }

@@ -18,7 +18,7 @@ using WheelBaseReads = SimulatedSessionTest;
 using WheelBaseReadsInRealTime = RealTimeSessionTest;
 
 constexpr std::size_t sensitivityByte = 3;
-// A wheel-status report of any length that says: this wheel, this firmware.
+// A wheel-status report with this wheel ID and firmware version.
 Bytes wheelStatus(std::uint16_t wheel, std::uint16_t firmware, std::size_t length = 34,
                   std::uint8_t reportID = 0x01) {
   Bytes report(34);
@@ -208,7 +208,7 @@ TEST_F(WheelBaseReads, AReportOfTheOtherKindDoesNotEndAWait) {
   behave([](SimulatedBehaviour& b) { b.answerDelay = Seconds(1); });
   EXPECT_EQ(errorText([&] { base->fetchIdentity(Seconds(0.5)); }), identityTimeout);
   behave([](SimulatedBehaviour& b) { b.silent = true; });
-  // The identity report of the read before comes now.
+  // The identity report of the earlier read arrives now.
   EXPECT_EQ(errorText([&] { base->fetchTuning(Seconds(1)); }), menuTimeout);
   EXPECT_TRUE(base->identity());
 
@@ -327,12 +327,12 @@ TEST_F(WheelBaseReads, WheelStatusIsAnnouncedWhenItChanges) {
       {wheelStatus(0x121C, 0x0102), 3, 0x121C, 0x0102},  // another wheel
       {wheelStatus(0x0001, 7), 4, 0x0001, 7},            // both at once
       {wheelStatus(0x00FF, 8), 4, 0x0001, 7},            // no wheel changes nothing
-      {wheelStatus(0x34FF, 8), 4, 0x0001, 7},            // the low byte says so
-      {wheelStatus(0x0001, 7), 4, 0x0001, 7},            // and it is no change to be back
+      {wheelStatus(0x34FF, 8), 4, 0x0001, 7},            // no wheel, by the low byte
+      {wheelStatus(0x0001, 7), 4, 0x0001, 7},            // the same wheel again is no change
       {wheelStatus(0x0002, 9, 33), 4, 0x0001, 7},        // too short
       {wheelStatus(0x0002, 9, 35), 4, 0x0001, 7},        // too long
-      {wheelStatus(0xFF01, 0xFFFF), 5, 0xFF01, 0xFFFF},  // the high byte does not
-      {wheelStatus(0x0000, 0x0000), 6, 0x0000, 0x0000},  // zeros are numbers too
+      {wheelStatus(0xFF01, 0xFFFF), 5, 0xFF01, 0xFFFF},  // the high byte is ignored for that
+      {wheelStatus(0x0000, 0x0000), 6, 0x0000, 0x0000},  // zeros are valid
   };
   connect();
   int announced = 0;

@@ -156,7 +156,7 @@ TEST_F(WheelBaseThreadsInRealTime, StandsManyReadersAndHandlersWhileReportsStrea
     });
     others.emplace_back("looker", [&] {
       while (!done) {
-        // Both come with the same report; the second look may see a later one.
+        // Both are set by the same report. The second call may see a later report.
         const bool hasWheel = base->wheelID().has_value();
         EXPECT_TRUE(!hasWheel || base->firmwareVersion());
         const auto snapshot = base->tuning();
@@ -200,7 +200,7 @@ TEST_F(WheelBaseThreads, StandsReadsOnManyThreadsWhileItIsDisconnected) {
     std::array<Thread, 3> readers;
     for (Thread& reader : readers) {
       reader = Thread("reader", [&] {
-        // Until a read fails: its answer was lost with the base, or its request came too late.
+        // Until a read fails: the base left before its answer or before its request.
         std::string text;
         do {
           text = errorText([&] { session.base->fetchTuning(WheelBase::readTimeout); });

@@ -25,12 +25,12 @@ constexpr const char* noTurn =
 constexpr const char* turnPause = "pause 10 ms";
 constexpr const char* writePause = "pause 250 ms";
 
-// A base's clock during whose pauses things happen, on the thread that pauses.
+// A base's clock that calls callbacks at the end of pauses, on the pausing thread.
 class PausesOf final : public Clock {
  public:
   explicit PausesOf(Clock& clock) : clock_(clock) {}
 
-  // Calls `event` at the end of the pause with this number, counted from 0 and from now.
+  // Calls `event` at the end of the n-th pause from now, n from 0.
   void at(int pause, std::function<void()> event) { events_[pauses_ + pause] = std::move(event); }
 
   Monotonic::time_point now() override { return clock_.now(); }
@@ -55,7 +55,7 @@ std::string writeOf(const char* forceFeedback, const char* naturalInertia,
          " 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b " + naturalInertia + " +41";
 }
 
-// Two programs with one base: the fixture's session, and another one.
+// Two programs with one base: the fixture's session and another one.
 class WheelBaseTurns : public SimulatedSessionTest {
  protected:
   void SetUp() override { connectAndRead(); }
@@ -73,7 +73,7 @@ class WheelBaseTurns : public SimulatedSessionTest {
     device->transcript().clear();
   }
 
-  // It closes the base.
+  // The other program closes the base.
   void leave() {
     if (!other_) return;
     other_->disconnect();
@@ -82,7 +82,7 @@ class WheelBaseTurns : public SimulatedSessionTest {
     device->transcript().clear();
   }
 
-  // Calls `event` while the other program is in the middle of a write.
+  // Calls `event` during a write of the other program.
   void whileTheOtherWrites(const std::function<void()>& event) {
     clock_.at(0, event);
     other_->set(forceFeedback, 70, true);
@@ -118,7 +118,7 @@ TEST_F(WheelBaseTurns, BesideAnotherProgramTheMenuIsReadBeforeEachWrite) {
 
 TEST_F(WheelBaseTurns, WhatTheOtherWroteSinceOursIsKept) {
   come();
-  // Its report of that is lost to us.
+  // The base changes a value, and we miss its report.
   device->withBase([](SimulatedBase& simulated) { simulated.menu().put(forceFeedback, 70); });
   base->set(naturalInertia, 9, true);
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "09"), writePause, menuRequest}));
@@ -152,7 +152,7 @@ TEST_F(WheelBaseTurns, AProgramThatWasThereBeforeMayHaveWritten) {
 }
 
 TEST_F(WheelBaseTurns, WhatAReaderThatCameTooLateMayHaveMissedIsReadOnceBeforeTheNextWrite) {
-  // The base told of this, and nobody took the report.
+  // The base has reported this change, but the readers have lost the report.
   device->withBase([](SimulatedBase& simulated) { simulated.menu().put(forceFeedback, 70); });
   device->delayReaders();
   base->set(naturalInertia, 9, true);
@@ -214,7 +214,7 @@ TEST_F(WheelBaseTurns, WhatCannotBeWrittenAsksAndWaitsForNothing) {
   EXPECT_EQ(takeTranscript(), Lines{});
 }
 
-// What takes a turn, and what it sends in it.
+// An operation that holds the write lock, and its transcript meanwhile.
 struct Exchange {
   std::string name;
   std::function<void(WheelBase&)> run;
@@ -257,7 +257,7 @@ TEST_F(WheelBaseTurns, EveryExchangeWaitsUntilTheOtherIsDone) {
       program->connect();
       program->fetchTuning(WheelBase::readTimeout);
     }
-    // The other has its turn when this one asks, and is done with it after three questions.
+    // The other program holds the lock at first, and releases it after three attempts of this one.
     ASSERT_TRUE(other->connection().tryWriteLock());
     clock.at(2, [&] {
       other->connection().send(other->packet(forceFeedback, 70));
@@ -267,7 +267,7 @@ TEST_F(WheelBaseTurns, EveryExchangeWaitsUntilTheOtherIsDone) {
     session.takeTranscript();
     exchange.run(*waiting);
     EXPECT_EQ(session.takeTranscript(), exchange.transcript);
-    // It left the turn to whoever comes next.
+    // The operation has released the lock.
     EXPECT_TRUE(other->connection().tryWriteLock());
     for (const auto& program : {other, waiting}) program->disconnect();
   }
@@ -283,7 +283,7 @@ TEST_F(WheelBaseTurns, ATurnThatDoesNotComeIsAnErrorAfterTwoSeconds) {
     EXPECT_NEAR(Seconds(device->clock().now() - begin).count(), 2.0, 0.0101);
     const Lines lines = takeTranscript();
     EXPECT_EQ(lines, Lines(lines.size(), turnPause));
-    // It has left the line as well.
+    // The operation has left the queue as well.
     other_->connection().endWriteLock();
     EXPECT_TRUE(other_->connection().tryWriteLock());
   }
@@ -320,7 +320,7 @@ TEST_F(WheelBaseTurns, NobodyComesBetweenAWriteAndItsReadBack) {
 
 TEST_F(WheelBaseTurns, ADisconnectEndsTheWaiting) {
   come();
-  // The one that waits is the other program, since its clock's pauses can be used.
+  // The other program waits here, because only its clock has callbacks.
   ASSERT_TRUE(base->connection().tryWriteLock());
   clock_.at(4, [&] { other_->disconnect(); });
   EXPECT_EQ(errorText([&] { other_->set(naturalInertia, 9, true); }), "Device is not open");
@@ -406,7 +406,7 @@ TEST_F(WheelBaseTurns, ValuesForOneSetAreNotWrittenToAnother) {
     MenuWriter writer(*session.base, session.base->tuning());
     writer.write(forceFeedback, 70);
     session.takeTranscript();
-    // Another program or a hand on the wheel: the base tells it unasked.
+    // Changed by another program or on the wheel: the base sends an unsolicited report.
     session.device->withBase([&](SimulatedBase& simulated) { change.make(simulated.menu()); });
     session.report(session.menuReport());
     for (int i = 0; i < 2; ++i) {
@@ -510,14 +510,14 @@ class Programs {
  public:
   explicit Programs(std::size_t count) : time_(*device_, count) {}
 
-  // One program, on a thread of its own: writes each of its values `rounds` times, and looks after
-  // every write whether all of them are as it wrote them last.
+  // One program, to be called on a thread of its own. Writes each of its values `rounds` times, and
+  // checks after every write that all of them are as it last wrote them.
   void run(const std::vector<TuningParameter>& own, int rounds) {
     EXPECT_EQ(errorText([&] { writeAll(own, rounds); }), "no error");
     time_.leave();
   }
 
-  // When all have ended.
+  // To be called when all programs have ended.
   void expectOnBase(const std::vector<TuningParameter>& own, std::int64_t value) {
     device_->withBase([&](SimulatedBase& base) {
       const auto menu = TuningSnapshot::fromReport(base.menu().report(), {});

@@ -16,8 +16,8 @@ namespace {
 using WheelBaseWrites = SimulatedSessionTest;
 using enum TuningParameter::Case;
 
-// Every parameter's byte in a write that leaves the menu block in place; the other layout has it
-// one byte later.
+// Every parameter's offset in a write with the layout inPlace. With the other layout it is one
+// more.
 struct WriteByte {
   TuningParameter parameter;
   std::size_t inPlace;
@@ -129,7 +129,7 @@ TEST_F(WheelBaseWrites, ASetIsSwitchedWithThreeBytesAndComparedWithNothing) {
   ASSERT_TRUE(readBack);
   EXPECT_EQ(readBack->slot(), 3);
 
-  // A set that does not exist stays unselected, which is no failure.
+  // Selecting a set that does not exist has no effect, and is no error.
   EXPECT_EQ(base->set(slot, 9, true)->slot(), 3);
   EXPECT_EQ(takeTranscript(), (Lines{"> ff 03 01 09 +60", "pause 250 ms", menuRequest}));
 }
@@ -160,7 +160,7 @@ TEST_F(WheelBaseWrites, NothingIsWrittenBlind) {
             "No tuning data received from the base yet; refusing to write blind");
   EXPECT_EQ(errorText([&] { base->packet(forceFeedback, 70); }),
             "No tuning data received from the base yet; refusing to write blind");
-  // The missing snapshot is found before the impossible value.
+  // The missing snapshot is checked before the value.
   EXPECT_EQ(errorText([&] { base->set(forceFeedback, 700, true); }),
             "No tuning data received from the base yet; refusing to write blind");
   EXPECT_EQ(takeTranscript(), Lines{});
@@ -234,7 +234,7 @@ TEST_F(WheelBaseWrites, BehindADeviceIDTheMenuMovesOneByte) {
   EXPECT_EQ(wire[4], menu[3]);
   EXPECT_EQ(wire[5], 70);
   for (std::size_t i = 6; i < wire.size(); ++i) EXPECT_EQ(wire[i], menu[i - 1]) << i;
-  EXPECT_EQ(wire[63], 0x77);  // the report's last byte falls off
+  EXPECT_EQ(wire[63], 0x77);  // the report's last byte is cut off
 }
 
 TEST_F(WheelBaseWrites, BytesOfNoParameterAreSentBackAsTheyCame) {
@@ -336,7 +336,7 @@ TEST_F(WheelBaseWrites, TheBurstGoesOnTheCommandReport) {
   base->sendAckBurstAfterWrite = true;
   base->commandReportID.reset();
   base->set(forceFeedback, 70, true);
-  EXPECT_EQ(takeTranscript().size(), 3U);  // without one there is no burst
+  EXPECT_EQ(takeTranscript().size(), 3U);  // no burst without a command report
   EXPECT_EQ(device->violations(), Lines{});
 }
 
@@ -357,7 +357,7 @@ TEST_F(WheelBaseWrites, AMenuThatTheBaseSentBeforeTheWriteMayBeTakenForTheReadBa
   connectAndRead();
   behave([](SimulatedBehaviour& b) { b.answerDelay = Seconds(1); });
   EXPECT_EQ(errorText([&] { base->fetchTuning(Seconds(0.5)); }), menuTimeout);
-  // One attempt: the late answer to the read before says that nothing changed.
+  // One attempt: the late answer to the earlier read still has the old value.
   EXPECT_EQ(errorText([&] { base->set(forceFeedback, 70, true); }),
             "The base ignored the FF write; it still reports 65");
   device->clock().sleepFor(Seconds(1));

@@ -17,7 +17,7 @@ using enum TuningParameter::Case;
 
 FanatecProduct keptProduct() { return FanatecProduct::lookup(0x0020).value(); }
 
-// A storage in memory that others change as well, and that fails when told to.
+// The content of a storage in memory, which the test can change, or make fail.
 struct Kept {
   std::optional<SimulatedMenu::State> state;
   bool fails = false;
@@ -60,7 +60,7 @@ class MemoryStorage final : public MenuStorage {
 
 class MenuKeeperTest : public testing::Test {
  protected:
-  // Opens the base, with the storage.
+  // Opens the base with the storage.
   void open() {
     device_->keepMenuIn(std::make_unique<MemoryStorage>(kept_),
                         [this](const std::string& reason) { complaints_.push_back(reason); });
@@ -74,7 +74,7 @@ class MenuKeeperTest : public testing::Test {
     return port_->write(0xFF, packet);
   }
 
-  // The write of a whole menu, as somebody makes it who last saw `seen`.
+  // Writes one value over the menu `seen`, the last one that the writer has read.
   HIDReturn write(SimulatedMenu seen, TuningParameter parameter, std::int64_t value) {
     seen.put(parameter, value);
     const Bytes report = seen.report();
@@ -89,7 +89,7 @@ class MenuKeeperTest : public testing::Test {
     return *menu;
   }
 
-  // What another process does to the menu.
+  // Changes the stored menu, as another process does.
   void changeElsewhere(const std::function<void(SimulatedMenu&)>& change) {
     SimulatedMenu other(keptProduct());
     other.restore(kept_.state.value_or(SimulatedBase(keptProduct()).menu().state()));

@@ -27,7 +27,7 @@ class SimulatedBaseTest : public testing::Test {
 
   HIDReturn send(const HIDReportPacket& packet) { return base_.receive(packet.wireBytes(), now_); }
 
-  // Everything that is due by now.
+  // All reports that are due now.
   std::vector<Bytes> takeDue() {
     std::vector<Bytes> reports;
     while (auto report = base_.takeDue(now_)) reports.push_back(std::move(*report));
@@ -388,7 +388,7 @@ TEST_F(SimulatedBaseTest, LeavesAfterThePacketThatItWasToldTo) {
   base_.behaviour().unplugAfter = 2;
   EXPECT_EQ(ask().size(), 1U);
   EXPECT_TRUE(base_.isPlugged());
-  EXPECT_EQ(ask(), std::vector<Bytes>{});  // received, and gone before the answer
+  EXPECT_EQ(ask(), std::vector<Bytes>{});  // it takes the packet and leaves before the answer
   EXPECT_FALSE(base_.isPlugged());
   EXPECT_EQ(send(FanatecCommands::requestTuningSnapshot()), HIDReturnCode::noDevice);
 }
@@ -416,9 +416,9 @@ TEST_F(SimulatedBaseTest, PluggedAgainItKeepsItsMenuAndForgetsTheDialogue) {
   EXPECT_TRUE(base_.isPlugged());
   EXPECT_EQ(base_.menu().report(), menu);
   send(FanatecCommands::requestIdentityReport());
-  EXPECT_EQ(takeDue(), std::vector<Bytes>{});  // identity reports are to be enabled again
+  EXPECT_EQ(takeDue(), std::vector<Bytes>{});  // identity reports must be enabled again
   EXPECT_EQ(ask().size(), 1U);
-  EXPECT_TRUE(base_.isPlugged());  // packets are counted from the plugging
+  EXPECT_TRUE(base_.isPlugged());  // unplugAfter counts the packets since the last plugging
 }
 
 TEST(SimulatedBasePolice, ReportsPacketsThatBreakTheRules) {
@@ -497,7 +497,7 @@ TEST(SimulatableProduct, IsFoundByItsIDOrAUniquePartOfItsName) {
       {"ClubSport Wheel Base V2", 0x0001},
       {"csl elite wheel base", 0x0E03},
       {"ps4", 0x0005},
-      {"podium", std::nullopt},      // two of them
+      {"podium", std::nullopt},      // two
       {"wheel base", std::nullopt},  // many
       {"", std::nullopt},
       {"0011", std::nullopt},     // without a menu

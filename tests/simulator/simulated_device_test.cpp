@@ -17,7 +17,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// A port of a device and a thread that reads from it, as a connection has them.
+// A port of a device with a reader thread, like a connection.
 class Reader {
  public:
   explicit Reader(SimulatedDevice& device, bool exclusive = false)
@@ -51,7 +51,7 @@ class Reader {
     return std::exchange(reports_, {});
   }
 
-  // How the reading ended.
+  // Interrupts the reader. Returns the code that ended it.
   HIDReturn stop() {
     port_->interrupt();
     return join();
@@ -105,7 +105,7 @@ class SimulatedDeviceTest : public testing::Test {
     return lines;
   }
 
-  // How far the device's time has come.
+  // How many seconds have passed on the device's clock.
   double elapsed() { return Seconds(device_->clock().now() - start_).count(); }
 
   const std::shared_ptr<SimulatedDevice> device_ = create(SimulatedDevice::Time::simulated);
@@ -451,7 +451,7 @@ TEST(SimulatedDevicePolice, ReportsUseAfterTheClose) {
   port->interrupt();
   EXPECT_EQ(port->read(buffer).code, HIDReturnCode::aborted);
   EXPECT_EQ(device->violations(), Lines{});
-  // Another thread's send may overlap the close; nobody can forbid it that.
+  // A send on another thread may overlap the close, so it is no violation.
   Thread("sender", [&] { port->write(0xFF, good); }).join();
   EXPECT_EQ(device->violations(), Lines{});
   port->write(0xFF, good);
@@ -475,7 +475,7 @@ TEST_F(SimulatedDeviceTest, PortsTakeTurnsInTheOrderOfAsking) {
   EXPECT_FALSE(third->tryWriteLock());
   EXPECT_TRUE(second->tryWriteLock());
   second->endWriteLock();
-  // Who closes, or gives up, waits no more.
+  // Closing a port, or giving up, leaves the queue.
   third.reset();
   EXPECT_TRUE(fourth->tryWriteLock());
   first->endWriteLock();

@@ -36,7 +36,7 @@ TuningSnapshot snapshot(const SimulatedMenu& menu) {
   return *TuningSnapshot::fromReport(menu.report(), {});
 }
 
-// The menu bytes of the report, as a write carries them.
+// The report's menu bytes, as in a write.
 Bytes menuBytes(const SimulatedMenu& menu) {
   const Bytes report = menu.report();
   return {report.begin() + 3, report.end()};

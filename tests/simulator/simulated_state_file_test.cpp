@@ -29,7 +29,7 @@ SimulatedMenu::State freshState(std::int64_t productID) {
   return SimulatedBase(productOf(productID)).menu().state();
 }
 
-// The state after something was done to the menu.
+// The state after a change of the menu.
 SimulatedMenu::State changed(const SimulatedMenu::State& state,
                              const std::function<void(SimulatedMenu&)>& change) {
   SimulatedMenu menu(productOf(0x0020));
@@ -137,7 +137,7 @@ TEST_F(SimulatedStateFileTest, AFolderThatIsNoneIsAnError) {
   EXPECT_THROW(missing.storage(0)->change(fresh_, weak_), FileError);
 }
 
-// Every process changes its own byte in its own set, time and again.
+// Every process changes its own byte in its own set repeatedly.
 TEST_F(SimulatedStateFileTest, ProcessesAtTheSameTimeLoseNothing) {
   constexpr int rounds = 40;
   std::vector<std::unique_ptr<ChildProcess>> processes;

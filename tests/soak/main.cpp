@@ -1,10 +1,10 @@
-// The application model over a long time: a simulated base is plugged in and pulled out again and
-// again, and then sends its menu without being asked. The process must hold no more at the end than
-// after the first tenth.
+// Soak test of the application model: a simulated base is plugged in and out repeatedly, and then
+// sends unsolicited menu reports. The process must not use more memory, threads and descriptors at
+// the end than after the first tenth.
 //
 //   quorvane-soak [ROUNDS REPORTS]     without numbers: 100000 rounds, 1000000 reports
 //
-// Prints the figures of both; exit status 1 when something grew or went missing, 2 for wrong usage.
+// Prints both figures. Exit status: 1 if a figure grew or a report was lost, 2 for wrong usage.
 
 #include <fmt/format.h>
 #include <malloc.h>
@@ -33,16 +33,16 @@ namespace {
 
 constexpr std::int64_t defaultRounds = 100'000;
 constexpr std::int64_t defaultReports = 1'000'000;
-constexpr std::chrono::seconds patience{60};  // for one round; more is a hang
+constexpr std::chrono::seconds patience{60};  // the time-out of one round
 
-// Less than what a base keeps for a reader that does not come.
+// Fewer than a base keeps for a reader that does not read.
 constexpr std::int64_t reportsAtOnce = 1'000;
 
 constexpr std::int64_t kibibyte = 1024;
 
-// What the process holds.
+// What the process uses.
 struct Figures {
-  std::int64_t heap = 0;      // KiB that are allocated
+  std::int64_t heap = 0;      // allocated, KiB
   std::int64_t resident = 0;  // KiB
   std::int64_t threads = 0;
   std::int64_t descriptors = 0;
@@ -60,7 +60,7 @@ struct Figures {
 struct Row {
   const char* name;
   std::int64_t Figures::*figure;
-  std::int64_t growth;  // that is none: what the allocator and the kernel keep for later
+  std::int64_t growth;  // tolerated: what the allocator and the kernel keep for later
 };
 
 const std::vector<Row>& rows() {
@@ -71,7 +71,7 @@ const std::vector<Row>& rows() {
   return all;
 }
 
-// Prints what was counted; whether nothing grew.
+// Prints the figures. Returns whether none grew.
 bool report(const Figures& early, const Figures& late) {
   bool isFlat = true;
   fmt::print("  {:<16}{:>12}{:>12}{:>12}\n", "", "after 10 %", "at the end", "may grow");
@@ -91,7 +91,7 @@ class Soak {
     waitUntil([this] { return isReady(); });
   }
 
-  // Whether nothing grew and nothing was lost.
+  // Return whether no figure grew; hearReports() also whether no report was lost.
   bool plugAndUnplug(std::int64_t rounds) {
     return watched(fmt::format("{} rounds of plugging in and pulling out", rounds), rounds,
                    [this](std::int64_t count) {
@@ -108,7 +108,8 @@ class Soak {
   }
 
  private:
-  // Carries out so much in all, and compares the end with the first tenth.
+  // Does `count` units of work, and compares the figures at the end with those after the first
+  // tenth.
   static bool watched(const std::string& what, std::int64_t count,
                       const std::function<void(std::int64_t)>& work) {
     const auto begin = Monotonic::now();
@@ -128,7 +129,7 @@ class Soak {
     machine_.device().transcript().clear();
   }
 
-  // Each differs from the one before.
+  // Each report differs from the one before.
   void sendReports(std::int64_t count) {
     for (std::int64_t sent = 0; sent < count; ++sent) {
       value_ = (value_ + 1) % 100;

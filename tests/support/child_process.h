@@ -27,7 +27,7 @@ struct Pipe {
   }
 };
 
-// A copy of this process that does one thing and ends.
+// A fork of this process that runs one function and ends.
 class ChildProcess {
  public:
   // The child's result is what `body` returns, or the text of what it throws.
@@ -49,7 +49,7 @@ class ChildProcess {
 
   void goOn() const { ::kill(process_, SIGCONT); }
 
-  // Waits for the end; what became of it: the result, or "signal N".
+  // Waits for its end. Returns the result, or "signal N" if a signal ended it.
   std::string end() {
     std::string text;
     std::array<char, 4096> buffer{};
@@ -84,7 +84,7 @@ inline std::string inChildProcess(const std::function<std::string()>& body) {
 
 constexpr uid_t ordinaryUser = 65534;
 
-// Gives up root's powers, for good; whoever has none stays who it is.
+// Drops root's privileges for good. Does nothing if the process is not root.
 inline void becomeOrdinaryUser(uid_t user = ordinaryUser) {
   if (::geteuid() != 0) return;
   if (::setgroups(0, nullptr) != 0 || ::setgid(user) != 0 || ::setuid(user) != 0) ::_exit(1);

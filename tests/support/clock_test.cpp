@@ -53,7 +53,7 @@ TEST(SystemClock, AWaitEndsWithTheSignal) {
       taken = Clock::system().wait(semaphore, timeout);
     });
     started.wait();
-    // Gives the wait every chance to begin before its signal.
+    // Yields, so that the wait very probably begins before the signal.
     for (int i = 0; i < 1000; ++i) std::this_thread::yield();
     semaphore.signal();
     waiting.join();

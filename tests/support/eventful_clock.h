@@ -10,7 +10,7 @@
 
 namespace quorvane {
 
-// Where one thread stops until another lets it go on.
+// A barrier: one thread blocks in pass() until another calls open().
 class Gate {
  public:
   void pass() {
@@ -25,19 +25,19 @@ class Gate {
   Semaphore open_;
 };
 
-// A clock that follows another: a simulated base's or, without one, the machine's own with pauses
-// that take no time. Things may happen while somebody waits, on the thread that waits.
+// A clock that delegates to a simulated base's clock or, without one, to the machine's with pauses
+// that take no time. Calls callbacks at pauses and waits, on the waiting thread.
 class EventfulClock final : public Clock {
  public:
   enum class Moment {
     pause,    // at the end of a pause
-    request,  // a read has asked, and begins to wait
-    answer,   // a read has its answer, or none in time
+    request,  // a read has sent its request and begins to wait
+    answer,   // the wait of a read has ended, by the answer or the time-out
   };
 
   void follow(Clock* clock) { clock_ = clock; }
 
-  // Calls `event` at the moment with this number, counted from 0 and from now.
+  // Calls `event` at the n-th moment of this kind from now, n from 0.
   void at(Moment moment, int number, std::function<void()> event) {
     MutexLock held(lock_);
     events_.push_back({moment, number, std::move(event)});
@@ -60,7 +60,7 @@ class EventfulClock final : public Clock {
  private:
   struct Event {
     Moment moment;
-    int ahead;  // moments of its kind that come before
+    int ahead;  // how many moments of its kind come first
     std::function<void()> what;
   };
 

@@ -27,7 +27,7 @@ std::string nameOf(int fd) {
   return {name.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
 }
 
-// Makes the call unless the one that watches has it fail.
+// Makes the call unless the current FileCalls makes it fail.
 template <typename Call>
 auto watched(const char* name, std::string file, std::string newName, const Call& call)
     -> decltype(call()) {
@@ -87,7 +87,7 @@ int FileCalls::judge(FileCall call) {
 
 }  // namespace quorvane
 
-// What the linker puts in the place of the calls and what it calls the originals.
+// The linker's --wrap=NAME redirects calls of NAME to __wrap_NAME; __real_NAME is the original.
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
 
 extern "C" {
@@ -119,7 +119,7 @@ int __wrap_fchmod(int fd, mode_t mode) {
   return quorvane::watched("fchmod", fd, [&] { return __real_fchmod(fd, mode); });
 }
 
-// Takes what all commands take that come with a pointer.
+// Reads the optional argument as a pointer, whatever its type.
 int __wrap_fcntl(int fd, int command, ...) {
   va_list arguments;
   va_start(arguments, command);
@@ -149,7 +149,7 @@ int __wrap_inotify_init1(int flags) {
   return quorvane::watched("inotify_init1", "", [&] { return __real_inotify_init1(flags); });
 }
 
-// Takes what all requests take that come with a pointer.
+// Reads the optional argument as a pointer, whatever its type.
 int __wrap_ioctl(int fd, unsigned long request, ...) {
   va_list arguments;
   va_start(arguments, request);

@@ -9,19 +9,20 @@
 
 namespace quorvane {
 
-// A call of the program to the kernel that concerns a file.
+// A system call that concerns a file.
 struct FileCall {
   std::string name;  // "open", "fsync", ...
   std::string file;
-  std::string newName;  // of the calls that give one
+  std::string newName;  // of link, rename and renameat2
 };
 
-// Sees the calls of the program's own code while it lives, not those inside libraries, and may have
-// them fail. One at a time.
+// RAII: records the system calls of the program's own code, not those of libraries, and can make
+// them fail. At most one instance at a time.
 class FileCalls {
  public:
-  // Asked before each call, the first being number 0. Gives the errno that the call fails with
-  // instead of being made, or 0 to let it pass. What it calls itself is not seen.
+  // Called before each system call, with its number from 0. Returns the errno that the call fails
+  // with instead of being made, or 0 to make it. System calls of the verdict itself are not
+  // recorded.
   using Verdict = std::function<int(const FileCall& call, std::size_t number)>;
 
   static int pass(const FileCall& call, std::size_t number);
@@ -34,14 +35,14 @@ class FileCalls {
   FileCalls(const FileCalls&) = delete;
   FileCalls& operator=(const FileCalls&) = delete;
 
-  // A write takes no more than that from now on.
+  // From now on a write writes at most this many bytes.
   void shortenWrites(std::size_t longest) { longestWrite_ = longest; }
   std::size_t longestWrite() const { return longestWrite_; }
 
   const std::vector<FileCall>& made() const { return made_; }
   std::size_t count(std::string_view name) const;
 
-  // For the wrapped calls.
+  // Used by the wrapped system calls only.
   static FileCalls* watching();
   int judge(FileCall call);
 

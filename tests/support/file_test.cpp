@@ -49,7 +49,7 @@ std::string replacingError(const path& file, std::string_view content = "new") {
   return errorText([&] { replaceFile(file, content); });
 }
 
-// So many bytes, of every value.
+// This many bytes, with every value among them.
 std::string bytes(std::size_t length) {
   std::string content;
   for (std::size_t i = 0; i < length; ++i) content += static_cast<char>((i * 7 + i / 251) & 0xFF);
@@ -73,14 +73,15 @@ std::size_t openDescriptors() {
       std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
 }
 
-// The name of a file in the directory as a reader of the test wants it.
+// The name of a file for the test's expectations: relative, with "DIRECTORY" for the directory and
+// "TEMPORARY" for a temporary file.
 std::string shown(const path& file, const TemporaryDirectory& directory) {
   if (file.empty() || file == directory.path()) return file.empty() ? "" : "DIRECTORY";
   const std::string name = file.lexically_relative(directory.path());
   return name.starts_with(".quorvane-") && name.ends_with(".tmp") ? "TEMPORARY" : name;
 }
 
-// The calls of these names, a line each.
+// The recorded calls with these names, one line each.
 Lines shown(const FileCalls& calls, const Names& names, const TemporaryDirectory& directory) {
   Lines lines;
   for (const FileCall& call : calls.made()) {
@@ -92,7 +93,7 @@ Lines shown(const FileCalls& calls, const Names& names, const TemporaryDirectory
   return lines;
 }
 
-// Interrupts every call that waits for a disk once before it is made.
+// Every read, write and fsync fails with EINTR once before it is made.
 FileCalls::Verdict interruptions() {
   return [interrupted = false](const FileCall& call, std::size_t) mutable {
     if (!Names{"read", "write", "fsync"}.contains(call.name)) return 0;
@@ -384,7 +385,7 @@ TEST(ReplaceFile, FollowsAnAbsoluteLinkToAnotherDirectory) {
   EXPECT_EQ(there.names(), Names{"file"});
 }
 
-// A chain of so many links to "file"; returns its begin.
+// Makes a chain of this many symbolic links to "file". Returns the first one.
 path chainOfLinks(const TemporaryDirectory& directory, int links) {
   std::string target = "file";
   for (int i = 1; i <= links; ++i) {
@@ -565,8 +566,8 @@ TEST(ReplaceFile, GoesOnAfterInterruptions) {
   EXPECT_EQ(calls.count("fsync"), 4U);
 }
 
-// Whether a call locks the temporary file, or looks whether another program removed it before that.
-// A file that cannot be locked is replaced all the same.
+// Whether a call locks the temporary file, or checks that no other program has removed it before
+// that. Without the lock the file is replaced all the same.
 bool isOfTheLock(const FileCalls& calls, std::size_t number) {
   const auto& made = calls.made();
   const auto isStatus = [](const FileCall& call) { return call.name == "fstat"; };
@@ -575,7 +576,7 @@ bool isOfTheLock(const FileCalls& calls, std::size_t number) {
          (isStatus(made[number]) && std::none_of(made.begin(), end, isStatus));
 }
 
-// Has each call in turn fail with this error until none is left that fails.
+// Replaces a file once for each system call, with that call failing with this error.
 void failEveryCall(int error, bool exists) {
   for (std::size_t number = 0;; ++number) {
     const TemporaryDirectory directory;
@@ -923,7 +924,7 @@ TEST(KeepBeside, AFileOfAnotherOwnerStaysInItsPlace) {
   setMode(file, 0666);
   EXPECT_EQ(inChildProcess([&]() -> std::string {
               becomeOrdinaryUser();
-              // As where the kernel protects hard links, on any machine.
+              // As if the kernel protected hard links (fs.protected_hardlinks).
               const FileCalls calls(FileCalls::failEach("link", EPERM));
               return keepBeside(file, "kept").filename();
             }),

@@ -13,7 +13,7 @@ namespace {
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
 
-// One line on standard error and nothing around it.
+// Standard error has this one line and nothing else.
 constexpr const char* onlyLine = "^quorvane: internal fault: the sky fell\n$";
 
 TEST(InvariantDeathTest, AFailureEndsTheProgramWithOneLine) {

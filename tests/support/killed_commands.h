@@ -10,13 +10,13 @@
 
 namespace quorvane {
 
-// Runs commands as processes of their own, one after the other. Every tenth one is killed at a
-// random system call.
+// Runs commands as child processes, one after the other. Kills every tenth one at a random system
+// call.
 class KilledCommands {
  public:
   explicit KilledCommands(unsigned seed) : seed_(seed), random_(seed) {}
 
-  // Whether the command came to its end.
+  // Whether the command ran to completion.
   bool run(const std::function<void()>& command) {
     const bool isKilled = ++number_ % 10 == 0;
     const std::size_t last = std::uniform_int_distribution<std::size_t>(0, 30)(random_);
@@ -28,8 +28,8 @@ class KilledCommands {
            }) == "done";
   }
 
-  // Runs a command for each of the names "SEED-0", "SEED-1" and so on. Gives those names whose
-  // commands came to their end, each with a space behind it.
+  // Runs a command for each of the names "SEED-0", "SEED-1" and so on. Returns the names of the
+  // commands that ran to completion, each followed by a space.
   std::string runEach(int count, const std::function<void(const std::string& name)>& command) {
     std::string done;
     for (int i = 0; i < count; ++i) {

@@ -23,7 +23,7 @@ class Counter {
     while (value_ < value) changed_.wait(mutex_);
   }
 
-  // Whether the deadline was still ahead when the wait ended.
+  // Returns whether the wait ended before the deadline.
   bool waitUntil(std::chrono::steady_clock::time_point deadline) {
     MutexLock held(mutex_);
     return changed_.waitUntil(mutex_, deadline);

@@ -6,7 +6,7 @@
 
 namespace quorvane {
 
-// While it lives, no thread can be started: the stack that one gets has no room in any address
+// RAII: no thread can be started while it lives, because the default stack size exceeds any address
 // space.
 class NoThreads {
  public:

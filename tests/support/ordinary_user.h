@@ -10,8 +10,8 @@
 
 namespace quorvane {
 
-// While it lives, this process has no powers over files of others; whoever has none stays who it
-// is. One at a time, and while no other thread runs.
+// RAII: drops root's privileges while it lives. Does nothing if the process is not root. At most
+// one instance at a time, and only while no other thread runs.
 class AsOrdinaryUser {
  public:
   AsOrdinaryUser() : isRoot_(::geteuid() == 0) {

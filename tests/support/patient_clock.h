@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-// Pauses are real, and no time passes: nothing times out on a busy machine.
+// A clock that stands still, so that nothing times out on a busy machine. Pauses take real time.
 class PatientClock final : public Clock {
  public:
   Monotonic::time_point now() override { return {}; }

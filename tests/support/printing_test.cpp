@@ -50,7 +50,7 @@ TEST(Printing, AStreamThatFailsThrowsNothing) {
   EXPECT_NE(std::ferror(full.get()), 0);
 }
 
-// What became of standard output in a process where it is `path`.
+// The outcome of printing in a process whose standard output is `path`.
 std::string finished(const char* path, const std::string& text) {
   return inChildProcess([&] {
     if (std::freopen(path, "w", stdout) == nullptr) return std::string("not opened");

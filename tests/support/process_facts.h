@@ -11,7 +11,7 @@ inline std::size_t entriesOf(const char* directory) {
   return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
-// Of this process, now. A thread that has been joined may still count for a moment.
+// This process's threads and open descriptors. A joined thread may still be counted for a moment.
 inline std::size_t threadCount() { return entriesOf("/proc/self/task"); }
 inline std::size_t descriptorCount() { return entriesOf("/proc/self/fd"); }
 

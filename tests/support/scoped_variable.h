@@ -7,8 +7,8 @@
 
 namespace quorvane {
 
-// Gives the process another value of an environment variable while it lives, or takes it away. Made
-// while no other thread reads the environment.
+// RAII: sets or unsets an environment variable, and restores it in the destructor. Not thread-safe:
+// no other thread may read the environment meanwhile.
 class ScopedVariable {
  public:
   explicit ScopedVariable(std::string name, const std::optional<std::string>& value = std::nullopt)

@@ -25,7 +25,7 @@ namespace {
 using std::filesystem::path;
 using SharedNames = std::set<std::string>;
 
-// Pauses take no time, and something may happen in each.
+// A clock whose pauses take no time and call a callback.
 class PausingClock final : public Clock {
  public:
   Monotonic::time_point now() override { return now_; }
@@ -54,7 +54,7 @@ SharedFile::Change append(std::string text) {
 
 class SharedFileTest : public testing::Test {
  protected:
-  // The lock, as another program holds it.
+  // Takes the lock as another program does. It is held while the descriptor is open.
   UniqueFd lockOfOther() const {
     UniqueFd fd(::open((directory_ / ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
     EXPECT_EQ(tryLockFile(fd), FileLockResult::locked);
@@ -160,12 +160,12 @@ TEST_F(SharedFileTest, WhoWaitsIsNotOvertaken) {
     EXPECT_FALSE(shared_.tryChange(append("second"), place));
     return SharedFile::Update{"first ", {}};
   });
-  // Somebody comes between two tries.
+  // Another change between two tries does not overtake.
   EXPECT_NE(errorText([&] { shared_.change(append("third")); }), "no error");
   EXPECT_TRUE(shared_.tryChange(append("second "), place));
   shared_.change(append("third"));
   EXPECT_EQ(contentOf(file_), "first second third");
-  // A place that was left is nobody's.
+  // A place that was left blocks no one.
   shared_.change([&](const auto&) {
     EXPECT_FALSE(shared_.tryChange(append("none"), place));
     return std::optional<SharedFile::Update>();

@@ -12,7 +12,7 @@ namespace {
 
 constexpr Seconds forever{3600};
 
-// Notes what it is asked, and does something in the middle of a wait.
+// Records its calls, and calls a callback during a wait.
 class NotingClock final : public Clock {
  public:
   Monotonic::time_point now() override { return Monotonic::time_point(Monotonic::duration(7)); }

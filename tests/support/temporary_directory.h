@@ -12,7 +12,7 @@
 
 namespace quorvane {
 
-// A new directory that any user may work in; gone with everything in it when this is destroyed.
+// RAII: a new directory that every user may write to. The destructor removes it with its contents.
 class TemporaryDirectory {
  public:
   TemporaryDirectory() {
@@ -31,7 +31,7 @@ class TemporaryDirectory {
   const std::filesystem::path& path() const { return path_; }
   std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
 
-  // The names in it, but for the lock file of those who share files (SharedFile).
+  // The names of its entries, except the lock file of SharedFile.
   std::set<std::string> names() const {
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(path_)) {

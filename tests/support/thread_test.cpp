@@ -98,7 +98,7 @@ TEST(Thread, ANewBodyWaitsForTheOldOne) {
   EXPECT_TRUE(thread.joinable());
 }
 
-// What a body still touches when its owner is gone.
+// What a thread's body uses after its owner is destroyed.
 struct Afterlife {
   std::unique_ptr<Thread> owner;
   Semaphore owned;

@@ -21,7 +21,7 @@ using Variable = std::optional<std::string>;
 
 const Variable unset;
 
-// Of the user database.
+// The home directory in the user database.
 path homeOfTheUser() {
   const passwd* const entry = ::getpwuid(::getuid());
   return entry == nullptr ? path() : path(entry->pw_dir);
@@ -65,7 +65,7 @@ TEST(UserDataDirectory, IsWhereTheEnvironmentSays) {
 }
 
 TEST(UserDataDirectory, AUserWithoutAHomeHasNone) {
-  // Only root can become a user whom the database does not know.
+  // Only root can become a user who is not in the user database.
   if (::geteuid() != 0) return;
   uid_t stranger = 54321;
   while (::getpwuid(stranger) != nullptr) ++stranger;

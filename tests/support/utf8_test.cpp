@@ -35,9 +35,9 @@ TEST(FirstCharacter, IsACodeWithItsLength) {
 }
 
 TEST(FirstCharacter, IsNoneForOtherBytes) {
-  const std::vector<std::string> cases{"\x80",              // continues nothing
+  const std::vector<std::string> cases{"\x80",              // a continuation byte
                                        "\xBF\x80",          //
-                                       "\xC2",              // cut
+                                       "\xC2",              // truncated
                                        "\xC2z",             //
                                        "\xE2\x82",          //
                                        "\xF0\x9F\x8F",      //

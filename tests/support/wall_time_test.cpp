@@ -32,7 +32,7 @@ std::string twoDigits(int number) {
   return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
 }
 
-// Puts the process into another time zone while it lives.
+// RAII: sets the process's time zone.
 class TimeZone {
  public:
   explicit TimeZone(const char* name) {

@@ -20,14 +20,14 @@
 namespace quorvane {
 namespace {
 
-// Waits until the queue has done what it was given.
+// Waits until the queue has run all of its jobs.
 void finish(WorkQueue& queue) {
   const auto done = std::make_shared<Semaphore>();
   queue.add([done] { done->signal(); });
   done->wait();
 }
 
-// A queue that is stopped destroys a job as soon as it is added.
+// Whether the queue is stopped: then it destroys a job as soon as it is added.
 bool isStopped(WorkQueue& queue) {
   const auto token = std::make_shared<int>();
   queue.add([token] { FAIL() << "a job ran after the stop"; });

@@ -21,7 +21,7 @@ class Accessibility : public WindowTest {
            widget.isVisible();
   }
 
-  // Controls that cannot be told from others, in what is shown now.
+  // The controls without an object name or an accessible name.
   static Lines nameless(const QWidget& in) {
     Lines offenders;
     for (QWidget* const widget : in.findChildren<QWidget*>()) {
@@ -44,7 +44,8 @@ class Accessibility : public WindowTest {
     visit(Section::tuning);
   }
 
-  // What the Tab key visits, from the first row of the sidebar on and once around.
+  // The widgets that the Tab key reaches, from the current section's row in the sidebar on, once
+  // around.
   Lines tabOrder() {
     Lines order;
     const std::string first = "section" + std::string(rawValue(window().section()));

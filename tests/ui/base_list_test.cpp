@@ -18,7 +18,7 @@ using P = TuningParameter;
 
 constexpr const char* dd1 = "Podium Wheel Base DD1";
 
-// The list of attached bases: a DD1 as the first and connected one, and a CSL DD.
+// The list of attached bases: first a DD1, which is connected, then a CSL DD.
 class BaseListTest : public WindowTest {
  protected:
   BaseListTest() { useRealTime(); }
@@ -30,7 +30,7 @@ class BaseListTest : public WindowTest {
     visit(Section::base);
   }
 
-  // "NAME: Connected", or the button's word and "disabled" where it is.
+  // "NAME: Connected", or the button's text, with "disabled" if it is.
   Lines rows() {
     Lines lines;
     if (!isVisible("baseList")) return lines;

@@ -22,7 +22,7 @@ class BaseSection : public WindowTest {
     visit(Section::base);
   }
 
-  // A wheel-status report, which tells the firmware's version.
+  // Sends a wheel-status report with this firmware version.
   void sendStatus(std::uint16_t version) {
     Bytes report;
     simulate([&](SimulatedBase& simulated) {
@@ -33,7 +33,7 @@ class BaseSection : public WindowTest {
     settle();
   }
 
-  // "Caption: label | label", without what is hidden.
+  // "Caption: label | label", visible ones only.
   Lines cards() {
     Lines lines;
     for (const Card* const card : find("basePage").findChildren<Card*>()) {

@@ -32,7 +32,7 @@ class CheckListTest : public WindowTest {
     return model().examination().value().diagnosis.checks;
   }
 
-  // What each row shows: "TITLE | Outcome | finding | next step", without what is hidden.
+  // The visible text of each row: "TITLE | Outcome | finding | next step".
   Lines rows() {
     Lines lines;
     for (const CheckRow* const row : find("checkList").findChildren<CheckRow*>()) {

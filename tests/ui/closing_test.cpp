@@ -38,7 +38,7 @@ class ClosingTest : public WindowTest {
   std::string question() { return textOf(find("dialogTitle", *dialog())); }
   std::string message() { return textOf(find("dialogMessage", *dialog())); }
 
-  // Begins to write, and looks before the first value has been confirmed.
+  // Calls `begin`, which writes, and `look` before the first value is verified.
   void whileWriting(const std::function<void()>& begin, const std::function<void()>& look) {
     atPause(0, begin, look);
     settleEvents();

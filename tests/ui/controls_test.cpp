@@ -37,7 +37,7 @@ bool turnWheel(QWidget& widget, int turn) {
   return event.isAccepted();
 }
 
-// A window that has the focus, as far as the platform can tell.
+// A control as an active window of its own.
 template <typename Control>
 class ControlTest : public testing::Test {
  protected:
@@ -61,7 +61,7 @@ class ValueSliderTest : public ControlTest<ValueSlider> {
     ControlTest::show(slider_);
   }
 
-  // The middle of the cap at a value: the groove begins and ends 9 pixels inside.
+  // The centre of the slider's handle at a value. The groove has a margin of 9 pixels.
   QPointF at(int value) const { return {9 + 300.0 * value / 120, 18}; }
 
   ValueSlider slider_;

@@ -18,7 +18,7 @@ using P = TuningParameter;
 
 class Focus : public WindowTest {
  protected:
-  // Opens the presets, with some of the user's own.
+  // Opens the presets section with some user presets.
   void openPresets(const Lines& names = {"Wet", "Dry", "Night"}) {
     open();
     own(names);
@@ -43,7 +43,7 @@ class Focus : public WindowTest {
   QWidget& applyOf(const PresetRow& row) { return find("applyButton", row); }
   QWidget& trashOf(const PresetRow& row) { return find("trashButton", row); }
 
-  // "Wet: applyButton", or the name of what has the focus elsewhere.
+  // The widget with the focus: "Wet: applyButton" in a preset's row, else its name.
   std::string place() {
     for (const QWidget* widget = QApplication::focusWidget(); widget != nullptr;
          widget = widget->parentWidget()) {
@@ -54,7 +54,7 @@ class Focus : public WindowTest {
     return focused();
   }
 
-  // The keyboard goes to the window again, as after a dialog on a desktop.
+  // Activates the window again, as a desktop does after a dialog.
   void activate() {
     window().activateWindow();
     QCoreApplication::processEvents();
@@ -66,7 +66,7 @@ class Focus : public WindowTest {
     return names;
   }
 
-  // Every control that got the focus meanwhile.
+  // Calls `what`. Returns every control that got the focus meanwhile.
   Lines visitedDuring(const std::function<void()>& what) {
     Lines visited;
     QObject context;

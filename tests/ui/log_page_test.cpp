@@ -34,7 +34,7 @@ class LogSection : public WindowTest {
     return timeText(model().log().at(static_cast<std::size_t>(number)).time).toStdString();
   }
 
-  // Logs so many lines more.
+  // Adds this many lines to the log.
   void append(int count) {
     for (int i = 0; i < count; ++i) model().stagePreset(presetOf(std::to_string(i), {}));
     settle();

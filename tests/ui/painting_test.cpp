@@ -20,8 +20,7 @@
 namespace quorvane {
 namespace {
 
-// What is drawn on white at that scale, moved right and down by the offset as a widget's place
-// does.
+// Draws on white at this scale, moved right and down by the offset, like a widget's position.
 QImage drawn(qreal scale, qreal offset, const std::function<void(QPainter&)>& draw) {
   QImage image(120, 120, QImage::Format_RGB32);
   image.fill(Qt::white);
@@ -34,7 +33,7 @@ QImage drawn(qreal scale, qreal offset, const std::function<void(QPainter&)>& dr
   return image;
 }
 
-// The part that is not white.
+// The bounding rectangle of what is not white.
 QRect inked(const QImage& image) {
   QRect part;
   for (int y = 0; y < image.height(); ++y) {
@@ -182,7 +181,7 @@ class EdgedWidget final : public QWidget {
   }
 };
 
-// The device pixels across the middle of a widget at that place, all four edges of which are lines.
+// The device pixels across the middle of a widget with this geometry and lines at all four edges.
 std::string acrossWidget(qreal scale, const QRect& place, bool isLevel) {
   QWidget parent;
   parent.setPalette(QPalette(Qt::white));

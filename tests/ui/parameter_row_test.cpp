@@ -39,13 +39,13 @@ class Row : public WindowTest {
     open();
   }
 
-  // The place of a value on the slider of a row, its groove 9 pixels inside.
+  // The position of a value on a row's slider. The groove has a margin of 9 pixels.
   QPoint placeOf(const ValueSlider& on, int value) {
     const double part = double(value - on.minimum()) / (on.maximum() - on.minimum());
     return {static_cast<int>(std::lround(9 + (on.width() - 18) * part)), on.height() / 2};
   }
 
-  // On the minus or the plus of a readout.
+  // Clicks the minus or the plus of a readout.
   void clickStep(const std::string& readout, bool plus) {
     QWidget& widget = find(readout);
     const int x = plus ? widget.width() - 10 : 10;
@@ -53,7 +53,7 @@ class Row : public WindowTest {
     settle();
   }
 
-  // Lets the time pass that a row's timers wait for.
+  // Makes a row's only timer fire now.
   void endTimers(const std::string& row) {
     QWidget& widget = find(row);
     const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(&widget);
@@ -70,7 +70,7 @@ class Row : public WindowTest {
   }
 };
 
-// A row's slider and readout as they come.
+// The initial state of a row's slider and readout.
 struct Scale {
   std::string code;
   int lowest;

@@ -23,7 +23,7 @@ namespace {
 using P = TuningParameter;
 using std::filesystem::path;
 
-// What must be shown as it is. None may be read: a picture of a pipe would wait for ever.
+// Texts that must be shown unchanged. Their references must not be followed.
 const std::vector<std::string> markups{"<img src='/dev/null'>",
                                        "<h1>Update required</h1>",
                                        "<b>bold</b> &lt;i&gt;",
@@ -32,7 +32,7 @@ const std::vector<std::string> markups{"<img src='/dev/null'>",
                                        "<table><tr><td>x",
                                        "a < b & c > d"};
 
-// What a tooltip with this text shows.
+// The text that a tooltip shows.
 QString shownTip(const QString& tip) {
   if (!Qt::mightBeRichText(tip)) return tip;
   QTextDocument document;
@@ -114,14 +114,14 @@ class PlainTextEverywhere : public WindowTest {
     return false;
   }
 
-  // Hiding a tooltip takes a while otherwise.
+  // Deletes tooltips, because hiding them takes a while.
   static void closeTips() {
     for (QWidget* const widget : QApplication::topLevelWidgets()) {
       if (widget->inherits("QTipLabel")) delete widget;
     }
   }
 
-  // The tooltip that rests on the widget.
+  // The tooltip that the widget shows when the pointer rests on it.
   static QString tipOf(QWidget& widget) {
     closeTips();
     const QPoint at(2, widget.height() / 2);
@@ -130,7 +130,7 @@ class PlainTextEverywhere : public WindowTest {
     return QToolTip::isVisible() ? QToolTip::text() : QString();
   }
 
-  // Every text of a preset, of a base and of a file's name.
+  // Puts the markup into all texts of presets and bases, and into a file's name.
   void fill(const std::string& markup) {
     base().setProperty(HIDPropertyKey::product, markup);
     base().setProperty(HIDPropertyKey::serialNumber, markup);

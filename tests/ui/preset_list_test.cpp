@@ -20,7 +20,7 @@ using P = TuningParameter;
 
 class PresetListTest : public WindowTest {
  protected:
-  // Opens the section with so many presets of the user's.
+  // Opens the section with this many user presets.
   void openMany(int count) {
     std::vector<TuningPreset> presets;
     presets.reserve(static_cast<std::size_t>(count));
@@ -50,19 +50,19 @@ class PresetListTest : public WindowTest {
     return nullptr;
   }
 
-  // Where the row of the preset stands in the window.
+  // The y position of the preset's row in the window; -1 without a row.
   int heightOf(const std::string& name) {
     const PresetRow* const row = rowOf(name);
     return row == nullptr ? -1 : row->mapTo(&window(), QPoint()).y();
   }
 
-  // As another program does: the model shows another list.
+  // Removes a preset through the model, not through the page.
   void remove(std::size_t number) {
     model().deletePreset(model().userPresets().at(number));
     settle();
   }
 
-  // "Preset 7: applyButton".
+  // The widget with the focus: "Preset 7: applyButton".
   std::string place() {
     for (const PresetRow* const row : list().rows()) {
       if (row->isAncestorOf(QApplication::focusWidget())) {

@@ -13,7 +13,7 @@ namespace {
 
 using P = TuningParameter;
 
-// A preset of the user's with these values.
+// A user preset with these values.
 TuningPreset presetWith(const std::vector<ParameterValue>& values) {
   TuningPreset preset;
   preset.name = "Wet";
@@ -21,7 +21,7 @@ TuningPreset presetWith(const std::vector<ParameterValue>& values) {
   return preset;
 }
 
-// A menu report whose status byte is this; the mode bit is 0x80 in the standard menu.
+// A menu with this status byte. The mode bit 0x80 means the standard menu.
 TuningSnapshot menuWithStatus(std::uint8_t status) {
   Bytes report(TuningSnapshot::length);
   report[0] = TuningSnapshot::reportID;

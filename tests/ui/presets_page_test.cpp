@@ -58,7 +58,7 @@ class Presets : public WindowTest {
     type(name);
   }
 
-  // Saves the menu under a name, without the log of it.
+  // Saves the menu under a name, and drops the log lines.
   void own(const std::string& name) {
     model().saveCurrentAsPreset(name);
     settle();

@@ -2,7 +2,7 @@
 
 #include "protocol/product.h"
 
-// Products that differ in what their menus hold.
+// One product for each kind of menu.
 namespace quorvane {
 
 inline const auto directDrive = FanatecProduct::lookup(0x0020);

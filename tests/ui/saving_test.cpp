@@ -11,7 +11,7 @@ namespace {
 
 using P = TuningParameter;
 
-// A save as the tuning section shows it.
+// How the tuning section shows a save.
 class Saving : public WindowTest {
  protected:
   void openWithThree() {
@@ -21,7 +21,7 @@ class Saving : public WindowTest {
     stage(P::naturalInertia, 9);
   }
 
-  // Saves, and looks at the window while this value is being written, counted from 0.
+  // Saves, and calls `look` while the n-th value is being written, n from 0.
   void atValue(int value, const std::function<void()>& look) {
     atPause(
         value, [this] { click("saveButton"); }, look);

@@ -11,12 +11,12 @@
 namespace quorvane {
 namespace {
 
-// A line that the window has, and a place beside which nothing else is drawn.
+// A line in the window, and a position along it with nothing else drawn near.
 struct WindowLine {
   const char* widget;
   Qt::Edge edge;
   QColor Theme::*colour;
-  double along;  // of the widget's side, from 0 to 1
+  double along;  // fraction of the widget's side, 0 to 1
 };
 
 class ScaledWindow : public WindowTest, public testing::WithParamInterface<double> {
@@ -29,7 +29,7 @@ class ScaledWindow : public WindowTest, public testing::WithParamInterface<doubl
     return image;
   }
 
-  // The colours from outside the widget to its inside, across its edge.
+  // The device pixels across the widget's edge, from outside to inside.
   std::vector<QColor> across(const QImage& image, const WindowLine& line) {
     const QWidget& widget = find(line.widget);
     const QRectF rect(widget.mapTo(&window(), QPoint()), widget.size());
@@ -75,7 +75,7 @@ TEST_P(ScaledWindow, HasLinesOfWholeDevicePixels) {
           << line.widget << ", pixel " << i - 2 << " is "
           << quorvane::text(found[static_cast<std::size_t>(i)].name());
     }
-    // No colour in between on either side.
+    // No intermediate colour on either side.
     EXPECT_EQ(found[0], found[1]) << line.widget;
     EXPECT_EQ(found[static_cast<std::size_t>(2 + thickness)], found.back()) << line.widget;
   }

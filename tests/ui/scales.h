@@ -6,11 +6,11 @@
 
 namespace quorvane {
 
-// At which things are drawn, and how far from a whole device pixel they begin.
+// The scales that tests draw at, and by how many logical pixels they move what they draw.
 inline const std::vector<qreal> drawnScales{1, 1.25, 1.5, 1.75, 2};
 inline const std::vector<qreal> drawnOffsets{0, 0.25, 1, 3, 4.5, 7};
 
-// How many device pixels a line of that thickness covers.
+// How many device pixels a line of this logical thickness covers.
 inline int wholePixels(qreal logical, qreal scale) {
   return static_cast<int>(std::ceil(logical * scale - 0.5));
 }

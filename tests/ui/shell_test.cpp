@@ -52,7 +52,7 @@ class Shell : public WindowTest {
     return find(widget).grab().toImage().pixelColor(at);
   }
 
-  // The middle of the dot before the status line.
+  // The colour of the dot before the status line.
   QColor dot() { return colourAt("statusBar", {16, find("statusBar").height() / 2}); }
 
   // The pages that exist, in the sidebar's order.

@@ -19,7 +19,7 @@ double luminance(const QColor& colour) {
          0.0722 * linear(colour.blueF());
 }
 
-// From 1 to 21, as the accessibility guidelines for the web reckon it.
+// The contrast ratio as WCAG defines it, from 1 to 21.
 double contrast(const QColor& a, const QColor& b) {
   const double first = luminance(a) + 0.05;
   const double second = luminance(b) + 0.05;

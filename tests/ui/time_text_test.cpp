@@ -10,7 +10,7 @@
 namespace quorvane {
 namespace {
 
-// Another locale for the texts of a test.
+// RAII: sets the default locale.
 class ScopedLocale {
  public:
   explicit ScopedLocale(const QString& name) { QLocale::setDefault(QLocale(name)); }

@@ -34,7 +34,7 @@ class Tools : public WindowTest {
     return lines;
   }
 
-  // "Caption: text | text", labels and buttons as they come.
+  // "Caption: text | text", the labels and buttons in order.
   Lines cards() {
     Lines lines;
     for (const Card* const card : find("toolsPage").findChildren<Card*>()) {

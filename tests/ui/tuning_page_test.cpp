@@ -28,7 +28,7 @@ constexpr const char* stagedReason = "Save or discard your changes before switch
 
 class Tuning : public WindowTest {
  protected:
-  // The page shows one message and nothing else.
+  // Expects that the page shows this message and nothing else.
   void expectOnly(const std::string& message) {
     EXPECT_EQ(text("tuningMessage"), message);
     EXPECT_TRUE(isVisible("tuningMessage"));
@@ -74,7 +74,7 @@ struct Listed {
   Lines rows;
 };
 
-// NOLINTNEXTLINE(readability-identifier-naming): the name that the test framework looks for
+// NOLINTNEXTLINE(readability-identifier-naming): googletest looks for this name
 void PrintTo(const Listed& test, std::ostream* out) { *out << test.product; }
 
 const Lines directDriveRows{"SEN Sensitivity (steering angle)",

@@ -24,8 +24,8 @@ std::string stateText(bool isEnabled, const QString& help) {
   return help.isEmpty() ? "enabled" : "enabled: " + help.toStdString();
 }
 
-// Events that come of others are handled in the next round: a new row reaches the layout of its
-// page through every widget between them. Dialogs delete themselves when they are closed.
+// Handles events, also those that others cause: the layout of a new row reaches its page through
+// every widget between them, one per round. Also deletes dialogs that have closed.
 void handleEvents() {
   for (int round = 0; round < deepestLayout; ++round) {
     QCoreApplication::sendPostedEvents();
@@ -34,7 +34,7 @@ void handleEvents() {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-// Opens the gate also when a test gives up before.
+// RAII: opens the gate, also if a test ends early.
 class Opened {
  public:
   explicit Opened(Gate& gate) : gate_(gate) {}
@@ -191,7 +191,7 @@ void WindowTest::click(QWidget& widget) {
 }
 
 void WindowTest::press(int key, Qt::KeyboardModifiers modifiers) {
-  // As a desktop does when a dialog has closed.
+  // Activates the window, as a desktop does when a dialog has closed.
   if (QApplication::activeWindow() == nullptr) {
     window().activateWindow();
     handleEvents();
@@ -228,7 +228,7 @@ void WindowTest::turnWheel(QWidget& widget, int notches) {
   const QPointF centre = QRectF(widget.rect()).center();
   QWheelEvent event(centre, widget.mapToGlobal(centre), {}, {0, notches * notch}, Qt::NoButton,
                     Qt::NoModifier, Qt::NoScrollPhase, false);
-  QSpontaneKeyEvent::setSpontaneous(&event);  // others are not passed on to parents
+  QSpontaneKeyEvent::setSpontaneous(&event);  // Qt propagates only spontaneous ones to parents
   qApp->notify(&widget, &event);
   handleEvents();
 }

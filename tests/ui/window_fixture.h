@@ -19,7 +19,7 @@ namespace quorvane {
 inline constexpr const char* waitReason = "Wait until the base has answered";
 inline constexpr const char* connectReason = "Connect a base first";
 
-// Takes the links that the window opens.
+// Catches the links that the window opens.
 class OpenedLinks final : public QObject {
   Q_OBJECT
 
@@ -38,12 +38,12 @@ class OpenedLinks final : public QObject {
   Lines urls_;
 };
 
-// The window on the model of a world of simulated bases. It goes before the model does.
+// The window on the model's fixture. Destroyed before the model.
 class WindowTest : public ModelTest {
  protected:
   void TearDown() override;
 
-  // Shows the window: with a base that has answered, with none, or on the model as it is.
+  // Show the window: with a base that has answered, without a base, or on the model as it is.
   void open();
   void openWithoutBase();
   void show();
@@ -52,20 +52,22 @@ class WindowTest : public ModelTest {
 
   void visit(Section section);
 
-  // Until nothing is going on, and everything is drawn and laid out.
+  // Blocks until the model is idle and the window is laid out and drawn.
   void settle();
 
-  // What has come in until now gets into the window; an exchange may be under way.
+  // Blocks until the window shows what has arrived so far. An exchange may be running.
   void render();
 
-  // Begins an exchange, and looks at the window while the base has not answered yet.
+  // Begins an exchange, calls `look` while it waits for the base's answer, and settles.
   void whileBusy(const std::function<void()>& begin, const std::function<void()>& look);
   void whileReading(const std::function<void()>& look);
 
-  // Does something, and lets the main thread do more at the end of the pause with this number.
+  // Calls `begin`, then `look` while the exchange is held at the end of its n-th pause, n from 0.
+  // Settles afterwards.
   void atPause(int pause, const std::function<void()>& begin, const std::function<void()>& look);
 
-  // The one widget or action with this name.
+  // The only widget or action with this object name. Throws std::runtime_error if there is none or
+  // more than one.
   template <typename T = QWidget>
   T& find(const std::string& name) {
     return find<T>(name, window());
@@ -83,18 +85,19 @@ class WindowTest : public ModelTest {
   bool exists(const std::string& name);
   bool isVisible(const std::string& name);
 
-  // What it shows: a label, a button, a field, a picker.
+  // The text of a label, button, line edit, combo box or spin box. Throws std::runtime_error for
+  // other widgets.
   std::string text(const std::string& name);
   static std::string textOf(const QWidget& widget);
   std::string name(const std::string& widget);         // its accessible name
   std::string description(const std::string& widget);  // its accessible description
 
-  // "enabled", with its help text after a colon where it has one; else "disabled: the reason".
+  // "enabled", "enabled: TOOLTIP" or "disabled: TOOLTIP".
   std::string state(const std::string& widget);
   static std::string stateOf(const QWidget& widget);
   static std::string stateOf(const QAction& action);
 
-  // With the mouse, in the middle; with the keyboard, at what has the focus.
+  // The mouse clicks in the middle of the widget. Keys go to the widget with the focus.
   void click(const std::string& name);
   void click(QWidget& widget);
   void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
@@ -103,13 +106,13 @@ class WindowTest : public ModelTest {
   std::string focused();
   void trigger(const std::string& action);
 
-  // Turns the wheel over a widget by so many notches, away from the person.
+  // Turns the mouse wheel over a widget by so many notches, away from the user.
   static void turnWheel(QWidget& widget, int notches);
 
-  // The dialog that is open, or none.
+  // The open dialog, or nullptr.
   QWidget* dialog();
 
-  // What the value's row stages, saves or shows.
+  // Stages a value, as its row does.
   void stage(TuningParameter parameter, std::int64_t value);
 
   OpenedLinks links_;
@@ -119,7 +122,7 @@ class WindowTest : public ModelTest {
   std::unique_ptr<MainWindow> window_;
 };
 
-// Titles of a menu's entries, a line for each and "-" between groups.
+// The titles of a menu's entries, with "-" for separators.
 Lines entriesOf(const QMenu& menu);
 
 }  // namespace quorvane

@@ -1,9 +1,9 @@
-// A window from which a file can be dragged, for the tests that drop it on Quorvane's:
+// A window that a file can be dragged from, for tests that drop it on Quorvane's window:
 //
 //   quorvane-drag-source FILE
 //
-// Pressing the left button anywhere on it and moving begins the drag. It prints a line for each
-// step: pressed, dragging, then dropped or cancelled.
+// Pressing the left button anywhere in it and moving starts the drag. It prints one line per step:
+// pressed, dragging, then dropped or cancelled.
 
 #include <QApplication>
 #include <QDrag>

@@ -1,4 +1,4 @@
-# Sourced by the scripts beside it: a program under a display and a bus of its own.
+# Sourced by the scripts beside it. Runs a program with a display and a session bus of its own.
 
 here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
 # shellcheck source=scripts/display.sh
@@ -7,7 +7,7 @@ source "$here/../../scripts/display.sh"
 process=
 scratch=$(mktemp -d)
 
-# use_display x11|wayland: which one the run is about. False for others.
+# use_display x11|wayland: selects the kind of display. Fails for other words.
 use_display() {
   [ "$1" = x11 ] || [ "$1" = wayland ] || return 1
   # shellcheck source=tests/window/wayland.sh
@@ -15,7 +15,7 @@ use_display() {
 }
 use_display x11
 
-# Ends the run: only a continuous-integration machine promises to have everything.
+# Ends the run, with exit status 1 if CI is set, else 77.
 lacking() {  # lacking WHAT
   echo "tests/window: this machine lacks $1; to install it: scripts/setup window" >&2
   [ -z "${CI-}" ] || exit 1
@@ -41,7 +41,7 @@ finish() {
   rm -rf "$scratch"
 }
 
-# start_program FILE [ARGUMENT...]: sets `process`; what it says goes to $scratch/output.
+# start_program FILE [ARGUMENT...]: sets `process`; its output goes to $scratch/output.
 start_program() {
   check_means
   trap finish EXIT
@@ -55,6 +55,6 @@ start_program() {
   process=$!
 }
 
-says() {  # says PATTERN: whether the program has, in a whole line
+says() {  # says PATTERN: whether a whole line of the program's output matches
   grep -qxE "$1" "$scratch/output"
 }

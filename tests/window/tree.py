@@ -36,7 +36,7 @@ def until(look, patience=PATIENCE):
 def application(process):
     def look():
         desktop = Atspi.get_desktop(0)
-        # What is kept of earlier looks tells nothing about new programs.
+        # The cache of earlier reads does not have new programs.
         desktop.clear_cache()
         for i in range(desktop.get_child_count()):
             child = desktop.get_child_at_index(i)

@@ -1,6 +1,6 @@
-# Sourced by program.sh: sway as a compositor without a screen, and the pointer and keys of `hand`.
-# Windows float without a frame; each begins at the screen's corner unless a rule of the test says
-# otherwise, so that places in a window are places on the screen.
+# Sourced by program.sh: sway as a compositor without a screen, and `hand` as pointer and keyboard.
+# Windows float without a frame, at the screen's corner unless a rule of the test says otherwise, so
+# window coordinates are screen coordinates.
 
 display_means=(sway swaymsg grim jq)
 scales=(1 1.25 1.5 2)
@@ -86,7 +86,7 @@ set_scale() {  # set_scale SCALE
   ask_hand size $size >/dev/null
 }
 
-# window_of PROCESS EXPRESSION: what jq makes of the compositor's facts about the window.
+# window_of PROCESS EXPRESSION: a jq expression on the compositor's description of the window.
 window_of() {
   swaymsg -t get_tree | jq -r "[.. | objects | select(.pid? == $1)][0] | $2"
 }

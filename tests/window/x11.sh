@@ -1,4 +1,4 @@
-# Sourced by program.sh: a display, a pointer and keys of X11.
+# Sourced by program.sh: an X11 display with pointer and keyboard.
 
 display_means=(Xvfb xdotool)
 
@@ -18,7 +18,7 @@ focus_window() {  # focus_window: gives the window of $process the keys
 scales=(1)
 
 set_scale() { :; }
-take_picture() { :; }  # scripts/screenshots has them all
+take_picture() { :; }  # scripts/screenshots makes these
 
 pointer_to() { xdotool mousemove "$1" "$2"; }  # pointer_to X Y
 button_down() { xdotool mousedown 1; }

@@ -6,8 +6,8 @@
 
 namespace quorvane {
 
-// Hands over standard input line by line, on the main thread's event loop; its end quits the
-// application.
+// Calls a handler for each line of standard input, on the main thread's event loop. End of input
+// quits the application.
 class LineInput {
  public:
   using Handler = std::function<void(const std::string& line)>;

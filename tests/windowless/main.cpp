@@ -1,12 +1,12 @@
-// The application model without a window. It follows the bases of this machine, or a simulated one
-// with --simulate, and carries out actions given as lines on standard input:
+// The application model without a window, with the bases of this machine or a simulated one
+// (--simulate). Runs actions given on standard input, one per line:
 //
 //   refresh | save | discard | toggle | factory-reset | usb-reset | quit
 //   stage CODE=VALUE[,CODE=VALUE...] | select SET | apply PRESET | capture NAME | import FILE |
 //   show
 //
-// `show` prints the model's state as one JSON line. The log goes to standard error where the
-// environment asks for it. The end of the input quits.
+// `show` prints the model's state as one JSON line. The log goes to standard error if the
+// environment says so. End of input quits.
 
 #include <QCoreApplication>
 #include <cstdio>

@@ -29,7 +29,7 @@ Dialogue menuCommand(double seconds) {
   return {{{ownTurn, menuPacket, pauseOf(seconds), menuPacket, menuAnswer}, {}, {}, true}};
 }
 
-// "FF: the reason", of each value that failed.
+// "FF: ERROR" for each value that failed.
 Lines rejections(const Errors& errors) {
   Lines texts;
   const Dialogue writes = threeWrites();
@@ -47,7 +47,7 @@ std::function<std::string(const Errors&)> nothingStaged() {
   return [](const Errors&) { return std::string(); };
 }
 
-// An action that says its title and the reason when it fails.
+// The lines of an action that shows its title and the error when it fails.
 std::function<Lines(const Errors&)> titled(const std::string& title, const Lines& success) {
   return [=](const Errors& errors) {
     if (!errors.front()) return success;
@@ -221,7 +221,7 @@ Action examining() {
   return examine;
 }
 
-// What stays within the model.
+// An action that sends nothing.
 Action staging(std::string name, std::function<void(World&)> run, Lines lines, std::string after) {
   Action action;
   action.name = std::move(name);

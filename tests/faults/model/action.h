@@ -8,11 +8,11 @@
 
 namespace quorvane {
 
-// Something that the model can be asked to do, and what a person sees of it.
+// An action of the model, and what the user sees of it.
 struct Action {
-  // What has happened before.
+  // The state before the action.
   enum class Before {
-    nothing,    // the model is not there yet
+    nothing,    // there is no model yet
     connected,  // a base is connected, and something is staged
     refused,    // a base is attached that could not be opened
   };
@@ -23,35 +23,37 @@ struct Action {
   std::function<void(World&)> run;
   Dialogue dialogue;
 
-  // The lines for failures of the dialogue's parts.
+  // The lines that are shown, for the errors of the dialogue's parts.
   std::function<Lines(const Errors&)> lines;
 
   Lines withoutBase;  // the lines when there is no base
-  Lines oldMenu;      // the lines when an old menu is taken for the answer, if others
+  Lines oldMenu;      // the lines when an old menu is taken for the answer; empty: as `lines`
   Before before = Before::connected;
-  std::function<void(World&)> prepare;  // what else has happened
+  std::function<void(World&)> prepare;  // called last, before the action
 
-  // A departure in the middle shows in no line but the status, and ends what was seen before.
+  // The action opens the base itself. If the base leaves during it, only the status line says so,
+  // and what was shown before is dropped.
   bool isOpening = false;
 
-  // What is staged before it, after it (without a function it stays) and after it without a base.
+  // What is staged before the action, after it (empty function: unchanged), and after it if there
+  // is no base.
   std::string staged = "SHO=50";
   std::function<std::string(const Errors&)> stagedAfter;
   std::string stagedWithoutBase;
 
-  // The line when the node is not opened; without a function, it opens none.
+  // The line when opening the node fails. Empty function: the action opens no node.
   std::function<std::string(const Refusal&)> refused;
 
-  // The lines when no file can be written, for the system's reason; without a function, it writes
-  // none.
+  // The lines when no file can be written, for the system's error text. Empty function: the action
+  // writes no file.
   std::function<Lines(const std::string&)> unwritten;
 
-  std::string presets = ownPreset;  // the names of the user's presets after it
+  std::string presets = ownPreset;  // the names of the user's presets after the action
   std::string presetsInFile = ownPreset;
   std::string presetsInFileBefore = ownPreset;
-  bool writesFile = false;  // besides the one of the presets
+  bool writesFile = false;  // other than the preset file
 
-  // Not with the model's own session: its waits do not end with the base's departure.
+  // The action has a session of its own, which waits until the time-out when the base leaves.
   bool waitsInVain = false;
 
   Lines linesFor(const Disturbance& disturbance) const;

@@ -26,13 +26,13 @@ constexpr std::int64_t otherProduct = 0x0006;
 constexpr const char* otherName = "Podium Wheel Base DD1";
 constexpr const char* filesBefore = "presets.json shared.quorvane";
 
-// The packets that the base has received of the model before the action.
+// How many packets the base has received from the model before the action.
 int receivedBefore(const Action& action) {
   constexpr int packetsOfConnecting = 3;
   return action.before == Action::Before::connected ? packetsOfConnecting : 0;
 }
 
-// What has to be there at the end.
+// The expected state at the end.
 struct Outcome {
   Lines lines;
   Seconds time{0};
@@ -49,7 +49,7 @@ Outcome outcomeOf(const Action& action, const Disturbance& disturbance) {
   return outcome;
 }
 
-// One action with one fault; at its end nothing may be left of it.
+// One action with one fault. No thread or descriptor may be left behind.
 class Cell {
  public:
   Cell(const Action& action, std::string fault, std::size_t n = 0)
@@ -70,8 +70,8 @@ class Cell {
   void expect(const Outcome& outcome) {
     const Seconds time = world_.clock_.now() - began_;
     Lines seen = world_.takeSeen();
-    // The watcher tells once more of a base that was there; one that was refused is then tried
-    // again.
+    // The watcher may report a base again that was there already; one whose opening failed is then
+    // tried again, and logs the same line.
     if (action_.isOpening) seen.erase(std::unique(seen.begin(), seen.end()), seen.end());
     EXPECT_EQ(seen, outcome.lines);
     EXPECT_NEAR(time.count(), outcome.time.count(), 1e-6);
@@ -90,8 +90,8 @@ class Cell {
     expect(outcome);
   }
 
-  // The fault has passed and what was late has come: the model shows the base's menu and reads it
-  // as ever.
+  // Ends the fault and lets late answers arrive. Then the model must be able to read the menu, and
+  // show it.
   void expectRecovery() {
     world_.behave([](SimulatedBehaviour& behaviour) { behaviour = {}; });
     world_.clock_.sleepFor(Seconds(10));
@@ -143,7 +143,7 @@ class Cell {
   Monotonic::time_point began_;
 };
 
-// Its files can be read, and nothing can be written.
+// Files can be read but not written.
 FileCalls::Verdict verdictOf(const DiskFault& fault) {
   if (!fault.isReadOnly) return FileCalls::failEach("write", ENOSPC);
   return [](const FileCall& call, std::size_t) {
@@ -154,7 +154,8 @@ FileCalls::Verdict verdictOf(const DiskFault& fault) {
   };
 }
 
-// The model ends its sessions with the base's departure, which wakes whoever waits.
+// When a base leaves, the model disconnects its session, which ends every wait. A session of the
+// action's own waits until the time-out.
 Disturbance modelDisturbance(const Action& action) {
   Disturbance disturbance;
   if (action.waitsInVain) {
@@ -172,8 +173,8 @@ void addNotApplicable(const Action& action, const std::string& fault, Need need)
   FaultTable::addNotApplicable(tableName, action.name, fault, reasonWithout(need));
 }
 
-// A base that leaves at one step of an action, and what comes in its place. The exchange goes on
-// when the model has noticed.
+// A base leaves at one step of an action, and `back` is attached afterwards. The gate holds the
+// exchange until the model has noticed.
 class DepartureCell {
  public:
   DepartureCell(const Action& action, const Departure& departure, Return back, std::size_t n)
@@ -255,7 +256,7 @@ class DepartureCell {
     return outcome;
   }
 
-  // Behind the line that says that a save begins.
+  // After the line that announces a save.
   static Lines::iterator disconnectionPlace(Lines& lines) {
     return std::find_if(lines.begin(), lines.end(),
                         [](const std::string& line) { return !line.starts_with("[log] Saving "); });
@@ -271,7 +272,7 @@ class DepartureCell {
 };
 
 TEST(ModelFaults, EverythingThatAWindowCanAskOfTheModelHasItsRow) {
-  // The model itself, a field for views alone, and what the departures of bases call.
+  // Excluded: access to the model itself, a field for views only, and what the departures call.
   std::set<std::string> covered{"shared", "setRequestedSection", "devicesChanged", "waitForWrites"};
   for (const Action& action : actions()) {
     if (action.before != Action::Before::nothing) covered.insert(action.name);
@@ -335,7 +336,7 @@ TEST(ModelFaults, EveryActionMeetsABaseThatHasLeftBefore) {
   }
 }
 
-// One action beside other programs. Where nothing of it succeeds, it has written nothing.
+// One action beside other programs. If all its parts fail, it must have written nothing.
 void meet(const Action& action, const Company& company) {
   Action beside = action;
   beside.dialogue = company.change(action.dialogue);
@@ -412,7 +413,7 @@ TEST(ModelFaults, EveryActionMeetsADiskThatTakesNothing) {
   }
 }
 
-// The presets are not shown, and are there again with the first change that gets written.
+// The presets are not shown. The first change that is written brings them back.
 TEST(ModelFaults, PresetsThatCouldNotBeReadAtTheStartAreNotLost) {
   const std::string fault = "the preset file could not be read at the start";
   for (const Action& action : actions()) {

@@ -12,7 +12,7 @@ std::string namesOfPresets(const std::vector<TuningPreset>& presets) {
   return fmt::format("{}", fmt::join(names, " "));
 }
 
-// Those that failed.
+// The checks that failed.
 Lines checksOf(const AppModel& model) {
   if (!model.examination()) return {};
   Lines lines;

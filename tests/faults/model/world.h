@@ -10,14 +10,15 @@
 
 namespace quorvane {
 
-// What the files hold and the model knows of the user's presets at the beginning.
+// The names of the user's preset, of the preset in the file to import, of that file, and of the
+// file that exports write.
 inline constexpr const char* ownPreset = "Own";
 inline constexpr const char* sharedPreset = "Shared";
 inline constexpr const char* sharedFile = "shared.quorvane";
 inline constexpr const char* writtenFile = "written";
 
-// The world of the model's tests, one for each cell of the table. Its user has one preset of their
-// own and a settings file from somebody else.
+// The model's fixture, made anew for each cell of the table. It has one user preset and one share
+// file to import.
 class World : public ModelTest {
  public:
   World();
@@ -42,19 +43,19 @@ class World : public ModelTest {
   using ModelTest::usb_;
   using ModelTest::waitUntil;
 
-  // What a person sees that was not there before: the lines of the log, or the checks that failed,
-  // or else the status line. Without the directory.
+  // What the user sees that is new: the new lines of the log, or else the failed checks, or else
+  // the status line. Paths are without the directory.
   Lines takeSeen();
 
-  // Resets the base and waits until it is connected again, or until the reset has failed.
+  // Resets the base's USB device. Waits until it is connected again or the reset has failed.
   void resetUSB();
   void refuseUSBWith(int error);
 
-  // The names of the user's presets, as the model has them and as the file has them.
+  // The names of the user's presets, in the model and in the file.
   std::string presets();
   std::string presetsInFile() const;
 
-  // The names of all files.
+  // The names of all files in the directory.
   std::string files() const;
 
  private:

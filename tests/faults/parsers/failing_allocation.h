@@ -4,8 +4,8 @@
 
 namespace quorvane {
 
-// While it lives, one allocation of this thread fails: the one with this number, counted from 1.
-// One at a time in a thread.
+// While it lives, the n-th allocation of this thread fails, n from 1; 0: none fails. At most one
+// instance per thread at a time.
 class FailingAllocation {
  public:
   explicit FailingAllocation(std::size_t number);
@@ -13,11 +13,11 @@ class FailingAllocation {
   FailingAllocation(const FailingAllocation&) = delete;
   FailingAllocation& operator=(const FailingAllocation&) = delete;
 
-  // Whether there were that many, of the last one in this thread.
+  // Whether the allocation failed, for the last instance in this thread.
   static bool happened();
 };
 
-// The allocations of this thread that it has not freed.
+// How many allocations of this thread are not freed yet.
 std::ptrdiff_t liveAllocations();
 
 }  // namespace quorvane

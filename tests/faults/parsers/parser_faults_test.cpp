@@ -28,14 +28,14 @@ namespace {
 constexpr const char* outOfMemory = "out of memory";
 constexpr std::size_t mostAllocations = 100'000;
 
-// Something that reads bytes from outside.
+// A parser of foreign bytes.
 struct Parser {
   std::string name;
   std::function<void()> run;
 
-  // What a caller is told when an allocation fails; of files, with the file's name.
+  // The error text when an allocation fails; for files it names the file.
   std::string failure = outOfMemory;
-  std::string success = "read";  // or what is wrong with the bytes
+  std::string success = "read";  // or the error text of bytes that are not valid
 };
 
 // The files that are read.
@@ -130,7 +130,7 @@ std::vector<Parser> documents(const Files& files) {
   };
 }
 
-// What came of it in words, with the allocation of this number failing; 0 for none.
+// The outcome as text, with the n-th allocation failing; 0: none fails.
 std::string outcomeOf(const Parser& parser, const Files& files, std::size_t failingNumber = 0) {
   std::optional<FailingAllocation> failing(failingNumber);
   try {
@@ -146,7 +146,7 @@ std::string outcomeOf(const Parser& parser, const Files& files, std::size_t fail
   }
 }
 
-// Lets each allocation fail in turn, until there is none left to fail; returns how many there were.
+// Runs the parser once for each of its allocations, with that one failing. Returns their number.
 std::size_t failEach(const Parser& parser, const Files& files) {
   for (std::size_t number = 1; number < mostAllocations; ++number) {
     SCOPED_TRACE(fmt::format("{}, allocation {}", parser.name, number));
@@ -173,7 +173,7 @@ TEST(ParserFaults, NoParserFailsOtherwiseThanWithAnErrorWhenMemoryRunsOut) {
   for (Parser& parser : documents(files)) all.push_back(std::move(parser));
   for (const Parser& parser : all) {
     SCOPED_TRACE(parser.name);
-    EXPECT_EQ(outcomeOf(parser, files), parser.success);  // and what is made once is made now
+    EXPECT_EQ(outcomeOf(parser, files), parser.success);  // also creates function-local statics
     EXPECT_GT(failEach(parser, files), 0U);
     FaultTable::add({"parser", parser.name, nothingWrong, 0, {parser.success}, {}, {}});
     FaultTable::add({"parser", parser.name, "any allocation fails", 0, {parser.failure}, {}, {}});

@@ -41,7 +41,7 @@ std::string textOf(const std::vector<WheelBase::ApplyResult>& results) {
   return fmt::format("{}", fmt::join(texts, "; "));
 }
 
-// An operation with nothing to say but that it is done.
+// An operation without a result: its text is "done".
 template <typename Run>
 std::function<std::string(WheelBase&)> silently(Run run) {
   return [run](WheelBase& base) {
@@ -50,7 +50,7 @@ std::function<std::string(WheelBase&)> silently(Run run) {
   };
 }
 
-// An operation that gives a text.
+// An operation whose result is its text.
 template <typename Run>
 std::function<std::string(WheelBase&)> telling(Run run) {
   return [run](WheelBase& base) {

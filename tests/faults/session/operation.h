@@ -9,23 +9,23 @@
 
 namespace quorvane {
 
-// Everything that a session can be asked to do.
+// An operation of a session, and its expected outcome.
 struct Operation {
   std::string name;
   Dialogue dialogue;
 
-  // Does it and says in words what came of it: the failure's text as it is.
+  // Runs it and returns the outcome as text: the error's text if it throws.
   std::function<std::string(WheelBase&)> run;
 
-  std::string success;  // the words without a fault
-  std::string oldMenu;  // when an old menu is taken for the answer; empty: as the writes say
+  std::string success;  // the text without a fault
+  std::string oldMenu;  // the text when an old menu is taken for the answer; empty: as words()
   bool opensNode = false;
-  WheelBase::Use use = WheelBase::Use::writing;  // of the session that does it, if it is open
+  WheelBase::Use use = WheelBase::Use::writing;  // of the session, unless the operation opens it
 
-  // The session's function that does it.
+  // The name of the session's member function.
   std::string member() const { return name.substr(0, name.find_first_of(", ")); }
 
-  // The words for failures of the parts.
+  // The text for the errors of the parts.
   std::string words(const Prediction::Errors& errors) const;
 };
 

@@ -18,11 +18,11 @@ namespace {
 constexpr const char* tableName = "session";
 constexpr std::int64_t otherProduct = 0x0006;
 
-// A session that has read the menu with this one packet, or for the operations that open the node a
-// session that is not open.
+// How many packets the base has received before the operation: the request for the menu. Operations
+// that open the node start with a closed session.
 constexpr int receivedBefore = 1;
 
-// One operation with one fault; at its end nothing may be left of it.
+// One operation with one fault. No thread or descriptor may be left behind.
 class Cell {
  public:
   explicit Cell(const Operation& operation) : operation_(operation) {
@@ -32,7 +32,7 @@ class Cell {
   SimulatedSession& session() { return session_; }
   Scene scene() { return {*session_.device, session_.clock, session_.base->tuning().value()}; }
 
-  // Carries the operation out and compares what came of it with what has to.
+  // Runs the operation and compares its outcome with the prediction.
   void expect(const std::string& fault, std::size_t n, const Prediction& prediction,
               const std::string& words, std::size_t packetsOfOther = 0) {
     SCOPED_TRACE(operation_.name + ", " + fault + ", " + std::to_string(n));
@@ -47,8 +47,8 @@ class Cell {
     FaultTable::add({tableName, operation_.name, fault, n, {said}, time, std::to_string(packets)});
   }
 
-  // The fault has passed and what was late has come: the session knows the base's menu and reads it
-  // as ever.
+  // Ends the fault and lets late answers arrive. Then the session must be able to read the menu,
+  // and keep it.
   void expectRecovery() {
     session_.behave([](SimulatedBehaviour& behaviour) { behaviour = {}; });
     session_.clock.sleepFor(Seconds(10));
@@ -78,7 +78,7 @@ std::string wordsFor(const Operation& operation, const Disturbance& disturbance)
   return operation.words(predict(operation.dialogue, disturbance).errors);
 }
 
-// Another base, or the same, is back in the moment that the base has left.
+// Attaches the same base, or another product, as soon as the base has left.
 void replace(SimulatedDevice& device, Return back) {
   if (back == Return::none) return;
   device.setOnPlugChange([&device, back] {
@@ -92,8 +92,8 @@ void replace(SimulatedDevice& device, Return back) {
   });
 }
 
-// Has the base leave at the departure's n-th step. The scene's other program has its turn then if
-// the step is one of waiting for it.
+// Makes the base leave at the departure's n-th step. If that step is a wait for the write lock, the
+// scene's other program holds it.
 void leave(Cell& cell, Scene& scene, const Departure& departure, std::size_t n) {
   SimulatedSession& session = cell.session();
   const int number = static_cast<int>(n) - 1;
@@ -113,11 +113,11 @@ void leave(Cell& cell, Scene& scene, const Departure& departure, std::size_t n) 
 }
 
 TEST(SessionFaults, EverythingThatASessionCanBeAskedHasItsRow) {
-  // These ask nothing of a base.
+  // Excluded: these send nothing to a base.
   std::set<std::string> covered{"create", "connection", "setOnTuningUpdate", "setOnStatusUpdate"};
   for (const Operation& operation : operations()) covered.insert(operation.member());
   std::set<std::string> members = changingMembers("session/wheel_base.h", "WheelBase");
-  members.insert("packet");  // changes nothing, but refuses
+  members.insert("packet");  // const, but it can throw
   EXPECT_EQ(covered, members);
 }
 
@@ -190,7 +190,7 @@ TEST(SessionFaults, EveryOperationMeetsABaseThatHasLeftBefore) {
   }
 }
 
-// One operation beside other programs. Where nothing of it succeeds, it has written nothing.
+// One operation beside other programs. If all its parts fail, it must have written nothing.
 void meet(const Operation& operation, const Company& company) {
   Operation beside = operation;
   beside.dialogue = company.change(operation.dialogue);

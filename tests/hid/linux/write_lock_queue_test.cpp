@@ -19,7 +19,7 @@
 namespace quorvane::write_line_test {
 namespace {
 
-// A file in a node's place; each opening has a line of its own, as another program has.
+// A file in place of a node. Each opening has its own queue object, like another program.
 class WriteLockQueueTest : public testing::Test {
  protected:
   struct Opening {
@@ -65,7 +65,7 @@ TEST_F(WriteLockQueueTest, NobodyOvertakesHoweverOftenItAsks) {
   std::vector<std::unique_ptr<Opening>> programs(5);
   for (auto& program : programs) program = open();
   for (const auto& program : programs) program->line.tryLock();
-  // Who had its turn wants the next one at once, and asks before everybody else.
+  // The program that has just released the lock asks again at once, before all others.
   for (std::size_t round = 0; round < 40; ++round) {
     const std::size_t turn = round % programs.size();
     for (std::size_t i = 0; i < programs.size(); ++i) {
@@ -157,7 +157,7 @@ TEST_F(WriteLockQueueTest, OthersAreThereWhileTheyHaveTheNodeOpen) {
 TEST_F(WriteLockQueueTest, WhereLocksCannotBeHadItIsEverybodysTurnAndOthersMayBeThere) {
   const auto first = open();
   EXPECT_TRUE(first->line.tryLock());
-  // The system refuses an exclusive lock on what is not open for writing.
+  // The system refuses an exclusive lock on a file that is not open for writing.
   const auto second = open(O_RDONLY);
   EXPECT_TRUE(second->line.tryLock());
   first->line.leave();

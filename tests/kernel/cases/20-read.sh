@@ -1,6 +1,6 @@
 timed_out='Timed out waiting for tuning menu report (is the base in PC mode and on a supported firmware?)'
 
-# byte_of_report OFFSET: of the raw report in standard output, in decimal.
+# byte_of_report OFFSET: a byte of the raw report in standard output, in decimal.
 byte_of_report() {
     local -a bytes
     read -ra bytes <<<"$(menu_report)"

@@ -5,7 +5,7 @@ read_menu() {
     menu=$(menu_report)
 }
 
-# expect_value CODE VALUE: as a fresh read of the base shows it.
+# expect_value CODE VALUE: in a new read of the base.
 expect_value() {
     ctl --json read
     expect_success
@@ -130,7 +130,7 @@ case_an_interrupt_finishes_the_value_in_flight() {
     expect_writes main "$(json '.results | length' "$OUT")"
 }
 
-# What came after the switch was meant for the other set.
+# The values after the switch were meant for the other set.
 case_a_base_that_is_slow_to_switch_gets_no_value_for_the_other_set() {
     start_base main --transport uhid --set 2 --switch-delay 30000
     ctl set SLOT=4 FF=56

@@ -1,4 +1,4 @@
-# Several programs with one base at once: each writes values of its own, and none undoes what another wrote.
+# Several programs use one base at once: each writes its own values, and none undoes another's.
 
 case_two_that_write_at_once_do_not_undo_each_other() {
     two_write_at_once 10
@@ -37,7 +37,8 @@ case_one_that_is_killed_in_its_turn_holds_nobody_up() {
     expect_on_base SHO=40 SEN=510
 }
 
-# A program that takes no turns, and had the node open for a moment: what it wrote is read before the next write.
+# A program that does not use the write lock had the node open briefly. The next write reads its
+# change first.
 case_what_a_program_of_another_maker_wrote_is_kept() {
     local menu
     start_base main --transport usb
@@ -53,7 +54,8 @@ case_what_a_program_of_another_maker_wrote_is_kept() {
     quit_model model
 }
 
-# start_with_menu TRANSPORT: a base; its menu is in `menu`, which is what a program of another maker goes by.
+# start_with_menu TRANSPORT: starts a base, and leaves its menu in `menu`, on which foreign_write
+# bases its writes.
 start_with_menu() {
     start_base main --transport "$1"
     ctl --json read
@@ -61,12 +63,12 @@ start_with_menu() {
     menu=$(menu_report)
 }
 
-# foreign_write NAME OFFSET BYTE: the program writes its menu with one byte changed.
+# foreign_write NAME OFFSET BYTE: the program NAME writes `menu` with one byte changed.
 foreign_write() {
     tell_holder "$1" "$(sdk_write "$menu" "$2" "$3")"
 }
 
-# save_in_model CODE=VALUE COUNT: the model's COUNTth save.
+# save_in_model CODE=VALUE COUNT: saves a value, as the model's COUNTth save.
 save_in_model() {
     tell model stage "$1"
     tell model save
@@ -101,7 +103,7 @@ case_a_program_of_another_maker_that_comes_meanwhile_is_not_undone() {
     quit_model model
 }
 
-# The kernel tells of the two openings as one.
+# inotify merges the events of the two openings.
 case_a_program_of_another_maker_that_opened_twice_and_closed_once_is_not_undone() {
     start_with_menu uhid
     start_model model

@@ -35,7 +35,7 @@ case_in_the_middle_of_a_save_over_usb() {
     expect_text 'not written: '
 }
 
-# The fifth packet asks for the read-back of FF.
+# The fifth packet requests the read-back of FF.
 case_before_the_read_back_of_a_value() {
     start_base main --transport uhid --unplug-after 5
     ctl --json set SEN=540 FF=37 SHO=40 INT=6
@@ -96,7 +96,7 @@ case_monitor_shows_a_base_plugged_in_later() {
         "$work/monitor.out"
 }
 
-# expect_turn CODE VALUE: turned at the wheel, shown by the monitor.
+# expect_turn CODE VALUE: changes a value on the wheel; the monitor must show it.
 expect_turn() {
     base_command main turn "$1" "$2"
     wait_until 10 "$1 $2 in the monitor's output" lines_of monitor \

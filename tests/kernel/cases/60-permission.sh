@@ -40,7 +40,7 @@ case_the_rule_is_what_grants_access() {
     expect_success
 }
 
-# Root types it here: the guest has nobody to ask for a password.
+# Runs as root, because the guest has no way to ask for a password.
 case_the_rule_is_installed_and_removed_by_a_command() {
     set_rule_aside
     start_base main --transport usb
@@ -63,7 +63,7 @@ case_the_rule_is_installed_and_removed_by_a_command() {
     expect_the_rule_to_be_named
 }
 
-# grant_late: what a person types who installs the rule with the base plugged in.
+# grant_late: installs the rule while the base is plugged in, with the commands of the guide.
 grant_late() {
     put_rule_back
     udevadm trigger
@@ -84,7 +84,7 @@ case_monitor_goes_on_when_access_comes_late() {
     expect_status 0
 }
 
-# From systemd 258 on, logind gives the nodes to who takes the seat by triggering them.
+# From systemd 258 on, logind triggers the nodes to grant them to the user who takes the seat.
 case_monitor_goes_on_when_the_user_takes_the_seat() {
     give_seat 1001
     start_base main --transport uhid

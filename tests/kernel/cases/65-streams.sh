@@ -1,4 +1,5 @@
-# Programs without standard streams: the node must not get the number of one, or messages would go to the base.
+# Programs without standard streams: the node must not get descriptor 0, 1 or 2, or messages would
+# go to the base.
 
 # ctl_closed STREAMS ARGUMENT...: quorvanectl with these streams closed.
 ctl_closed() {
@@ -10,7 +11,8 @@ ctl_closed() {
     run as_user bash -c "exec quorvanectl \"\$@\"$closing" quorvanectl "$@"
 }
 
-# expect_only_our_packets NAME: of the tuning menu or of the identity, and whole.
+# expect_only_our_packets NAME: the base received only complete packets for the tuning menu or the
+# identity.
 expect_only_our_packets() {
     local packet
     while read -r packet; do
@@ -18,7 +20,7 @@ expect_only_our_packets() {
     done < <(received "$1")
 }
 
-# Results that nobody could read are not done; the base has the value all the same.
+# A run whose results could not be written fails. The base has the value all the same.
 case_closed_streams_reach_no_base() {
     local streams value=30
     local -A statuses=(['0']=0 ['0 2']=0 ['1']=1 ['0 1']=1 ['0 1 2']=1)

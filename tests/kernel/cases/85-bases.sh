@@ -1,13 +1,13 @@
 csl='[log] Connected to CSL DD Wheel Base'
 dd1='[log] Connected to Podium Wheel Base DD1'
 
-# Two bases, of which the DD1 is the first in the list.
+# Starts two bases. The DD1 is the first in the list.
 start_both() {
     start_base dd1 --transport uhid --product 0006 --serial QV-A
     start_base csl --transport usb --product 0020 --serial QV-B
 }
 
-# expect_bases NAME DD1 CSL: the list shows both, each with the word at its row's end.
+# expect_bases NAME DD1 CSL: the list shows both bases, with these words at the end of their rows.
 expect_bases() {
     await_state "$1" ".bases == {\"$(node_of dd1)\": \"$2\", \"$(node_of csl)\": \"$3\"} and (.busy | not)"
 }

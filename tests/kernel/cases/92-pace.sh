@@ -1,16 +1,17 @@
 connected='[log] Connected to CSL DD Wheel Base'
 
-# wakeups PID: how often its threads have slept.
+# wakeups PID: the voluntary context switches of its threads so far.
 wakeups() {
     awk '/^voluntary_ctxt_switches/ { sum += $2 } END { print sum + 0 }' /proc/"$1"/task/*/status
 }
 
-# processor_us PID: the time that its threads took.
+# processor_us PID: the processor time of its threads so far, in microseconds.
 processor_us() {
     awk '{ sum += $1 } END { printf "%.0f\n", sum / 1000 }' /proc/"$1"/task/*/schedstat
 }
 
-# measure SECONDS PID: leaves how often it woke and its time, a second, in WAKEUPS and PROCESSOR_US.
+# measure SECONDS PID: leaves its wake-ups and its processor time per second in WAKEUPS and
+# PROCESSOR_US.
 measure() {
     local slept time begin end
     milliseconds begin
@@ -66,13 +67,13 @@ case_a_window_rests_beside_a_base_that_streams() {
     quit_model window
 }
 
-# answered NAME COUNT: whether the model has asked the base NAME for its menu COUNT times and is done.
+# answered NAME COUNT: whether the base NAME has received COUNT menu requests and the model is idle.
 answered() {
     count_packets "$1" "$menu_requests"
     ((COUNT == $2)) && holds model '(.busy | not)'
 }
 
-# One read of the start, most of the others in a row, the last ones each to a program that rests.
+# One read at the start, most others in a row, and the last ones each while the model is idle.
 case_every_read_beside_a_base_that_streams_is_answered() {
     local reads
     start_base main --transport uhid --stream

@@ -1,15 +1,15 @@
-# expect_outcomes MARKS: one for each of usb, driver, node, access, reports, identity, tuning, holders and presets: +
-# passed, x failed, a dot is not checked.
+# expect_outcomes MARKS: one mark each for usb, driver, node, access, reports, identity, tuning,
+# holders and presets: "+" passed, "x" failed, "." not checked.
 expect_outcomes() {
     expect_equal "the outcomes" "$(json -r '[.checks[] | {"pass": "+", "fail": "x"}[.outcome] // "."] | join("")' "$OUT")" "$1"
 }
 
-# expect_check ID FILTER: FILTER holds of the check, with $node for the base's node.
+# expect_check ID FILTER: FILTER is true for the check, with $node for the base's node.
 expect_check() {
     expect_json ".checks[] | select(.id == \"$1\") | $2" --arg node "$(node_of main)"
 }
 
-# doctor [UID]: ends within the time that it may take, without a message.
+# doctor [UID]: runs the doctor, which must end in time and without a message.
 doctor() {
     ctl_as "${1-1000}" --json doctor
     expect_faster 5
@@ -101,7 +101,7 @@ case_a_rule_with_too_high_a_number() {
     expect_check access '.nextStep | contains("mv /etc/udev/rules.d/90-quorvane.rules /etc/udev/rules.d/70-quorvane.rules")'
 }
 
-# What a trigger does, logind does from systemd 258 on whenever another user takes the seat.
+# A trigger also happens when another user takes the seat: logind does it from systemd 258 on.
 case_a_rule_that_runs_only_when_the_base_is_added() {
     set_rule_aside
     sed 's/^SUBSYSTEM/ACTION=="add", &/' "$work/rule" >"$our_rule"
@@ -188,7 +188,7 @@ case_a_home_that_may_not_be_written() {
     expect_outcomes '++++++++x'
 }
 
-# A file system whose server never says a word, as a network share does whose machine is off.
+# A file system whose server never answers, like a network share whose server is off.
 case_a_home_that_does_not_answer() {
     local folder=/run/quorvane/home-1000/.local/share/Quorvane
     install -d -o 1000 -g 1000 /run/quorvane/home-1000/{.local,.local/share} "$folder"

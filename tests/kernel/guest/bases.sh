@@ -11,7 +11,7 @@ is_a_base() {
     return 1
 }
 
-# find_nodes: leaves in the array nodes the /dev/hidraw paths of all bases that the kernel knows now.
+# find_nodes: leaves the /dev/hidraw paths of all current bases in the array nodes.
 find_nodes() {
     local directory
     nodes=()
@@ -27,7 +27,8 @@ node_count_is() {
     ((${#nodes[@]} == $1))
 }
 
-# has_new_node BEFORE: whether there is a node that the array BEFORE does not hold; leaves it in new_node.
+# has_new_node BEFORE: whether there is a node that is not in the array BEFORE; leaves it in
+# new_node.
 has_new_node() {
     local -n before=$1
     find_nodes
@@ -37,7 +38,8 @@ has_new_node() {
     return 1
 }
 
-# wait_for_node NAME KNOWN: the base NAME has a node that the array KNOWN does not hold, and udev has dealt with it.
+# wait_for_node NAME KNOWN: waits until the base NAME has a node that is not in the array KNOWN, and
+# udev has handled it.
 wait_for_node() {
     wait_until 15 "the node of '$1'" has_new_node "$2"
     base_node[$1]=$new_node
@@ -54,7 +56,7 @@ said() {
     ((COUNT >= $3))
 }
 
-# start_base NAME OPTION...: plugs a base in and waits until udev has dealt with its node, as a person would.
+# start_base NAME OPTION...: plugs a base in and waits until udev has handled its node.
 start_base() {
     local name=$1 input
     local -a known
@@ -87,7 +89,7 @@ base_command() {
     echo "$*" >&"${base_input[$name]}"
 }
 
-# unplug NAME; plug NAME: return when the node has gone, or has come back and udev has dealt with it.
+# unplug NAME; plug NAME: return when the node is gone, or is back and udev has handled it.
 unplug() {
     find_nodes
     base_command "$1" unplug
@@ -103,7 +105,7 @@ plug() {
     wait_for_node "$1" known
 }
 
-# stop_base NAME: fails when it has to be killed.
+# stop_base NAME: ends its process; fails if that has to be killed.
 stop_base() {
     local pid=${base_pid[$1]} status=0
     base_command "$1" quit

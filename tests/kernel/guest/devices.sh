@@ -1,4 +1,4 @@
-# What the kernel itself says about a node, read straight from sysfs, to compare the program's words with.
+# Facts about a node, read directly from sysfs, to compare the program's output with.
 
 # usb_device_of NODE: the sysfs directory of the USB device that the node belongs to.
 usb_device_of() {
@@ -12,7 +12,7 @@ usb_device_of() {
     echo "$directory"
 }
 
-# location_of NODE: eight hex digits, the bus in the first two and then one for each port on the way.
+# location_of NODE: eight hex digits: two for the bus, then one for each port on the way.
 location_of() {
     local device ports port location
     device=$(usb_device_of "$1")

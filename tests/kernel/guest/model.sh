@@ -2,8 +2,8 @@
 
 declare -A model_input=() model_output=()
 
-# start_model NAME [VARIABLE=VALUE...]: in the background as user ${MODEL_UID-1000}, for the base ${MODEL_DEVICE-} where
-# that is set (a window only); its log is $work/NAME.err.
+# start_model NAME [VARIABLE=VALUE...]: starts it in the background as user ${MODEL_UID-1000}, for
+# the base ${MODEL_DEVICE-} if that is set (windows only); its log is $work/NAME.err.
 start_model() {
     local name=$1 input output program=${MODEL_PROGRAM-quorvane-windowless}
     shift
@@ -29,7 +29,7 @@ start_window() {
     MODEL_PROGRAM=quorvane-driven start_model "$name" QT_QPA_PLATFORM=offscreen "$@"
 }
 
-# tell NAME WORD...: one action.
+# tell NAME WORD...: sends it one action.
 tell() {
     local name=$1
     shift
@@ -41,12 +41,13 @@ logged() {
     ((COUNT >= $3))
 }
 
-# expect_log NAME LINE [COUNT]: the log holds LINE, or comes to hold it, at least COUNT times (once).
+# expect_log NAME LINE [COUNT]: waits until the log has LINE at least COUNT times (default: 1).
 expect_log() {
     wait_until 20 "the log line '$2' of '$1'" logged "$1" "$2" "${3-1}"
 }
 
-# shown NAME: whether there is another whole line of the model; leaves in STATE what there is of it.
+# shown NAME: whether another complete line of the model can be read; adds what there is of it to
+# STATE.
 shown() {
     local more status=0
     IFS= read -r -u "${model_output[$1]}" more || status=$?
@@ -54,19 +55,19 @@ shown() {
     return "$status"
 }
 
-# show_state NAME: leaves in STATE what the model shows now, as JSON.
+# show_state NAME: leaves the model's current state in STATE, as JSON.
 show_state() {
     STATE=
     tell "$1" show
     wait_until 20 "the state of '$1'" shown "$1"
 }
 
-# expect_state NAME FILTER: FILTER holds of the state that the model shows now.
+# expect_state NAME FILTER: FILTER is true for the model's current state.
 expect_state() {
     holds "$1" "$2" || fail "does not hold: $2 of $STATE"
 }
 
-# await_state NAME FILTER: FILTER comes to hold.
+# await_state NAME FILTER: waits until FILTER is true.
 await_state() {
     wait_until 20 "$2 of '$1'" holds "$1" "$2"
 }
@@ -76,13 +77,13 @@ holds() {
     json -e "$2" <<<"$STATE" >/dev/null
 }
 
-# click NAME BUTTON: as soon as it can be clicked.
+# click NAME BUTTON: clicks it as soon as it is enabled.
 click() {
     await_state "$1" "any(.buttons[]; . == \"$2\")"
     tell "$1" click "$2"
 }
 
-# quit_model NAME: it ends at once and well.
+# quit_model NAME: it must end at once and successfully.
 quit_model() {
     mark
     tell "$1" quit

@@ -1,6 +1,6 @@
 # Packets as text: bytes in lower-case hex with one space between them, as a base's transcript shows them.
 
-# zero_padded LENGTH BYTES...: filled with 00 up to LENGTH bytes.
+# zero_padded LENGTH BYTES...: the bytes, padded with 00 to LENGTH bytes.
 zero_padded() {
     local length=$1
     shift
@@ -15,12 +15,13 @@ tuning_packet() {
     zero_padded 64 ff "$@"
 }
 
-# menu_report: the raw report of the `read --json` that ran last, as words.
+# menu_report: the raw report of the last `read --json`, as words.
 menu_report() {
     json -r .tuning.raw "$OUT"
 }
 
-# sdk_write REPORT OFFSET BYTE: the write that changes one byte of REPORT, with a device byte before the block.
+# sdk_write REPORT OFFSET BYTE: the write that changes one byte of REPORT, with the device ID before
+# the block.
 sdk_write() {
     local -a old new
     read -ra old <<<"$1"
@@ -39,7 +40,7 @@ linux_write() {
     echo "${bytes[*]}"
 }
 
-# received NAME: what reached the base, one packet a line.
+# received NAME: the packets that reached the base, one per line.
 received() {
     local line
     while read -r line; do
@@ -47,7 +48,8 @@ received() {
     done <"$work/$1.transcript"
 }
 
-# count_packets NAME PATTERN: leaves in COUNT how many packets that match PATTERN reached the base.
+# count_packets NAME PATTERN: leaves the number of packets that match PATTERN and reached the base
+# in COUNT.
 count_packets() {
     local line
     local -a lines
@@ -68,7 +70,8 @@ packets_reached() {
     ((COUNT >= $3))
 }
 
-# send_packet BYTES...: to standard output, in one write; the shell's own ends at every byte that is a line's end to it.
+# send_packet BYTES...: to standard output, in one write. The shell's printf alone would flush at
+# every 0a byte.
 send_packet() {
     # shellcheck disable=SC2059
     printf "$(printf '\\x%s' "$@")" | dd bs=$# count=1 iflag=fullblock status=none

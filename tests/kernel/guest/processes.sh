@@ -1,8 +1,8 @@
-# Waiting, failing, and processes in the background. Starting a process is slow in the guest: what is done often is
-# done by the shell itself.
+# Waiting, failing, and background processes. Starting a process is slow in the guest, so frequent
+# steps use shell builtins only.
 
 declare -A background=()
-exec {silence}<>/run/quorvane/silence  # a pipe that nobody writes to
+exec {silence}<>/run/quorvane/silence  # a pipe without a writer, for sleeping with read -t
 
 fail() {
     echo "FAILED: $*"
@@ -19,7 +19,8 @@ pause() {
     read -rt "$1" -u "$silence" || true
 }
 
-# wait_until SECONDS WHAT COMMAND...: polls until COMMAND succeeds; fails naming WHAT when it does not in time.
+# wait_until SECONDS WHAT COMMAND...: polls until COMMAND succeeds; on a time-out fails with a
+# message that names WHAT.
 wait_until() {
     local what=$2 deadline now
     milliseconds deadline
@@ -32,7 +33,7 @@ wait_until() {
     done
 }
 
-# count_lines FILE LINE: leaves in COUNT how often FILE has LINE.
+# count_lines FILE LINE: leaves in COUNT how often LINE occurs in FILE.
 count_lines() {
     local line
     local -a lines
@@ -61,8 +62,8 @@ has_ended() {
     ! is_running "$1"
 }
 
-# start_ctl NAME ARGUMENT...: quorvanectl in the background, output in $work/NAME.out and NAME.err. A shell hides SIGINT
-# from what it starts in the background, hence the reset.
+# start_ctl NAME ARGUMENT...: quorvanectl in the background, output in $work/NAME.out and NAME.err.
+# A shell starts background processes with SIGINT ignored, hence the reset.
 start_ctl() {
     local name=$1
     shift
@@ -72,7 +73,7 @@ start_ctl() {
     mark
 }
 
-# mark: from here on the time is taken that join leaves in ELAPSED.
+# mark: starts the stopwatch that take_elapsed and join read.
 mark() {
     milliseconds marked
 }
@@ -83,13 +84,13 @@ take_elapsed() {
     ((ELAPSED -= marked)) || true
 }
 
-# interrupt NAME: as Ctrl-C does.
+# interrupt NAME: sends SIGINT, as Ctrl-C does.
 interrupt() {
     mark
     kill -INT "${background[$1]}"
 }
 
-# join NAME: waits for its end; STATUS, ELAPSED, OUT and ERR then describe it.
+# join NAME: waits for its end, and sets STATUS, ELAPSED, OUT and ERR.
 join() {
     local name=$1 pid=${background[$1]}
     OUT="$work/$name.out" ERR="$work/$name.err" STATUS=0

@@ -1,6 +1,7 @@
 # quorvanectl, run as the user at the seat unless a case says otherwise.
 
-# become UID COMMAND...: replaces this shell; no group, no capability and a home of its own.
+# become UID COMMAND...: replaces this shell with COMMAND, without groups and capabilities and with
+# a home of its own.
 become() {
     local uid=$1
     shift
@@ -22,7 +23,8 @@ show_outcome() {
     show_lines "$ERR" 0 50 '  stderr: %.2000s'
 }
 
-# run COMMAND...: leaves its exit status in STATUS, its milliseconds in ELAPSED, its output in the files OUT and ERR.
+# run COMMAND...: sets STATUS (exit status), ELAPSED (milliseconds), OUT and ERR (files with its
+# output).
 run() {
     OUT="$work/stdout" ERR="$work/stderr" STATUS=0
     echo "\$ $*"
@@ -42,11 +44,11 @@ ctl_as() {
     run as_uid "$uid" quorvanectl "$@"
 }
 
-# Programs of another maker, run as the user at the seat, as a game is.
+# Programs of other makers, such as games, run as the user at the seat.
 
 declare -A holder_input=() holder_packets=()
 
-# hold_node NODE: keeps it open, and writes the packets that come on standard input, one a line.
+# hold_node NODE: keeps it open, and writes the packets from standard input to it, one per line.
 hold_node() {
     local -a packet
     exec 3<>"$1"
@@ -63,7 +65,7 @@ holder_said() {
     ((COUNT >= $3))
 }
 
-# start_holder NAME NODE: in the background; returns when it has the node open.
+# start_holder NAME NODE: starts hold_node in the background; returns when the node is open.
 start_holder() {
     local name=$1 input
     mkfifo "$work/$name.stdin"
@@ -76,14 +78,14 @@ start_holder() {
     wait_until 10 "'$name' to open $2" holder_said "$name" open 1
 }
 
-# tell_holder NAME PACKET: returns when it is written.
+# tell_holder NAME PACKET: sends it a packet; returns when that is written.
 tell_holder() {
     echo "$2" >&"${holder_input[$1]}"
     ((holder_packets[$1] += 1))
     wait_until 10 "a packet of '$1'" holder_said "$1" written "${holder_packets[$1]}"
 }
 
-# stop_holder NAME: it closes the node.
+# stop_holder NAME: ends it, which closes the node.
 stop_holder() {
     kill "${background[$1]}"
     wait "${background[$1]}" || true

@@ -1,6 +1,6 @@
 # Programs that write to one base for several rounds.
 
-# expect_on_base CODE=VALUE...: as a fresh read of the base shows them.
+# expect_on_base CODE=VALUE...: the values in a new read of the base.
 expect_on_base() {
     local word filter=true
     for word in "$@"; do
@@ -22,8 +22,8 @@ tens_values() {
     echo "SHO=$tens BLI=$tens FOR=$tens SPR=$tens DPR=$tens brF=$tens FEI=$tens"
 }
 
-# write_rounds NAME COUNT VALUES: writes what VALUES prints for each round. Every value must be read back, and all of
-# them must still be there when the others have gone on.
+# write_rounds NAME COUNT VALUES: in each round, writes the words that VALUES prints. Every value
+# must be read back, and all of them must still be there later.
 write_rounds() {
     local name=$1 count=$2 values=$3 round
     local -a words
@@ -52,7 +52,8 @@ finish_rounds() {
     unset "background[$1]"
 }
 
-# two_write_at_once ROUNDS: one writes the values in per cent and the other those in tens, seven each in a round.
+# two_write_at_once ROUNDS: one program writes percent_values and another one tens_values, seven
+# values each per round.
 two_write_at_once() {
     start_base main --transport usb
     start_rounds percent "$1" percent_values

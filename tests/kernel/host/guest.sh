@@ -1,10 +1,10 @@
-# Starts the guest, prints its report as it grows, and judges the end.
+# Starts the guest, prints its report as it grows, and evaluates the result.
 
 guest_seconds=900
 kernel_command_line="console=ttyS0 panic=-1 quiet nokaslr mitigations=off audit=0 no_timer_check tsc=reliable \
 cryptomgr.notests 8250.nr_uarts=1 net.ifnames=0"
 
-# run_qemu KERNEL SHARE: replaces the shell it is called in.
+# run_qemu KERNEL SHARE: replaces the calling shell.
 run_qemu() {
     exec timeout --kill-after=10 "$guest_seconds" qemu-system-x86_64 \
         -accel tcg,thread=multi -nodefaults -no-reboot -display none -cpu Nehalem -smp 2 -m 1024 \
@@ -27,7 +27,7 @@ explain_unfinished() {
     [[ ! -e $share/console ]] || tail -n 40 "$share/console" | tr -d '\r' | sed 's/^/    | /'
 }
 
-# judge SHARE QEMU_STATUS: prints the last line; fails unless every case ran and passed.
+# judge SHARE QEMU_STATUS: prints the summary line; fails unless every case ran and passed.
 judge() {
     local share=$1 passed failed
     passed=$(grep -c '^ok ' "$share/report" || true)

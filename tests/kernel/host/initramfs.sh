@@ -1,8 +1,10 @@
-# The first root of the guest: a static busybox, the modules that reach this machine's files, and guest/init.
+# The guest's initramfs: a static busybox, the kernel modules for access to this machine's files,
+# and guest/init.
 
 boot_modules=(virtio_pci 9pnet_virtio 9p overlay)
 
-# module_files KERNEL_DIR MODULE...: their files in the order of loading, each once.
+# module_files KERNEL_DIR MODULE...: the files of the modules and their dependencies, in loading
+# order, each once.
 module_files() {
     local directory=$1 release module
     release=$(basename "$directory")

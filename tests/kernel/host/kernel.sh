@@ -1,6 +1,6 @@
 # Debian's kernel, unpacked beside the build and never installed: CACHE/RELEASE holds vmlinuz and lib/modules/RELEASE.
 
-# newest_kernel_package: the package that linux-image-amd64 stands for; empty when apt knows none.
+# newest_kernel_package: the package that linux-image-amd64 depends on; empty if apt knows none.
 newest_kernel_package() {
     apt-cache depends linux-image-amd64 2>/dev/null | sed -n 's/^ *Depends: \(linux-image-[0-9].*\)$/\1/p' | head -n 1
 }
@@ -19,7 +19,8 @@ download_kernel() {
     (cd "$1" && apt-get -qq -o APT::Sandbox::User=root download "$2")
 }
 
-# unpack_kernel DIRECTORY: the package in DIRECTORY becomes DIRECTORY/vmlinuz and DIRECTORY/lib/modules.
+# unpack_kernel DIRECTORY: unpacks the package in DIRECTORY to DIRECTORY/vmlinuz and
+# DIRECTORY/lib/modules.
 unpack_kernel() {
     local directory=$1 release
     dpkg-deb --extract "$directory"/linux-image-*.deb "$directory/package"
@@ -31,7 +32,8 @@ unpack_kernel() {
     echo "$release"
 }
 
-# fetch_kernel CACHE: whole or not at all, so that an interrupted run leaves no half of a kernel behind.
+# fetch_kernel CACHE: downloads and unpacks atomically, so that an interrupted run leaves no
+# incomplete kernel behind.
 fetch_kernel() {
     local cache=$1 package staging release
     package=$(kernel_package) || lacking "apt knows no linux-image-amd64 (it needs a Debian source and the network)"
@@ -55,7 +57,7 @@ cached_kernel() {
     return 1
 }
 
-# prepare_kernel CACHE: sets kernel_dir; downloads only when the cache has none.
+# prepare_kernel CACHE: sets kernel_dir; downloads a kernel only if the cache has none.
 prepare_kernel() {
     cached_kernel "$1" >/dev/null || fetch_kernel "$1"
     kernel_dir=$(cached_kernel "$1")

@@ -1,6 +1,6 @@
-# What this machine must offer, and how it says that something is missing.
+# The requirements on this machine, and the message if one is missing.
 
-# lacking MESSAGE: ends the run. Only a continuous-integration machine promises to have everything.
+# lacking MESSAGE: ends the run, with exit status 1 if CI is set, else 77.
 lacking() {
     echo "tests/kernel: $1" >&2
     echo "tests/kernel: to install what is missing: scripts/setup kernel" >&2
@@ -20,7 +20,7 @@ udevd_path() {
     return 1
 }
 
-# Each line: a program and the Debian package that brings it.
+# Each line: a program and its Debian package.
 required_programs() {
     cat <<'PROGRAMS'
 qemu-system-x86_64 qemu-system-x86

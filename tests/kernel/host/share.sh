@@ -1,5 +1,5 @@
-# The one directory that both sides write to. The host puts a copy of everything under test there, so that a build or
-# an edit made meanwhile cannot change a run half-way; the guest puts its results beside it.
+# The directory that host and guest share. The host puts a copy of everything under test there, so
+# that a build or an edit meanwhile cannot affect the run. The guest writes its results beside it.
 
 # find_program BUILD NAME
 find_program() {
@@ -26,7 +26,8 @@ installed() {
     echo "$1"
 }
 
-# prepare_share SHARE BUILD PATTERN: with what is installed in place of what was built, where `use_installed` is set.
+# prepare_share SHARE BUILD PATTERN: with the installed files instead of the built ones if
+# `use_installed` is set.
 prepare_share() {
     local share=$1 build=$2 program path rule=$repository/packaging/udev/70-quorvane.rules
     rm -rf "$share"

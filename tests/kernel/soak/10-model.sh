@@ -1,4 +1,4 @@
-# What only shows after a while. Run by `tests/kernel/run --soak`, not with the others.
+# Soak tests of the model. Run by `tests/kernel/run --soak` only.
 
 connected='[log] Connected to CSL DD Wheel Base'
 allowed_growth=1024  # KiB of resident memory
@@ -21,13 +21,14 @@ thread_count_is() {
     (($(thread_count "$1") == $2))
 }
 
-# take_figures NAME: what the model NAME has now, while a base is connected and nothing is going on.
+# take_figures NAME: records memory, threads and descriptors of the model NAME. A base must be
+# connected and the model idle.
 take_figures() {
     figures=("$(resident "$1")" "$(thread_count "$1")" "$(descriptor_count "$1")")
     echo "$1: ${figures[0]} KiB resident, ${figures[1]} threads, ${figures[2]} descriptors"
 }
 
-# expect_no_growth NAME: it has no more now than when its figures were taken.
+# expect_no_growth NAME: its figures have not grown since take_figures.
 expect_no_growth() {
     local -a before=("${figures[@]}")
     wait_until 10 "the threads of '$1' to end" thread_count_is "$1" "${before[1]}"
@@ -67,8 +68,8 @@ case_200_rounds_of_unplugging_and_plugging() {
     quit_model model
 }
 
-# Reads of the model and of a second program while the base sends a report every millisecond: each of them has its
-# answer, and a value turned at the wheel shows in between.
+# The model and a second program read while the base sends a report every millisecond. Each read
+# gets its answer, and the model shows values changed on the wheel meanwhile.
 case_ten_minutes_of_input_at_1_kHz() {
     local reads=1 end value=0
     figures=()

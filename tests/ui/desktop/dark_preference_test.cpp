@@ -25,7 +25,7 @@ class DarkPreferenceTest : public testing::Test {
  protected:
   void startPortal() { PrivateBus::own(desktop_, Portal::service()); }
 
-  // Answers every question with this value.
+  // Answers every call with this value.
   void answer(const QVariant& value) {
     portal_.follow([this, value](const QDBusMessage& call) {
       desktop_.send(call.createReply(wrapped(value)));

@@ -11,7 +11,7 @@
 namespace quorvane {
 namespace {
 
-// The lines of a file that gets installed; none when it is not there.
+// The lines of an installed file; empty if it does not exist.
 QStringList linesOf(const QString& suffix) {
   QFile file(QStringLiteral(INSTALLED_FILES "/") + Addresses::applicationID() + suffix);
   if (!file.open(QIODevice::ReadOnly)) return {};

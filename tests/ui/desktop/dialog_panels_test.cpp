@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-// The toolkit's dialogs, where there is no bus.
+// Qt's dialogs, which are used without a bus.
 class DialogPanels : public PanelsTest {
  protected:
   DialogPanels() {

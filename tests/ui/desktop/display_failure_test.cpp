@@ -16,7 +16,8 @@ namespace {
 
 using Variables = std::vector<std::pair<const char*, const char*>>;
 
-// The built program with no display but what the variables name, and with a home of its own.
+// The built program with no display except the one that the variables name, and with a home
+// directory of its own.
 class WindowProgram {
  public:
   explicit WindowProgram(const Variables& variables, const QStringList& words = {}) {
@@ -35,7 +36,7 @@ class WindowProgram {
     process_.start(QStringLiteral(QUORVANE), words);
   }
 
-  // Waits for the end; the exit status, or -1 when a signal ended it.
+  // Waits for its end. Returns the exit status, or -1 if a signal ended it.
   int end() {
     process_.waitForFinished(-1);
     return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;

@@ -9,8 +9,8 @@
 
 namespace quorvane {
 
-// Whatever is called at a path, or below it, of a client: remembered, and answered by a script.
-// While the script sends nothing, callers wait.
+// A D-Bus object of a client, at a path and all paths below it. Records every call and passes it to
+// the script, which has to send the reply: until then the caller waits.
 class FakeObject final : public QDBusVirtualObject {
  public:
   using Script = std::function<void(const QDBusMessage& call)>;

@@ -15,7 +15,8 @@
 
 namespace quorvane {
 
-// A window, and a home with a documents folder of an unusual name.
+// The desktop's panels over a window, with a home directory whose documents folder has an unusual
+// name.
 class PanelsTest : public testing::Test {
  protected:
   using Paths = std::vector<std::filesystem::path>;
@@ -30,12 +31,12 @@ class PanelsTest : public testing::Test {
   void exportPresets() { panels_->chooseDestination(presetsRequest(), choosing()); }
   void import() { panels_->chooseFile(importRequest(), choosing()); }
 
-  // Remembers what is chosen, in order.
+  // A callback that appends what is chosen to chosen_.
   FilePanels::Chosen choosing();
 
   std::vector<QFileDialog*> dialogs() const;
 
-  // The toolkit's dialog, of which there is one; waits until it is there.
+  // Qt's only file dialog. Waits until it is there.
   QFileDialog& dialog() const;
 
   const std::filesystem::path& home() const { return home_.path(); }

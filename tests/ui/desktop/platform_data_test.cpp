@@ -21,7 +21,7 @@ class PlatformDataTest : public testing::Test {
   const ScopedVariable noStartupID_{startupVariable};
 };
 
-// What the environment offers at the moment a widget is shown.
+// Records the token in the environment at the moment a widget is shown.
 class Witness final : public QObject {
  public:
   bool eventFilter(QObject* watched, QEvent* event) override {

@@ -20,7 +20,7 @@ constexpr uint otherCode = 2;
 
 QString requestInterface() { return QStringLiteral("org.freedesktop.portal.Request"); }
 
-// The portal's dialogs, from a portal that leaves everything to the test.
+// The portal's dialogs, with a fake portal that the test controls.
 class PortalPanels : public PanelsTest {
  protected:
   PortalPanels() {
@@ -30,7 +30,7 @@ class PortalPanels : public PanelsTest {
 
   void startPortal() { PrivateBus::own(desktop_, Portal::service()); }
 
-  // The call with this number, counted from 0; waits for it.
+  // Waits for the n-th call, n from 0.
   const QDBusMessage& call(qsizetype number = 0) {
     waitUntil([&] { return portal_.calls().size() > number; });
     return portal_.calls()[number];
@@ -39,7 +39,7 @@ class PortalPanels : public PanelsTest {
     return qdbus_cast<QVariantMap>(call(number).arguments().value(2));
   }
 
-  // Where the interface of portals puts the request.
+  // The object path of the request, as the portal interface defines it.
   QString handle(qsizetype number = 0) {
     return QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2")
         .arg(call(number).service().mid(1).replace(u'.', u'_'),
@@ -64,7 +64,7 @@ class PortalPanels : public PanelsTest {
   }
   void settle() { PrivateBus::settle(desktop_, client_); }
 
-  // How many imports the portal has been asked for in all.
+  // Starts another import. Returns how many imports the portal has received in all.
   qsizetype importsAfterAnother() {
     import();
     PrivateBus::settle(client_, desktop_);

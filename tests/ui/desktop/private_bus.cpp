@@ -37,7 +37,7 @@ void waitUntil(const std::function<bool()>& holds) {
 PrivateBus::PrivateBus() {
   const auto file = directory_ / "bus.conf";
   putFile(file, configuration((directory_ / "bus").string()));
-  // It ends with the test, also when that crashes.
+  // The kernel ends the daemon with the test, even if that crashes.
   daemon_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
   daemon_.start(
       QStringLiteral("dbus-daemon"),

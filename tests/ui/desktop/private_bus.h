@@ -12,15 +12,15 @@
 
 namespace quorvane {
 
-// How long to wait for an answer that will not come.
+// The time-out of waits for an answer that must not come.
 inline constexpr std::chrono::milliseconds soon{50};
 
-// Runs the event loop until the predicate holds. It is asked at first, and whenever nothing else is
-// to be done.
+// Runs the event loop until the predicate holds. It is checked first, and whenever the loop is
+// idle.
 void waitUntil(const std::function<bool()>& holds);
 
-// A message bus of the test's own, with no services that it could start. Gone with every connection
-// when this is destroyed.
+// A D-Bus daemon for one test, without activatable services. The destructor closes all connections
+// and ends the daemon.
 class PrivateBus {
  public:
   PrivateBus();
@@ -30,19 +30,19 @@ class PrivateBus {
 
   const QString& address() const { return address_; }
 
-  // Another client.
+  // Connects another client.
   QDBusConnection connect();
 
-  // The bus ends; its clients notice before this returns.
+  // Ends the daemon. Returns after all clients have noticed.
   void stop();
 
-  // Runs the event loop until `receiver` has handled what `sender` sent it before.
+  // Runs the event loop until `receiver` has handled all earlier messages of `sender`.
   static void settle(const QDBusConnection& sender, const QDBusConnection& receiver);
 
-  // Calls from a client, and runs the event loop until the answer is there.
+  // Sends a call from a client, and runs the event loop until the reply arrives.
   static QDBusMessage call(const QDBusConnection& client, const QDBusMessage& call);
 
-  // Becomes the owner of a name.
+  // Makes the client the owner of a bus name.
   static void own(const QDBusConnection& client, const QString& name);
 
  private:

@@ -26,7 +26,7 @@ class SessionBus : public testing::Test {
     return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
   }
 
-  // A socket's name; a null byte in front makes it an abstract one.
+  // Binds a socket to this name; with a leading null byte it is an abstract one.
   static UniqueFd bound(const std::string& name) {
     UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     sockaddr_un where{};
@@ -95,7 +95,7 @@ TEST_F(SessionBus, AnAddressComesBeforeTheUsers) {
 }
 
 TEST_F(SessionBus, IsConnectedTo) {
-  // The toolkit keeps the connection for as long as the process lives.
+  // Static, because Qt keeps the connection until the process ends.
   static const PrivateBus bus;
   const ScopedVariable variable(address, bus.address().toStdString());
   const auto connection = sessionBus();

@@ -30,7 +30,7 @@ constexpr std::chrono::milliseconds never{2'000'000};
 
 class SingleInstanceTest : public testing::Test {
  protected:
-  // Owns the name from now on, and writes down what it hears.
+  // Starts the first instance, which owns the name. Records its signals.
   void startFirst() {
     instance_ = std::make_unique<SingleInstance>(first_, applicationID());
     QObject::connect(instance_.get(), &SingleInstance::activated, [this](const QString& token) {
@@ -48,7 +48,7 @@ class SingleInstanceTest : public testing::Test {
     EXPECT_EQ(instance_->start({}, {}), Start::owner);
   }
 
-  // Another start, which blocks a thread of its own meanwhile.
+  // Starts another instance, on a thread of its own because start() blocks.
   static Start startOn(const QDBusConnection& bus, const Files& files,
                        const QVariantMap& platformData = {},
                        std::optional<Section> section = std::nullopt) {

@@ -8,8 +8,8 @@
 namespace quorvane {
 namespace {
 
-// Gives a signal a handling for the length of a test. Background jobs of a script are started to
-// ignore SIGINT.
+// RAII: sets the handling of a signal. Needed because shell scripts start background jobs with
+// SIGINT ignored.
 class Handling {
  public:
   explicit Handling(int signal, void (*handling)(int) = SIG_DFL) : signal_(signal) {
