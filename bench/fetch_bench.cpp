@@ -72,7 +72,7 @@ constexpr int exchanges = 10000;
 
 // Runs two exchanges alternately, so that other load on the machine affects both equally.
 template <typename A, typename B>
-std::pair<Samples, Samples> inTurn(benchmark::State& state, A& a, B& b) {
+std::pair<Samples, Samples> insideWriteLock(benchmark::State& state, A& a, B& b) {
   for (int i = 0; i < warmUp; ++i) {
     a.exchange();
     b.exchange();
@@ -89,7 +89,7 @@ std::pair<Samples, Samples> inTurn(benchmark::State& state, A& a, B& b) {
 void fetchAgainstFloor(benchmark::State& state) {
   BareExchange floor;
   SessionExchange session;
-  auto [ofFloor, ofSession] = inTurn(state, floor, session);
+  auto [ofFloor, ofSession] = insideWriteLock(state, floor, session);
   state.counters["floor_p50_ns"] = ofFloor.quantile(0.5);
   state.counters["floor_p99_ns"] = ofFloor.quantile(0.99);
   state.counters["fetch_p50_ns"] = ofSession.quantile(0.5);
@@ -103,7 +103,7 @@ void fetchDuringStream(benchmark::State& state) {
   SessionExchange quiet;
   SessionExchange streaming;
   const StatusStream stream(streaming.farEnd());
-  auto [ofQuiet, ofStreaming] = inTurn(state, quiet, streaming);
+  auto [ofQuiet, ofStreaming] = insideWriteLock(state, quiet, streaming);
   state.counters["quiet_p50_ns"] = ofQuiet.quantile(0.5);
   state.counters["stream_p50_ns"] = ofStreaming.quantile(0.5);
   state.counters["stream_p50_ratio"] = ofStreaming.quantile(0.5) / ofQuiet.quantile(0.5);

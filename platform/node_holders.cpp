@@ -36,7 +36,7 @@ std::optional<FileLock> parseFileLock(std::string_view line) {
 }
 
 // "lock:	2: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0", the write lock.
-bool isTurn(std::string_view line) {
+bool isWriteLock(std::string_view line) {
   const auto fields = words(line);
   return fields.size() >= 8 && fields[0].starts_with("lock:") && fields[1] == "OFDLCK" &&
          fields[3] == "WRITE" && fields[6] == "0" && fields[7] == "0";
@@ -157,7 +157,7 @@ void NodeHolders::lookAt(const std::string& process, const std::string& descript
 bool NodeHolders::hasWriteLock(const std::string& process, const std::string& descriptor) const {
   const std::string facts = system_.content("/proc/" + process + "/fdinfo/" + descriptor);
   const auto lines = split(facts, '\n');
-  return std::any_of(lines.begin(), lines.end(), isTurn);
+  return std::any_of(lines.begin(), lines.end(), isWriteLock);
 }
 
 // /proc/locks also lists the processes of other users.

@@ -90,7 +90,7 @@ class SimulatedDevice::Port final : public HIDPort {
       if (reportID != 0 && (data.empty() || data[0] != reportID)) {
         device_->violations_.emplace_back("a packet that does not begin with its report ID");
       }
-      if (isMenuWrite(data) && isAnothersTurn()) {
+      if (isMenuWrite(data) && isLockedByAnother()) {
         device_->violations_.emplace_back("a menu write in another's turn");
       }
       before = device_->base_.isPlugged();
@@ -128,7 +128,7 @@ class SimulatedDevice::Port final : public HIDPort {
 
   std::optional<NodeHolder> writeLockHolder() override {
     MutexLock held(device_->lock_);
-    return device_->turnHolder_;
+    return device_->writeLockHolder_;
   }
 
   void watchForOthers() override {
@@ -161,7 +161,7 @@ class SimulatedDevice::Port final : public HIDPort {
   }
 
  private:
-  bool isAnothersTurn() const QUORVANE_REQUIRES(device_->lock_) {
+  bool isLockedByAnother() const QUORVANE_REQUIRES(device_->lock_) {
     return !isGone(device_->base_) && !device_->line_.empty() && device_->line_.front() != this;
   }
 
@@ -288,9 +288,9 @@ void SimulatedDevice::setTellsOpenings(bool tellsOpenings) {
   tellsOpenings_ = tellsOpenings;
 }
 
-void SimulatedDevice::setTurnHolder(std::optional<NodeHolder> holder) {
+void SimulatedDevice::setWriteLockHolder(std::optional<NodeHolder> holder) {
   MutexLock held(lock_);
-  turnHolder_ = std::move(holder);
+  writeLockHolder_ = std::move(holder);
 }
 
 void SimulatedDevice::delayReaders() {

@@ -68,7 +68,7 @@ class SimulatedDevice final : public HIDDeviceHandle,
   void setTellsOpenings(bool tellsOpenings);
 
   // The result of every port's writeLockHolder(): a process outside this one.
-  void setTurnHolder(std::optional<NodeHolder> holder);
+  void setWriteLockHolder(std::optional<NodeHolder> holder);
 
   // Adds one to possibleLosses() of every open port, as when a reader is too late for a report.
   void delayReaders();
@@ -118,7 +118,7 @@ class SimulatedDevice final : public HIDDeviceHandle,
   int visits_ QUORVANE_GUARDED_BY(lock_) = 0;                 // openings and closings
   bool tellsOpenings_ QUORVANE_GUARDED_BY(lock_) = true;
   bool hasWriteLocks_ QUORVANE_GUARDED_BY(lock_) = true;
-  std::optional<NodeHolder> turnHolder_ QUORVANE_GUARDED_BY(lock_);
+  std::optional<NodeHolder> writeLockHolder_ QUORVANE_GUARDED_BY(lock_);
   std::vector<std::string> violations_ QUORVANE_GUARDED_BY(lock_);
   HIDReturn openFailure_ QUORVANE_GUARDED_BY(lock_) = HIDReturnCode::success;
   std::function<void()> onPlugChange_ QUORVANE_GUARDED_BY(lock_);

@@ -35,24 +35,24 @@ Dialogue refusedFrom(std::size_t first, Dialogue dialogue) {
   return dialogue;
 }
 
-std::vector<Company> turns() {
+std::vector<Company> writeLocks() {
   return {
-      {"another program keeps its turn", Need::turn,
-       [](Scene& scene) { EXPECT_TRUE(scene.come().askForTurn()); }, asEver,
-       [](Disturbance& disturbance) { disturbance.turnAfter.reset(); }},
-      {"another program ends its turn after 0.5 s", Need::turn,
+      {"another program keeps the write lock", Need::writeLock,
+       [](Scene& scene) { EXPECT_TRUE(scene.come().askForWriteLock()); }, asEver,
+       [](Disturbance& disturbance) { disturbance.writeLockAfter.reset(); }},
+      {"another program releases the write lock after 0.5 s", Need::writeLock,
        [](Scene& scene) {
-         EXPECT_TRUE(scene.come().askForTurn());
-         scene.inPause(49, [](OtherProgram& other) { other.endTurn(); });
+         EXPECT_TRUE(scene.come().askForWriteLock());
+         scene.inPause(49, [](OtherProgram& other) { other.releaseWriteLock(); });
        },
        readingBeforeEach,
        [](Disturbance& disturbance) {
-         disturbance.turnTaken = 1;
-         disturbance.turnAfter = Seconds(0.5);
+         disturbance.writeLockTaken = 1;
+         disturbance.writeLockAfter = Seconds(0.5);
        }},
-      {"another program writes and dies in its turn", Need::turn,
+      {"another program writes and dies while it holds the write lock", Need::writeLock,
        [](Scene& scene) {
-         EXPECT_TRUE(scene.come().askForTurn());
+         EXPECT_TRUE(scene.come().askForWriteLock());
          scene.inPause(2, [menu = scene.menu()](OtherProgram& other) {
            other.write(menu, othersValue);
            other.leave();
@@ -60,11 +60,11 @@ std::vector<Company> turns() {
        },
        readingBeforeEach,
        [](Disturbance& disturbance) {
-         disturbance.turnTaken = 1;
-         disturbance.turnAfter = Seconds(0.03);
+         disturbance.writeLockTaken = 1;
+         disturbance.writeLockAfter = Seconds(0.03);
        },
        true, 1},
-      {"the system has no locks", Need::turn,
+      {"the system has no locks", Need::writeLock,
        [](Scene& scene) { scene.base().setHasWriteLocks(false); }, readingBeforeEach, undisturbed},
   };
 }
@@ -105,17 +105,17 @@ std::vector<Company> switches() {
       {"another program makes set 4 active after the first value", Need::values,
        [](Scene& scene) {
          scene.come();
-         scene.inPause(0, [](OtherProgram& other) { EXPECT_FALSE(other.askForTurn()); });
+         scene.inPause(0, [](OtherProgram& other) { EXPECT_FALSE(other.askForWriteLock()); });
          scene.inPause(1, [](OtherProgram& other) {
-           EXPECT_TRUE(other.askForTurn());
+           EXPECT_TRUE(other.askForWriteLock());
            other.selectSet(otherSet);
-           other.endTurn();
+           other.releaseWriteLock();
          });
        },
        [](const Dialogue& dialogue) { return readingBeforeEach(refusedFrom(1, dialogue)); },
        [](Disturbance& disturbance) {
-         disturbance.turnTaken = 2;
-         disturbance.turnAfter = Seconds(0.01);
+         disturbance.writeLockTaken = 2;
+         disturbance.writeLockAfter = Seconds(0.01);
        },
        false, 1},
   };
@@ -151,13 +151,13 @@ void Scene::end() {
   other_.reset();
   base_.setHasWriteLocks(true);
   base_.setTellsOpenings(true);
-  EXPECT_TRUE(come().askForTurn());
+  EXPECT_TRUE(come().askForWriteLock());
   other_.reset();
 }
 
 const std::vector<Company>& companies() {
   static const std::vector<Company> all = [] {
-    std::vector<Company> list = turns();
+    std::vector<Company> list = writeLocks();
     for (const auto& more : {writings(), switches()}) {
       list.insert(list.end(), more.begin(), more.end());
     }

@@ -17,7 +17,7 @@ using Matches = bool (*)(const Step&);
 bool isPacket(const Step& step) { return step.isPacket(); }
 bool isPause(const Step& step) { return step.kind == Step::Kind::pause; }
 bool isAnswer(const Step& step) { return step.isAnswer(); }
-bool isTurn(const Step& step) { return step.isTurn(); }
+bool isWriteLock(const Step& step) { return step.isWriteLock(); }
 
 std::size_t countOf(const Dialogue& dialogue, Matches matches) {
   std::size_t count = 0;
@@ -66,7 +66,7 @@ class Walk {
     const bool isGone = number >= disturbance_.goneFrom;
     if (step.isPacket()) return send(step, isGone);
     if (step.isAnswer()) return await(step, isGone);
-    if (step.isTurn()) return isGone ? std::nullopt : waitForTurn();
+    if (step.isWriteLock()) return isGone ? std::nullopt : waitForWriteLock();
     prediction_.time += step.duration;
     return std::nullopt;
   }
@@ -94,10 +94,11 @@ class Walk {
     return timeoutText(step);
   }
 
-  std::optional<std::string> waitForTurn() {
-    const bool isTaken = ++turns_ == disturbance_.turnTaken || !disturbance_.turnAfter;
-    if (isTaken) prediction_.time += disturbance_.turnAfter.value_or(turnLimit);
-    if (disturbance_.turnAfter) return std::nullopt;
+  std::optional<std::string> waitForWriteLock() {
+    const bool isTaken =
+        ++writeLocks_ == disturbance_.writeLockTaken || !disturbance_.writeLockAfter;
+    if (isTaken) prediction_.time += disturbance_.writeLockAfter.value_or(turnLimit);
+    if (disturbance_.writeLockAfter) return std::nullopt;
     return noTurnText();
   }
 
@@ -115,13 +116,13 @@ class Walk {
   Prediction prediction_;
   std::size_t step_ = 0;
   std::size_t packets_ = 0;
-  std::size_t turns_ = 0;
+  std::size_t writeLocks_ = 0;
 };
 
 }  // namespace
 
 Part verifiedWrite(std::string code, std::string kept) {
-  return {{ownTurn, menuPacket, pauseOf(0.25), menuPacket, menuAnswer},
+  return {{ownWriteLock, menuPacket, pauseOf(0.25), menuPacket, menuAnswer},
           std::move(kept),
           std::move(code)};
 }
@@ -139,7 +140,7 @@ Part readFirst(Part part) {
 }
 
 Part refused(Part part, std::string refusal) {
-  part.steps = {ownTurn};
+  part.steps = {ownWriteLock};
   part.refusal = std::move(refusal);
   return part;
 }
@@ -152,7 +153,7 @@ bool Prediction::failsWholly() const {
 std::size_t packetsIn(const Dialogue& dialogue) { return countOf(dialogue, isPacket); }
 std::size_t pausesIn(const Dialogue& dialogue) { return countOf(dialogue, isPause); }
 std::size_t answersIn(const Dialogue& dialogue) { return countOf(dialogue, isAnswer); }
-std::size_t turnsIn(const Dialogue& dialogue) { return countOf(dialogue, isTurn); }
+std::size_t turnsIn(const Dialogue& dialogue) { return countOf(dialogue, isWriteLock); }
 
 std::size_t valuesIn(const Dialogue& dialogue) {
   return static_cast<std::size_t>(std::count_if(
@@ -168,8 +169,8 @@ std::size_t stepOfPause(const Dialogue& dialogue, std::size_t number) {
 std::size_t stepOfAnswer(const Dialogue& dialogue, std::size_t number) {
   return stepOf(dialogue, isAnswer, number);
 }
-std::size_t stepOfTurn(const Dialogue& dialogue, std::size_t number) {
-  return stepOf(dialogue, isTurn, number);
+std::size_t stepOfWriteLock(const Dialogue& dialogue, std::size_t number) {
+  return stepOf(dialogue, isWriteLock, number);
 }
 
 Prediction predict(const Dialogue& dialogue, const Disturbance& disturbance) {

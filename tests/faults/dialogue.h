@@ -12,21 +12,21 @@ namespace quorvane {
 
 // One step of an operation's dialogue with a base, see docs/protocol.md.
 struct Step {
-  enum class Kind { menuPacket, commandPacket, pause, menuAnswer, identityAnswer, turn };
+  enum class Kind { menuPacket, commandPacket, pause, menuAnswer, identityAnswer, writeLock };
 
   Kind kind = Kind::menuPacket;
   Seconds duration{0};  // of a pause
 
   bool isPacket() const { return kind == Kind::menuPacket || kind == Kind::commandPacket; }
   bool isAnswer() const { return kind == Kind::menuAnswer || kind == Kind::identityAnswer; }
-  bool isTurn() const { return kind == Kind::turn; }
+  bool isWriteLock() const { return kind == Kind::writeLock; }
 };
 
 inline constexpr Step menuPacket{Step::Kind::menuPacket};
 inline constexpr Step commandPacket{Step::Kind::commandPacket};
 inline constexpr Step menuAnswer{Step::Kind::menuAnswer};
 inline constexpr Step identityAnswer{Step::Kind::identityAnswer};
-inline constexpr Step ownTurn{Step::Kind::turn};  // gets the write lock
+inline constexpr Step ownWriteLock{Step::Kind::writeLock};  // gets the write lock
 constexpr Step pauseOf(double seconds) { return {Step::Kind::pause, Seconds(seconds)}; }
 
 // Steps that fail together: the first failing step ends the part. The next part may still run.
@@ -65,7 +65,7 @@ std::size_t valuesIn(const Dialogue& dialogue);
 std::size_t stepOfPacket(const Dialogue& dialogue, std::size_t number);
 std::size_t stepOfPause(const Dialogue& dialogue, std::size_t number);
 std::size_t stepOfAnswer(const Dialogue& dialogue, std::size_t number);
-std::size_t stepOfTurn(const Dialogue& dialogue, std::size_t number);
+std::size_t stepOfWriteLock(const Dialogue& dialogue, std::size_t number);
 
 inline constexpr std::size_t noStep = std::numeric_limits<std::size_t>::max();
 
@@ -79,9 +79,10 @@ struct Disturbance {
   std::optional<Seconds> answerAfter = Seconds(0);
 
   // Another program holds the write lock at the n-th attempt to get it, n from 1, and releases it
-  // after turnAfter. Empty turnAfter: it holds the lock at every attempt and never releases it.
-  std::size_t turnTaken = noStep;
-  std::optional<Seconds> turnAfter = Seconds(0);
+  // after writeLockAfter. Empty writeLockAfter: it holds the lock at every attempt and never
+  // releases it.
+  std::size_t writeLockTaken = noStep;
+  std::optional<Seconds> writeLockAfter = Seconds(0);
 
   // From this step on the base is gone. The failures depend on whether the session is disconnected.
   std::size_t goneFrom = noStep;

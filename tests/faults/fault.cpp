@@ -61,8 +61,8 @@ std::string reasonWithout(Need need) {
       return "writes no value";
     case Need::values:
       return "writes no second value";
-    case Need::turn:
-      return "takes no turn at writing";
+    case Need::writeLock:
+      return "takes no write lock";
     case Need::node:
       return "opens no node";
     case Need::file:
@@ -87,7 +87,7 @@ std::size_t countOf(Need need, const Dialogue& dialogue) {
       return valuesIn(dialogue);
     case Need::values:
       return std::max<std::size_t>(valuesIn(dialogue), 1) - 1;
-    case Need::turn:
+    case Need::writeLock:
       return std::min<std::size_t>(turnsIn(dialogue), 1);
     case Need::node:
     case Need::file:
@@ -141,9 +141,9 @@ void Departure::disturb(Disturbance& disturbance, const Dialogue& dialogue, std:
   const std::size_t step = stepOf(dialogue, n);
   disturbance.goneFrom = need == Need::answer ? step : step + 1;
   disturbance.answerAfter = answerDelay();
-  if (need == Need::turn) {
-    disturbance.turnTaken = n;
-    disturbance.turnAfter = Seconds(0.01);
+  if (need == Need::writeLock) {
+    disturbance.writeLockTaken = n;
+    disturbance.writeLockAfter = Seconds(0.01);
   }
 }
 
@@ -154,7 +154,8 @@ const std::vector<Departure>& departures() {
       {"the base leaves on packet #", Need::packet, stepOfPacket},
       {"the base leaves in pause #", Need::pause, stepOfPause},
       {"the base leaves while answer # is awaited", Need::answer, stepOfAnswer},
-      {"the base leaves while another program has its turn", Need::turn, stepOfTurn},
+      {"the base leaves while another program holds the write lock", Need::writeLock,
+       stepOfWriteLock},
   };
   return all;
 }

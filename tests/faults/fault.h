@@ -11,13 +11,13 @@
 namespace quorvane {
 
 // What a dialogue must contain for a fault to apply to its operation.
-enum class Need { nothing, packet, pause, answer, menu, value, values, turn, node, file };
+enum class Need { nothing, packet, pause, answer, menu, value, values, writeLock, node, file };
 
 // Why a fault does not apply to an operation without it.
 std::string reasonWithout(Need need);
 
-// How many a dialogue has: for Need::values those after the first value, for Need::turn at most 1,
-// for Need::nothing always 1, for nodes and files, which no dialogue shows, always 0.
+// How many a dialogue has: for Need::values those after the first value, for Need::writeLock at
+// most 1, for Need::nothing always 1, for nodes and files, which no dialogue shows, always 0.
 std::size_t countOf(Need need, const Dialogue& dialogue);
 
 // A fault of a base that stays attached.

@@ -16,8 +16,8 @@ class OtherProgram {
   }
 
   // Whether it holds the write lock now. If not, it is in the queue.
-  bool askForTurn() { return connection_.tryWriteLock(); }
-  void endTurn() { connection_.endWriteLock(); }
+  bool askForWriteLock() { return connection_.tryWriteLock(); }
+  void releaseWriteLock() { connection_.endWriteLock(); }
 
   // Writes one value of a menu, without a read-back.
   void write(const TuningSnapshot& menu, const ParameterValue& what);

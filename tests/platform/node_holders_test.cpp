@@ -89,7 +89,7 @@ TEST(NodeHolders, OfOtherFilesAreThoseOfTheSamePath) {
 
 TEST(NodeHolders, TellWhoHasItsTurnAtWritingAndWhetherItIsStopped) {
   const std::string other = "lock:\t1: OFDLCK ADVISORY  READ -1 00:05:333 1 1\n";
-  const std::string turn = "lock:\t2: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0\n";
+  const std::string lock = "lock:\t2: OFDLCK ADVISORY  WRITE -1 00:05:333 0 0\n";
   struct Case {
     std::string facts;
     std::string status;
@@ -98,9 +98,9 @@ TEST(NodeHolders, TellWhoHasItsTurnAtWritingAndWhetherItIsStopped) {
   };
   const std::vector<Case> cases{
       {"pos:\t0\n" + other, "200 (game) S 1 2", false, false},
-      {other + turn, "200 (game) S 1 2", true, false},
-      {other + turn, "200 (a) T (b) T 1 2", true, true},
-      {other + turn, "200 (game) t 1 2", true, true},
+      {other + lock, "200 (game) S 1 2", true, false},
+      {other + lock, "200 (a) T (b) T 1 2", true, true},
+      {other + lock, "200 (game) t 1 2", true, true},
       {"lock:\t1: OFDLCK ADVISORY  WRITE -1 00:05:333 2 2\n", "200 (a) T ) S 1", false, false},
       {"lock:\t1: FLOCK  ADVISORY  WRITE 200 00:05:333 0 EOF\n", "", false, false},
       {"lock:\n", "200 (game)", false, false},

@@ -19,7 +19,7 @@ namespace {
 
 using enum TuningParameter::Case;
 
-constexpr const char* noTurn =
+constexpr const char* noWriteLock =
     "Timed out waiting for another program that is writing to the base; try again when it has "
     "finished";
 constexpr const char* turnPause = "pause 10 ms";
@@ -56,7 +56,7 @@ std::string writeOf(const char* forceFeedback, const char* naturalInertia,
 }
 
 // Two programs with one base: the fixture's session and another one.
-class WheelBaseTurns : public SimulatedSessionTest {
+class WheelBaseWriteLock : public SimulatedSessionTest {
  protected:
   void SetUp() override { connectAndRead(); }
 
@@ -101,14 +101,14 @@ class WheelBaseTurns : public SimulatedSessionTest {
   std::shared_ptr<WheelBase> other_;
 };
 
-TEST_F(WheelBaseTurns, AloneNothingIsReadBeforeAWrite) {
+TEST_F(WheelBaseWriteLock, AloneNothingIsReadBeforeAWrite) {
   base->set(forceFeedback, 70, true);
   base->set(naturalInertia, 9, true);
   EXPECT_EQ(takeTranscript(), (Lines{writeOf("46", "05"), writePause, menuRequest,
                                      writeOf("46", "09"), writePause, menuRequest}));
 }
 
-TEST_F(WheelBaseTurns, BesideAnotherProgramTheMenuIsReadBeforeEachWrite) {
+TEST_F(WheelBaseWriteLock, BesideAnotherProgramTheMenuIsReadBeforeEachWrite) {
   come();
   base->set(forceFeedback, 70, true);
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "05"), writePause, menuRequest}));
@@ -116,7 +116,7 @@ TEST_F(WheelBaseTurns, BesideAnotherProgramTheMenuIsReadBeforeEachWrite) {
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "09")}));
 }
 
-TEST_F(WheelBaseTurns, WhatTheOtherWroteSinceOursIsKept) {
+TEST_F(WheelBaseWriteLock, WhatTheOtherWroteSinceOursIsKept) {
   come();
   // The base changes a value, and we miss its report.
   device->withBase([](SimulatedBase& simulated) { simulated.menu().put(forceFeedback, 70); });
@@ -126,7 +126,7 @@ TEST_F(WheelBaseTurns, WhatTheOtherWroteSinceOursIsKept) {
   EXPECT_EQ(onBase(naturalInertia), 9);
 }
 
-TEST_F(WheelBaseTurns, AProgramThatCameAndWentMayComeBackUnseen) {
+TEST_F(WheelBaseWriteLock, AProgramThatCameAndWentMayComeBackUnseen) {
   come();
   leave();
   device->withBase([](SimulatedBase& simulated) { simulated.menu().put(forceFeedback, 70); });
@@ -136,7 +136,7 @@ TEST_F(WheelBaseTurns, AProgramThatCameAndWentMayComeBackUnseen) {
                                      menuRequest, writeOf("46", "0a"), writePause, menuRequest}));
 }
 
-TEST_F(WheelBaseTurns, AProgramThatWasThereBeforeMayHaveWritten) {
+TEST_F(WheelBaseWriteLock, AProgramThatWasThereBeforeMayHaveWritten) {
   const auto late = WheelBase::create(HIDEnumerator::info(device), device->clock());
   late->connect();
   late->fetchTuning(WheelBase::readTimeout);
@@ -151,7 +151,7 @@ TEST_F(WheelBaseTurns, AProgramThatWasThereBeforeMayHaveWritten) {
   late->connection().join();
 }
 
-TEST_F(WheelBaseTurns, WhatAReaderThatCameTooLateMayHaveMissedIsReadOnceBeforeTheNextWrite) {
+TEST_F(WheelBaseWriteLock, WhatAReaderThatCameTooLateMayHaveMissedIsReadOnceBeforeTheNextWrite) {
   // The base has reported this change, but the readers have lost the report.
   device->withBase([](SimulatedBase& simulated) { simulated.menu().put(forceFeedback, 70); });
   device->delayReaders();
@@ -166,7 +166,7 @@ TEST_F(WheelBaseTurns, WhatAReaderThatCameTooLateMayHaveMissedIsReadOnceBeforeTh
   EXPECT_EQ(takeTranscript(), (Lines{writeOf("46", "0b"), writePause, menuRequest}));
 }
 
-TEST_F(WheelBaseTurns, AReadingThatFailsMakesUpForNoMissedReport) {
+TEST_F(WheelBaseWriteLock, AReadingThatFailsMakesUpForNoMissedReport) {
   device->delayReaders();
   behave([](SimulatedBehaviour& b) { b.silent = true; });
   EXPECT_EQ(errorText([&] { base->set(naturalInertia, 9, true); }), menuTimeout);
@@ -176,7 +176,7 @@ TEST_F(WheelBaseTurns, AReadingThatFailsMakesUpForNoMissedReport) {
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("41", "09"), writePause, menuRequest}));
 }
 
-TEST_F(WheelBaseTurns, WhatAProgramWroteBeforeItLeftIsKept) {
+TEST_F(WheelBaseWriteLock, WhatAProgramWroteBeforeItLeftIsKept) {
   come();
   base->set(naturalInertia, 9, true);
   device->withBase([](SimulatedBase& simulated) { simulated.menu().put(forceFeedback, 70); });
@@ -185,7 +185,7 @@ TEST_F(WheelBaseTurns, WhatAProgramWroteBeforeItLeftIsKept) {
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "0a"), writePause, menuRequest}));
 }
 
-TEST_F(WheelBaseTurns, AReadingThatFailsIsMadeUpForBeforeTheNextWrite) {
+TEST_F(WheelBaseWriteLock, AReadingThatFailsIsMadeUpForBeforeTheNextWrite) {
   come();
   leave();
   behave([](SimulatedBehaviour& b) { b.silent = true; });
@@ -196,7 +196,7 @@ TEST_F(WheelBaseTurns, AReadingThatFailsIsMadeUpForBeforeTheNextWrite) {
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("41", "09"), writePause, menuRequest}));
 }
 
-TEST_F(WheelBaseTurns, WhatCannotBeWrittenAsksAndWaitsForNothing) {
+TEST_F(WheelBaseWriteLock, WhatCannotBeWrittenAsksAndWaitsForNothing) {
   come();
   whileTheOtherWrites([&] {
     takeTranscript();
@@ -245,7 +245,7 @@ const std::vector<Exchange>& exchanges() {
   return all;
 }
 
-TEST_F(WheelBaseTurns, EveryExchangeWaitsUntilTheOtherIsDone) {
+TEST_F(WheelBaseWriteLock, EveryExchangeWaitsUntilTheOtherIsDone) {
   for (const Exchange& exchange : exchanges()) {
     SCOPED_TRACE(exchange.name);
     SimulatedSession session;
@@ -273,13 +273,13 @@ TEST_F(WheelBaseTurns, EveryExchangeWaitsUntilTheOtherIsDone) {
   }
 }
 
-TEST_F(WheelBaseTurns, ATurnThatDoesNotComeIsAnErrorAfterTwoSeconds) {
+TEST_F(WheelBaseWriteLock, ATurnThatDoesNotComeIsAnErrorAfterTwoSeconds) {
   come();
   for (const Exchange& exchange : exchanges()) {
     SCOPED_TRACE(exchange.name);
     ASSERT_TRUE(other_->connection().tryWriteLock());
     const auto begin = device->clock().now();
-    EXPECT_EQ(errorText([&] { exchange.run(*base); }), noTurn);
+    EXPECT_EQ(errorText([&] { exchange.run(*base); }), noWriteLock);
     EXPECT_NEAR(Seconds(device->clock().now() - begin).count(), 2.0, 0.0101);
     const Lines lines = takeTranscript();
     EXPECT_EQ(lines, Lines(lines.size(), turnPause));
@@ -289,36 +289,36 @@ TEST_F(WheelBaseTurns, ATurnThatDoesNotComeIsAnErrorAfterTwoSeconds) {
   }
 }
 
-TEST_F(WheelBaseTurns, AProgramThatKeepsTheTurnIsNamedWhereItIsKnown) {
+TEST_F(WheelBaseWriteLock, AProgramThatKeepsTheTurnIsNamedWhereItIsKnown) {
   come();
   ASSERT_TRUE(other_->connection().tryWriteLock());
   NodeHolder holder{200, "game"};
   holder.hasWriteLock = true;
-  device->setTurnHolder(holder);
+  device->setWriteLockHolder(holder);
   EXPECT_EQ(
       errorText([&] { base->set(naturalInertia, 9, true); }),
       "Timed out waiting for game (process 200), which is writing to the base; try again when "
       "it has finished");
   holder.isStopped = true;
-  device->setTurnHolder(holder);
+  device->setWriteLockHolder(holder);
   EXPECT_EQ(errorText([&] { base->set(naturalInertia, 9, true); }),
             "Timed out waiting for game (process 200), which is stopped while it is writing to the "
             "base; continue it (kill -CONT 200) or end it");
   takeTranscript();
 }
 
-TEST_F(WheelBaseTurns, NobodyComesBetweenAWriteAndItsReadBack) {
+TEST_F(WheelBaseWriteLock, NobodyComesBetweenAWriteAndItsReadBack) {
   come();
   whileTheOtherWrites([&] {
     takeTranscript();
-    EXPECT_EQ(errorText([&] { base->set(naturalInertia, 9, true); }), noTurn);
+    EXPECT_EQ(errorText([&] { base->set(naturalInertia, 9, true); }), noWriteLock);
     EXPECT_EQ(takeTranscript().front(), turnPause);
   });
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest}));
   EXPECT_EQ(onBase(naturalInertia), 5);
 }
 
-TEST_F(WheelBaseTurns, ADisconnectEndsTheWaiting) {
+TEST_F(WheelBaseWriteLock, ADisconnectEndsTheWaiting) {
   come();
   // The other program waits here, because only its clock has callbacks.
   ASSERT_TRUE(base->connection().tryWriteLock());
@@ -331,7 +331,7 @@ TEST_F(WheelBaseTurns, ADisconnectEndsTheWaiting) {
   base->set(naturalInertia, 9, true);
 }
 
-TEST_F(WheelBaseTurns, ABaseThatLeavesEndsTheWaiting) {
+TEST_F(WheelBaseWriteLock, ABaseThatLeavesEndsTheWaiting) {
   come();
   ASSERT_TRUE(base->connection().tryWriteLock());
   clock_.at(4, [&] { device->unplug(); });
@@ -339,7 +339,7 @@ TEST_F(WheelBaseTurns, ABaseThatLeavesEndsTheWaiting) {
             "HID I/O failed: SetReport id 0xFF -> device not found");
 }
 
-TEST_F(WheelBaseTurns, AProgramThatEndsInItsTurnLeavesIt) {
+TEST_F(WheelBaseWriteLock, AProgramThatEndsInItsTurnLeavesIt) {
   come();
   ASSERT_TRUE(other_->connection().tryWriteLock());
   leave();
@@ -347,7 +347,7 @@ TEST_F(WheelBaseTurns, AProgramThatEndsInItsTurnLeavesIt) {
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("41", "09"), writePause, menuRequest}));
 }
 
-TEST_F(WheelBaseTurns, AFailureEndsTheTurn) {
+TEST_F(WheelBaseWriteLock, AFailureEndsTheTurn) {
   come();
   behave([](SimulatedBehaviour& b) { b.failSendsWith = otherCode; });
   for (const Exchange& exchange : exchanges()) {
@@ -357,7 +357,7 @@ TEST_F(WheelBaseTurns, AFailureEndsTheTurn) {
   }
 }
 
-TEST_F(WheelBaseTurns, WithoutTurnsEveryWriteReadsFirst) {
+TEST_F(WheelBaseWriteLock, WithoutTurnsEveryWriteReadsFirst) {
   device->setHasWriteLocks(false);
   base->set(forceFeedback, 70, true);
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, writeOf("46", "05"), writePause, menuRequest}));
@@ -366,7 +366,7 @@ TEST_F(WheelBaseTurns, WithoutTurnsEveryWriteReadsFirst) {
   EXPECT_EQ(onBase(naturalInertia), 9);
 }
 
-TEST_F(WheelBaseTurns, ASessionForReadingReadsBeforeItWrites) {
+TEST_F(WheelBaseWriteLock, ASessionForReadingReadsBeforeItWrites) {
   end();
   const auto reader = WheelBase::create(HIDEnumerator::info(device), device->clock());
   reader->connect(WheelBase::Use::reading);
@@ -379,7 +379,7 @@ TEST_F(WheelBaseTurns, ASessionForReadingReadsBeforeItWrites) {
   reader->disconnect();
 }
 
-TEST_F(WheelBaseTurns, TheSessionItselfWaitsForNoTurnToSendAsItIs) {
+TEST_F(WheelBaseWriteLock, TheSessionItselfWaitsForNoTurnToSendAsItIs) {
   come();
   ASSERT_TRUE(other_->connection().tryWriteLock());
   base->toggleAdvancedMode();
@@ -389,7 +389,7 @@ TEST_F(WheelBaseTurns, TheSessionItselfWaitsForNoTurnToSendAsItIs) {
   EXPECT_EQ(takeTranscript().size(), 6U);
 }
 
-TEST_F(WheelBaseTurns, ValuesForOneSetAreNotWrittenToAnother) {
+TEST_F(WheelBaseWriteLock, ValuesForOneSetAreNotWrittenToAnother) {
   struct Change {
     std::string name;
     std::function<void(SimulatedMenu&)> make;
@@ -418,7 +418,7 @@ TEST_F(WheelBaseTurns, ValuesForOneSetAreNotWrittenToAnother) {
   }
 }
 
-TEST_F(WheelBaseTurns, ThatTheSetIsAnotherIsSeenInTheTurn) {
+TEST_F(WheelBaseWriteLock, ThatTheSetIsAnotherIsSeenInTheTurn) {
   come();
   MenuWriter writer(*base, base->tuning());
   device->withBase([](SimulatedBase& simulated) { simulated.menu().select(4); });
@@ -426,14 +426,14 @@ TEST_F(WheelBaseTurns, ThatTheSetIsAnotherIsSeenInTheTurn) {
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest}));
 }
 
-TEST_F(WheelBaseTurns, AWriterGoesOnToTheSetThatItSwitchesTo) {
+TEST_F(WheelBaseWriteLock, AWriterGoesOnToTheSetThatItSwitchesTo) {
   MenuWriter writer(*base, base->tuning());
   EXPECT_EQ(writer.write(slot, 4).slot(), 4);
   writer.write(naturalInertia, 9);
   EXPECT_EQ(onBase(naturalInertia), 9);
 }
 
-TEST_F(WheelBaseTurns, AWriterWritesNothingToTheSetThatItWasToLeave) {
+TEST_F(WheelBaseWriteLock, AWriterWritesNothingToTheSetThatItWasToLeave) {
   struct Failure {
     std::string name;
     std::function<void(SimulatedBehaviour&)> make;
@@ -473,7 +473,7 @@ TEST_F(WheelBaseTurns, AWriterWritesNothingToTheSetThatItWasToLeave) {
   }
 }
 
-TEST_F(WheelBaseTurns, AWriterGoesOnInTheSetThatItAskedForOnceTheBaseReportsIt) {
+TEST_F(WheelBaseWriteLock, AWriterGoesOnInTheSetThatItAskedForOnceTheBaseReportsIt) {
   behave([](SimulatedBehaviour& b) { b.switchDelay = Seconds(0.3); });
   MenuWriter writer(*base, base->tuning());
   EXPECT_NE(errorText([&] { writer.write(slot, 4); }), "no error");
@@ -482,7 +482,7 @@ TEST_F(WheelBaseTurns, AWriterGoesOnInTheSetThatItAskedForOnceTheBaseReportsIt) 
   EXPECT_EQ(writer.write(forceFeedback, 56).slot(), 4);
 }
 
-TEST_F(WheelBaseTurns, AWriterWithoutAMenuTakesAnySet) {
+TEST_F(WheelBaseWriteLock, AWriterWithoutAMenuTakesAnySet) {
   MenuWriter writer(*base, std::nullopt);
   base->selectSlot(4, TuningLayout::inPlace);
   writer.write(naturalInertia, 9);
@@ -491,7 +491,7 @@ TEST_F(WheelBaseTurns, AWriterWithoutAMenuTakesAnySet) {
   EXPECT_EQ(onBase(naturalInertia), 10);
 }
 
-TEST_F(WheelBaseTurns, APresetIsNotWrittenToAnotherSet) {
+TEST_F(WheelBaseWriteLock, APresetIsNotWrittenToAnotherSet) {
   come();
   TuningPreset preset;
   preset.values = {{"FF", 70}, {"NIN", 9}};

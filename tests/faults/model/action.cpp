@@ -26,7 +26,7 @@ Dialogue threeWrites() {
 }
 
 Dialogue menuCommand(double seconds) {
-  return {{{ownTurn, menuPacket, pauseOf(seconds), menuPacket, menuAnswer}, {}, {}, true}};
+  return {{{ownWriteLock, menuPacket, pauseOf(seconds), menuPacket, menuAnswer}, {}, {}, true}};
 }
 
 // "FF: ERROR" for each value that failed.

@@ -210,8 +210,8 @@ class DepartureCell {
       const bool isAnswer = departure_.need == Need::answer;
       world.clock_.at(isAnswer ? Moment::request : Moment::pause, number - 1, stop);
     }
-    if (departure_.need == Need::turn) {
-      EXPECT_TRUE(other_.emplace(world.info(0)).askForTurn());
+    if (departure_.need == Need::writeLock) {
+      EXPECT_TRUE(other_.emplace(world.info(0)).askForWriteLock());
     }
   }
 

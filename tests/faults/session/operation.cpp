@@ -13,7 +13,7 @@ using P = TuningParameter;
 Part whole(std::vector<Step> steps) { return {std::move(steps), {}, {}, true}; }
 
 Part burstWrite() {
-  Part part{{ownTurn, menuPacket}, "65", "FF"};
+  Part part{{ownWriteLock, menuPacket}, "65", "FF"};
   for (int packet = 0; packet < 8; ++packet) {
     part.steps.push_back(commandPacket);
     part.steps.push_back(pauseOf(0.002));
@@ -112,7 +112,7 @@ std::vector<Operation> writes() {
        false,
        WheelBase::Use::reading},
       {"set, unverified",
-       {{{ownTurn, menuPacket}, "65", "FF"}},
+       {{{ownWriteLock, menuPacket}, "65", "FF"}},
        silently([](WheelBase& base) { base.set(P::forceFeedback, 80, false); }),
        "done",
        {}},
@@ -125,12 +125,12 @@ std::vector<Operation> writes() {
        "done",
        {}},
       {"set of the slot, verified",
-       {whole({ownTurn, menuPacket, pauseOf(0.25), menuPacket, menuAnswer})},
+       {whole({ownWriteLock, menuPacket, pauseOf(0.25), menuPacket, menuAnswer})},
        telling([](WheelBase& base) { return setOf(base.set(P::slot, 3, true).value()); }),
        "set 3",
        "set 2"},
       {"set of the slot, unverified",
-       {whole({ownTurn, menuPacket})},
+       {whole({ownWriteLock, menuPacket})},
        silently([](WheelBase& base) { base.set(P::slot, 3, false); }),
        "done",
        {}},
@@ -144,7 +144,7 @@ std::vector<Operation> writes() {
 
 std::vector<Operation> commands() {
   const auto menuCommand = [](double seconds) {
-    return Dialogue{whole({ownTurn, menuPacket, pauseOf(seconds), menuPacket, menuAnswer})};
+    return Dialogue{whole({ownWriteLock, menuPacket, pauseOf(seconds), menuPacket, menuAnswer})};
   };
   return {
       {"selectSlot", menuCommand(0.15),

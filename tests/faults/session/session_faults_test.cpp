@@ -99,13 +99,13 @@ void leave(Cell& cell, Scene& scene, const Departure& departure, std::size_t n) 
   const int number = static_cast<int>(n) - 1;
   const auto unplug = [&session] { session.device->unplug(); };
   session.behave([&](SimulatedBehaviour& base) { base.answerDelay = departure.answerDelay(); });
-  if (departure.need == Need::turn) {
-    EXPECT_TRUE(scene.come().askForTurn());
+  if (departure.need == Need::writeLock) {
+    EXPECT_TRUE(scene.come().askForWriteLock());
   }
   if (departure.need == Need::packet) {
     session.behave(
         [&](SimulatedBehaviour& base) { base.unplugAfter = receivedBefore + number + 1; });
-  } else if (departure.need == Need::pause || departure.need == Need::turn) {
+  } else if (departure.need == Need::pause || departure.need == Need::writeLock) {
     session.clock.at(EventfulClock::Moment::pause, number, unplug);
   } else {
     session.clock.at(EventfulClock::Moment::request, number, unplug);

@@ -67,12 +67,12 @@ TEST_F(WriteLockQueueTest, NobodyOvertakesHoweverOftenItAsks) {
   for (const auto& program : programs) program->line.tryLock();
   // The program that has just released the lock asks again at once, before all others.
   for (std::size_t round = 0; round < 40; ++round) {
-    const std::size_t turn = round % programs.size();
+    const std::size_t owner = round % programs.size();
     for (std::size_t i = 0; i < programs.size(); ++i) {
-      EXPECT_EQ(programs[i]->line.tryLock(), i == turn) << round << " " << i;
+      EXPECT_EQ(programs[i]->line.tryLock(), i == owner) << round << " " << i;
     }
-    programs[turn]->line.leave();
-    for (int times = 0; times < 3; ++times) EXPECT_FALSE(programs[turn]->line.tryLock());
+    programs[owner]->line.leave();
+    for (int times = 0; times < 3; ++times) EXPECT_FALSE(programs[owner]->line.tryLock());
   }
 }
 
@@ -126,7 +126,7 @@ TEST_F(WriteLockQueueTest, AKilledProgramLeavesNothing) {
   const Pipe ready;
   ChildProcess program([&]() -> std::string {
     const auto opening = open();
-    if (!opening->line.tryLock()) return "no turn";
+    if (!opening->line.tryLock()) return "no lock";
     if (::write(ready.writing.get(), "", 1) != 1) return "no word";
     ::pause();
     return "woken";
