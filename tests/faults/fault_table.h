@@ -8,7 +8,7 @@
 
 namespace quorvane {
 
-// One operation with one fault: a cell of the tables in docs/faults.md.
+// One operation with one fault: a cell of the tables in docs/fault-table.md.
 struct FaultCell {
   std::string table;
   std::string operation;
