@@ -21,7 +21,7 @@ struct Row {
 // The automatic angle of CSL Elite and direct-drive bases is 10 degrees above the largest angle to
 // set: one more step in their menus.
 // clang-format off
-constexpr std::array<Row, 13> rows{{
+constexpr auto rows = std::to_array<Row>({
     {{0x0001, "ClubSport Wheel Base V2", wheelBase, 900, 0, TuningFamily::classic}, 1},
     {{0x0004, "ClubSport Wheel Base V2.5", wheelBase, 900, 0, TuningFamily::classic}, 2},
     {{0x0005, "CSL Elite Wheel Base (PS4)", wheelBase, 1080, 1090, TuningFamily::cslElite}, 5},
@@ -36,7 +36,7 @@ constexpr std::array<Row, 13> rows{{
     {{0x6204, "CSL Elite Pedals", pedals, 0, 0, TuningFamily::none}},
     {{0x6205, "CSL Elite Pedals (Load Cell)", pedals, 0, 0, TuningFamily::none}},
     {{0x6206, "CSL Pedals (Load Cell V2)", pedals, 0, 0, TuningFamily::none}},
-}};
+});
 // clang-format on
 
 constexpr auto products = [] {
