@@ -46,8 +46,10 @@ wait_for_node() {
     udev_settles
 }
 
+# udevd drops the connection of a client now and then ("Failed to wait for daemon to reply: Broken
+# pipe"), which says nothing about its queue. The second attempt counts.
 udev_settles() {
-    udevadm settle --timeout=20
+    udevadm settle --timeout=20 || udevadm settle --timeout=20
 }
 
 # said NAME WORD COUNT: whether the base NAME has printed the line WORD at least COUNT times.
