@@ -1,5 +1,7 @@
 #include "protocol/setting.h"
 
+#include <array>
+
 namespace quorvane {
 namespace {
 
@@ -90,8 +92,6 @@ consteval bool isInOrder() {
 static_assert(isInOrder(), "each case has a row, in ascending order of offsets");
 
 }  // namespace
-
-const std::array<SettingInfo, TuningParameter::count>& settings() { return table; }
 
 const SettingInfo& settingOf(TuningParameter parameter) {
   return table[static_cast<std::size_t>(static_cast<TuningParameter::Case>(parameter))];

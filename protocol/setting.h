@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -52,8 +51,8 @@ struct SpecialValue {
   std::string_view whyMissing = {};  // the switch's help text on products without it
 };
 
-// All facts about one setting. To add a setting, add a row to settings() and a case to
-// TuningParameter.
+// All facts about one setting. To add a setting, add a row to the table in
+// setting.cpp and a case to TuningParameter.
 struct SettingInfo {
   TuningParameter::Case parameter = TuningParameter::slot;
   std::string_view code;
@@ -71,9 +70,6 @@ struct SettingInfo {
   std::optional<SpecialValue> special = std::nullopt;
   ValueLabels valueLabels = {};
 };
-
-// Indexed by TuningParameter::Case.
-const std::array<SettingInfo, TuningParameter::count>& settings();
 
 const SettingInfo& settingOf(TuningParameter parameter);
 

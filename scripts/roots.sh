@@ -32,11 +32,13 @@ open_root() {
   cp --remove-destination /etc/resolv.conf "$1/etc/resolv.conf"
 }
 
-# close_root ROOT: unmounts what open_root mounted; idempotent.
+# close_root ROOT: unmounts what open_root mounted, from processes that still use it as well;
+# idempotent.
 close_root() {
   local place
   for place in dev proc sys; do
-    ! mountpoint -q "$1/$place" || umount -R "$1/$place"
+    ! mountpoint -q "$1/$place" || umount -R "$1/$place" 2>/dev/null ||
+      umount -R --lazy "$1/$place"
   done
 }
 
