@@ -116,9 +116,9 @@ class PresetParser {
 
  private:
   template <typename Run>
-  CLI::App& add(const char* name, const char* help, const char* footer, Run run) {
+  CLI::App& add(const char* name, const char* help, const char* end, Run run) {
     CLI::App& parser = *presets_.add_subcommand(name, help);
-    parser.footer(footer);
+    parser.footer(end);
     commands_.push_back({&parser, std::move(run)});
     return parser;
   }

@@ -23,10 +23,10 @@ else()
 endif()
 
 if(CMAKE_UNITY_BUILD)
-  # In a unity build, files may shadow each other's names, except within a function. GCC treats the
-  # included files as headers, in which it warns about unnamed namespaces.
+  # In a unity build, files may shadow each other's names. GCC finds less of that, and so less that is
+  # no mistake; but it treats the included files as headers, in which it warns about unnamed namespaces.
   target_compile_options(quorvane_flags INTERFACE
-    -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-shadow> $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endif()
 
 add_link_options(LINKER:--as-needed)

@@ -57,7 +57,7 @@ TEST(PresetCheck, AHomeThatMayNotBeWrittenIsFoundBeforeAnythingIsLost) {
   const auto home = directory / "home";
   std::filesystem::create_directory(home);
   std::filesystem::permissions(home, std::filesystem::perms(0555));
-  const AsOrdinaryUser user;
+  const AsOrdinaryUser ordinary;
   const Verdict verdict = judgePresets(examinePresets(home / "share/Quorvane/presets.json"));
   EXPECT_EQ(verdict.outcome, CheckOutcome::failed);
   EXPECT_EQ(verdict.finding, "presets cannot be saved: " + home.string() + ": Permission denied");

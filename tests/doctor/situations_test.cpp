@@ -38,7 +38,7 @@ class Machine {
   Diagnosis examine() {
     SystemSurvey survey(tree_.root(), self);
     Clock& clock = device_ != nullptr ? device_->clock() : Clock::system();
-    const AsOrdinaryUser user;
+    const AsOrdinaryUser ordinary;
     return quorvane::examine({nodes_, survey, clock, presets(), std::nullopt});
   }
 

@@ -82,7 +82,7 @@ std::string listError(const JSONValue& json) { return errorOf(json, decodePreset
 std::string fileError(const JSONValue& json) { return errorOf(json, decodeShareFile); }
 
 // One value of each type, and the type's name in errors.
-const std::vector<std::pair<JSONValue, std::string>> values{
+const std::vector<std::pair<JSONValue, std::string>> valueTexts{
     {nullptr, "null"},
     {true, "boolean"},
     {1, "number"},
@@ -214,7 +214,7 @@ TEST(DecodePreset, NeedsTheRightTypes) {
         Member{"game", "string", "a text"}, Member{"source", "string", "a text"},
         Member{"notes", "string", "a text"}, Member{"values", "object", "an object"},
         Member{"isBuiltIn", "boolean", "true or false"}}) {
-    for (const auto& [value, type] : values) {
+    for (const auto& [value, type] : valueTexts) {
       JSONValue json = sampleJSON();
       json[member.key] = value;
       std::string expected = "\"" + member.key + "\" is not " + member.wanted + " but " + type;
@@ -236,7 +236,7 @@ TEST(DecodePreset, NeedsAUUID) {
 }
 
 TEST(DecodePreset, NeedsAnObject) {
-  for (const auto& [value, type] : values) {
+  for (const auto& [value, type] : valueTexts) {
     if (type == "object") continue;
     EXPECT_EQ(presetError(value), "A preset is not an object but " + type);
   }
@@ -303,7 +303,7 @@ TEST(DecodePresets, ReadsAListInItsOrder) {
 }
 
 TEST(DecodePresets, NeedsAnArray) {
-  for (const auto& [value, type] : values) {
+  for (const auto& [value, type] : valueTexts) {
     if (type == "array") continue;
     EXPECT_EQ(listError(value), "A list of presets is not an array but " + type);
   }
@@ -369,7 +369,7 @@ TEST(DecodeShareFile, NeedsTheOtherKeys) {
 }
 
 TEST(DecodeShareFile, NeedsTheRightTypes) {
-  for (const auto& [value, type] : values) {
+  for (const auto& [value, type] : valueTexts) {
     for (const std::string key : {"format", "base", "exportedAt"}) {
       JSONValue json = sampleFileJSON();
       json[key] = value;
@@ -399,7 +399,7 @@ TEST(DecodeShareFile, NeedsADateInTheVeryForm) {
 }
 
 TEST(DecodeShareFile, NeedsAnObject) {
-  for (const auto& [value, type] : values) {
+  for (const auto& [value, type] : valueTexts) {
     if (type == "object") continue;
     EXPECT_EQ(fileError(value), "A settings file is not an object but " + type);
   }

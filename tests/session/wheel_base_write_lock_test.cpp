@@ -250,16 +250,16 @@ TEST_F(WheelBaseWriteLock, EveryExchangeWaitsUntilTheOtherIsDone) {
     SCOPED_TRACE(exchange.name);
     SimulatedSession session;
     session.connectAndRead();
-    PausesOf clock(session.device->clock());
-    const auto other = WheelBase::create(HIDEnumerator::info(session.device), clock);
-    const auto waiting = WheelBase::create(HIDEnumerator::info(session.device), clock);
+    PausesOf pauses(session.device->clock());
+    const auto other = WheelBase::create(HIDEnumerator::info(session.device), pauses);
+    const auto waiting = WheelBase::create(HIDEnumerator::info(session.device), pauses);
     for (const auto& program : {other, waiting}) {
       program->connect();
       program->fetchTuning(WheelBase::readTimeout);
     }
     // The other program holds the lock at first, and releases it after three attempts of this one.
     ASSERT_TRUE(other->connection().tryWriteLock());
-    clock.at(2, [&] {
+    pauses.at(2, [&] {
       other->connection().send(other->packet(forceFeedback, 70));
       other->connection().endWriteLock();
       session.takeTranscript();

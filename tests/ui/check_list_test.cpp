@@ -14,7 +14,7 @@
 namespace quorvane {
 namespace {
 
-constexpr const char* button = "whyNotFoundButton";
+constexpr const char* whyButton = "whyNotFoundButton";
 
 class CheckListTest : public WindowTest {
  protected:
@@ -24,7 +24,7 @@ class CheckListTest : public WindowTest {
   }
 
   void examine() {
-    click(button);
+    click(whyButton);
     settle();
   }
 
@@ -60,15 +60,15 @@ class CheckListTest : public WindowTest {
 
 TEST_F(CheckListTest, IsOfferedWhileThereIsTrouble) {
   openBase();
-  EXPECT_TRUE(isVisible(button));
-  EXPECT_EQ(text(button), "Why is my base not found?");
+  EXPECT_TRUE(isVisible(whyButton));
+  EXPECT_EQ(text(whyButton), "Why is my base not found?");
   base();
   settle();
-  EXPECT_FALSE(isVisible(button));
+  EXPECT_FALSE(isVisible(whyButton));
   behave([](SimulatedBehaviour& b) { b.tuningSilent = true; });
   click("baseReadAgainButton");
   settle();
-  EXPECT_TRUE(isVisible(button)) << "the tuning read failed";
+  EXPECT_TRUE(isVisible(whyButton)) << "the tuning read failed";
 }
 
 TEST_F(CheckListTest, IsNotBuiltUnasked) {
@@ -113,11 +113,11 @@ TEST_F(CheckListTest, IsBusyWhileItChecks) {
   openBase();
   const auto gate = std::make_shared<Gate>();
   survey_.beforeTelling([gate] { gate->pass(); });
-  click(button);
+  click(whyButton);
   gate->awaitArrival();
   EXPECT_EQ(text("checksSummary"), "Checking\u2026");
   const std::string waits = std::string("disabled: ") + waitReason;
-  EXPECT_EQ(state(button), waits);
+  EXPECT_EQ(state(whyButton), waits);
   EXPECT_EQ(state("checkAgainButton"), waits);
   for (const char* const reportButton : {"copyReportButton", "saveReportButton"}) {
     EXPECT_EQ(state(reportButton), "disabled: Wait until the checks have ended");
@@ -131,10 +131,10 @@ TEST_F(CheckListTest, IsBusyWhileItChecks) {
 
 TEST_F(CheckListTest, TheKeyboardStaysWhereItWas) {
   openBase();
-  focus(button);
+  focus(whyButton);
   press(Qt::Key_Space);
   settle();
-  EXPECT_EQ(focused(), button);
+  EXPECT_EQ(focused(), whyButton);
   focus("checkAgainButton");
   press(Qt::Key_Space);
   settle();
@@ -151,7 +151,7 @@ TEST_F(CheckListTest, GoesWithTheTrouble) {
   base().unplug();
   settle();
   EXPECT_FALSE(isVisible("checkList"));
-  EXPECT_TRUE(isVisible(button));
+  EXPECT_TRUE(isVisible(whyButton));
 }
 
 TEST_F(CheckListTest, CopiesTheReport) {

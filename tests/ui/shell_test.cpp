@@ -26,7 +26,7 @@ namespace {
 using P = TuningParameter;
 using std::filesystem::path;
 
-constexpr Qt::KeyboardModifiers control = Qt::ControlModifier;
+constexpr Qt::KeyboardModifiers controlKey = Qt::ControlModifier;
 
 class Shell : public WindowTest {
  protected:
@@ -320,7 +320,7 @@ TEST_F(Shell, KeysShowTheSections) {
                                             {Qt::Key_4, Section::tools},
                                             {Qt::Key_5, Section::log},
                                             {Qt::Key_2, Section::tuning}}) {
-    press(key, control);
+    press(key, controlKey);
     EXPECT_EQ(window().section(), section);
   }
 }
@@ -335,7 +335,7 @@ TEST_F(Shell, EntriesShowTheSections) {
 
 TEST_F(Shell, KeysReadAgain) {
   open();
-  press(Qt::Key_R, control);
+  press(Qt::Key_R, controlKey);
   settle();
   EXPECT_EQ(takeTranscript(), (Lines{menuRequest, identityOn, identityRequest}));
   press(Qt::Key_F5);
@@ -350,12 +350,12 @@ TEST_F(Shell, KeysReadAgain) {
 TEST_F(Shell, KeysSaveAndDiscard) {
   open();
   stage(P::forceFeedback, 80);
-  press(Qt::Key_S, control);
+  press(Qt::Key_S, controlKey);
   settle();
   EXPECT_EQ(takeTranscript(), (Lines{writeOf("db", "50", "05"), commitPause, menuRequest}));
   EXPECT_EQ(takeLog(), (Lines{"[log] Saving 1 change…", "[log] Saved 1 change to set C (Custom)"}));
   stage(P::forceFeedback, 81);
-  press(Qt::Key_Z, control | Qt::ShiftModifier);
+  press(Qt::Key_Z, controlKey | Qt::ShiftModifier);
   EXPECT_EQ(takeLog(), (Lines{"[log] Discarded 1 unsaved change"}));
   EXPECT_EQ(staged(), "");
 }
@@ -364,16 +364,16 @@ TEST_F(Shell, KeysForTheEditsOnlyShowTheTuningSectionFromAnother) {
   open();
   stage(P::forceFeedback, 80);
   visit(Section::log);
-  press(Qt::Key_S, control);
+  press(Qt::Key_S, controlKey);
   EXPECT_EQ(window().section(), Section::tuning);
   visit(Section::base);
-  press(Qt::Key_Z, control | Qt::ShiftModifier);
+  press(Qt::Key_Z, controlKey | Qt::ShiftModifier);
   EXPECT_EQ(window().section(), Section::tuning);
   settle();
   EXPECT_EQ(staged(), "FF=80");
   EXPECT_EQ(takeTranscript(), Lines{});
   EXPECT_EQ(takeLog(), Lines{});
-  press(Qt::Key_S, control);
+  press(Qt::Key_S, controlKey);
   settle();
   EXPECT_EQ(staged(), "");
 }
@@ -381,8 +381,8 @@ TEST_F(Shell, KeysForTheEditsOnlyShowTheTuningSectionFromAnother) {
 TEST_F(Shell, KeysForTheEditsDoNothingWithoutOnes) {
   open();
   visit(Section::log);
-  press(Qt::Key_S, control);
-  press(Qt::Key_Z, control | Qt::ShiftModifier);
+  press(Qt::Key_S, controlKey);
+  press(Qt::Key_Z, controlKey | Qt::ShiftModifier);
   settle();
   EXPECT_EQ(window().section(), Section::log);
   EXPECT_EQ(takeTranscript(), Lines{});
@@ -390,8 +390,8 @@ TEST_F(Shell, KeysForTheEditsDoNothingWithoutOnes) {
 
 TEST_F(Shell, KeysImportAndShare) {
   open();
-  press(Qt::Key_I, control);
-  press(Qt::Key_E, control);
+  press(Qt::Key_I, controlKey);
+  press(Qt::Key_E, controlKey);
   EXPECT_EQ(panels_.takeRequests(),
             (Lines{"open: Import settings [Import] settings, no name",
                    "save: Share settings [Export] settings, CSL DD - GT DD Pro - ClubSport DD, set "
@@ -410,7 +410,7 @@ TEST_F(Shell, TheEntryExportsThePresets) {
 
 TEST_F(Shell, QuitsByItsKey) {
   open();
-  press(Qt::Key_Q, control);
+  press(Qt::Key_Q, controlKey);
   EXPECT_FALSE(window().isVisible());
 }
 
