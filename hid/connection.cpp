@@ -8,6 +8,7 @@
 #include <optional>
 #include <system_error>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "hid/element_reader.h"
@@ -20,14 +21,6 @@ namespace quorvane {
 namespace {
 
 constexpr std::int64_t smallestInputReport = 64;
-
-// A handler and its interest. Without an interest, the handler gets every report.
-struct ReportSubscriber {
-  HIDConnection::Interest interest;
-  HIDConnection::ReportHandler handler;
-
-  bool wants(ByteView report) const { return !interest || interest(report); }
-};
 
 // A copy-on-write map of handlers: a snapshot does not change when handlers are added or removed.
 template <typename Handler>
@@ -58,8 +51,13 @@ class Registry {
   Snapshot handlers_ = std::make_shared<Handlers>();
 };
 
-using ReportRegistry = Registry<ReportSubscriber>;
+using AnyReportHandler = std::variant<HIDConnection::ReportHandler, HIDConnection::BytesHandler>;
+using ReportRegistry = Registry<AnyReportHandler>;
 using ValueRegistry = Registry<HIDConnection::ValueHandler>;
+
+bool forbidsBatching(const AnyReportHandler& handler) {
+  return std::holds_alternative<HIDConnection::ReportHandler>(handler);
+}
 
 // What the reader thread reports to open().
 struct OpenStatus {
@@ -101,12 +99,12 @@ class HIDConnection::State {
     return std::move(port_);
   }
 
-  HandlerID addReportHandler(ReportSubscriber subscriber) {
-    if (!subscriber.interest) requireLowLatency();
+  HandlerID addReportHandler(AnyReportHandler handler) {
+    if (forbidsBatching(handler)) requireLowLatency();
     ReportRegistry::Snapshot old;
     MutexLock held(lock_);
     const auto id = nextHandler();
-    old = reportHandlers_.add(id, std::move(subscriber));
+    old = reportHandlers_.add(id, std::move(handler));
     return id;
   }
 
@@ -127,7 +125,7 @@ class HIDConnection::State {
     oldValues = valueHandlers_.remove(id);
     if (!oldReports && !oldValues) return;
     ++registrations_;
-    if (oldValues || !oldReports->at(id).interest) releaseLowLatency();
+    if (oldValues || forbidsBatching(oldReports->at(id))) releaseLowLatency();
   }
 
   // Disables batching until releaseLowLatency(). Calls nest.
@@ -180,8 +178,8 @@ class HIDConnection::State {
     return port_.get() == &port ? onGone_ : nullptr;
   }
 
-  // Delivers one report; true if any handler wanted it. Most reports are not wanted, so they are
-  // not copied.
+  // Delivers one report; true if it was of interest to any handler. Copies it only for handlers
+  // that need a copy.
   bool deliver(std::uint8_t reportID, ByteView bytes) {
     lookForRegistrations();
     Bytes withID;
@@ -191,15 +189,19 @@ class HIDConnection::State {
       withID.insert(withID.end(), bytes.begin(), bytes.end());
       bytes = withID;
     }
+    bool isOfInterest = false;
     std::optional<HIDInputReport> report;
-    for (const auto& [id, subscriber] : *reader_.reportHandlers) {
-      if (!subscriber.wants(bytes)) continue;
+    for (const auto& [id, handler] : *reader_.reportHandlers) {
+      if (const auto* const forBytes = std::get_if<BytesHandler>(&handler)) {
+        isOfInterest = (*forBytes)(bytes) || isOfInterest;
+        continue;
+      }
       if (!report) report = received(reportID, bytes);
-      subscriber.handler(*report);
+      std::get<ReportHandler>(handler)(*report);
     }
     if (!reader_.valueHandlers->empty() && !report) report = received(reportID, bytes);
     if (report) deliverValues(*report);
-    return report.has_value();
+    return isOfInterest || report;
   }
 
   static HIDInputReport received(std::uint8_t reportID, ByteView bytes) {
@@ -292,11 +294,11 @@ void HIDConnection::close() {
 void HIDConnection::join() { thread_.join(); }
 
 HIDConnection::HandlerID HIDConnection::onReport(ReportHandler handler) {
-  return state_->addReportHandler({{}, std::move(handler)});
+  return state_->addReportHandler(std::move(handler));
 }
 
-HIDConnection::HandlerID HIDConnection::onReport(Interest interest, ReportHandler handler) {
-  return state_->addReportHandler({std::move(interest), std::move(handler)});
+HIDConnection::HandlerID HIDConnection::onReport(BytesHandler handler) {
+  return state_->addReportHandler(std::move(handler));
 }
 
 HIDConnection::HandlerID HIDConnection::onValue(ValueHandler handler) {

@@ -16,7 +16,7 @@ namespace quorvane {
 // One HID device that can be opened. A reader thread delivers its input reports and element values
 // to registered handlers; send() and getReport() talk to the device on demand.
 //
-// Reports are delivered as they arrive while a handler of every report or of values is registered,
+// Reports are delivered as they arrive while a ReportHandler or a handler of values is registered,
 // a LowLatencyScope exists, or send() or getReport() runs; also for a while after that, and after a
 // report of interest (ReadingPace). At other times they may be batched for up to
 // ReadingPace::gatherPause, except the first after an idle period.
@@ -28,8 +28,9 @@ namespace quorvane {
 class HIDConnection {
  public:
   using ReportHandler = std::function<void(const HIDInputReport&)>;
-  // Whether a report is worth handling. The bytes begin with the report ID unless that is 0.
-  using Interest = std::function<bool(ByteView report)>;
+  // Returns whether the report is of interest. The bytes begin with the report ID unless that is 0;
+  // they are valid during the call.
+  using BytesHandler = std::function<bool(ByteView report)>;
   using ValueHandler = std::function<void(const HIDElementValue&)>;
 
   // Names a registration; unique within the connection.
@@ -65,9 +66,9 @@ class HIDConnection {
   // Registers a handler of every report. Disables batching.
   HandlerID onReport(ReportHandler handler);
 
-  // Registers a handler of the reports for which `interest` returns true. The reader thread calls
-  // `interest` once per report. A report that no handler wants is not copied.
-  HandlerID onReport(Interest interest, ReportHandler handler);
+  // Registers a handler of every report that gets it in the read buffer, without a copy. Allows
+  // batching, except for a while after each report of interest (ReadingPace).
+  HandlerID onReport(BytesHandler handler);
 
   // Registers a handler of changed values, decoded by the device's descriptor. Disables batching.
   // Without such handlers, nothing is decoded.

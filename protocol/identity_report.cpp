@@ -12,12 +12,8 @@ constexpr std::uint8_t extendedInfoDevice = 255;
 
 std::optional<IdentityReport> IdentityReport::fromReport(ByteView report,
                                                          WallClock::time_point receivedAt) {
-  if (!matches(report)) return std::nullopt;
+  if (report.size() != length || report[0] != reportID || report[1] != subID) return std::nullopt;
   return IdentityReport(report, receivedAt);
-}
-
-bool IdentityReport::matches(ByteView report) {
-  return report.size() == length && report[0] == reportID && report[1] == subID;
 }
 
 IdentityReport::IdentityReport(ByteView report, WallClock::time_point receivedAt)

@@ -23,10 +23,7 @@ class IdentityReport {
   static constexpr std::size_t wheelOffset = 24;
   static constexpr std::size_t moduleOffset = 31;
 
-  // Whether the bytes are an identity report: 64 bytes that begin with report ID and sub-ID.
-  static bool matches(ByteView report);
-
-  // None unless the bytes match.
+  // None unless the bytes are an identity report: 64 bytes that begin with report ID and sub-ID.
   static std::optional<IdentityReport> fromReport(ByteView report,
                                                   WallClock::time_point receivedAt);
 

@@ -4,12 +4,8 @@ namespace quorvane {
 
 std::optional<TuningSnapshot> TuningSnapshot::fromReport(ByteView report,
                                                          WallClock::time_point receivedAt) {
-  if (!matches(report)) return std::nullopt;
+  if (report.size() != length || report[0] != reportID || report[1] != subID) return std::nullopt;
   return TuningSnapshot(report, receivedAt);
-}
-
-bool TuningSnapshot::matches(ByteView report) {
-  return report.size() == length && report[0] == reportID && report[1] == subID;
 }
 
 TuningSnapshot::TuningSnapshot(ByteView report, WallClock::time_point receivedAt)

@@ -19,10 +19,7 @@ class TuningSnapshot {
   static constexpr std::size_t length = 64;
   static constexpr std::size_t statusOffset = 2;
 
-  // Whether the bytes are a tuning report: 64 bytes that begin with report ID and sub-ID.
-  static bool matches(ByteView report);
-
-  // None unless the bytes match.
+  // None unless the bytes are a tuning report: 64 bytes that begin with report ID and sub-ID.
   static std::optional<TuningSnapshot> fromReport(ByteView report,
                                                   WallClock::time_point receivedAt);
 

@@ -2,16 +2,17 @@
 
 #include <utility>
 
-#include "protocol/identity_report.h"
-#include "protocol/tuning_snapshot.h"
-
 namespace quorvane {
 
-bool ReportFilter::passes(ByteView report) {
+std::optional<BaseReport> ReportFilter::pass(ByteView report) {
   if (const auto status = WheelStatus::fromReport(report)) {
-    return std::exchange(status_, status) != status;
+    if (std::exchange(status_, status) == status) return std::nullopt;
+    return *status;
   }
-  return IdentityReport::matches(report) || TuningSnapshot::matches(report);
+  const auto now = WallClock::now();
+  if (auto identity = IdentityReport::fromReport(report, now)) return *std::move(identity);
+  if (auto tuning = TuningSnapshot::fromReport(report, now)) return *std::move(tuning);
+  return std::nullopt;
 }
 
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <variant>
 
 #include "protocol/error.h"
 #include "session/menu_writer.h"
@@ -87,9 +88,13 @@ void WheelBase::connect(Use use) {
     throw;
   }
   connection_.onReport(
-      [news = std::make_shared<ReportFilter>()](ByteView report) { return news->passes(report); },
-      [weak = weak_from_this()](const HIDInputReport& report) {
-        if (const auto base = weak.lock()) base->handle(report);
+      [filter = std::make_shared<ReportFilter>(), weak = weak_from_this()](ByteView bytes) {
+        const auto report = filter->pass(bytes);
+        if (!report) return false;
+        if (const auto base = weak.lock()) {
+          std::visit([&](const auto& decoded) { base->keep(decoded); }, *report);
+        }
+        return true;
       });
 }
 
@@ -137,16 +142,6 @@ std::optional<std::uint16_t> WheelBase::firmwareVersion() const {
   return wheelStatus_->firmwareVersion;
 }
 
-void WheelBase::handle(const HIDInputReport& report) {
-  if (const auto identity = IdentityReport::fromReport(report.bytes, report.receivedAt)) {
-    keep(*identity);
-  } else if (const auto snapshot = TuningSnapshot::fromReport(report.bytes, report.receivedAt)) {
-    keep(*snapshot);
-  } else if (const auto status = WheelStatus::fromReport(report.bytes)) {
-    keep(*status);
-  }
-}
-
 void WheelBase::keep(const IdentityReport& identity) {
   std::vector<Waiter> woken;
   {
@@ -174,7 +169,6 @@ void WheelBase::keep(WheelStatus status) {
   std::shared_ptr<const StatusHandler> handler;
   {
     MutexLock held(lock_);
-    if (wheelStatus_ == status) return;
     wheelStatus_ = status;
     handler = onStatusUpdate_;
   }

@@ -143,7 +143,6 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
 
   WheelBase(HIDDeviceInfo info, Clock& clock);
 
-  void handle(const HIDInputReport& report);
   void keep(const IdentityReport& identity);
   void keep(const TuningSnapshot& snapshot);
   void keep(WheelStatus status);

@@ -5,9 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "protocol/identity_report.h"
-#include "protocol/tuning_snapshot.h"
-
 namespace quorvane {
 namespace {
 
@@ -31,9 +28,18 @@ TEST(ReportFilter, AnswersAreNewsEachTime) {
   ReportFilter news;
   for (const auto subID : {IdentityReport::subID, TuningSnapshot::subID}) {
     const Bytes report = reportOf(64, 0xFF, subID);
-    EXPECT_TRUE(news.passes(report));
-    EXPECT_TRUE(news.passes(report));
+    EXPECT_TRUE(news.pass(report));
+    EXPECT_TRUE(news.pass(report));
   }
+}
+
+TEST(ReportFilter, DecodesWhatPasses) {
+  ReportFilter news;
+  const Bytes identity = reportOf(64, 0xFF, IdentityReport::subID);
+  const Bytes tuning = reportOf(64, 0xFF, TuningSnapshot::subID);
+  EXPECT_EQ(std::get<IdentityReport>(news.pass(identity).value()).raw(), identity);
+  EXPECT_EQ(std::get<TuningSnapshot>(news.pass(tuning).value()).raw(), tuning);
+  EXPECT_EQ(std::get<WheelStatus>(news.pass(statusOf(1, 2)).value()), (WheelStatus{1, 2}));
 }
 
 TEST(ReportFilter, OtherReportsAreNone) {
@@ -50,7 +56,7 @@ TEST(ReportFilter, OtherReportsAreNone) {
       reportOf(35, 0x01, 0),
       reportOf(34, 0x02, 0),
   };
-  for (const Bytes& report : cases) EXPECT_FALSE(news.passes(report)) << hexDump(report);
+  for (const Bytes& report : cases) EXPECT_FALSE(news.pass(report)) << hexDump(report);
 }
 
 TEST(ReportFilter, AStatusIsNewsWhenItsWheelOrFirmwareDiffersFromTheLast) {
@@ -65,8 +71,8 @@ TEST(ReportFilter, AStatusIsNewsWhenItsWheelOrFirmwareDiffersFromTheLast) {
   };
   ReportFilter news;
   for (const auto& [status, passes] : cases) {
-    EXPECT_EQ(news.passes(status), passes) << hexDump(status);
-    EXPECT_FALSE(news.passes(reportOf(64, 0xFF, 0x01)));
+    EXPECT_EQ(news.pass(status).has_value(), passes) << hexDump(status);
+    EXPECT_FALSE(news.pass(reportOf(64, 0xFF, 0x01)));
   }
 }
 
