@@ -18,20 +18,17 @@ class PresetReading {
  public:
   explicit PresetReading(const std::optional<std::filesystem::path>& file) : file_(file) {
     try {
-      presetTask_.emplace([file] { return examinePresets(file); });
+      task_.emplace(askLimit, presetsOutOfTime(file),
+                    [file](const auto& publish) { publish(examinePresets(file)); });
     } catch (const std::system_error&) {  // the thread could not be started
     }
   }
 
-  PresetFacts await(Monotonic::time_point deadline) {
-    if (!presetTask_) return examinePresets(file_);
-    auto found = presetTask_->await(deadline);
-    return found ? *std::move(found) : presetsOutOfTime(file_);
-  }
+  PresetFacts await() { return task_ ? task_->await() : examinePresets(file_); }
 
  private:
   const std::optional<std::filesystem::path> file_;
-  std::optional<TimedTask<PresetFacts>> presetTask_;
+  std::optional<TimedTask<PresetFacts>> task_;
 };
 
 std::optional<HIDDeviceInfo> firstCandidate(const std::vector<HIDDeviceInfo>& devices) {
@@ -43,8 +40,6 @@ std::optional<HIDDeviceInfo> firstCandidate(const std::vector<HIDDeviceInfo>& de
 }  // namespace
 
 Diagnosis examine(const DoctorWorld& world) {
-  const auto deadline =
-      Monotonic::now() + std::chrono::duration_cast<Monotonic::duration>(askLimit);
   PresetReading presets(world.presetFile);
   DoctorFacts facts;
   facts.machine = world.survey.take(Fanatec::vendorID);
@@ -53,7 +48,7 @@ Diagnosis examine(const DoctorWorld& world) {
   if (facts.base && facts.base->device->accessible()) {
     facts.answers = askBase(*facts.base, world.clock, askLimit);
   }
-  facts.presets = presets.await(deadline);
+  facts.presets = presets.await();
   std::vector<DoctorCheck> checks = judge(facts);
   return {std::move(checks), std::move(facts)};
 }

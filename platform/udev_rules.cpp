@@ -33,7 +33,7 @@ struct Rule {
   std::vector<Token> tokens;
 };
 
-enum class Verdict { no, unknown, yes };
+enum class Match { no, unknown, yes };
 
 // Reads the tokens of one rule, whose continuation lines are already joined.
 class TokenReader {
@@ -172,18 +172,18 @@ std::optional<std::vector<std::string>> asked(const Token& token, const RuleSubj
   return std::nullopt;
 }
 
-Verdict verdictOf(const Rule& rule, const RuleSubject& subject, const char* action) {
-  Verdict verdict = Verdict::yes;
+Match matchOf(const Rule& rule, const RuleSubject& subject, const char* action) {
+  Match match = Match::yes;
   for (const Token& token : rule.tokens) {
     if (!token.isCondition() && token.key != "IMPORT" && token.key != "PROGRAM") continue;
     const auto texts = token.isCondition() ? asked(token, subject, action) : std::nullopt;
     if (!texts) {
-      verdict = Verdict::unknown;
+      match = Match::unknown;
     } else if (matchesAny(token.value, *texts) != (token.operation == "==")) {
-      return Verdict::no;
+      return Match::no;
     }
   }
-  return verdict;
+  return match;
 }
 
 bool namesVendor(const Rule& rule) {
@@ -249,9 +249,9 @@ class RuleRun {
   bool runs(const Rule& rule) {
     if (!label_.empty() && valueOf(rule, "LABEL") != label_) return false;
     label_.clear();
-    const Verdict verdict = verdictOf(rule, subject_, action_);
-    if (verdict == Verdict::yes) label_ = valueOf(rule, "GOTO");
-    return verdict == Verdict::yes || (verdict == Verdict::unknown && namesVendor(rule));
+    const Match match = matchOf(rule, subject_, action_);
+    if (match == Match::yes) label_ = valueOf(rule, "GOTO");
+    return match == Match::yes || (match == Match::unknown && namesVendor(rule));
   }
 
  private:
