@@ -17,14 +17,6 @@ const char* const permissionHint =
 
 const char* const noBaseHint = "No base found. Power it on in PC mode and connect it.";
 
-namespace {
-
-FanatecError noDevice() {
-  return FanatecError::ioFailed(describeHIDReturn(HIDReturnCode::noDevice));
-}
-
-}  // namespace
-
 std::vector<HIDDeviceInfo> namedBases(const CommandContext& context) {
   return wheelBaseCandidates(HIDEnumerator::devices(Fanatec::vendorID, context.world.backend),
                              context.options.device);
@@ -33,7 +25,10 @@ std::vector<HIDDeviceInfo> namedBases(const CommandContext& context) {
 HIDDeviceInfo chosenBase(const CommandContext& context) {
   std::vector<HIDDeviceInfo> bases = namedBases(context);
   const std::string& which = context.options.device;
-  if (bases.empty()) throw noDevice();
+  if (bases.empty()) {
+    throw FanatecError::ioFailed(describeHIDReturn(HIDReturnCode::noDevice),
+                                 HIDReturnCode::noDevice);
+  }
   if (!which.empty() && bases.size() > 1) {
     std::string message = "Several bases answer to " + oneLine(which) + ". Name one by its node:";
     for (const HIDDeviceInfo& base : bases) {
@@ -60,7 +55,7 @@ void closeBase(WheelBase& base) {
 
 bool isPermissionFailure(const std::exception& failure) {
   if (const auto* const error = dynamic_cast<const FanatecError*>(&failure)) {
-    return *error == FanatecError::ioFailed(describeHIDReturn(HIDReturnCode::notPermitted));
+    return error->openCode() == HIDReturnCode::notPermitted;
   }
   if (const auto* const error = dynamic_cast<const std::system_error*>(&failure)) {
     return hidReturnFromErrno(error->code().value()) == HIDReturnCode::notPermitted;
@@ -71,7 +66,7 @@ bool isPermissionFailure(const std::exception& failure) {
 std::optional<std::string> nextStep(const std::exception& failure, const GlobalOptions& options) {
   if (isPermissionFailure(failure)) return permissionHint;
   const auto* const error = dynamic_cast<const FanatecError*>(&failure);
-  if (error == nullptr || !(*error == noDevice())) return std::nullopt;
+  if (error == nullptr || error->openCode() != HIDReturnCode::noDevice) return std::nullopt;
   if (options.device.empty()) return noBaseHint;
   return "No base answers to \"" + oneLine(options.device) +
          "\". The attached ones are listed by: quorvanectl devices";

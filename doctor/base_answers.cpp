@@ -15,14 +15,11 @@ namespace {
 using Opening = BaseAnswers::Opening;
 using Publish = TimedTask<BaseAnswers>::Publish;
 
-bool isCode(const std::exception& failure, HIDReturn code) {
-  const auto* const error = dynamic_cast<const FanatecError*>(&failure);
-  return error != nullptr && *error == FanatecError::ioFailed(describeHIDReturn(code));
-}
-
 Opening openingOf(const std::exception& failure) {
-  if (isCode(failure, HIDReturnCode::notPermitted)) return Opening::notPermitted;
-  if (isCode(failure, HIDReturnCode::exclusiveAccess)) return Opening::heldByAnother;
+  const auto* const error = dynamic_cast<const FanatecError*>(&failure);
+  const HIDReturn code = error != nullptr ? error->openCode() : HIDReturnCode::success;
+  if (code == HIDReturnCode::notPermitted) return Opening::notPermitted;
+  if (code == HIDReturnCode::exclusiveAccess) return Opening::heldByAnother;
   return Opening::failed;
 }
 

@@ -275,7 +275,7 @@ void HIDConnection::open(bool exclusive) {
   status->done.wait();
   if (status->code != HIDReturnCode::success) {
     thread_.join();
-    throw FanatecError::ioFailed(describe(status->code));
+    throw FanatecError::ioFailed(describe(status->code), status->code);
   }
 }
 

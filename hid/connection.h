@@ -51,8 +51,8 @@ class HIDConnection {
   bool isOpen() const;
 
   // Blocks until the reader thread has opened the device or failed to. `exclusive` keeps other
-  // programs out. Does nothing when open. Throws FanatecError ioFailed, also when no thread can be
-  // started.
+  // programs out. Does nothing when open. Throws FanatecError ioFailed with the platform's
+  // openCode(), or without one when no thread can be started.
   void open(bool exclusive);
 
   // Ends delivery without waiting for the reader thread, which closes the device. Idempotent; may

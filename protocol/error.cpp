@@ -63,8 +63,10 @@ FanatecError FanatecError::timeout(std::string waitedFor) {
   return FanatecError(Timeout{std::move(waitedFor)});
 }
 
-FanatecError FanatecError::ioFailed(std::string detail) {
-  return FanatecError(IoFailed{std::move(detail)});
+FanatecError FanatecError::ioFailed(std::string detail, std::uint32_t openCode) {
+  FanatecError error(IoFailed{std::move(detail)});
+  error.openCode_ = openCode;
+  return error;
 }
 
 FanatecError FanatecError::invalidReport(std::string detail) {

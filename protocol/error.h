@@ -57,7 +57,7 @@ class FanatecError : public std::exception {
                                  ClosedRange allowed);
   static FanatecError notAvailable(TuningParameter parameter, std::string product);
   static FanatecError timeout(std::string waitedFor);
-  static FanatecError ioFailed(std::string detail);
+  static FanatecError ioFailed(std::string detail, std::uint32_t openCode = 0);
   static FanatecError invalidReport(std::string detail);
   static FanatecError writeIgnored(TuningParameter parameter, std::int64_t readBack);
   static FanatecError noTuningSnapshot();
@@ -71,6 +71,9 @@ class FanatecError : public std::exception {
   // The case's name: "outOfRange", "timeout", ...
   std::string_view kind() const;
 
+  // Why the platform could not open the device (a HIDReturnCode); 0 for any other error.
+  std::uint32_t openCode() const { return openCode_; }
+
   const std::string& errorDescription() const { return description_; }
   const char* what() const noexcept override { return description_.c_str(); }
 
@@ -79,6 +82,7 @@ class FanatecError : public std::exception {
  private:
   Case case_;
   std::string description_;
+  std::uint32_t openCode_ = 0;
 };
 
 }  // namespace quorvane

@@ -88,6 +88,7 @@ TEST_F(BaseAccess, NoBaseIsAFailureOfTheDevice) {
     ADD_FAILURE() << "chose one";
   } catch (const FanatecError& error) {
     EXPECT_EQ(error, FanatecError::ioFailed("device not found"));
+    EXPECT_EQ(error.openCode(), HIDReturnCode::noDevice);
   }
 }
 
@@ -96,10 +97,11 @@ TEST(PermissionFailure, IsToldFromOtherFailures) {
   const auto systemError = [](int error) {
     return std::system_error(error, std::generic_category());
   };
-  EXPECT_TRUE(isPermissionFailure(FanatecError::ioFailed(denied)));
+  EXPECT_TRUE(isPermissionFailure(FanatecError::ioFailed("", HIDReturnCode::notPermitted)));
   EXPECT_TRUE(isPermissionFailure(systemError(EACCES)));
   EXPECT_TRUE(isPermissionFailure(systemError(EPERM)));
-  EXPECT_FALSE(isPermissionFailure(FanatecError::ioFailed("device not found")));
+  EXPECT_FALSE(isPermissionFailure(FanatecError::ioFailed(denied)));
+  EXPECT_FALSE(isPermissionFailure(FanatecError::ioFailed(denied, HIDReturnCode::noDevice)));
   EXPECT_FALSE(isPermissionFailure(FanatecError::timeout(denied)));
   EXPECT_FALSE(isPermissionFailure(systemError(ENODEV)));
   EXPECT_FALSE(isPermissionFailure(UsageError(denied)));

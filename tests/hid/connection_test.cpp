@@ -6,10 +6,12 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "protocol/error.h"
 #include "support/semaphore.h"
 #include "support/thread.h"
 #include "tests/error_text.h"
@@ -197,6 +199,27 @@ TEST_F(HIDConnectionTest, AFailedOpeningSaysWhyAndLeavesItClosed) {
     EXPECT_EQ(errorText([&] { connection_->send({1, {2}}); }), "Device is not open");
   }
   EXPECT_EQ(device_->calls(), Lines(cases.size(), "open shared"));
+}
+
+TEST_F(HIDConnectionTest, OnlyAFailedOpeningHasAnOpenCode) {
+  const auto openCodeOf = [](const auto& call) -> std::optional<HIDReturn> {
+    try {
+      call();
+    } catch (const FanatecError& error) {
+      return error.openCode();
+    }
+    return std::nullopt;
+  };
+  const auto open = [&] { connection_->open(false); };
+  const auto send = [&] { connection_->send({1, {2}}); };
+  for (const HIDReturn code : {HIDReturnCode::notPermitted, HIDReturnCode::noDevice, otherCode}) {
+    device_->failOpenWith(code);
+    EXPECT_EQ(openCodeOf(open), code);
+  }
+  device_->failOpenWith(HIDReturnCode::success);
+  EXPECT_EQ(openCodeOf(open), std::nullopt);
+  device_->failWritesWith(HIDReturnCode::noDevice);
+  EXPECT_EQ(openCodeOf(send), HIDReturnCode::success);
 }
 
 TEST_F(HIDConnectionTest, WithoutAThreadItStaysClosedAndMayBeOpenedLater) {

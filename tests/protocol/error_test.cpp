@@ -124,6 +124,14 @@ TEST(FanatecError, GivesItsPayload) {
   EXPECT_EQ(payload->allowed, (ClosedRange{1, 4}));
 }
 
+TEST(FanatecError, KeepsTheCodeOfAFailedOpeningBesideItsCase) {
+  const auto error = FanatecError::ioFailed("device not found", 7);
+  EXPECT_EQ(error.openCode(), 7U);
+  EXPECT_EQ(error, FanatecError::ioFailed("device not found"));
+  EXPECT_EQ(FanatecError::ioFailed("device not found").openCode(), 0U);
+  EXPECT_EQ(FanatecError::notConnected().openCode(), 0U);
+}
+
 TEST(FanatecError, IsMadeFromACase) {
   EXPECT_EQ(FanatecError(FanatecError::NotConnected{}), FanatecError::notConnected());
   EXPECT_EQ(FanatecError(FanatecError::Timeout{"this"}), FanatecError::timeout("this"));
