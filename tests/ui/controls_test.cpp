@@ -61,7 +61,7 @@ class ValueSliderTest : public ControlTest<ValueSlider> {
     ControlTest::show(slider_);
   }
 
-  // The centre of the slider's handle at a value. The groove has a margin of 9 pixels.
+  // The centre of the slider's handle at a value. The track has a margin of 9 pixels.
   QPointF at(int value) const { return {9 + 300.0 * value / 120, 18}; }
 
   ValueSlider slider_;

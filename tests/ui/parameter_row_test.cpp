@@ -15,6 +15,7 @@
 
 #include "tests/ui/window_fixture.h"
 #include "ui/kit/pickers.h"
+#include "ui/kit/theme.h"
 #include "ui/kit/toggle.h"
 #include "ui/kit/value_slider.h"
 
@@ -39,7 +40,7 @@ class Row : public WindowTest {
     open();
   }
 
-  // The position of a value on a row's slider. The groove has a margin of 9 pixels.
+  // The position of a value on a row's slider. The track has a margin of 9 pixels.
   QPoint placeOf(const ValueSlider& on, int value) {
     const double part = double(value - on.minimum()) / (on.maximum() - on.minimum());
     return {static_cast<int>(std::lround(9 + (on.width() - 18) * part)), on.height() / 2};
@@ -129,6 +130,29 @@ INSTANTIATE_TEST_SUITE_P(
                             {"BLI", 0, 100, 1, "OFF"}}},
                     Scales{0x0001, {{"SEN", 90, 900, 10, "900 deg"}, {"FF", 0, 100, 1, "65 %"}}}),
     [](const auto& test) { return "Product" + std::to_string(test.param.product); });
+
+TEST_F(Row, TheTrackIsTwoPixelsHighAndItsFilledPartFour) {
+  openWith(P::forceFeedback, 65);
+  const ValueSlider& track = slider("FF");
+  const QImage image = find("FFSlider").grab().toImage();
+  const auto height = [&](int value, const QColor& colour) {
+    int pixels = 0;
+    for (int y = 0; y < image.height(); ++y) {
+      if (image.pixelColor(placeOf(track, value).x(), y) == colour) ++pixels;
+    }
+    return pixels;
+  };
+  EXPECT_EQ(height(30, theme().fill), 4);
+  EXPECT_EQ(height(90, theme().track), 2);
+  EXPECT_EQ(height(90, theme().fill), 0);
+}
+
+TEST_F(Row, PickersBeginWhereTheTracksDo) {
+  open();
+  const int track = find("FFSlider").x() + 9;
+  EXPECT_EQ(find("FFSSegments").x(), track);
+  EXPECT_EQ(find("ACPPicker").x(), track);
+}
 
 TEST_F(Row, KeysMoveTheSliderInItsStep) {
   struct Case {

@@ -34,8 +34,8 @@ Look look(const Button& button) {
       if (button.isDown()) return {t.selection, t.edge, t.ink};
       return {hovered ? t.hover : t.surface, t.edge, t.ink};
     case Button::Kind::prominent:
-      if (button.isDown()) return {t.brandPress, QColor(), t.onBrand};
-      return {hovered ? t.brandHover : t.brand, QColor(), t.onBrand};
+      if (button.isDown()) return {t.brandPress, t.brandEdge, t.onBrand};
+      return {hovered ? t.brandHover : t.brand, t.brandEdge, t.onBrand};
     case Button::Kind::destructive:
       return {hovered || button.isDown() ? t.errorGround : t.surface, t.errorLine, t.error};
   }

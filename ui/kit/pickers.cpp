@@ -48,7 +48,7 @@ class Segment final : public QRadioButton {
     const int beyond = 2 * Metrics::controlRadius;
     const QRect box = rect().adjusted(isFirst ? 0 : -beyond, 0, isLast ? 0 : beyond, 0);
     QColor ground = isChecked() ? t.selection : underMouse() && isEnabled() ? t.hover : t.surface;
-    const QColor border = group_.isChanged() ? t.brand : isEnabled() ? t.edge : t.line;
+    const QColor border = group_.isChanged() ? t.signal : isEnabled() ? t.edge : t.line;
     drawBox(painter, box, Metrics::controlRadius, ground, border);
     if (!isFirst) drawEdge(painter, rect(), Qt::LeftEdge, border);
     painter.setFont(Metrics::font(isChecked() ? Metrics::Type::value : Metrics::Type::body));

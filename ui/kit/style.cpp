@@ -33,7 +33,7 @@ void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter, const Q
   const bool enabled = option.state.testFlag(QStyle::State_Enabled);
   const bool hovered = enabled && option.state.testFlag(QStyle::State_MouseOver);
   QColor border = enabled ? t.edge : t.line;
-  if (isChanged(widget)) border = t.brand;
+  if (isChanged(widget)) border = t.signal;
   drawBox(painter, option.rect, Metrics::controlRadius,
           !enabled  ? t.window
           : hovered ? t.hover
@@ -68,7 +68,7 @@ void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainte
   const Theme& t = theme();
   const bool enabled = option.state.testFlag(QStyle::State_Enabled);
   drawBox(painter, option.rect, Metrics::controlRadius, t.surface,
-          isChanged(widget) ? t.brand : t.edge);
+          isChanged(widget) ? t.signal : t.edge);
   const QRect minus =
       style.subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxDown, widget);
   const QRect plus =
@@ -80,8 +80,8 @@ void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainte
   drawStep(painter, plus, true,
            enabled && option.stepEnabled.testFlag(QAbstractSpinBox::StepUpEnabled),
            hovered && option.activeSubControls == QStyle::SC_SpinBoxUp);
-  drawEdge(painter, minus.adjusted(0, 1, 0, -1), Qt::RightEdge, t.line);
-  drawEdge(painter, plus.adjusted(0, 1, 0, -1), Qt::LeftEdge, t.line);
+  drawEdge(painter, minus.adjusted(0, 1, 0, -1), Qt::RightEdge, t.divider);
+  drawEdge(painter, plus.adjusted(0, 1, 0, -1), Qt::LeftEdge, t.divider);
 }
 
 QRect spinBoxRect(const QRect& all, QStyle::SubControl part) {

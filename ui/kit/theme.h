@@ -5,16 +5,20 @@
 
 namespace quorvane {
 
-// The colours of the window. Grey marks values that are on the base, the brand colour unsaved ones.
+// The colours of the window. Grey marks values that are on the base, orange unsaved ones. Text has
+// a contrast of 4.5 at least on every ground that it stands on, controls and their states have 3.
 struct Theme {
   bool isDark = false;
 
   QColor window, sidebar, selection, surface, hover, well, hexWell;
   QColor line, hairline, edge;
+  QColor divider;  // inside a control; decoration
   QColor ink, ink2, quiet, inkDisabled;
   QColor brand, brandHover, brandPress, onBrand, brandText;
+  QColor brandEdge;  // border of a prominent button, mark of the chosen section
+  QColor signal;     // marks of an unsaved value
   QColor tint, tintLine, pill, ring;
-  QColor fill, groove, graduation, bar, cap, capEdge, capHoverEdge;
+  QColor fill, track, graduation, bar, cap, capEdge, capHoverEdge;
   QColor switchOff, switchOn, knobOff, knobOn;
   QColor warningGround, warningLine, warningIcon;
   QColor error, errorGround, errorLine;

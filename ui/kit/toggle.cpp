@@ -57,9 +57,9 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
   QColor border;
   QColor knob = on ? t.knobOn : t.knobOff;
   if (changed_) {
-    track = on ? t.brand : t.surface;
-    border = t.brand;
-    knob = on ? t.knobOff : t.brand;
+    track = on ? t.signal : t.surface;
+    border = t.signal;
+    knob = on ? t.knobOff : t.signal;
   } else if (!isEnabled()) {
     track = on ? t.inkDisabled : t.graduation;
   } else if (hovered) {

@@ -16,16 +16,17 @@
 namespace quorvane {
 namespace {
 
-constexpr int grooveHeight = 4;
+constexpr int trackHeight = 2;
+constexpr int fillHeight = 4;
 constexpr int graduationHeight = 3;
-constexpr int graduationDrop = 7;  // from the middle of the groove
+constexpr int graduationDrop = 7;  // from the middle of the track
 constexpr int graduations = 4;
 constexpr int capWidth = 10;
 constexpr int capHeight = 18;
 constexpr int capLine = 8;
 constexpr int tickHeight = 14;
 constexpr int ringMargin = Metrics::ringGap + Metrics::ringWidth;
-constexpr int margin = capWidth / 2 + ringMargin;  // beside the groove
+constexpr int margin = capWidth / 2 + ringMargin;  // beside the track
 constexpr int usualWidth = 200;
 constexpr int leastWidth = 80;
 
@@ -101,14 +102,14 @@ void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
   const bool hovered = isEnabled() && underMouse();
   const qreal middle = height() / 2.0;
   const DevicePixels pixels(painter);
-  const QRectF groove = pixels.placed(
-      QRectF(margin, middle - grooveHeight / 2.0, width() - 2 * margin, grooveHeight));
-  const auto track = [&](qreal from, qreal to, const QColor& colour) {
+  const auto line = [&](qreal from, qreal to, int thickness, const QColor& colour) {
+    const QRectF whole =
+        pixels.placed(QRectF(margin, middle - thickness / 2.0, width() - 2 * margin, thickness));
     painter.setBrush(colour);
-    painter.drawRoundedRect(QRectF(from, groove.top(), to - from, groove.height()),
-                            groove.height() / 2, groove.height() / 2);
+    painter.drawRoundedRect(QRectF(from, whole.top(), to - from, whole.height()),
+                            whole.height() / 2, whole.height() / 2);
   };
-  track(margin, width() - margin, hovered && !isSpecial_ ? t.graduation : t.groove);
+  line(margin, width() - margin, trackHeight, hovered && !isSpecial_ ? t.ink2 : t.track);
   for (int i = 0; i <= graduations; ++i) {
     const qreal x = margin + (width() - 2.0 * margin) * i / graduations;
     drawBar(painter, QRectF(std::floor(x - 0.5), middle + graduationDrop, 1, graduationHeight),
@@ -117,24 +118,24 @@ void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
 
   const QRectF cap = pixels.placed(capRect());
   if (isSpecial_) {
-    const qreal line = pixels.length(1);
+    const qreal pen = pixels.length(1);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(t.capEdge, line, Qt::DashLine));
-    painter.drawRoundedRect(cap.adjusted(line / 2, line / 2, -line / 2, -line / 2),
+    painter.setPen(QPen(t.capEdge, pen, Qt::DashLine));
+    painter.drawRoundedRect(cap.adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2),
                             Metrics::plateRadius, Metrics::plateRadius);
     return;
   }
   const qreal now = place(value());
   const bool isChanged = saved_ && *saved_ != value();
   const qreal before = isChanged ? place(*saved_) : now;
-  track(margin, std::min(now, before), t.fill);
+  line(margin, std::min(now, before), fillHeight, isEnabled() ? t.fill : t.graduation);
   if (isChanged) {
-    track(std::min(now, before), std::max(now, before), t.brand);
+    line(std::min(now, before), std::max(now, before), fillHeight, t.signal);
     drawBar(painter, QRectF(std::round(before) - 1, middle - tickHeight / 2.0, 2, tickHeight),
             t.ink);
   }
-  QColor ground = isChanged ? t.brand : t.cap;
-  QColor edge = isChanged ? t.brand : hovered ? t.capHoverEdge : t.capEdge;
+  QColor ground = isChanged ? t.signal : t.cap;
+  QColor edge = isChanged ? t.signal : hovered ? t.capHoverEdge : t.capEdge;
   QColor hairline = isChanged ? t.onBrand : t.isDark ? t.surface : t.capEdge;
   if (t.isDark && hovered && !isChanged) ground = t.capHoverEdge;
   if (!isEnabled()) {

@@ -113,7 +113,7 @@ void PresetStrip::paint(QPainter& painter, const Cell& cell, const QRect& rect) 
   const QRectF bar = DevicePixels(painter).placed(
       QRectF(rect.left(), rect.bottom() + 1 - barHeight, rect.width(), barHeight));
   const qreal radius = bar.height() / 2;
-  drawBox(painter, bar, radius, t.groove, QColor());
+  drawBox(painter, bar, radius, t.divider, QColor());
   const auto filled = static_cast<qreal>(std::lround(*cell.place * rect.width()));
   if (filled > 0) {
     drawBox(painter, QRectF(bar.topLeft(), QSizeF(filled, bar.height())), radius, t.bar, QColor());

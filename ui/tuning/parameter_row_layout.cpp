@@ -37,8 +37,10 @@ void ParameterRow::place() {
     widget->setGeometry(left, (height() - tall) / 2, width, tall);
   };
   if (readout_ != nullptr) centred(readout_, readoutLeft, c.readout);
-  if (segments_ != nullptr) centred(segments_, controlLeft, segments_->sizeHint().width());
-  if (picker_ != nullptr) centred(picker_, controlLeft, picker_->sizeHint().width());
+  if (segments_ != nullptr)
+    centred(segments_, controlLeft + RowLayout::sliderMargin, segments_->sizeHint().width());
+  if (picker_ != nullptr)
+    centred(picker_, controlLeft + RowLayout::sliderMargin, picker_->sizeHint().width());
   if (slider_ == nullptr) return;
   int sliderRight = controlRight;
   if (toggle_ != nullptr) {
@@ -65,7 +67,7 @@ void ParameterRow::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   painter.fillRect(rect(), isChanged() ? t.tint : t.surface);
-  if (isChanged()) drawEdge(painter, rect(), Qt::LeftEdge, t.brand, RowLayout::changeBar);
+  if (isChanged()) drawEdge(painter, rect(), Qt::LeftEdge, t.signal, RowLayout::changeBar);
   drawEdge(painter, rect(), Qt::BottomEdge, t.hairline);
   paintName(painter);
   paintState(painter);

@@ -13,7 +13,7 @@ inline constexpr int plateGap = 12;
 inline constexpr int revertSize = 28;
 inline constexpr int pillPadding = 7;
 inline constexpr int widestControl = 760;
-inline constexpr int sliderMargin = 9;  // between a slider's groove and the edge of its widget
+inline constexpr int sliderMargin = 9;  // between a slider's track and the edge of its widget
 
 // The widths of the columns in a wide and in a narrow window.
 struct Columns {

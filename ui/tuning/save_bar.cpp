@@ -97,7 +97,7 @@ void SaveBar::paintEvent(QPaintEvent* /*event*/) {
   painter.fillRect(rect(), t.tint);
   drawEdge(painter, rect(), Qt::TopEdge, t.tintLine);
   const int inset = isNarrow_ ? Metrics::narrowInset : Metrics::pageInset;
-  drawBox(painter, QRect(inset, (height() - square) / 2, square, square), 2, t.brand, QColor());
+  drawBox(painter, QRect(inset, (height() - square) / 2, square, square), 2, t.signal, QColor());
 }
 
 }  // namespace quorvane
