@@ -93,13 +93,9 @@ std::int64_t changeOf(TuningParameter parameter, const AssignmentParts& parts) {
 
 Assignment parseAssignment(const std::string& word) {
   const AssignmentParts parts = partsOf(word);
-  const auto parameter = TuningParameter::named(parts.code);
-  if (!parameter) {
-    throw UsageError(fmt::format("There is no setting \"{}\". The codes are {}",
-                                 oneLine(parts.code), codeList()));
-  }
-  if (parts.sign == 0) return {*parameter, valueOf(*parameter, parts.value), false};
-  return {*parameter, changeOf(*parameter, parts), true};
+  const TuningParameter parameter = settingNamed(parts.code);
+  if (parts.sign == 0) return {parameter, valueOf(parameter, parts.value), false};
+  return {parameter, changeOf(parameter, parts), true};
 }
 
 std::vector<Assignment> parseEach(const std::vector<std::string>& words) {
@@ -132,6 +128,16 @@ bool isOnMenu(TuningParameter parameter, const std::optional<FanatecProduct>& pr
 }
 
 }  // namespace
+
+TuningParameter settingNamed(const std::string& code) {
+  if (const auto parameter = TuningParameter::named(code)) return *parameter;
+  std::vector<std::string> codes;
+  for (const TuningParameter each : TuningParameter::allCases()) codes.emplace_back(each.code());
+  const auto near = nearestWord(code, codes);
+  throw UsageError(
+      fmt::format("There is no setting \"{}\". The codes are {}", oneLine(code), codeList()),
+      near ? std::vector<std::string>{*near} : std::vector<std::string>());
+}
 
 std::vector<Assignment> parseAssignments(const std::vector<std::string>& words) {
   std::vector<Assignment> assignments;

@@ -20,6 +20,9 @@ struct Assignment {
   bool operator==(const Assignment&) const = default;
 };
 
+// The setting with this code, in either case. Throws UsageError, with the nearest code to suggest.
+TuningParameter settingNamed(const std::string& code);
+
 // Parses the words of `set` and sorts them in menu order. Throws UsageError for a word of another
 // form, an unknown code, an invalid value, a parameter named twice, and a change that is not a
 // multiple of the parameter's step or is of a parameter whose values are words.

@@ -18,6 +18,13 @@ constexpr const char* readFooter =
     "  quorvanectl read\n"
     "  quorvanectl read --json";
 
+constexpr const char* explainFooter =
+    "What it does, what less and more feel like, its range, and what presets use. No base is "
+    "needed.\n\n"
+    "Examples:\n"
+    "  quorvanectl explain NDP\n"
+    "  quorvanectl explain NDP --json";
+
 constexpr const char* setFooter =
     "Codes are those of the base's own display (quorvanectl read lists them).\n"
     "Words work as values too: SEN=AUTO BLI=OFF FFS=PEA ACP=CbP. So do units: FF=80% SEN=900deg.\n"
@@ -81,6 +88,7 @@ constexpr const char* udevRuleFooter =
 struct BaseWords {
   std::vector<std::string> assignments;
   std::vector<std::string> bytes;
+  std::string code;
   std::string set;
   std::string degrees;
   std::string mode;
@@ -100,6 +108,11 @@ class BaseParser {
         devicesCommand);
     add("read", "Show who the base is and the tuning menu of its active set", readFooter,
         readCommand);
+    add("explain", "Say in plain words what a setting of the menu does", explainFooter,
+        [words = words_](auto& context) { return explainCommand(context, words->code); })
+        .add_option("code", words_->code, "The setting's code on the base's display, such as NDP")
+        ->type_name("CODE")
+        ->required();
   }
 
   void addTuning() {

@@ -12,6 +12,10 @@ namespace quorvane {
 
 ExitStatus devicesCommand(const CommandContext& context);
 ExitStatus readCommand(const CommandContext& context);
+
+// Says what the setting with this code does. Needs no base.
+ExitStatus explainCommand(const CommandContext& context, const std::string& code);
+
 ExitStatus setCommand(const CommandContext& context, const std::vector<std::string>& words);
 // A set's number or, of the standard menu, its name: "A" is set 1, "C" is set 2 unless another
 // custom set is active already.

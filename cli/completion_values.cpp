@@ -53,6 +53,14 @@ Candidates codes(const std::vector<std::string>& given) {
   return result;
 }
 
+Candidates settings() {
+  Candidates result;
+  for (const TuningParameter parameter : TuningParameter::allCases()) {
+    result.push_back({std::string(parameter.code()), std::string(parameter.title())});
+  }
+  return result;
+}
+
 // The parameter's words, or its numbers when they are few. `lead` is "CODE=" as it was typed.
 Candidates valuesOf(TuningParameter parameter, const std::string& lead) {
   Candidates result;
@@ -152,6 +160,7 @@ CompletionChoice completionValues(const CompletionPlace& place, const World& wor
   const std::string type = place.value->get_type_name();
   if (type == "FILE") return {{}, true};
   if (type == "SET") return {sets()};
+  if (type == "CODE") return {settings()};
   if (type == "CODE=VALUE") return {assignments(place)};
   if (type == "[=PRODUCT]") return {products()};
   if (type == "COMMAND") return {commandsBelow(*place.command->get_parent(), place.positional)};

@@ -87,6 +87,10 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
       {{"select", "--json", "3"}, {"3"}},
       {{"rotation", ""}, {}},
 
+      {{"explain", "n"}, {"NDP", "NFR", "NIN"}},
+      {{"explain", "SL"}, {"SLOT"}},
+      {{"explain", "NDP", ""}, {}},
+
       {{"set", "s"}, {"SEN=", "SHO=", "SPR="}},
       {{"set", "SEN=900", "spr=10", "s"}, {"SHO="}},
       {{"set", "SEN="}, {"SEN=AUTO"}},
@@ -114,7 +118,7 @@ TEST_F(Completion, EveryCommandIsOffered) {
   const Words all = offered({""});
   for (const char* const command :
        {"devices", "read", "set", "select", "mode", "rotation", "raw", "factory-reset", "usb-reset",
-        "presets", "monitor", "udev-rule"}) {
+        "presets", "monitor", "udev-rule", "explain"}) {
     EXPECT_EQ(std::count(all.begin(), all.end(), command), 1) << command;
   }
   EXPECT_EQ(offered({}), all);

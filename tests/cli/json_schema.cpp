@@ -143,7 +143,7 @@ std::string schemaOf(const std::vector<std::string>& words) {
       {"rotation", "rotation"},   {"raw", "raw"},
       {"usb-reset", "usb-reset"}, {"doctor", "doctor"},
       {"udev-rule", "udev-rule"}, {"presets", "presets"},
-      {"--version", "version"},
+      {"--version", "version"},   {"explain", "explain"},
   };
   for (const std::string& word : words) {
     const auto found = schemas.find(word);

@@ -24,6 +24,8 @@ TEST_F(JsonSchemas, DescribeWhatEveryCommandPrints) {
   const std::vector<Case> cases{
       {"devices", ExitStatus::done, "devices"},
       {"read", ExitStatus::done, "read"},
+      {"explain NDP", ExitStatus::done, "explain"},
+      {"explain XYZ", ExitStatus::wrongUsage, "error"},
       {"set FF=80 SEN=AUTO SLOT=2", ExitStatus::done, "results"},
       {"set SHO=55 FF+=5", ExitStatus::done, "results"},
       {"set FF=101 DRI=1 BLI-=5", ExitStatus::failed, "results"},

@@ -145,6 +145,8 @@ const std::vector<StreamsCase>& streamsCases() {
       {{"--simulate", "devices"}},
       {{"--simulate", "read"}},
       {{"--simulate", "--json", "read"}},
+      {{"explain", "NDP"}},
+      {{"--json", "explain", "NDP"}},
       {{"--simulate", "set", "FF=80", "NFR=20"}},
       {{"--simulate", "set", "FF=120", "NFR=20"}, 1},
       {{"--simulate", "--json", "set", "FF=120"}, 1},

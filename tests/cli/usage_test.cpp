@@ -219,27 +219,12 @@ TEST_F(Usage, HelpIsACommandToo) {
 
 // All commands with their groups' names, without the groups themselves.
 std::vector<std::string> allCommands() {
-  return {"devices",
-          "read",
-          "set",
-          "select",
-          "mode",
-          "rotation",
-          "raw",
-          "factory-reset",
-          "usb-reset",
-          "monitor",
-          "doctor",
-          "udev-rule",
-          "help",
-          "presets list",
-          "presets show",
-          "presets apply",
-          "presets save",
-          "presets delete",
-          "presets import",
-          "presets export",
-          "presets share"};
+  return {"devices",        "read",         "explain",        "set",
+          "select",         "mode",         "rotation",       "raw",
+          "factory-reset",  "usb-reset",    "monitor",        "doctor",
+          "udev-rule",      "help",         "presets list",   "presets show",
+          "presets apply",  "presets save", "presets delete", "presets import",
+          "presets export", "presets share"};
 }
 
 TEST_F(Usage, TheHelpOfEachCommandEndsWithItsOwnExamples) {
@@ -287,27 +272,17 @@ TEST_F(Usage, HelpNamesTheCommandsAndOptions) {
   const Outcome outcome = run("--help");
   EXPECT_EQ(outcome.status, ExitStatus::done);
   EXPECT_EQ(outcome.err, "");
-  for (const char* const word : {"--device WHICH",
-                                 "--simulate [=PRODUCT]",
-                                 "--report-id N",
-                                 "--layout sdk|linux ",
-                                 "--json",
-                                 "--version",
-                                 "--help",
-                                 "\n  devices ",
-                                 "\n  read ",
-                                 "\n  set ",
-                                 "\n  select ",
-                                 "\n  mode ",
-                                 "\n  rotation ",
-                                 "\n  raw ",
-                                 "\n  factory-reset ",
-                                 "\n  usb-reset ",
-                                 "\n  monitor ",
-                                 "\n  doctor ",
-                                 "\n  udev-rule ",
-                                 "\n  presets ",
-                                 "Exit status: 0 done, 1 "}) {
+  for (const char* const word : {"--device WHICH", "--simulate [=PRODUCT]",
+                                 "--report-id N",  "--layout sdk|linux ",
+                                 "--json",         "--version",
+                                 "--help",         "\n  devices ",
+                                 "\n  read ",      "\n  explain ",
+                                 "\n  set ",       "\n  select ",
+                                 "\n  mode ",      "\n  rotation ",
+                                 "\n  raw ",       "\n  factory-reset ",
+                                 "\n  usb-reset ", "\n  monitor ",
+                                 "\n  doctor ",    "\n  udev-rule ",
+                                 "\n  presets ",   "Exit status: 0 done, 1 "}) {
     EXPECT_NE(outcome.out.find(word), std::string::npos) << word << "\n" << outcome.out;
   }
 }
@@ -316,6 +291,7 @@ TEST_F(Usage, HelpOfACommandNamesItsArguments) {
   const std::vector<std::pair<std::string, std::vector<std::string>>> cases{
       {"devices", {"List the attached bases"}},
       {"read", {"Show who the base is"}},
+      {"explain", {"CODE", "No base is needed", "explain NDP"}},
       {"set", {"CODE=VALUE", "SEN=AUTO", "Ctrl-C"}},
       {"select", {"SET", "1 to 5"}},
       {"mode", {"standard|advanced "}},
