@@ -204,7 +204,8 @@ TEST_F(Accessibility, TabGoesThroughTheOtherSectionsInReadingOrder) {
                                 {"rereadButton", "usbResetButton", "toggleModeButton",
                                  "factoryResetButton", "tuningDump", "identityDump"}}));
   visit(Section::log);
-  EXPECT_EQ(tabOrder(), joined({{"sectionLog"}, links_, {"logList"}}));
+  EXPECT_EQ(tabOrder(),
+            joined({{"sectionLog"}, links_, {"errorsOnlyToggle", "copyAllLogButton", "logList"}}));
 }
 
 TEST_F(Accessibility, TabGoesThroughTheChecksInReadingOrder) {

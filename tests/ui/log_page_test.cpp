@@ -126,6 +126,45 @@ TEST_F(LogSection, CopiesTheChosenLines) {
   EXPECT_EQ(copied(), time(3) + "  \"2\" matches the current values");
 }
 
+TEST_F(LogSection, ShowsErrorsOnlyOnDemand) {
+  openLog();
+  EXPECT_EQ(name("errorsOnlyToggle"), "Errors only");
+  click("errorsOnlyToggle");
+  EXPECT_EQ(rowCount(), 0);
+  EXPECT_EQ(state("copyAllLogButton"), "disabled: There is no line to copy");
+  behave([](SimulatedBehaviour& b) { b.silent = true; });
+  model().refresh();
+  settle();
+  ASSERT_EQ(rowCount(), 1);
+  EXPECT_EQ(shown(0), std::string("Read the tuning menu failed: ") + menuTimeout);
+  EXPECT_EQ(state("copyAllLogButton"), "enabled: Copy all lines that are shown");
+  click("errorsOnlyToggle");
+  EXPECT_EQ(rowCount(), 2);
+}
+
+TEST_F(LogSection, CopiesAllLinesThatAreShown) {
+  openLog();
+  append(1);
+  click("copyAllLogButton");
+  EXPECT_EQ(copied(), time(0) + "  Connected to CSL DD Wheel Base\n" + time(1) +
+                          "  \"0\" matches the current values");
+}
+
+TEST_F(LogSection, IsCentredWhereThereIsMoreRoom) {
+  openLog();
+  const auto firstInk = [&] {
+    const QImage image = list().viewport()->grab().toImage();
+    const int y = list().visualRect(row(0)).center().y();
+    int x = 4;
+    while (x < image.width() && image.pixelColor(x, y) == theme().surface) ++x;
+    return x;
+  };
+  const int usual = firstInk();
+  window().resize(1920, 740);
+  settle();
+  EXPECT_EQ(firstInk(), usual + (list().viewport()->width() - 1280) / 2);
+}
+
 TEST_F(LogSection, NothingChosenCopiesNothing) {
   openLog();
   QApplication::clipboard()->setText(QStringLiteral("before"));

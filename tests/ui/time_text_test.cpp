@@ -34,6 +34,16 @@ std::string shown(const char* locale, WallClock::time_point time) {
   return timeText(time).replace(QChar(0x202F), u' ').toStdString();
 }
 
+TEST(TimeText, NoneIsLongerThanTheLongest) {
+  for (const char* const locale : {"C", "de_DE", "en_GB", "en_US", "ko_KR", "hu_HU"}) {
+    const ScopedLocale scoped(QString::fromLatin1(locale));
+    const auto longest = longestTimeText().size();
+    for (int hour = 0; hour < 24; ++hour) {
+      EXPECT_LE(timeText(at(hour, 58, 58)).size(), longest) << locale << hour;
+    }
+  }
+}
+
 TEST(TimeText, IsTheTimeOfDayWithItsSecondsAsTheLocaleWritesIt) {
   struct Case {
     const char* locale;

@@ -51,6 +51,7 @@ BasePage::BasePage(AppModel& model, QWidget* parent)
   auto* const outer = new QVBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   outer->addWidget(page_);
+  page_->centreInWideWindows();
   addConnection();
   addIdentity();
   addMenu();

@@ -220,8 +220,21 @@ QSize PageHeader::sizeHint() const {
   return {0, Metrics::atLeast(Metrics::headerHeight, title_->font())};
 }
 
+void PageHeader::add(QWidget* control) {
+  control->setParent(this);
+  controls_.push_back(control);
+}
+
 void PageHeader::resizeEvent(QResizeEvent* /*event*/) {
-  title_->setGeometry(Metrics::inset(*this), 0, width() - 2 * Metrics::inset(*this), height());
+  const int inset = Metrics::inset(*this);
+  title_->setGeometry(inset, 0, width() - 2 * inset, height());
+  int right = width() - inset;
+  for (auto control = controls_.rbegin(); control != controls_.rend(); ++control) {
+    const QSize size = (*control)->sizeHint();
+    right -= size.width();
+    (*control)->setGeometry(right, (height() - size.height()) / 2, size.width(), size.height());
+    right -= Metrics::pageInset;
+  }
 }
 
 void PageHeader::paintEvent(QPaintEvent* /*event*/) {
@@ -270,13 +283,16 @@ void FormPage::scrollBy(int distance, const QWidget& changed) {
   scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->value() + distance);
 }
 
+void FormPage::centreInWideWindows() { centresCards_ = true; }
+
 void FormPage::add(Card* card) {
   column_->insertWidget(column_->count() - 1, card);
   card->setMaximumWidth(widestCard_);
 }
 
 void FormPage::resizeEvent(QResizeEvent* /*event*/) {
-  const int side = Metrics::inset(*this);
+  const bool isCentred = centresCards_ && window()->width() >= Metrics::wideFrom;
+  const int side = std::max(Metrics::inset(*this), isCentred ? (width() - widestCard_) / 2 : 0);
   column_->setContentsMargins(side, cardGap_, side, cardGap_);
 }
 

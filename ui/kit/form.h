@@ -86,6 +86,10 @@ class FormPage final : public QWidget {
 
   void add(Card* card);
 
+  // Has the cards in the middle of the page where the window is wide. Call it before the first
+  // show.
+  void centreInWideWindows();
+
   // The visible part of a widget on this page, in the widget's coordinates.
   QRect visiblePart(const QWidget& widget) const;
 
@@ -102,16 +106,20 @@ class FormPage final : public QWidget {
  private:
   const int widestCard_;
   const int cardGap_;
+  bool centresCards_ = false;
   QVBoxLayout* column_;
   QScrollArea* scroll_;
 };
 
-// The bar with a page's title.
+// The bar with a page's title, and controls at its right end.
 class PageHeader final : public QWidget {
   Q_OBJECT
 
  public:
   explicit PageHeader(const QString& title, QWidget* parent = nullptr);
+
+  // Adds a control to the right of those that are there.
+  void add(QWidget* control);
 
   QSize sizeHint() const override;
 
@@ -121,6 +129,7 @@ class PageHeader final : public QWidget {
 
  private:
   QLabel* title_;
+  std::vector<QWidget*> controls_;
 };
 
 }  // namespace quorvane

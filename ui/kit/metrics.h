@@ -13,6 +13,7 @@ inline constexpr int minimumHeight = 560;
 inline constexpr int defaultWidth = 1120;
 inline constexpr int defaultHeight = 740;
 inline constexpr int narrowBelow = 1000;  // width of the window
+inline constexpr int wideFrom = 1500;     // likewise
 
 inline constexpr int sidebarWidth = 200;
 inline constexpr int sidebarMinimum = 180;

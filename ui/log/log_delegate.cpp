@@ -9,6 +9,7 @@
 #include "ui/kit/symbols.h"
 #include "ui/kit/theme.h"
 #include "ui/log/log_model.h"
+#include "ui/model/time_text.h"
 
 namespace quorvane {
 namespace {
@@ -22,26 +23,30 @@ int linePadding() {
   return std::max(0, Metrics::logRowHeight - body.height()) / 2;
 }
 
-int messageLeft(const QWidget& view, const QString& time) {
-  const QFontMetrics fixed(Metrics::font(Metrics::Type::fixed));
-  return Metrics::inset(view) + fixed.horizontalAdvance(time) + timeGap + gutter;
-}
-
-QRect textBox(const QStyleOptionViewItem& option, const QModelIndex& index, int width) {
-  const int left = messageLeft(*option.widget, index.data(LogModel::timeRole).toString());
-  return {
-      left, 0,
-      std::max(1, std::min(width, Metrics::contentWidth) - left - Metrics::inset(*option.widget)),
-      QWIDGETSIZE_MAX};
+// The margin at either side of a row, whose content is centred where there is more room.
+int sideOf(const QStyleOptionViewItem& option) {
+  const int beyond = std::max(0, option.rect.width() - Metrics::contentWidth);
+  return Metrics::inset(*option.widget) + beyond / 2;
 }
 
 }  // namespace
 
+LogDelegate::LogDelegate(QObject* parent)
+    : QStyledItemDelegate(parent), longestTime_(longestTimeText()) {}
+
+// The place of the message in a row at the origin.
+QRect LogDelegate::textBox(const QStyleOptionViewItem& option) const {
+  const QFontMetrics fixed(Metrics::font(Metrics::Type::fixed));
+  const int inset = sideOf(option);
+  const int left = inset + fixed.horizontalAdvance(longestTime_) + timeGap + gutter;
+  return {left, 0, std::max(1, option.rect.width() - left - inset), QWIDGETSIZE_MAX};
+}
+
 QSize LogDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const int width = option.rect.width();
   const QFontMetrics body(Metrics::font(Metrics::Type::body));
-  const QRect box = body.boundingRect(textBox(option, index, width), Qt::TextWordWrap,
-                                      index.data(Qt::DisplayRole).toString());
+  const QRect box =
+      body.boundingRect(textBox(option), Qt::TextWordWrap, index.data(Qt::DisplayRole).toString());
   return {width, std::max(Metrics::logRowHeight, box.height() + 2 * linePadding())};
 }
 
@@ -59,8 +64,8 @@ void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const int baseline = rect.top() + linePadding() + QFontMetrics(body).ascent();
   painter->setFont(fixed);
   painter->setPen(t.ink2);
-  painter->drawText(rect.left() + Metrics::inset(*option.widget), baseline, time);
-  const QRect box = textBox(option, index, rect.width()).translated(rect.left(), rect.top());
+  painter->drawText(rect.left() + sideOf(option), baseline, time);
+  const QRect box = textBox(option).translated(rect.left(), rect.top());
   if (isError) {
     const int top = rect.top() + linePadding() + (QFontMetrics(body).height() - errorSymbol) / 2;
     drawSymbol(*painter, QPointF(box.left() - gutter, top),

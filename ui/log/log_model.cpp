@@ -40,6 +40,8 @@ QVariant LogModel::data(const QModelIndex& index, int role) const {
       return timeText(entry.time);
     case isErrorRole:
       return entry.isError;
+    case copyRole:
+      return QStringLiteral("%1  %2").arg(timeText(entry.time), text(oneLine(entry.text)));
     case Qt::AccessibleTextRole:
       return QStringLiteral("%1, %2%3")
           .arg(timeText(entry.time), entry.isError ? QStringLiteral("error, ") : QString(),
@@ -49,9 +51,15 @@ QVariant LogModel::data(const QModelIndex& index, int role) const {
   }
 }
 
-QString LogModel::copyText(const QModelIndex& index) const {
-  return QStringLiteral("%1  %2").arg(data(index, timeRole).toString(),
-                                      data(index, Qt::DisplayRole).toString());
+LogFilter::LogFilter(LogModel* lines) : QSortFilterProxyModel(lines) { setSourceModel(lines); }
+
+void LogFilter::setErrorsOnly(bool errorsOnly) {
+  errorsOnly_ = errorsOnly;
+  invalidateFilter();
+}
+
+bool LogFilter::filterAcceptsRow(int row, const QModelIndex& parent) const {
+  return !errorsOnly_ || sourceModel()->index(row, 0, parent).data(LogModel::isErrorRole).toBool();
 }
 
 }  // namespace quorvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QSortFilterProxyModel>
 #include <vector>
 
 #include "app/log_entry.h"
@@ -13,7 +14,8 @@ class LogModel final : public QAbstractListModel {
   Q_OBJECT
 
  public:
-  enum Role { timeRole = Qt::UserRole, isErrorRole };
+  // A line to copy is "14:04:54  Saved 2 of 3; …".
+  enum Role { timeRole = Qt::UserRole, isErrorRole, copyRole };
 
   using QAbstractListModel::QAbstractListModel;
 
@@ -22,11 +24,24 @@ class LogModel final : public QAbstractListModel {
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
 
-  // "14:04:54  Saved 2 of 3; …".
-  QString copyText(const QModelIndex& index) const;
-
  private:
   std::vector<LogEntry> entries_;
+};
+
+// The lines of a LogModel, or its errors only.
+class LogFilter final : public QSortFilterProxyModel {
+  Q_OBJECT
+
+ public:
+  explicit LogFilter(LogModel* lines);
+
+  void setErrorsOnly(bool errorsOnly);
+
+ protected:
+  bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
+
+ private:
+  bool errorsOnly_ = false;
 };
 
 }  // namespace quorvane

@@ -17,13 +17,22 @@ QString timeOfDayFormat(const QLocale& locale) {
   return format.remove(QStringLiteral("()")).trimmed();
 }
 
+QString textOf(QTime time) {
+  const QLocale locale;
+  return locale.toString(time, timeOfDayFormat(locale));
+}
+
 }  // namespace
 
 QString timeText(WallClock::time_point time) {
   const auto seconds = std::chrono::floor<std::chrono::seconds>(time.time_since_epoch());
-  const QLocale locale;
-  return locale.toString(QDateTime::fromSecsSinceEpoch(seconds.count()).time(),
-                         timeOfDayFormat(locale));
+  return textOf(QDateTime::fromSecsSinceEpoch(seconds.count()).time());
+}
+
+QString longestTimeText() {
+  const QString morning = textOf(QTime(10, 58, 58));
+  const QString evening = textOf(QTime(22, 58, 58));
+  return morning.size() > evening.size() ? morning : evening;
 }
 
 }  // namespace quorvane

@@ -9,4 +9,7 @@ namespace quorvane {
 // The local time of day with seconds, in the format of the locale; no date.
 QString timeText(WallClock::time_point time);
 
+// The longest text that timeText() can give in the current locale, for columns in a fixed font.
+QString longestTimeText();
+
 }  // namespace quorvane

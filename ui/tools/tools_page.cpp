@@ -31,6 +31,7 @@ ToolsPage::ToolsPage(AppModel& model, QWidget* parent)
   connect(factoryReset_, &Button::clicked, this, &ToolsPage::askForReset);
 
   auto* const page = new FormPage(QStringLiteral("Tools"));
+  page->centreInWideWindows();
   auto* const connection = new Card(QStringLiteral("Connection"));
   connection->add(buttonRow(reread_));
   connection->add(buttonRow(
