@@ -12,6 +12,7 @@
 #include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/spinner.h"
+#include "ui/kit/symbols.h"
 #include "ui/kit/text.h"
 #include "ui/kit/text_link.h"
 #include "ui/kit/theme.h"
@@ -20,6 +21,14 @@ namespace quorvane {
 namespace {
 
 constexpr int sideInset = 12;
+constexpr int errorMark = 14;
+constexpr int lineLeft = sideInset + Metrics::dotSize + Metrics::gap;
+
+// Whether the status line is the newest line of the log, and that is an error.
+bool tellsError(const AppModel& model) {
+  return !model.log().empty() && model.log().back().isError &&
+         model.log().back().text == model.statusLine();
+}
 
 }  // namespace
 
@@ -45,7 +54,7 @@ StatusBar::StatusBar(AppModel& model, QWidget* parent)
   spinner_->setAccessibleName(QStringLiteral("Busy"));
   spinner_->hide();
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(sideInset + Metrics::dotSize + Metrics::gap, 0, sideInset, 0);
+  row->setContentsMargins(lineLeft, 0, sideInset, 0);
   row->setSpacing(Metrics::gap);
   row->addWidget(line_);
   row->addWidget(undo_);
@@ -60,13 +69,7 @@ QSize StatusBar::sizeHint() const {
 }
 
 void StatusBar::render() {
-  const QString line = text(model().statusLine());
-  if (line != line_->text()) {
-    line_->setText(line);
-    line_->setAccessibleName(line);
-    QAccessibleEvent change(line_, QAccessible::NameChanged);
-    QAccessible::updateAccessibility(&change);
-  }
+  renderLine();
   renderUndo();
   spinner_->setVisible(model().busy());
   const auto& progress = model().progress();
@@ -75,6 +78,21 @@ void StatusBar::render() {
   }
   progress_->setVisible(progress.has_value());
   update();
+}
+
+// An error has a triangle and the error's ink until the next line.
+void StatusBar::renderLine() {
+  const QString line = text(model().statusLine());
+  const bool isError = tellsError(model());
+  if (line == line_->text() && isError == isError_) return;
+  isError_ = isError;
+  line_->setText(line);
+  line_->setForegroundRole(isError ? QPalette::BrightText : QPalette::Dark);
+  line_->setAccessibleName(isError ? QStringLiteral("Error, %1").arg(line) : line);
+  layout()->setContentsMargins(lineLeft + (isError ? errorMark + Metrics::gap : 0), 0, sideInset,
+                               0);
+  QAccessibleEvent change(line_, QAccessible::NameChanged);
+  QAccessible::updateAccessibility(&change);
 }
 
 // The link is visible until the next status line.
@@ -96,6 +114,9 @@ void StatusBar::paintEvent(QPaintEvent* /*event*/) {
       painter,
       QRectF(sideInset, (height() - Metrics::dotSize) / 2.0, Metrics::dotSize, Metrics::dotSize),
       model().isConnected() ? t.ok : t.idle);
+  if (!isError_) return;
+  drawSymbol(painter, QPointF(lineLeft, (height() - errorMark) / 2.0),
+             QStringLiteral("exclamationmark.triangle.fill"), errorMark, t.error);
 }
 
 }  // namespace quorvane

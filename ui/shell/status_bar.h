@@ -24,11 +24,13 @@ class StatusBar final : public View {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void renderLine();
   void renderUndo();
 
   ElidedLabel* line_;
-  TextLink* undo_;    // undoes the deletion in the status line
-  QLabel* progress_;  // of writing values
+  bool isError_ = false;  // the line tells one
+  TextLink* undo_;        // undoes the deletion in the status line
+  QLabel* progress_;      // of writing values
   Spinner* spinner_;
 };
 
