@@ -11,6 +11,7 @@ struct Theme {
   bool isDark = false;
 
   QColor window, sidebar, selection, surface, hover, well, hexWell;
+  QColor soft;  // the row that a panel explains
   QColor line, hairline, edge;
   QColor divider;  // inside a control; decoration
   QColor ink, ink2, quiet, inkDisabled;

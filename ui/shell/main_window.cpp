@@ -163,6 +163,13 @@ void MainWindow::buildViewMenu(QMenu* menu) {
     action->setObjectName(QStringLiteral("view%1Action").arg(text(rawValue(section))));
   }
   menu->addSeparator();
+  QAction* const help = menu->addAction(QStringLiteral("&What it does"));
+  help->setObjectName(QStringLiteral("whatItDoesAction"));
+  help->setCheckable(true);
+  help->setChecked(true);
+  connect(help, &QAction::toggled, this, [this](bool shows) {
+    static_cast<TuningPage*>(page(Section::tuning))->setShowsHelp(shows);
+  });
   QAction* const sheet =
       menu->addAction(QStringLiteral("&Keyboard shortcuts"), QKeySequence(Qt::Key_F1), this,
                       [this] { (new ShortcutsSheet(this))->open(); });

@@ -35,7 +35,7 @@ constexpr std::array sheet{
     Key{"Page Up, Page Down", "On a slider: a tenth of its range"},
     Key{"Home, End", "On a slider: its ends"},
     Key{"Ctrl+C", "Copy the chosen lines of the log"},
-    Key{"F1", "This sheet"},
+    Key{"F1", "On a row of Tuning: what the setting does. Elsewhere: this sheet"},
     Key{"Ctrl+Q", "Quit"},
 };
 

@@ -61,6 +61,10 @@ void ParameterRow::build() {
       buildList();
       break;
   }
+  buildButtons();
+}
+
+void ParameterRow::buildButtons() {
   revert_ = new IconButton(QStringLiteral("arrow.uturn.backward"), false, this);
   revert_->setObjectName(partName(state_.parameter, "Revert"));
   revert_->setProminent(true);
@@ -69,6 +73,12 @@ void ParameterRow::build() {
     emit reverted(state_.parameter);
     if (hadFocus) mainControl()->setFocus(Qt::OtherFocusReason);
   });
+  help_ = new IconButton(QStringLiteral("questionmark.circle"), false, this);
+  help_->setObjectName(partName(state_.parameter, "Help"));
+  help_->setFocusPolicy(Qt::NoFocus);  // F1 does the same
+  help_->setAccessibleName(QStringLiteral("%1, what it does").arg(text(state_.parameter.title())));
+  PlainText::setToolTip(*help_, QStringLiteral("What it does (F1)"));
+  connect(help_, &IconButton::clicked, this, [this] { emit helpWanted(state_.parameter); });
 }
 
 void ParameterRow::buildSlider() {
@@ -150,9 +160,35 @@ void ParameterRow::setNarrow(bool isNarrow) {
   update();
 }
 
+void ParameterRow::setCurrent(bool current) {
+  if (isCurrent_ == current) return;
+  isCurrent_ = current;
+  renderHelp();
+  update();
+}
+
+void ParameterRow::setExplainedBeside(bool beside) {
+  if (isExplainedBeside_ == beside) return;
+  isExplainedBeside_ = beside;
+  renderHelp();
+  update();
+}
+
+void ParameterRow::setRoomy(bool roomy) {
+  if (isRoomy_ == roomy) return;
+  isRoomy_ = roomy;
+  updateGeometry();
+}
+
+// The button appears in the row that is pointed at or has the focus.
+void ParameterRow::renderHelp() {
+  help_->setVisible(!isExplainedBeside_ && !isChanged() && (isCurrent_ || underMouse()));
+}
+
 QSize ParameterRow::sizeHint() const {
+  const int least = isRoomy_ ? RowLayout::roomyHeight : Metrics::tuningRowHeight;
   return {Metrics::minimumWidth - Metrics::sidebarWidth,
-          Metrics::atLeast(Metrics::tuningRowHeight, Metrics::font(Metrics::Type::body))};
+          Metrics::atLeast(least, Metrics::font(Metrics::Type::body))};
 }
 
 void ParameterRow::stage(std::int64_t value) {
@@ -177,6 +213,7 @@ void ParameterRow::render() {
   renderControl(enabled);
   revert_->setVisible(isChanged());
   revert_->setEnabled(enabled);
+  renderHelp();
   describe();
   explain();
   place();
@@ -276,6 +313,10 @@ void ParameterRow::explain() {
 }
 
 void ParameterRow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F1) {
+    emit helpWanted(state_.parameter);
+    return;
+  }
   const bool reverts = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
   if (!reverts || !isChanged() || !revert_->isEnabled()) {
     QWidget::keyPressEvent(event);
@@ -288,6 +329,16 @@ bool ParameterRow::event(QEvent* event) {
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
     updateGeometry();
     place();
+  }
+  if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
+    renderHelp();
+    emit pointed(event->type() == QEvent::Enter);
+  }
+  // Elsewhere in the window, F1 is the shortcut of another action.
+  if (event->type() == QEvent::ShortcutOverride &&
+      static_cast<const QKeyEvent*>(event)->key() == Qt::Key_F1) {
+    event->accept();
+    return true;
   }
   return QWidget::event(event);
 }

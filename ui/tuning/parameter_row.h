@@ -33,6 +33,16 @@ class ParameterRow final : public QWidget {
   // Shows for a few seconds that the value was changed at the base.
   void noteChangeAtBase();
 
+  // Whether the keyboard focus is in the row. The page tells.
+  void setCurrent(bool current);
+
+  // Whether a panel beside the list explains the current row: the row marks itself and has no
+  // button for the explanation.
+  void setExplainedBeside(bool beside);
+
+  // Whether the row is taller, for windows with room to spare.
+  void setRoomy(bool roomy);
+
   // The layout for narrow windows: smaller columns, and the state in two lines.
   void setNarrow(bool narrow);
 
@@ -41,6 +51,12 @@ class ParameterRow final : public QWidget {
  signals:
   void staged(quorvane::TuningParameter parameter, std::int64_t value);
   void reverted(quorvane::TuningParameter parameter);
+
+  // The user wants to read what the setting does.
+  void helpWanted(quorvane::TuningParameter parameter);
+
+  // The pointer has come over the row, or has left it.
+  void pointed(bool isOver);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -58,6 +74,8 @@ class ParameterRow final : public QWidget {
   void render();
   void renderControl(bool enabled);
   void renderSlider(bool enabled);
+  void buildButtons();
+  void renderHelp();
   void describe();
   void explain();
   void paintName(QPainter& painter) const;
@@ -74,6 +92,9 @@ class ParameterRow final : public QWidget {
   QString whyNot_;
   QBasicTimer notice_;  // runs while the row shows a change at the base
   bool isNarrow_ = false;
+  bool isCurrent_ = false;
+  bool isExplainedBeside_ = false;
+  bool isRoomy_ = false;
   bool isTouched_ = false;  // a control was moved and may differ from the state
   std::optional<std::int64_t> lastOrdinary_;
 
@@ -84,6 +105,7 @@ class ParameterRow final : public QWidget {
   Picker* picker_ = nullptr;
   Readout* readout_ = nullptr;
   IconButton* revert_ = nullptr;
+  IconButton* help_ = nullptr;  // in the place of revert_ while the value is not changed
 };
 
 }  // namespace quorvane

@@ -28,6 +28,7 @@ void ParameterRow::place() {
   x = right - c.inset - RowLayout::revertSize;
   revert_->setGeometry(x, (height() - RowLayout::revertSize) / 2, RowLayout::revertSize,
                        RowLayout::revertSize);
+  help_->setGeometry(revert_->geometry());
   x -= c.state + c.gap;
   const int readoutLeft = x - c.readout;
   const int controlRight = std::min(controlLeft + RowLayout::widestControl,
@@ -66,7 +67,8 @@ QRect ParameterRow::stateRect() const {
 void ParameterRow::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
-  painter.fillRect(rect(), isChanged() ? t.tint : t.surface);
+  const bool isMarked = isCurrent_ && isExplainedBeside_;
+  painter.fillRect(rect(), isChanged() ? t.tint : isMarked ? t.soft : t.surface);
   if (isChanged()) drawEdge(painter, rect(), Qt::LeftEdge, t.signal, RowLayout::changeBar);
   drawEdge(painter, rect(), Qt::BottomEdge, t.hairline);
   paintName(painter);

@@ -7,6 +7,7 @@
 namespace quorvane::RowLayout {
 
 inline constexpr int changeBar = 3;
+inline constexpr int roomyHeight = 48;
 inline constexpr int plateWidth = 38;
 inline constexpr int plateHeight = 18;
 inline constexpr int plateGap = 12;

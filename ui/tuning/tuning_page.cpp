@@ -13,11 +13,16 @@
 #include "ui/kit/warning_box.h"
 #include "ui/model/availability.h"
 #include "ui/tuning/parameter_row.h"
+#include "ui/tuning/row_layout.h"
 #include "ui/tuning/save_bar.h"
+#include "ui/tuning/setting_help_panel.h"
+#include "ui/tuning/setting_help_popup.h"
 #include "ui/tuning/tuning_header.h"
 
 namespace quorvane {
 namespace {
+
+constexpr int pointingTime = 300;  // milliseconds
 
 QWidget* framed(QWidget* widget, int inset) {
   auto* const frame = new QWidget;
@@ -43,7 +48,8 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
                              "want to keep.")),
           Metrics::pageInset)),
       list_(new QScrollArea),
-      saveBar_(new SaveBar(model)) {
+      saveBar_(new SaveBar(model)),
+      help_(new SettingHelpPanel(model)) {
   setObjectName(QStringLiteral("tuningPage"));
   setAccessibleName(QStringLiteral("Tuning menu"));
   message_->setObjectName(QStringLiteral("tuningMessage"));
@@ -77,24 +83,32 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   inner->addWidget(warningFrame_);
   inner->addWidget(list_, 1);
   inner->addWidget(saveBar_);
-  auto* const outer = new QVBoxLayout(this);
+  auto* const outer = new QHBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   outer->setSpacing(0);
   outer->addWidget(message_, 1);
   outer->addWidget(content_, 1);
+  outer->addWidget(help_);
   connect(&model, &AppModel::menuChangedAtBase, this, &TuningPage::noteChanges);
-  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*before*/, QWidget* now) {
-    if (now != nullptr && list_->isAncestorOf(now)) lastEdited_ = now;
-  });
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](QWidget* /*before*/, QWidget* now) { focusMoved(now); });
   saveBar_->hide();
   warningFrame_->hide();
   content_->hide();
+  help_->hide();
 }
 
 bool TuningPage::focusDiscard() {
   if (!saveBar_->isVisible()) return false;
   saveBar_->focusDiscard();
   return true;
+}
+
+QRect TuningPage::messageRect() const {
+  const QRect place = message_->rect();
+  const QRect text = message_->fontMetrics().boundingRect(place, Qt::AlignCenter | Qt::TextWordWrap,
+                                                          message_->text());
+  return text.translated(message_->mapTo(this, QPoint()));
 }
 
 void TuningPage::render() {
@@ -110,6 +124,63 @@ void TuningPage::render() {
     showSaveBar(!model().staged().empty());
   }
   content_->setVisible(hasMenu);
+  renderHelp();
+}
+
+void TuningPage::setShowsHelp(bool shows) {
+  showsHelp_ = shows;
+  renderHelp();
+}
+
+void TuningPage::focusMoved(QWidget* now) {
+  const bool isInList = now != nullptr && list_->isAncestorOf(now);
+  if (isInList) lastEdited_ = now;
+  ParameterRow* row = nullptr;
+  for (ParameterRow* const each : rows_) {
+    if (isInList && each->isAncestorOf(now)) row = each;
+  }
+  if (row == focusedRow_) return;
+  if (focusedRow_) focusedRow_->setCurrent(false);
+  focusedRow_ = row;
+  if (row == nullptr) return;
+  row->setCurrent(true);
+  help_->explain(row->parameter());
+}
+
+// A row that is pointed at for a moment is explained while no row has the focus.
+void TuningPage::rowPointed(ParameterRow* row, bool isOver) {
+  if (isOver) {
+    pointedRow_ = row;
+    pointing_.start(pointingTime, this);
+  } else if (row == pointedRow_) {
+    pointing_.stop();
+  }
+}
+
+void TuningPage::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != pointing_.timerId()) return;
+  pointing_.stop();
+  if (pointedRow_ && !focusedRow_) help_->explain(pointedRow_->parameter());
+}
+
+// The panel stands beside the list where the window is wide enough. At first it explains the first
+// row.
+void TuningPage::renderHelp() {
+  const bool shows = showsHelp_ && !content_->isHidden() && window()->width() >= Metrics::wideFrom;
+  if (shows && !help_->explained()) help_->explain(rows_.front()->parameter());
+  help_->setVisible(shows);
+  for (ParameterRow* const row : rows_) row->setExplainedBeside(shows);
+  fitRows();
+}
+
+// In a wide window rows are taller if all of them fit, also above the save bar.
+void TuningPage::fitRows() {
+  const int above = header_->sizeHint().height() +
+                    (warningFrame_->isHidden() ? 0 : warningFrame_->sizeHint().height());
+  const int room = height() - above - saveBar_->sizeHint().height();
+  const int wanted = RowLayout::roomyHeight * static_cast<int>(rows_.size());
+  const bool isRoomy = window()->width() >= Metrics::wideFrom && wanted <= room;
+  for (ParameterRow* const row : rows_) row->setRoomy(isRoomy);
 }
 
 void TuningPage::renderRows(const TuningSnapshot& menu) {
@@ -164,14 +235,22 @@ void TuningPage::buildRows(const std::vector<TuningParameter>& parameters) {
     row->setNarrow(isNarrow_);
     column_->insertWidget(static_cast<int>(rows_.size()), row);
     rows_.push_back(row);
-    connect(row, &ParameterRow::staged, this,
-            [this](TuningParameter changed, std::int64_t value) { model().stage(changed, value); });
-    connect(row, &ParameterRow::reverted, this,
-            [this](TuningParameter changed) { model().revert(changed); });
+    connectRow(row);
   }
   std::vector<QWidget*> inReadingOrder(rows_.begin(), rows_.end());
   inReadingOrder.push_back(saveBar_);
   chainTabOrder(inReadingOrder);
+}
+
+void TuningPage::connectRow(ParameterRow* row) {
+  connect(row, &ParameterRow::staged, this,
+          [this](TuningParameter changed, std::int64_t value) { model().stage(changed, value); });
+  connect(row, &ParameterRow::reverted, this,
+          [this](TuningParameter changed) { model().revert(changed); });
+  connect(row, &ParameterRow::helpWanted, this, [this](TuningParameter wanted) {
+    (new SettingHelpPopup(model(), wanted, window()))->open();
+  });
+  connect(row, &ParameterRow::pointed, this, [this, row](bool isOver) { rowPointed(row, isOver); });
 }
 
 void TuningPage::setNarrow(bool narrow) {
@@ -183,6 +262,7 @@ void TuningPage::setNarrow(bool narrow) {
 
 void TuningPage::resizeEvent(QResizeEvent* event) {
   setNarrow(window()->width() < Metrics::narrowBelow);
+  renderHelp();
   View::resizeEvent(event);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QPointer>
 #include <vector>
 
@@ -13,6 +14,7 @@ namespace quorvane {
 
 class ParameterRow;
 class SaveBar;
+class SettingHelpPanel;
 class TuningHeader;
 class WarningBox;
 
@@ -26,9 +28,16 @@ class TuningPage final : public View {
   // For Esc: moves the focus to "Discard". False if there is nothing to discard.
   bool focusDiscard();
 
+  // Whether the panel "What it does" stands beside the list in wide windows. At first it does.
+  void setShowsHelp(bool shows);
+
+  // The page's message while there is no menu: the place of its text, in the page's coordinates.
+  QRect messageRect() const;
+
  protected:
   void render() override;
   void resizeEvent(QResizeEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
 
  private:
   void renderRows(const TuningSnapshot& menu);
@@ -36,6 +45,11 @@ class TuningPage final : public View {
   void noteChanges(const TuningSnapshot& before);
   std::optional<std::int64_t> unsaved(TuningParameter parameter) const;
   void buildRows(const std::vector<TuningParameter>& parameters);
+  void connectRow(ParameterRow* row);
+  void focusMoved(QWidget* now);
+  void rowPointed(ParameterRow* row, bool isOver);
+  void renderHelp();
+  void fitRows();
   void setNarrow(bool narrow);
 
   QLabel* message_;
@@ -45,10 +59,16 @@ class TuningPage final : public View {
   QScrollArea* list_;
   QVBoxLayout* column_;
   SaveBar* saveBar_;
+  SettingHelpPanel* help_;
   std::vector<ParameterRow*> rows_;
   std::optional<FanatecProduct> product_;  // of the current rows
   QPointer<QWidget> lastEdited_;           // the last control of the list with the focus
   bool isNarrow_ = false;
+
+  bool showsHelp_ = true;
+  QPointer<ParameterRow> focusedRow_;
+  QPointer<ParameterRow> pointedRow_;  // the pointer has come over it and not left it
+  QBasicTimer pointing_;               // runs until pointedRow_ counts as pointed at
 };
 
 }  // namespace quorvane

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <optional>
+
+#include "protocol/tuning_parameter.h"
+#include "ui/model/view.h"
+
+class QLabel;
+class QScrollArea;
+
+namespace quorvane {
+
+class Card;
+class PresetValues;
+
+// "What it does": what a setting does, what less and more feel like, facts, and what presets use.
+class SettingHelpPanel final : public View {
+  Q_OBJECT
+
+ public:
+  explicit SettingHelpPanel(AppModel& model, QWidget* parent = nullptr);
+
+  // The setting to explain. Shows nothing before the first call.
+  void explain(TuningParameter parameter);
+  const std::optional<TuningParameter>& explained() const { return parameter_; }
+
+  // Whether the keyboard can reach and scroll the text.
+  void setScrollableByKeys(bool scrollable);
+
+  QSize sizeHint() const override;
+
+ protected:
+  void render() override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QWidget* heading();
+  void addFact(QLabel*& title, QLabel*& value, const QString& label, const char* objectName);
+  void renderFacts();
+
+  std::optional<TuningParameter> parameter_;
+  QScrollArea* scroll_;
+  QLabel* code_;
+  QLabel* title_;
+  QLabel* what_;
+  QLabel* feel_;
+  Card* facts_;
+  QLabel* onBaseTitle_ = nullptr;
+  QLabel* onBase_ = nullptr;
+  QLabel* rangeTitle_ = nullptr;
+  QLabel* range_ = nullptr;
+  QLabel* factoryTitle_ = nullptr;
+  QLabel* factory_ = nullptr;
+  QLabel* worksWithTitle_ = nullptr;
+  QLabel* worksWith_ = nullptr;
+  Card* builtInCard_;
+  PresetValues* builtIn_;
+  Card* mineCard_;
+  PresetValues* mine_;
+};
+
+}  // namespace quorvane
