@@ -8,15 +8,18 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QToolTip>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "presets/preset_coding.h"
+#include "support/version.h"
 #include "tests/ui/window_fixture.h"
 #include "ui/kit/file_uri.h"
 #include "ui/kit/focus_ring.h"
+#include "ui/kit/form.h"
 #include "ui/kit/style.h"
 #include "ui/kit/theme.h"
 
@@ -260,6 +263,25 @@ TEST_F(Shell, LinksOpenTheirAddresses) {
   for (const char* const action : {"websiteAction", "supportAction", "mailAction"}) trigger(action);
   EXPECT_EQ(links_.take(), (Lines{"https://quorvane.example", "https://quorvane.example#firmware",
                                   "mailto:support@quorvane.example"}));
+  trigger("userGuideAction");
+  EXPECT_EQ(links_.take(), Lines{"https://quorvane.example#guide"});
+}
+
+TEST_F(Shell, AboutTellsTheVersionAndTheLicenses) {
+  open();
+  trigger("aboutAction");
+  ASSERT_NE(dialog(), nullptr);
+  EXPECT_EQ(dialog()->objectName(), QStringLiteral("aboutDialog"));
+  EXPECT_EQ(text("aboutVersion"),
+            "Version " + std::string(version()) + " (" + std::string(commit()) + ")");
+  const QString licenses = find<QPlainTextEdit>("licenses").toPlainText();
+  for (const char* const part :
+       {"MIT License", "The Quorvane developers", "{fmt}", "JSON for Modern C++", "CLI11", "Qt "}) {
+    EXPECT_TRUE(licenses.contains(QString::fromLatin1(part))) << part;
+  }
+  EXPECT_EQ(focused(), "closeAboutButton");
+  press(Qt::Key_Escape);
+  EXPECT_EQ(dialog(), nullptr);
 }
 
 TEST_F(Shell, MenusHoldTheirEntriesInOrder) {
@@ -273,8 +295,8 @@ TEST_F(Shell, MenusHoldTheirEntriesInOrder) {
   EXPECT_EQ(entriesOf(menu(1)), (Lines{"Save to set", "Discard", "Read again"}));
   EXPECT_EQ(entriesOf(menu(2)), (Lines{"Base", "Tuning", "Presets", "Tools", "Log", "-",
                                        "What it does", "Keyboard shortcuts"}));
-  EXPECT_EQ(entriesOf(menu(3)),
-            (Lines{"Quorvane website", "Support the firmware work", "Email support"}));
+  EXPECT_EQ(entriesOf(menu(3)), (Lines{"Quorvane website", "Support the firmware work",
+                                       "Email support", "-", "User guide", "About Quorvane"}));
 }
 
 TEST_F(Shell, EntriesAreAvailableWhenTheyCanDoSomething) {
@@ -322,6 +344,24 @@ TEST_F(Shell, KeysShowTheSections) {
                                             {Qt::Key_2, Section::tuning}}) {
     press(key, controlKey);
     EXPECT_EQ(window().section(), section);
+  }
+}
+
+TEST_F(Shell, CardsAreCentredInWideWindows) {
+  open();
+  for (const auto& [section, label] : std::vector<std::pair<Section, std::string>>{
+           {Section::base, "baseReadAgainButton"}, {Section::tools, "rereadButton"}}) {
+    visit(section);
+    const QWidget* card = &find(label);
+    while (qobject_cast<const Card*>(card) == nullptr) card = card->parentWidget();
+    const auto left = [&] { return card->mapTo(&window(), QPoint()).x(); };
+    window().resize(1499, 740);
+    settle();
+    EXPECT_EQ(left(), 220) << rawValue(section);
+    window().resize(1920, 740);
+    settle();
+    EXPECT_EQ(left(), 200 + (1720 - 880) / 2) << rawValue(section);
+    EXPECT_EQ(card->width(), 880);
   }
 }
 
@@ -477,6 +517,32 @@ TEST_F(Shell, TheStatusBarShowsTheLastThingThatHappened) {
   model().selectSlot(4);
   settle();
   EXPECT_EQ(text("statusLine"), "Switched to set 4");
+}
+
+TEST_F(Shell, AnErrorIsMarkedInTheStatusBarUntilTheNextLine) {
+  open();
+  const auto look = [this] {
+    const QImage image = find("statusBar").grab().toImage();
+    int marked = 0;
+    for (int x = 28; x < 42; ++x) {
+      for (int y = 0; y < image.height(); ++y) marked += image.pixelColor(x, y) == theme().error;
+    }
+    return std::pair(find("statusLine").x(), marked > 20);
+  };
+  const auto usual = look();
+  EXPECT_FALSE(usual.second);
+  behave([](SimulatedBehaviour& b) { b.silent = true; });
+  model().refresh();
+  settle();
+  EXPECT_EQ(look(), std::pair(usual.first + 22, true));
+  EXPECT_EQ(find("statusLine").foregroundRole(), QPalette::BrightText);
+  EXPECT_EQ(name("statusLine"), "Error, " + model().statusLine());
+  EXPECT_EQ(text("statusLine"), model().statusLine());
+  behave([](SimulatedBehaviour& b) { b.silent = false; });
+  model().refresh();
+  settle();
+  EXPECT_EQ(look(), usual);
+  EXPECT_EQ(name("statusLine"), model().statusLine());
 }
 
 TEST_F(Shell, AStatusThatHasNoRoomIsItsTooltip) {

@@ -8,6 +8,7 @@ namespace quorvane::Addresses {
 QUrl website();
 QUrl firmwareSupport();
 QUrl supportMail();
+QUrl userGuide();
 
 // The application's ID for the desktop (desktop file, icon, D-Bus name).
 QString applicationID();

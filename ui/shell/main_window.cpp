@@ -14,6 +14,7 @@
 
 #include "app/environment.h"
 #include "ui/base/base_page.h"
+#include "ui/kit/button.h"
 #include "ui/kit/file_uri.h"
 #include "ui/kit/focus_ring.h"
 #include "ui/kit/metrics.h"
@@ -24,6 +25,7 @@
 #include "ui/model/addresses.h"
 #include "ui/model/availability.h"
 #include "ui/presets/presets_page.h"
+#include "ui/shell/about_dialog.h"
 #include "ui/shell/closing.h"
 #include "ui/shell/shortcuts_sheet.h"
 #include "ui/shell/sidebar.h"
@@ -34,6 +36,8 @@
 namespace quorvane {
 namespace {
 
+constexpr int messageGap = 16;
+
 Section firstSection() { return section(Environment::section()).value_or(Section::tuning); }
 
 }  // namespace
@@ -43,7 +47,8 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
       section_(firstSection()),
       closing_(new Closing(model, *this)),
       sidebar_(new Sidebar(model)),
-      pages_(new QStackedWidget) {
+      pages_(new QStackedWidget),
+      findOutWhy_(new Button(QStringLiteral("Find out why"))) {
   setObjectName(QStringLiteral("mainWindow"));
   PlainText::setWindowTitle(*this, note.isEmpty() ? QStringLiteral("Quorvane")
                                                   : QStringLiteral("Quorvane (%1)").arg(note));
@@ -64,6 +69,10 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
   row->addWidget(sidebar_);
   row->addWidget(detail, 1);
   setCentralWidget(centre);
+  findOutWhy_->setParent(detail);
+  findOutWhy_->setObjectName(QStringLiteral("findOutWhyButton"));
+  connect(findOutWhy_, &Button::clicked, this, &MainWindow::findOutWhy);
+  pages_->installEventFilter(this);
   buildMenus();
   new FocusRing(this);
 
@@ -77,8 +86,12 @@ void MainWindow::setSection(Section section) {
   section_ = section;
   sidebar_->setSection(section);
   View* const next = page(section);
-  if (next == pages_->currentWidget()) return;
-  // Move the focus first: Qt would give it to an arbitrary control of the new page.
+  if (next != pages_->currentWidget()) showPage(next);
+  placeFindOutWhy();
+}
+
+// Moves the focus first: Qt would give it to an arbitrary control of the new page.
+void MainWindow::showPage(View* next) {
   const QWidget* const focused = focusWidget();
   const bool movesFocus = focused != nullptr && pages_->isAncestorOf(focused);
   if (movesFocus) pages_->setFocus(Qt::OtherFocusReason);
@@ -184,6 +197,11 @@ void MainWindow::buildHelpMenu(QMenu* menu) {
   link(QStringLiteral("Quorvane website"), Addresses::website(), "websiteAction");
   link(QStringLiteral("Support the firmware work"), Addresses::firmwareSupport(), "supportAction");
   link(QStringLiteral("Email support"), Addresses::supportMail(), "mailAction");
+  menu->addSeparator();
+  link(QStringLiteral("User guide"), Addresses::userGuide(), "userGuideAction");
+  QAction* const about = menu->addAction(QStringLiteral("&About Quorvane"), this,
+                                         [this] { (new AboutDialog(this))->open(); });
+  about->setObjectName(QStringLiteral("aboutAction"));
 }
 
 // Runs an action on staged edits if the section "Tuning" is shown; otherwise only shows it.
@@ -210,7 +228,36 @@ void MainWindow::modelChanged() {
   setAvailable(export_, model_.userPresets().empty()
                             ? QStringLiteral("There is no preset of your own to export yet")
                             : QString());
+  placeFindOutWhy();
   followRequest();
+}
+
+// Shows the button, which belongs to the window's frame, below the message of the section "Tuning".
+// When it goes, the page takes its focus.
+void MainWindow::placeFindOutWhy() {
+  const bool shows = section_ == Section::tuning && !model_.isConnected();
+  if (!shows && findOutWhy_->hasFocus()) page(section_)->takeFocus();
+  findOutWhy_->setVisible(shows);
+  if (!shows) return;
+  const auto& tuning = static_cast<const TuningPage&>(*page(Section::tuning));
+  const QRect message = tuning.messageRect().translated(pages_->pos());
+  const QSize size = findOutWhy_->sizeHint();
+  findOutWhy_->setGeometry(message.center().x() + 1 - size.width() / 2,
+                           message.bottom() + 1 + messageGap, size.width(), size.height());
+  findOutWhy_->raise();
+}
+
+void MainWindow::findOutWhy() {
+  setSection(Section::base);
+  model_.examine();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  // The page is laid out after its stack: place the button afterwards.
+  if (watched == pages_ && (event->type() == QEvent::Resize || event->type() == QEvent::Show)) {
+    QMetaObject::invokeMethod(this, &MainWindow::placeFindOutWhy, Qt::QueuedConnection);
+  }
+  return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::followRequest() {

@@ -11,6 +11,7 @@ class QStackedWidget;
 
 namespace quorvane {
 
+class Button;
 class Closing;
 class Sidebar;
 class StatusBar;
@@ -39,6 +40,7 @@ class MainWindow final : public QMainWindow {
   void dropEvent(QDropEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void buildMenus();
@@ -48,9 +50,12 @@ class MainWindow final : public QMainWindow {
   void buildViewMenu(QMenu* menu);
   void buildHelpMenu(QMenu* menu);
   View* page(Section section);
+  void showPage(View* next);
   View* buildPage(Section section);
   void modelChanged();
   void followRequest();
+  void placeFindOutWhy();
+  void findOutWhy();
   void onTuning(void (AppModel::*action)());
 
   AppModel& model_;
@@ -58,6 +63,7 @@ class MainWindow final : public QMainWindow {
   Closing* closing_;
   Sidebar* sidebar_;
   QStackedWidget* pages_;
+  Button* findOutWhy_;  // over the section "Tuning", below its message, while there is no base
   std::array<View*, allSections.size()> built_{};
 
   QAction* save_ = nullptr;

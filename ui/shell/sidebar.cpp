@@ -68,7 +68,8 @@ class SidebarRow final : public QAbstractButton {
       drawBox(painter, rect(), Metrics::controlRadius, chosen ? t.selection : t.hover, QColor());
     }
     if (chosen) {
-      drawBar(painter, QRectF(0, (height() - markHeight) / 2.0, markWidth, markHeight), t.brandEdge);
+      drawBar(painter, QRectF(0, (height() - markHeight) / 2.0, markWidth, markHeight),
+              t.brandEdge);
     }
     const QColor ink = chosen ? t.brandText : t.ink2;
     drawSymbol(painter, QPointF(symbolInset, (height() - sectionSymbol) / 2.0),
