@@ -173,12 +173,25 @@ struct Scene {
   Section section;
   std::vector<int> bases;
   std::function<void(Stage&)> prepare;
+  bool isWideToo = false;  // also in a wide window, where the screen has room for one
 };
 
 void stageEdits(Stage& stage) {
   stage.model().stage(sensitivity, 540);
   stage.model().stage(forceFeedback, 80);
   stage.model().stage(brakeLevelIndicator, 90);
+}
+
+void explain(Stage& stage) {
+  stage.model().stage(forceFeedback, 85);
+  Stage::settle();
+  stage.window().activateWindow();
+  stage.window().findChild<QWidget*>(QStringLiteral("FFSlider"))->setFocus();
+}
+
+void explainOver(Stage& stage) {
+  stage.window().findChild<QWidget*>(QStringLiteral("NDPSlider"))->setFocus();
+  stage.click("NDPHelp");
 }
 
 void logSomething(Stage& stage) {
@@ -266,7 +279,9 @@ const std::vector<Scene>& scenes() {
          stage.model().toggleMode();
          stage.untilIdle();
        }},
-      {"tuning-empty", Section::tuning, {}, nothing},
+      {"tuning-explained", Section::tuning, {usual}, explain, true},
+      {"tuning-explained-over", Section::tuning, {usual}, explainOver},
+      {"tuning-empty", Section::tuning, {}, nothing, true},
       {"tuning-saving",
        Section::tuning,
        {usual},
@@ -310,7 +325,7 @@ const std::vector<Scene>& scenes() {
            stage.model().deletePreset(TuningPreset(stage.model().userPresets().front()));
          }
        }},
-      {"base", Section::base, {usual}, nothing},
+      {"base", Section::base, {usual}, nothing, true},
       {"base-none", Section::base, {}, nothing},
       {"base-two", Section::base, {0x0006, usual}, nothing},
       {"base-three", Section::base, {0x0001, usual, usual}, nothing},
@@ -322,7 +337,20 @@ const std::vector<Scene>& scenes() {
        Section::tools,
        {usual},
        [](Stage& stage) { stage.click("factoryResetButton"); }},
-      {"log", Section::log, {usual}, logSomething},
+      {"log", Section::log, {usual}, logSomething, true},
+      {"log-errors",
+       Section::log,
+       {usual},
+       [](Stage& stage) {
+         logSomething(stage);
+         stage.click("errorsOnlyToggle");
+       }},
+      {"about",
+       Section::tuning,
+       {usual},
+       [](Stage& stage) {
+         stage.window().findChild<QAction*>(QStringLiteral("aboutAction"))->trigger();
+       }},
       {"shortcuts",
        Section::tuning,
        {usual},
@@ -334,7 +362,13 @@ const std::vector<Scene>& scenes() {
 }
 
 constexpr std::array sizes{QSize(Metrics::defaultWidth, Metrics::defaultHeight),
-                           QSize(Metrics::minimumWidth, Metrics::minimumHeight)};
+                           QSize(Metrics::minimumWidth, Metrics::minimumHeight), QSize(1920, 1080)};
+
+bool isTaken(const Scene& scene, QSize size) {
+  if (size.width() < Metrics::wideFrom) return true;
+  const QSize screen = QGuiApplication::primaryScreen()->size();
+  return scene.isWideToo && size.boundedTo(screen) == size;
+}
 
 bool take(const Scene& scene, QSize size, const QString& scheme,
           const std::filesystem::path& scratch, const QDir& directory) {
@@ -370,7 +404,8 @@ int main(int argc, char** argv) {
     for (const QSize size : sizes) {
       for (const Scene& scene : scenes()) {
         const bool isWanted = wanted.empty() || wanted.contains(QString::fromLatin1(scene.name));
-        if (isWanted && !take(scene, size, scheme, text(scratch.path()), directory)) return 1;
+        if (!isWanted || !isTaken(scene, size)) continue;
+        if (!take(scene, size, scheme, text(scratch.path()), directory)) return 1;
       }
     }
   }
