@@ -41,7 +41,7 @@ std::string withoutJsonOption(std::string text) {
 TEST_F(Usage, WrongWordsTouchNoBase) {
   const std::vector<std::pair<std::string, std::string>> cases{
       {"", "Usage: quorvanectl [OPTION...] COMMAND [ARGUMENT...]"},
-      {"--layout sdk", "A command is needed: devices, read, set,"},
+      {"--layout sdk", "A command is needed: devices, read, explain, set,"},
       {"frobnicate", "frobnicate"},
       {"READ", "READ"},
       {"--frobnicate read", "--frobnicate"},

@@ -179,6 +179,8 @@ TEST_F(SettingHelpUi, KeysOnARowOpenThePopup) {
       EXPECT_EQ(textOf(find("helpWhat", *dialog())), helpOf(P::naturalDamper).what);
       press(Qt::Key_Escape);
       EXPECT_EQ(dialog(), nullptr);
+      window().activateWindow();  // as a desktop does after a dialog
+      settle();
       EXPECT_EQ(focused(), control);
     }
   }

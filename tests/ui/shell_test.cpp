@@ -538,11 +538,10 @@ TEST_F(Shell, AnErrorIsMarkedInTheStatusBarUntilTheNextLine) {
   EXPECT_EQ(find("statusLine").foregroundRole(), QPalette::BrightText);
   EXPECT_EQ(name("statusLine"), "Error, " + model().statusLine());
   EXPECT_EQ(text("statusLine"), model().statusLine());
-  behave([](SimulatedBehaviour& b) { b.silent = false; });
-  model().refresh();
+  model().saveCurrentAsPreset("Wet");
   settle();
   EXPECT_EQ(look(), usual);
-  EXPECT_EQ(name("statusLine"), model().statusLine());
+  EXPECT_EQ(name("statusLine"), "Saved preset \"Wet\"");
 }
 
 TEST_F(Shell, AStatusThatHasNoRoomIsItsTooltip) {
