@@ -171,14 +171,15 @@ TEST_F(Accessibility, TabGoesThroughThePresetsInReadingOrder) {
   model().saveCurrentAsPreset("Wet");
   visit(Section::presets);
   const Lines rest{"presetNameField", "importButton", "exportButton"};
-  EXPECT_EQ(tabOrder(),
-            joined({{"sectionPresets"}, links_, Lines(5, "applyButton"), {"trashButton"}, rest}));
+  Lines rows;
+  for (int row = 0; row < 5; ++row) rows.insert(rows.end(), {"loadButton", "applyButton"});
+  EXPECT_EQ(tabOrder(), joined({{"sectionPresets"}, links_, rows, {"trashButton"}, rest}));
   model().saveCurrentAsPreset("Dry");
   settle();
   EXPECT_EQ(tabOrder(), joined({{"sectionPresets"},
                                 links_,
-                                Lines(5, "applyButton"),
-                                {"trashButton", "applyButton", "trashButton"},
+                                rows,
+                                {"trashButton", "loadButton", "applyButton", "trashButton"},
                                 rest}));
 }
 

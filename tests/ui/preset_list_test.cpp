@@ -100,6 +100,33 @@ TEST_F(PresetListTest, HasRoomForEveryRow) {
   EXPECT_EQ(rowOf("Preset 3")->y(), 3 * (first.height() + 1));
 }
 
+TEST_F(PresetListTest, HasRoomForNotes) {
+  std::vector<TuningPreset> presets;
+  for (const std::string& notes :
+       {std::string(), std::string("Gain 78 %"), std::string(400, 'x')}) {
+    presets.push_back(presetOf("Preset", {{P::forceFeedback, 80}}));
+    presets.back().notes = notes;
+  }
+  const std::vector<TuningPreset> three = presets;
+  for (int i = 0; i < 30; ++i) presets.insert(presets.end(), three.begin(), three.end());
+  for (TuningPreset& preset : presets) preset.id = UUID::random();
+  putFile(directory_ / "presets.json", encodePresets(presets));
+  open();
+  visit(Section::presets);
+  scrollTo(bar().maximum() / 2);
+  int line = 0;
+  for (const PresetRow* const row : list().rows()) {
+    EXPECT_EQ(row->height(), row->heightForWidth(row->width())) << row->preset().notes;
+    if (const auto* const notes = row->findChild<QWidget*>(QStringLiteral("presetNotes"))) {
+      line = line == 0 ? notes->fontMetrics().height() : line;
+      EXPECT_EQ(notes->height(), row->preset().notes.size() > 100 ? 2 * line : line);
+    }
+  }
+  EXPECT_GT(line, 0);
+  const auto rows = list().rows();
+  EXPECT_EQ(rows[1]->y(), rows[0]->geometry().bottom() + 2);
+}
+
 TEST_F(PresetListTest, MakesTheRowsThatScrollIntoView) {
   openMany(600);
   scrollTo(bar().maximum());
@@ -111,15 +138,13 @@ TEST_F(PresetListTest, MakesTheRowsThatScrollIntoView) {
 
 TEST_F(PresetListTest, TheTabKeyReachesRowsThatWereNotInView) {
   openMany(40);
-  find("applyButton", *rowOf("Preset 0")).setFocus(Qt::TabFocusReason);
-  for (int i = 0; i < 39; ++i) {
-    EXPECT_EQ(place(), "Preset " + std::to_string(i) + ": applyButton");
-    press(Qt::Key_Tab);
-    EXPECT_EQ(place(), "Preset " + std::to_string(i) + ": trashButton");
-    press(Qt::Key_Tab);
+  find("loadButton", *rowOf("Preset 0")).setFocus(Qt::TabFocusReason);
+  for (int i = 0; i < 40; ++i) {
+    for (const char* const button : {"loadButton", "applyButton", "trashButton"}) {
+      EXPECT_EQ(place(), "Preset " + std::to_string(i) + ": " + button);
+      press(Qt::Key_Tab);
+    }
   }
-  press(Qt::Key_Tab);
-  press(Qt::Key_Tab);
   EXPECT_EQ(focused(), "presetNameField");
 }
 
@@ -181,7 +206,7 @@ TEST_F(PresetListTest, TheFocusOfADeletedPresetGoesToThePage) {
   remove(2);
   EXPECT_EQ(focused(), "presetsPage");
   press(Qt::Key_Tab);
-  EXPECT_EQ(place(), "Preset 3: applyButton");
+  EXPECT_EQ(place(), "Preset 3: loadButton");
 }
 
 TEST_F(PresetListTest, AChangedPresetKeepsTheFocusOnItsButton) {

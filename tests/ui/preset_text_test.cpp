@@ -30,6 +30,54 @@ TuningSnapshot menuWithStatus(std::uint8_t status) {
   return TuningSnapshot::fromReport(report, {}).value();
 }
 
+TEST(PresetText, ABadgeSaysWhatWouldBeDifferent) {
+  using Kind = PresetBadge::Kind;
+  struct Case {
+    std::vector<ParameterValue> menu;
+    std::vector<ParameterValue> preset;
+    PresetBadge badge;
+  };
+  const std::vector<Case> cases{
+      {{{P::forceFeedback, 80}}, {{P::forceFeedback, 80}}, {Kind::same, "On the base now"}},
+      {{{P::forceFeedback, 80}}, {{P::forceFeedback, 79}}, {Kind::differs, "1 differs"}},
+      {{{P::forceFeedback, 80}},
+       {{P::forceFeedback, 79}, {P::naturalDamper, 15}},
+       {Kind::differs, "2 differ"}},
+      {{{P::forceFeedback, 75}},
+       {{P::forceFeedback, 100}},
+       {Kind::stronger, "Stronger: FF 75 → 100"}},
+      {{{P::forceFeedback, 76}, {P::forceEffect, 100}},
+       {{P::forceFeedback, 100}},
+       {Kind::differs, "1 differs"}},
+      {{{P::fullForce, 0}}, {{P::fullForce, 40}}, {Kind::stronger, "Stronger: FUL 0 → 40"}},
+      {{{P::forceEffect, 60}}, {{P::forceEffect, 100}}, {Kind::stronger, "Stronger: FOR 60 → 100"}},
+      // Neither alone by much, but together by half.
+      {{{P::forceFeedback, 80}, {P::forceEffect, 80}},
+       {{P::forceFeedback, 98}, {P::forceEffect, 100}},
+       {Kind::stronger, "Stronger: FOR 80 → 100"}},
+      {{{P::forceFeedback, 40}, {P::forceEffect, 100}},
+       {{P::forceFeedback, 60}},
+       {Kind::stronger, "Stronger: FF 40 → 60"}},
+      {{{P::forceFeedback, 41}, {P::forceEffect, 100}},
+       {{P::forceFeedback, 61}},
+       {Kind::differs, "1 differs"}},
+      // Settings that do not pull harder.
+      {{{P::naturalDamper, 0}}, {{P::naturalDamper, 90}}, {Kind::differs, "1 differs"}},
+      {{}, {}, {}},
+  };
+  for (const Case& c : cases) {
+    Bytes report(TuningSnapshot::length);
+    report[0] = TuningSnapshot::reportID;
+    report[1] = TuningSnapshot::subID;
+    for (const ParameterValue& value : c.menu) {
+      report[value.parameter.offset()] = value.parameter.encode(value.value, directDrive);
+    }
+    const TuningSnapshot menu = TuningSnapshot::fromReport(report, {}).value();
+    EXPECT_EQ(presetBadge(presetWith(c.preset), menu, directDrive), c.badge) << c.badge.text;
+    EXPECT_EQ(presetBadge(presetWith(c.preset), std::nullopt, directDrive), PresetBadge{});
+  }
+}
+
 TEST(PresetText, ShowsAValueWithoutItsUnit) {
   struct Case {
     P parameter;

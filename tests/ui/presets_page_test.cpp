@@ -50,6 +50,11 @@ class Presets : public WindowTest {
     return names;
   }
 
+  std::string name(const std::string& widget, const PresetRow& row) {
+    return find(widget, row).accessibleName().toStdString();
+  }
+  using WindowTest::name;
+
   Button& applyOf(const PresetRow& row) { return find<Button>("applyButton", row); }
 
   void give(const std::string& name) {
@@ -106,6 +111,99 @@ TEST_F(Presets, ARowSumsItsValuesUp) {
             "effect strength 100 %, Spring effect strength 0 %, Damper effect strength 50 %, "
             "Natural damper 15 %, Natural friction 10 %, Force effect intensity 100 %, FFB "
             "interpolation filter 3, Natural inertia 5 %");
+}
+
+TEST_F(Presets, ARowNamesGameAndNotes) {
+  openPresets();
+  own("Wet");
+  struct Case {
+    const PresetRow& row;
+    std::string game;
+    bool hasNotes;
+  };
+  const std::vector<Case> cases{{builtIn(0), "", true},  // its game is "Any"
+                                {builtIn(1), "Gran Turismo 7", true},
+                                {mine(0), "Custom", false}};
+  for (const auto& [row, game, hasNotes] : cases) {
+    const auto* const shown = row.findChild<QLabel*>(QStringLiteral("presetGame"));
+    EXPECT_EQ(shown == nullptr ? "" : textOf(*shown), game);
+    const auto* const notes = row.findChild<QLabel*>(QStringLiteral("presetNotes"));
+    ASSERT_EQ(notes != nullptr, hasNotes) << game;
+    EXPECT_EQ(row.accessibleDescription().toStdString(), row.preset().notes);
+    if (hasNotes) {
+      EXPECT_EQ(textOf(*notes), row.preset().notes);
+    }
+  }
+}
+
+TEST_F(Presets, LoadFillsTheValuesInAndShowsThem) {
+  openPresets();
+  own("Wet");
+  takeTranscript();
+  click(find("loadButton", builtIn(2)));
+  settle();
+  EXPECT_TRUE(isVisible("tuningPage"));
+  EXPECT_EQ(staged(), "SEN=0,FF=100,SPR=0");
+  EXPECT_EQ(takeTranscript(), Lines{});
+  EXPECT_EQ(takeLog(),
+            (Lines{"[log] Loaded \"Redline Lab 2025, Gran Turismo 7 (8 Nm)\": 3 values to save"}));
+}
+
+TEST_F(Presets, OnesOwnAreLoadedToo) {
+  openPresets();
+  stage(P::forceFeedback, 80);
+  own("Wet");
+  click(find("loadButton", mine(0)));
+  settle();
+  EXPECT_EQ(takeLog(), (Lines{"[log] \"Wet\" matches the current values"}));
+}
+
+TEST_F(Presets, ABadgeFollowsTheBase) {
+  openPresets();
+  own("Wet");
+  const auto badge = [this] { return name("presetBadge", mine(0)); };
+  EXPECT_EQ(badge(), "On the base now");
+  Bytes report;
+  simulate([&](SimulatedBase& simulated) {
+    simulated.menu().put(P::naturalDamper, 40);
+    report = simulated.menu().report();
+  });
+  base().sendReport(report);
+  settle();
+  EXPECT_EQ(badge(), "1 differs");
+  base().unplug();
+  settle();
+  EXPECT_EQ(badge(), "");
+}
+
+TEST_F(Presets, BadgesCompareWithTheBaseNotWithEdits) {
+  openPresets();
+  own("Wet");
+  stage(P::forceFeedback, 10);
+  settle();
+  EXPECT_EQ(name("presetBadge", mine(0)), "On the base now");
+}
+
+TEST_F(Presets, TheCodesStandAboveTheValues) {
+  openPresets();
+  own("Wet");
+  EXPECT_EQ(name("presetCodes"), "On the base now, set C");
+  EXPECT_NE(description("presetCodes").find("brF 50"), std::string::npos);
+  EXPECT_GT(find("presetCodes").height(), 20);
+  base().unplug();
+  settle();
+  EXPECT_EQ(name("presetCodes"), "Settings");
+}
+
+TEST_F(Presets, NarrowRowsHaveTheBadgeBeforeTheGame) {
+  openPresets();
+  own("Wet");
+  EXPECT_TRUE(find("presetBadge", mine(0)).isVisible());
+  EXPECT_FALSE(find("narrowPresetBadge", mine(0)).isVisible());
+  window().resize(860, 560);
+  settle();
+  EXPECT_FALSE(find("presetBadge", mine(0)).isVisible());
+  EXPECT_TRUE(find("narrowPresetBadge", mine(0)).isVisible());
 }
 
 TEST_F(Presets, ValuesThatHaveNoRoomGoOnInAnotherLine) {

@@ -247,6 +247,7 @@ FormPage::FormPage(const QString& title, int widestCard, int cardGap, QWidget* p
     : QWidget(parent),
       widestCard_(widestCard),
       cardGap_(cardGap),
+      outer_(new QVBoxLayout(this)),
       column_(new QVBoxLayout),
       scroll_(new QScrollArea) {
   column_->setSpacing(cardGap_);
@@ -258,14 +259,15 @@ FormPage::FormPage(const QString& title, int widestCard, int cardGap, QWidget* p
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll_->setFocusPolicy(Qt::NoFocus);
   scroll_->setWidget(cards);
-  auto* const outer = new QVBoxLayout(this);
-  outer->setContentsMargins(0, 0, 0, 0);
-  outer->setSpacing(0);
-  outer->addWidget(new PageHeader(title));
-  outer->addWidget(scroll_, 1);
+  outer_->setContentsMargins(0, 0, 0, 0);
+  outer_->setSpacing(0);
+  outer_->addWidget(new PageHeader(title));
+  outer_->addWidget(scroll_, 1);
   connect(scroll_->verticalScrollBar(), &QScrollBar::valueChanged, this, &FormPage::scrolled);
   connect(scroll_->verticalScrollBar(), &QScrollBar::rangeChanged, this, &FormPage::scrolled);
 }
+
+void FormPage::pin(QWidget* widget) { outer_->insertWidget(outer_->indexOf(scroll_), widget); }
 
 QRect FormPage::visiblePart(const QWidget& widget) const {
   const QRect view = scroll_->viewport()->rect();

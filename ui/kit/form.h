@@ -90,6 +90,9 @@ class FormPage final : public QWidget {
   // show.
   void centreInWideWindows();
 
+  // Puts a widget between the title and the scrolled part.
+  void pin(QWidget* widget);
+
   // The visible part of a widget on this page, in the widget's coordinates.
   QRect visiblePart(const QWidget& widget) const;
 
@@ -107,6 +110,7 @@ class FormPage final : public QWidget {
   const int widestCard_;
   const int cardGap_;
   bool centresCards_ = false;
+  QVBoxLayout* outer_;
   QVBoxLayout* column_;
   QScrollArea* scroll_;
 };

@@ -14,7 +14,13 @@ namespace quorvane {
 namespace {
 
 constexpr int lineBetween = 1;
-constexpr int spareRows = 6;  // above and below the visible part
+constexpr std::size_t spareRows = 6;  // above and below the visible part
+
+// The number of the row at this height; the nearest one if there is none.
+std::size_t numberAt(const std::vector<int>& tops, int y) {
+  const auto after = std::upper_bound(tops.begin(), tops.end() - 1, y);
+  return static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, after - tops.begin() - 1));
+}
 
 }  // namespace
 
@@ -37,8 +43,10 @@ void PresetList::setPresets(const std::vector<TuningPreset>& presets) {
   std::vector<Entry> before = std::exchange(entries_, {});
   idsBefore_.clear();
   for (const Entry& entry : before) idsBefore_.push_back(entry.preset.id);
+  topsBefore_ = tops_;
   entries_.reserve(presets.size());
-  for (const TuningPreset& preset : presets) entries_.push_back({preset, nullptr});
+  for (const TuningPreset& preset : presets) entries_.push_back({preset});
+  measureNotes();
   adopt(before);
   const QWidget* const focused = window()->focusWidget();
   const auto left = std::find_if(before.begin(), before.end(), [&](const Entry& entry) {
@@ -109,17 +117,17 @@ PresetRow* PresetList::rowBefore(std::size_t number) const {
 
 void PresetList::makeRows(const QRect& visible) {
   if (entries_.empty() || visible.isEmpty()) return;
-  const int height = pitch(width());
-  const int last = static_cast<int>(entries_.size()) - 1;
-  const int from = std::clamp(visible.top() / height - spareRows, 0, last);
-  const int to = std::clamp(visible.bottom() / height + spareRows, 0, last);
-  PresetRow* before = rowBefore(static_cast<std::size_t>(from));
+  const std::size_t from = numberAt(tops_, visible.top());
+  const std::size_t to =
+      std::min(numberAt(tops_, visible.bottom()) + spareRows, entries_.size() - 1);
+  std::size_t number = from < spareRows ? 0 : from - spareRows;
+  PresetRow* before = rowBefore(number);
   std::vector<PresetRow*> fresh;
   const auto tell = [&] {
     if (!fresh.empty()) emit made(std::exchange(fresh, {}), before);
   };
-  for (int i = from; i <= to; ++i) {
-    Entry& entry = entries_[static_cast<std::size_t>(i)];
+  for (; number <= to; ++number) {
+    Entry& entry = entries_[number];
     if (entry.row == nullptr) {
       fresh.push_back(make(entry));
     } else {
@@ -133,25 +141,41 @@ void PresetList::makeRows(const QRect& visible) {
 
 int PresetList::takeShiftAt(int y) {
   const std::vector<UUID> before = std::exchange(idsBefore_, {});
-  const int height = pitch(width());
-  const auto number = static_cast<std::size_t>(std::max(0, y) / height);
-  for (std::size_t i = number; i < before.size(); ++i) {
+  const std::vector<int> topsBefore = std::exchange(topsBefore_, {});
+  if (topsBefore.size() <= before.size()) return 0;
+  for (std::size_t i = numberAt(topsBefore, std::max(0, y)); i < before.size(); ++i) {
     const auto now = std::find_if(entries_.begin(), entries_.end(),
                                   [&](const Entry& entry) { return entry.preset.id == before[i]; });
     if (now == entries_.end()) continue;
-    return (static_cast<int>(now - entries_.begin()) - static_cast<int>(i)) * height;
+    return tops_[static_cast<std::size_t>(now - entries_.begin())] - topsBefore[i];
   }
   return 0;
 }
 
-// The distance from the top of a row to the top of the next.
-int PresetList::pitch(int width) const {
-  const PresetRow* const row = rowBefore(entries_.size());
-  return row == nullptr ? lineBetween : row->heightForWidth(width) + lineBetween;
+void PresetList::measureNotes() {
+  for (Entry& entry : entries_) entry.notesAdvance = PresetRow::notesAdvance(entry.preset);
+}
+
+int PresetList::heightWithoutNotes(int width) const {
+  for (const Entry& entry : entries_) {
+    if (entry.row == nullptr) continue;
+    return entry.row->heightForWidth(width) - PresetRow::notesHeight(entry.notesAdvance, width);
+  }
+  return 0;
+}
+
+std::vector<int> PresetList::tops(int width) const {
+  const int base = heightWithoutNotes(width) + lineBetween;
+  std::vector<int> tops{0};
+  tops.reserve(entries_.size() + 1);
+  for (const Entry& entry : entries_) {
+    tops.push_back(tops.back() + base + PresetRow::notesHeight(entry.notesAdvance, width));
+  }
+  return tops;
 }
 
 int PresetList::heightForWidth(int width) const {
-  return std::max(0, static_cast<int>(entries_.size()) * pitch(width) - lineBetween);
+  return std::max(0, tops(width).back() - lineBetween);
 }
 
 QSize PresetList::sizeHint() const {
@@ -160,10 +184,10 @@ QSize PresetList::sizeHint() const {
 }
 
 void PresetList::place() {
-  const int height = pitch(width());
+  tops_ = tops(width());
   for (std::size_t i = 0; i < entries_.size(); ++i) {
     if (entries_[i].row == nullptr) continue;
-    entries_[i].row->setGeometry(0, static_cast<int>(i) * height, width(), height - lineBetween);
+    entries_[i].row->setGeometry(0, tops_[i], width(), tops_[i + 1] - tops_[i] - lineBetween);
   }
 }
 
@@ -174,6 +198,7 @@ void PresetList::resizeEvent(QResizeEvent* /*event*/) {
 
 bool PresetList::event(QEvent* event) {
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    measureNotes();
     updateGeometry();
     place();
   }
@@ -181,11 +206,12 @@ bool PresetList::event(QEvent* event) {
 }
 
 void PresetList::paintEvent(QPaintEvent* event) {
-  const int height = pitch(width());
+  if (entries_.empty()) return;
   QPainter painter(this);
-  const int first = std::max(1, event->rect().top() / height);
-  for (int y = first * height - lineBetween; y <= event->rect().bottom(); y += height) {
-    drawEdge(painter, QRect(0, y, width(), lineBetween), Qt::TopEdge, theme().hairline);
+  for (std::size_t i = std::max<std::size_t>(1, numberAt(tops_, event->rect().top()));
+       i < entries_.size() && tops_[i] - lineBetween <= event->rect().bottom(); ++i) {
+    drawEdge(painter, QRect(0, tops_[i] - lineBetween, width(), lineBetween), Qt::TopEdge,
+             theme().hairline);
   }
 }
 

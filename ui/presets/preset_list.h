@@ -9,8 +9,9 @@
 
 namespace quorvane {
 
-// A vertical list of presets in rows of equal height. The widget of a row is created lazily, when
-// the row comes near the visible part, so that a long list opens as fast as a short one.
+// A vertical list of presets in rows that are equally high but for their notes. The widget of a row
+// is created lazily, when the row comes near the visible part, so that a long list opens as fast as
+// a short one.
 class PresetList final : public QWidget {
   Q_OBJECT
 
@@ -60,6 +61,7 @@ class PresetList final : public QWidget {
  private:
   struct Entry {
     TuningPreset preset;
+    int notesAdvance = 0;      // PresetRow::notesAdvance()
     PresetRow* row = nullptr;  // null until it is created
   };
 
@@ -67,12 +69,16 @@ class PresetList final : public QWidget {
   void replace(Entry& entry, PresetRow* former);
   PresetRow* make(Entry& entry);
   PresetRow* rowBefore(std::size_t number) const;
-  int pitch(int width) const;
+  int heightWithoutNotes(int width) const;
+  std::vector<int> tops(int width) const;
+  void measureNotes();
   void place();
 
   const NewRow newRow_;
   std::vector<Entry> entries_;
+  std::vector<int> tops_;        // of the rows at the current width, and of the row after the last
   std::vector<UUID> idsBefore_;  // before the last setPresets()
+  std::vector<int> topsBefore_;
 };
 
 }  // namespace quorvane

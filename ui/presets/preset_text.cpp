@@ -2,6 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+
+#include "app/staging.h"
 #include "protocol/menu_text.h"
 #include "protocol/setting.h"
 #include "support/text.h"
@@ -13,6 +17,36 @@ namespace {
 std::string_view shortTitle(TuningParameter parameter) {
   const std::string_view title = parameter.title();
   return title.substr(0, title.find(" ("));
+}
+
+// The settings that make the wheel pull harder.
+constexpr std::array strengths{TuningParameter::Case::forceFeedback,
+                               TuningParameter::Case::forceEffect,
+                               TuningParameter::Case::fullForce};
+constexpr std::int64_t muchStronger = 25;
+
+// The setting that a preset raises so far that the wheel could hurt unprepared hands: by much, or
+// with the product of two strengths grown by half.
+std::optional<ParameterValue> raised(const TuningPreset& preset, const TuningSnapshot& menu,
+                                     const std::optional<FanatecProduct>& product) {
+  std::optional<ParameterValue> most;
+  std::int64_t most_by = 0;
+  for (const ParameterValue& wanted : preset.applicable(product)) {
+    const auto by = wanted.value - menu.value(wanted.parameter, product);
+    const bool isStrength =
+        std::find(strengths.begin(), strengths.end(), wanted.parameter) != strengths.end();
+    if (!isStrength || by <= most_by) continue;
+    most = wanted;
+    most_by = by;
+  }
+  if (most_by >= muchStronger) return most;
+  const auto total = [&](auto valueOf) {
+    return valueOf(TuningParameter::forceFeedback) * valueOf(TuningParameter::forceEffect);
+  };
+  const auto now = total([&](TuningParameter p) { return menu.value(p, product); });
+  const auto then =
+      total([&](TuningParameter p) { return preset.value(p).value_or(menu.value(p, product)); });
+  return 2 * then >= 3 * now && then > now ? most : std::nullopt;
 }
 
 }  // namespace
@@ -39,6 +73,24 @@ std::string presetSummary(const TuningPreset& preset,
     }
   }
   return summary.empty() ? "No values" : summary;
+}
+
+PresetBadge presetBadge(const TuningPreset& preset, const std::optional<TuningSnapshot>& menu,
+                        const std::optional<FanatecProduct>& product) {
+  const std::vector<ParameterValue> values = preset.applicable(product);
+  if (!menu || values.empty()) return {};
+  const auto differing = std::count_if(
+      values.begin(), values.end(),
+      [&](const ParameterValue& value) { return !isCurrentValue(value, menu, product); });
+  if (differing == 0) return {PresetBadge::Kind::same, "On the base now"};
+  if (const auto more = raised(preset, *menu, product)) {
+    const ParameterValue now{more->parameter, menu->value(more->parameter, product)};
+    return {PresetBadge::Kind::stronger,
+            fmt::format("Stronger: {} {} → {}", more->parameter.code(), presetValue(now, product),
+                        presetValue(*more, product))};
+  }
+  return {PresetBadge::Kind::differs,
+          fmt::format("{} {}", differing, differing == 1 ? "differs" : "differ")};
 }
 
 std::string applyQuestion(const TuningPreset& preset) {

@@ -20,6 +20,19 @@ bool isWord(const ParameterValue& value, const std::optional<FanatecProduct>& pr
 // All values in menu order, for a screen reader: "Sensitivity AUTO, Force feedback strength 100 %".
 std::string presetSummary(const TuningPreset& preset, const std::optional<FanatecProduct>& product);
 
+// What would be different at the base with a preset, in a few words; nothing without a menu, and
+// for a preset without values for the base.
+struct PresetBadge {
+  enum class Kind { none, same, differs, stronger };
+
+  Kind kind = Kind::none;
+  std::string text;  // "On the base now", "5 differ", "Stronger: FF 65 → 100"
+
+  bool operator==(const PresetBadge&) const = default;
+};
+PresetBadge presetBadge(const TuningPreset& preset, const std::optional<TuningSnapshot>& menu,
+                        const std::optional<FanatecProduct>& product);
+
 // The question before a preset is applied, and the consequence of a yes.
 std::string applyQuestion(const TuningPreset& preset);
 std::string applyConsequence(const TuningSnapshot& menu);

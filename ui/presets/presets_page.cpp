@@ -12,8 +12,11 @@
 #include "ui/kit/tab_order.h"
 #include "ui/kit/text.h"
 #include "ui/model/availability.h"
+#include "ui/model/section.h"
+#include "ui/presets/codes_bar.h"
 #include "ui/presets/preset_list.h"
 #include "ui/presets/preset_row.h"
+#include "ui/presets/preset_strip.h"
 #include "ui/presets/preset_text.h"
 #include "ui/presets/save_preset_bar.h"
 
@@ -41,6 +44,7 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
     : View(model, parent),
       page_(new FormPage(QStringLiteral("Presets"), Metrics::contentWidth - 2 * Metrics::pageInset,
                          cardGap)),
+      codes_(new CodesBar(model)),
       builtIn_(new Card(QStringLiteral("Built in"))),
       mine_(new Card(QStringLiteral("Mine"))),
       hint_(messageRow(QStringLiteral("Save the current menu below to create your first preset."),
@@ -53,6 +57,7 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
   mine_->setObjectName(QStringLiteral("minePresets"));
   mine_->add(hint_);
   mine_->add(own_);
+  page_->pin(codes_);
   page_->add(builtIn_);
   page_->add(mine_);
   auto* const column = new QVBoxLayout(this);
@@ -95,6 +100,19 @@ void PresetsPage::renderRows() {
 
 void PresetsPage::renderRow(PresetRow& row) {
   row.show(whyNotApply(model()), whyWait(model()), progressText(model(), row.preset()));
+  row.compare(model().tuning());
+}
+
+// All strips are as wide as those of the built-in presets, which always exist.
+void PresetsPage::alignCodes() {
+  if (builtInRows_.empty()) return;
+  const PresetStrip& strip = builtInRows_.front()->strip();
+  codes_->follow(strip.mapTo(this, QPoint()).x(), strip.width());
+}
+
+void PresetsPage::load(const TuningPreset& preset) {
+  model().stagePreset(preset);
+  model().setRequestedSection(std::string(rawValue(Section::tuning)));
 }
 
 void PresetsPage::buildBuiltIn() {
@@ -103,6 +121,7 @@ void PresetsPage::buildBuiltIn() {
     builtInRows_.push_back(newRow(preset));
     builtIn_->add(builtInRows_.back());
   }
+  connect(&builtInRows_.front()->strip(), &PresetStrip::resized, this, &PresetsPage::alignCodes);
   orderControls();
 }
 
@@ -137,6 +156,7 @@ void PresetsPage::orderRows(const std::vector<PresetRow*>& rows, PresetRow* befo
 
 PresetRow* PresetsPage::newRow(const TuningPreset& preset) {
   auto* const row = new PresetRow(preset, product_);
+  connect(row, &PresetRow::loaded, this, [this, preset] { load(preset); });
   connect(row, &PresetRow::applied, this, [this, preset] { ask(preset); });
   connect(
       row, &PresetRow::deleted, this, [this, preset] { model().deletePreset(preset); },

@@ -10,6 +10,7 @@ class QLabel;
 namespace quorvane {
 
 class Card;
+class CodesBar;
 class ConfirmDialog;
 class FormPage;
 class PresetList;
@@ -36,9 +37,12 @@ class PresetsPage final : public View {
   void orderRows(const std::vector<PresetRow*>& rows, PresetRow* before);
   PresetRow* newRow(const TuningPreset& preset);
   void renderRow(PresetRow& row);
+  void alignCodes();
+  void load(const TuningPreset& preset);
   void ask(const TuningPreset& preset);
 
   FormPage* page_;
+  CodesBar* codes_;
   Card* builtIn_;
   Card* mine_;
   QLabel* hint_;

@@ -1,0 +1,73 @@
+#include "ui/presets/badge_label.h"
+
+#include <QPainter>
+
+#include "ui/kit/metrics.h"
+#include "ui/kit/symbols.h"
+#include "ui/kit/text.h"
+#include "ui/kit/theme.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int symbolSize = 13;
+constexpr int symbolGap = 6;
+
+QFont badgeFont() { return Metrics::font(Metrics::Type::callout); }
+
+}  // namespace
+
+BadgeLabel::BadgeLabel(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  setFont(badgeFont());
+}
+
+void BadgeLabel::show(const PresetBadge& badge) {
+  if (badge == badge_) return;
+  badge_ = badge;
+  setAccessibleName(text(badge.text));
+  updateGeometry();
+  update();
+}
+
+QString BadgeLabel::symbol() const {
+  switch (badge_.kind) {
+    case PresetBadge::Kind::same:
+      return QStringLiteral("checkmark");
+    case PresetBadge::Kind::stronger:
+      return QStringLiteral("exclamationmark.triangle.fill");
+    case PresetBadge::Kind::none:
+    case PresetBadge::Kind::differs:
+      return {};
+  }
+  return {};
+}
+
+int BadgeLabel::widest() {
+  const QFontMetrics metrics(badgeFont());
+  return symbolSize + symbolGap +
+         metrics.horizontalAdvance(QStringLiteral("Stronger: FUL 100 → 100"));
+}
+
+QSize BadgeLabel::sizeHint() const {
+  const int words = fontMetrics().horizontalAdvance(text(badge_.text));
+  return {words + (symbol().isEmpty() ? 0 : symbolSize + symbolGap), fontMetrics().height()};
+}
+
+void BadgeLabel::paintEvent(QPaintEvent* /*event*/) {
+  const Theme& t = theme();
+  const bool isSame = badge_.kind == PresetBadge::Kind::same;
+  QPainter painter(this);
+  int x = width() - sizeHint().width();
+  if (!symbol().isEmpty()) {
+    drawSymbol(painter, QPointF(x, (height() - symbolSize) / 2.0), symbol(), symbolSize,
+               isSame ? t.ok : t.warningIcon);
+    x += symbolSize + symbolGap;
+  }
+  painter.setPen(isSame ? t.ok : t.ink2);
+  if (badge_.kind == PresetBadge::Kind::stronger) painter.setPen(t.ink);
+  painter.drawText(QRect(x, 0, width() - x, height()), Qt::AlignVCenter | Qt::TextSingleLine,
+                   text(badge_.text));
+}
+
+}  // namespace quorvane
