@@ -300,8 +300,8 @@ TEST_F(Shell, MenusHoldTheirEntriesInOrder) {
 }
 
 TEST_F(Shell, EntriesAreAvailableWhenTheyCanDoSomething) {
-  const Lines actions{"importAction", "shareAction",   "exportAction",   "quitAction",
-                      "saveAction",   "discardAction", "readAgainAction"};
+  const Lines actions{"importAction", "shareAction",   "exportAction",    "quitAction",
+                      "saveAction",   "discardAction", "readAgainAction", "loadPresetAction"};
   const auto states = [&] {
     Lines lines;
     for (const std::string& action : actions) lines.push_back(stateOf(find<QAction>(action)));
@@ -312,19 +312,21 @@ TEST_F(Shell, EntriesAreAvailableWhenTheyCanDoSomething) {
   openWithoutBase();
   EXPECT_EQ(states(),
             (Lines{"enabled", "disabled: Connect a base first: its menu is what gets shared",
-                   noPresets, "enabled", noEdits, noEdits, "disabled: Connect a base first"}));
+                   noPresets, "enabled", noEdits, noEdits, "disabled: Connect a base first",
+                   "disabled: Connect a base first"}));
   base();
   settle();
-  EXPECT_EQ(states(),
-            (Lines{"enabled", "enabled", noPresets, "enabled", noEdits, noEdits, "enabled"}));
+  EXPECT_EQ(states(), (Lines{"enabled", "enabled", noPresets, "enabled", noEdits, noEdits,
+                             "enabled", "enabled"}));
   stage(P::forceFeedback, 80);
   model().saveCurrentAsPreset("Wet");
-  EXPECT_EQ(states(), Lines(7, "enabled"));
+  EXPECT_EQ(states(), Lines(8, "enabled"));
   whileReading([&] {
     const std::string wait = std::string("disabled: ") + waitReason;
-    EXPECT_EQ(states(), (Lines{"enabled", "enabled", "enabled", "enabled", wait, wait, wait}));
+    EXPECT_EQ(states(),
+              (Lines{"enabled", "enabled", "enabled", "enabled", wait, wait, wait, wait}));
   });
-  EXPECT_EQ(states(), Lines(7, "enabled"));
+  EXPECT_EQ(states(), Lines(8, "enabled"));
 }
 
 TEST_F(Shell, SharingNeedsAMenu) {

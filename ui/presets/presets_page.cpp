@@ -12,8 +12,8 @@
 #include "ui/kit/tab_order.h"
 #include "ui/kit/text.h"
 #include "ui/model/availability.h"
-#include "ui/model/section.h"
 #include "ui/presets/codes_bar.h"
+#include "ui/presets/load_preset.h"
 #include "ui/presets/preset_list.h"
 #include "ui/presets/preset_row.h"
 #include "ui/presets/preset_strip.h"
@@ -29,13 +29,6 @@ QString progressText(const AppModel& model, const TuningPreset& preset) {
   const auto& progress = model.progress();
   if (!progress || progress->preset != preset.id) return {};
   return QStringLiteral("%1 of %2").arg(progress->done).arg(progress->total);
-}
-
-QString whyNotApply(const AppModel& model) {
-  if (model.isConnected() && !model.busy() && !model.tuning()) {
-    return QStringLiteral("The base has not told its menu yet");
-  }
-  return whyNotNow(model);
 }
 
 }  // namespace
@@ -99,7 +92,7 @@ void PresetsPage::renderRows() {
 }
 
 void PresetsPage::renderRow(PresetRow& row) {
-  row.show(whyNotApply(model()), whyWait(model()), progressText(model(), row.preset()));
+  row.show(whyNotLoad(model()), whyWait(model()), progressText(model(), row.preset()));
   row.compare(model().tuning());
 }
 
@@ -108,11 +101,6 @@ void PresetsPage::alignCodes() {
   if (builtInRows_.empty()) return;
   const PresetStrip& strip = builtInRows_.front()->strip();
   codes_->follow(strip.mapTo(this, QPoint()).x(), strip.width());
-}
-
-void PresetsPage::load(const TuningPreset& preset) {
-  model().stagePreset(preset);
-  model().setRequestedSection(std::string(rawValue(Section::tuning)));
 }
 
 void PresetsPage::buildBuiltIn() {
@@ -156,7 +144,7 @@ void PresetsPage::orderRows(const std::vector<PresetRow*>& rows, PresetRow* befo
 
 PresetRow* PresetsPage::newRow(const TuningPreset& preset) {
   auto* const row = new PresetRow(preset, product_);
-  connect(row, &PresetRow::loaded, this, [this, preset] { load(preset); });
+  connect(row, &PresetRow::loaded, this, [this, preset] { loadPreset(model(), preset); });
   connect(row, &PresetRow::applied, this, [this, preset] { ask(preset); });
   connect(
       row, &PresetRow::deleted, this, [this, preset] { model().deletePreset(preset); },

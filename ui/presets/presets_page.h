@@ -38,7 +38,6 @@ class PresetsPage final : public View {
   PresetRow* newRow(const TuningPreset& preset);
   void renderRow(PresetRow& row);
   void alignCodes();
-  void load(const TuningPreset& preset);
   void ask(const TuningPreset& preset);
 
   FormPage* page_;

@@ -24,6 +24,8 @@
 #include "ui/log/log_page.h"
 #include "ui/model/addresses.h"
 #include "ui/model/availability.h"
+#include "ui/presets/load_preset.h"
+#include "ui/presets/preset_finder.h"
 #include "ui/presets/presets_page.h"
 #include "ui/shell/about_dialog.h"
 #include "ui/shell/closing.h"
@@ -164,6 +166,10 @@ void MainWindow::buildEditMenu(QMenu* menu) {
   readAgain_ = menu->addAction(QStringLiteral("&Read again"), &model_, &AppModel::refresh);
   readAgain_->setObjectName(QStringLiteral("readAgainAction"));
   readAgain_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_R), QKeySequence(Qt::Key_F5)});
+  menu->addSeparator();
+  loadPreset_ = menu->addAction(QStringLiteral("&Load preset…"), QKeySequence(Qt::CTRL | Qt::Key_L),
+                                this, [this] { (new PresetFinder(model_, this))->open(); });
+  loadPreset_->setObjectName(QStringLiteral("loadPresetAction"));
 }
 
 void MainWindow::buildViewMenu(QMenu* menu) {
@@ -222,6 +228,7 @@ void MainWindow::modelChanged() {
   setAvailable(save_, noEdits);
   setAvailable(discard_, noEdits);
   setAvailable(readAgain_, whyNot);
+  setAvailable(loadPreset_, whyNotLoad(model_));
   setAvailable(share_, model_.isConnected() && model_.tuning()
                            ? QString()
                            : QStringLiteral("Connect a base first: its menu is what gets shared"));

@@ -69,6 +69,7 @@ class MainWindow final : public QMainWindow {
   QAction* save_ = nullptr;
   QAction* discard_ = nullptr;
   QAction* readAgain_ = nullptr;
+  QAction* loadPreset_ = nullptr;
   QAction* share_ = nullptr;
   QAction* export_ = nullptr;
 };

@@ -29,6 +29,7 @@ constexpr std::array sheet{
     Key{"Esc", "End what is open or being typed; then, on Tuning, go to Discard"},
     Key{"Backspace, Delete", "On a changed row's slider or switch: back to the saved value"},
     Key{"Ctrl+R, F5", "Read again"},
+    Key{"Ctrl+L", "Load preset…: find one by typing, and fill its values in"},
     Key{"Ctrl+I", "Import…"},
     Key{"Ctrl+E", "Share…"},
     Key{"Arrow keys", "On a slider: one step. Up and Down in a number field: one step"},
