@@ -57,6 +57,7 @@ const Theme& Theme::light() {
       .errorGround = 0xFDF1F0,
       .errorLine = 0xC7605A,
       .ok = 0x1E8E3E,
+      .okText = 0x17702F,
       .idle = 0x808892,
   };
   return colours;
@@ -110,6 +111,7 @@ const Theme& Theme::dark() {
       .errorGround = 0x2B1C1B,
       .errorLine = 0xA85B55,
       .ok = 0x4CC26B,
+      .okText = 0x4CC26B,
       .idle = 0x6F7780,
   };
   return colours;

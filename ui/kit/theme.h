@@ -23,7 +23,7 @@ struct Theme {
   QColor switchOff, switchOn, knobOff, knobOn;
   QColor warningGround, warningLine, warningIcon;
   QColor error, errorGround, errorLine;
-  QColor ok, idle;
+  QColor ok, okText, idle;
 
   static const Theme& light();
   static const Theme& dark();

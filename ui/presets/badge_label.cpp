@@ -61,10 +61,10 @@ void BadgeLabel::paintEvent(QPaintEvent* /*event*/) {
   int x = width() - sizeHint().width();
   if (!symbol().isEmpty()) {
     drawSymbol(painter, QPointF(x, (height() - symbolSize) / 2.0), symbol(), symbolSize,
-               isSame ? t.ok : t.warningIcon);
+               isSame ? t.okText : t.warningIcon);
     x += symbolSize + symbolGap;
   }
-  painter.setPen(isSame ? t.ok : t.ink2);
+  painter.setPen(isSame ? t.okText : t.ink2);
   if (badge_.kind == PresetBadge::Kind::stronger) painter.setPen(t.ink);
   painter.drawText(QRect(x, 0, width() - x, height()), Qt::AlignVCenter | Qt::TextSingleLine,
                    text(badge_.text));
