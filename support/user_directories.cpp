@@ -28,6 +28,13 @@ auto fromUserDatabase(Use use) -> decltype(use(std::declval<const passwd&>())) {
   return use(*found);
 }
 
+// The directory in the variable, else the one in the home directory.
+std::optional<path> userDirectory(const char* variable, const path& inHome) {
+  if (auto directory = absolute(std::getenv(variable))) return directory;
+  if (const auto home = homeDirectory()) return *home / inHome;
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<path> homeDirectory() {
@@ -40,9 +47,11 @@ std::string userName() {
 }
 
 std::optional<path> userDataDirectory() {
-  if (auto directory = absolute(std::getenv("XDG_DATA_HOME"))) return directory;
-  if (const auto home = homeDirectory()) return *home / ".local" / "share";
-  return std::nullopt;
+  return userDirectory("XDG_DATA_HOME", path(".local") / "share");
+}
+
+std::optional<path> userStateDirectory() {
+  return userDirectory("XDG_STATE_HOME", path(".local") / "state");
 }
 
 }  // namespace quorvane

@@ -16,4 +16,8 @@ std::string userName();
 // Relative paths are ignored. None when there is no home directory either.
 std::optional<std::filesystem::path> userDataDirectory();
 
+// The directory for the user's state, such as histories: $XDG_STATE_HOME, else .local/state in the
+// home directory. Relative paths are ignored. None when there is no home directory either.
+std::optional<std::filesystem::path> userStateDirectory();
+
 }  // namespace quorvane

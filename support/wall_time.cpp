@@ -3,6 +3,7 @@
 #include <fmt/chrono.h>
 
 #include <algorithm>
+#include <ctime>
 
 namespace quorvane {
 namespace {
@@ -33,6 +34,14 @@ std::string iso8601(WallSeconds time) {
 }
 
 std::string iso8601(WallClock::time_point time) { return iso8601(wholeSeconds(time)); }
+
+std::string localTimeText(WallSeconds time) {
+  const std::time_t seconds = time.time_since_epoch().count();
+  std::tm local{};
+  ::tzset();
+  if (::localtime_r(&seconds, &local) == nullptr) return iso8601(time);
+  return fmt::format("{:%Y-%m-%d %H:%M:%S}", local);
+}
 
 std::optional<WallSeconds> parseISO8601(std::string_view text) {
   using std::chrono::day, std::chrono::month, std::chrono::year;

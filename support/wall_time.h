@@ -18,7 +18,10 @@ WallSeconds wholeSeconds(WallClock::time_point time);  // rounds down
 std::string iso8601(WallSeconds time);
 std::string iso8601(WallClock::time_point time);
 
-// Parses only that form.
+// In the user's time zone: "2026-03-01 10:30:00". Follows $TZ.
+std::string localTimeText(WallSeconds time);
+
+// Parses only the ISO 8601 form.
 std::optional<WallSeconds> parseISO8601(std::string_view text);
 
 }  // namespace quorvane

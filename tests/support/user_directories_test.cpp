@@ -64,6 +64,19 @@ TEST(UserDataDirectory, IsWhereTheEnvironmentSays) {
   }
 }
 
+TEST(UserStateDirectory, IsItsVariableElseInTheHomeDirectory) {
+  const ScopedVariable data("XDG_DATA_HOME", "/data");
+  const ScopedVariable home("HOME", "/home/anna");
+  for (const auto& [variable, directory] :
+       std::vector<std::pair<Variable, std::string>>{{"/state", "/state"},
+                                                     {"state", "/home/anna/.local/state"},
+                                                     {"", "/home/anna/.local/state"},
+                                                     {unset, "/home/anna/.local/state"}}) {
+    const ScopedVariable state("XDG_STATE_HOME", variable);
+    EXPECT_EQ(userStateDirectory(), directory);
+  }
+}
+
 TEST(UserDataDirectory, AUserWithoutAHomeHasNone) {
   // Only root can become a user who is not in the user database.
   if (::geteuid() != 0) return;

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/scoped_variable.h"
+
 namespace quorvane {
 namespace {
 
@@ -207,6 +209,18 @@ TEST(ParseISO8601, RefusesEveryOtherLayout) {
   }
   EXPECT_EQ(parseISO8601(std::string_view("2026-03-01T09:30:00Z\0", 21)), std::nullopt);
   EXPECT_EQ(parseISO8601(std::string_view("2026-03-01T09:30:00\0", 20)), std::nullopt);
+}
+
+TEST(LocalTimeText, IsInTheUsersTimeZone) {
+  const WallSeconds time = parseISO8601("2026-03-01T23:30:05Z").value();
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {"UTC0", "2026-03-01 23:30:05"},
+      {"CET-1CEST,M3.5.0,M10.5.0/3", "2026-03-02 00:30:05"},
+      {"AAA+5:30", "2026-03-01 18:00:05"}};
+  for (const auto& [zone, text] : cases) {
+    const ScopedVariable variable("TZ", zone);
+    EXPECT_EQ(localTimeText(time), text);
+  }
 }
 
 }  // namespace
