@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <clocale>
+#include <cwctype>
 #include <iterator>
 
 #include "support/utf8.h"
@@ -13,6 +15,14 @@ namespace quorvane {
 namespace {
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+char32_t lowerLetter(char32_t code) {
+  static const locale_t unicode = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (unicode != nullptr) return static_cast<char32_t>(::towlower_l(code, unicode));
+  return code >= U'A' && code <= U'Z' ? code - U'A' + U'a' : code;
+}
+
+constexpr char32_t firstInvalidByte = 0x110000;  // above every code point
 
 constexpr std::string_view replacementCharacter = "\uFFFD";
 
@@ -71,6 +81,18 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
 
 bool startsWithIgnoringCase(std::string_view text, std::string_view beginning) {
   return equalIgnoringCase(text.substr(0, beginning.size()), beginning);
+}
+
+std::u32string foldedCase(std::string_view text) {
+  std::u32string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const Utf8Character next = firstCharacter(text);
+    result += next.code ? lowerLetter(*next.code)
+                        : firstInvalidByte + static_cast<unsigned char>(text.front());
+    text.remove_prefix(next.length);
+  }
+  return result;
 }
 
 std::string counted(std::size_t count, std::string_view noun) {

@@ -13,6 +13,11 @@ std::string lowerCase(std::string_view text);
 bool equalIgnoringCase(std::string_view a, std::string_view b);
 bool startsWithIgnoringCase(std::string_view text, std::string_view beginning);
 
+// The characters of a text, each letter in lower case, for comparisons that ignore case in every
+// alphabet (in ASCII only on a system without the locale "C.UTF-8"). Does not depend on the user's
+// locale. Each byte that is not UTF-8 becomes a code that no character has.
+std::u32string foldedCase(std::string_view text);
+
 // "1 value", "2 values": the noun gets an "s" unless the count is 1.
 std::string counted(std::size_t count, std::string_view noun);
 

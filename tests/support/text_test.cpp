@@ -175,5 +175,16 @@ TEST(Counted, SaysOneAndMany) {
   EXPECT_EQ(counted(2, "preset"), "2 presets");
 }
 
+TEST(FoldedCase, ComparesLettersOfEveryAlphabetAndKeepsOtherBytesApart) {
+  EXPECT_EQ(foldedCase("Spa 7"), U"spa 7");
+  EXPECT_EQ(foldedCase("N\u00DCRBURG \u0416\u0394"), foldedCase("n\u00FCrburg \u0436\u03B4"));
+  EXPECT_NE(foldedCase("\u00FC"), foldedCase("u"));
+  EXPECT_EQ(foldedCase(std::string_view("A\0B", 3)), std::u32string(U"a\0b", 3));
+  EXPECT_EQ(foldedCase("\xFF").size(), 1U);
+  EXPECT_NE(foldedCase("\xFF"), foldedCase("\xFE"));
+  EXPECT_NE(foldedCase("\xFF"), foldedCase("\u00FF"));
+  EXPECT_EQ(foldedCase(""), U"");
+}
+
 }  // namespace
 }  // namespace quorvane
