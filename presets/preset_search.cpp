@@ -1,0 +1,91 @@
+#include "presets/preset_search.h"
+
+#include <algorithm>
+#include <array>
+
+#include "protocol/menu_text.h"
+#include "support/text.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::string_view wordBreaks = " \t\n\v\f\r";
+
+std::vector<std::string> searchWords(std::string_view text) {
+  std::vector<std::string> words;
+  std::size_t begin = text.find_first_not_of(wordBreaks);
+  while (begin != std::string_view::npos) {
+    const std::size_t end = std::min(text.find_first_of(wordBreaks, begin), text.size());
+    words.emplace_back(text.substr(begin, end - begin));
+    begin = text.find_first_not_of(wordBreaks, end);
+  }
+  return words;
+}
+
+std::string_view withoutOuterSpace(std::string_view text) {
+  const std::size_t begin = text.find_first_not_of(wordBreaks);
+  if (begin == std::string_view::npos) return {};
+  return text.substr(begin, text.find_last_not_of(wordBreaks) - begin + 1);
+}
+
+// Special values are equal in each of their forms.
+bool isSameValue(TuningParameter parameter, std::int64_t a, std::int64_t b) {
+  return parameter.written(a, {}) == parameter.written(b, {});
+}
+
+}  // namespace
+
+PresetSearch::PresetSearch(std::string_view text) {
+  const std::vector<std::string> words = searchWords(text);
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    switch (readValue(words[i], i + 1 < words.size() ? words[i + 1] : std::string())) {
+      case Reading::noValue:
+        words_.push_back(foldedCase(words[i]));
+        break;
+      case Reading::value:
+        break;
+      case Reading::valueAndUnit:
+        ++i;
+        break;
+    }
+  }
+}
+
+PresetSearch::Reading PresetSearch::readValue(const std::string& word, const std::string& next) {
+  const std::size_t equals = word.find('=');
+  if (equals == std::string::npos) return Reading::noValue;
+  const auto parameter = TuningParameter::named(word.substr(0, equals));
+  if (!parameter) return Reading::noValue;
+  const std::string value = word.substr(equals + 1);
+  if (value.empty()) {
+    values_.push_back({*parameter, std::nullopt});
+    return Reading::value;
+  }
+  const auto parsed = MenuText::parse(*parameter, value);
+  if (!parsed) return Reading::noValue;
+  values_.push_back({*parameter, *parsed});
+  const bool isUnit = !next.empty() && MenuText::parseNumber(*parameter, value + " " + next);
+  return isUnit ? Reading::valueAndUnit : Reading::value;
+}
+
+bool PresetSearch::matches(const TuningPreset& preset) const {
+  const bool hasValues =
+      std::all_of(values_.begin(), values_.end(), [&](const WantedValue& wanted) {
+        const auto value = preset.value(wanted.parameter);
+        return value && (!wanted.value || isSameValue(wanted.parameter, *value, *wanted.value));
+      });
+  if (!hasValues || words_.empty()) return hasValues;
+  const std::array<std::u32string, 4> texts{foldedCase(preset.name), foldedCase(preset.game),
+                                            foldedCase(preset.source), foldedCase(preset.notes)};
+  return std::all_of(words_.begin(), words_.end(), [&](const std::u32string& word) {
+    return std::any_of(texts.begin(), texts.end(), [&](const std::u32string& text) {
+      return text.find(word) != std::u32string::npos;
+    });
+  });
+}
+
+bool isForGame(const TuningPreset& preset, std::string_view game) {
+  return foldedCase(withoutOuterSpace(preset.game)) == foldedCase(withoutOuterSpace(game));
+}
+
+}  // namespace quorvane
