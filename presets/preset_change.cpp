@@ -17,6 +17,23 @@ Presets::iterator equalTo(Presets& presets, const TuningPreset& wanted) {
   return std::find(presets.begin(), presets.end(), wanted);
 }
 
+// The record, equal or changed meanwhile.
+Presets::iterator recordOf(Presets& presets, const TuningPreset& preset) {
+  const auto equal = equalTo(presets, preset);
+  return equal == presets.end() ? withID(presets, preset.id) : equal;
+}
+
+// The position to insert at; none when the record to be next to is not in the list.
+std::optional<Presets::iterator> positionOf(Presets& presets,
+                                            const PresetChange::Destination& destination) {
+  using Where = PresetChange::Destination::Where;
+  if (destination.where == Where::first) return presets.begin();
+  if (destination.where == Where::last || !destination.other) return presets.end();
+  const auto other = recordOf(presets, *destination.other);
+  if (other == presets.end()) return std::nullopt;
+  return destination.where == Where::before ? other : std::next(other);
+}
+
 Presets::iterator at(Presets& presets, const PresetChange::Place& place) {
   const auto index =
       presets.begin() + static_cast<std::ptrdiff_t>(std::min(place.index, presets.size()));
@@ -50,6 +67,14 @@ PresetChange PresetChange::remove(TuningPreset preset) {
 
 PresetChange PresetChange::replace(TuningPreset before, TuningPreset after) {
   return PresetChange(Replace{std::move(before), std::move(after), UUID::random()});
+}
+
+PresetChange PresetChange::move(TuningPreset preset, Destination destination) {
+  return PresetChange(Move{std::move(preset), std::move(destination)});
+}
+
+PresetChange PresetChange::restore(Presets presets) {
+  return PresetChange(Restore{std::move(presets)});
 }
 
 bool PresetChange::apply(Presets& presets) const {
@@ -96,6 +121,23 @@ bool PresetChange::applyTo(Presets& presets, const Replace& replace) {
     ++place;
   }
   presets.insert(place, std::move(ours));
+  return true;
+}
+
+bool PresetChange::applyTo(Presets& presets, const Move& move) {
+  const auto found = recordOf(presets, move.preset);
+  if (found == presets.end()) return true;
+  Presets others = presets;
+  others.erase(others.begin() + (found - presets.begin()));
+  const auto position = positionOf(others, move.destination);
+  if (!position) return true;
+  others.insert(*position, *found);
+  presets = std::move(others);
+  return true;
+}
+
+bool PresetChange::applyTo(Presets& presets, const Restore& restore) {
+  presets = restore.presets;
   return true;
 }
 

@@ -25,8 +25,10 @@ namespace quorvane {
 //            | theirs stays           | theirs with a new id   |
 //   deleted  | ours is deleted,       | theirs stays           | no change
 //            | theirs stays           |                        |
+//   moved    | ours is moved          | theirs is moved        | no change
+//   restored | the list is restored, without theirs
 //
-// So no program loses a change because of another one.
+// So no program loses a change because of another one, unless the user restores a former list.
 class PresetChange {
  public:
   // A place in the list: after the record with the id `after`; if that is not there, at `index`; if
@@ -34,6 +36,13 @@ class PresetChange {
   struct Place {
     std::optional<UUID> after;
     std::size_t index = 0;
+  };
+
+  // The end of a move: an end of the list, or next to another record.
+  struct Destination {
+    enum class Where { first, last, before, after };
+    Where where = Where::last;
+    std::optional<TuningPreset> other;  // only for before and after
   };
 
   // The place of the record at an index.
@@ -44,6 +53,13 @@ class PresetChange {
   static PresetChange insert(TuningPreset preset, Place place);
   static PresetChange remove(TuningPreset preset);
   static PresetChange replace(TuningPreset before, TuningPreset after);
+
+  // Moves the record with the preset's id, in its current state; of several, the equal one. No
+  // change when that record or the destination's is not in the list.
+  static PresetChange move(TuningPreset preset, Destination destination);
+
+  // Replaces the whole list by a former one.
+  static PresetChange restore(std::vector<TuningPreset> presets);
 
   // False when the record to remove stays because another program changed it.
   bool apply(std::vector<TuningPreset>& presets) const;
@@ -65,13 +81,22 @@ class PresetChange {
     TuningPreset after;
     UUID spareID;
   };
+  struct Move {
+    TuningPreset preset;
+    Destination destination;
+  };
+  struct Restore {
+    std::vector<TuningPreset> presets;
+  };
 
-  using What = std::variant<Add, Remove, Replace>;
+  using What = std::variant<Add, Remove, Replace, Move, Restore>;
   explicit PresetChange(What what) : what_(std::move(what)) {}
 
   static bool applyTo(std::vector<TuningPreset>& presets, const Add& add);
   static bool applyTo(std::vector<TuningPreset>& presets, const Remove& remove);
   static bool applyTo(std::vector<TuningPreset>& presets, const Replace& replace);
+  static bool applyTo(std::vector<TuningPreset>& presets, const Move& move);
+  static bool applyTo(std::vector<TuningPreset>& presets, const Restore& restore);
 
   What what_;
 };

@@ -114,6 +114,69 @@ TEST(PresetChange, ARecordIsPutBackToItsPlaceWhereverThatIsByNow) {
   EXPECT_EQ(shown(present, {all[0].id, all[1].id, x.id}), "a twin x b");
 }
 
+TEST(PresetChange, ARecordIsMovedInTheListOfThatMoment) {
+  using Where = PresetChange::Destination::Where;
+  const Presets all{presetCalled("a"), presetCalled("b"), presetCalled("c"), presetCalled("d")};
+  const Presets gone{all[0], all[2]};
+  const Presets changed{all[0], with(all[1], 20), all[2], with(all[3], 30)};
+  struct Case {
+    std::size_t moved;
+    Where where;
+    std::size_t other;
+    Presets present;
+    std::string result;
+  };
+  const std::vector<Case> cases{
+      {1, Where::first, 0, all, "b a c d"},
+      {0, Where::first, 0, all, "a b c d"},
+      {1, Where::last, 0, all, "a c d b"},
+      {3, Where::last, 0, all, "a b c d"},
+      {0, Where::before, 3, all, "b c a d"},
+      {3, Where::before, 0, all, "d a b c"},
+      {0, Where::after, 3, all, "b c d a"},
+      {3, Where::after, 0, all, "a d b c"},
+      {1, Where::after, 0, all, "a b c d"},
+      {1, Where::after, 1, all, "a b c d"},
+      {3, Where::after, 1, changed, "a b=20 d=30 c"},
+      {2, Where::before, 3, gone, "a c"},
+      {3, Where::first, 0, gone, "a c"},
+      {2, Where::first, 0, gone, "c a"},
+      {2, Where::first, 0, {}, ""},
+  };
+  for (const auto& [moved, where, other, present, result] : cases) {
+    const auto change = PresetChange::move(all[moved], {where, all[other]});
+    Presets presets = present;
+    for (int time = 0; time < 2; ++time) {  // idempotent
+      EXPECT_TRUE(change.apply(presets));
+      EXPECT_EQ(shown(presets, {all[0].id, all[1].id, all[2].id, all[3].id}), result)
+          << moved << static_cast<int>(where) << other;
+    }
+    EXPECT_EQ(change.removed(), nullptr);
+  }
+}
+
+TEST(PresetChange, AFormerListIsRestoredWhateverThereIs) {
+  const Presets former{presetCalled("a"), presetCalled("b")};
+  const auto change = PresetChange::restore(former);
+  for (const Presets& present : {Presets{}, former, Presets{former[1], presetCalled("c")}}) {
+    Presets presets = present;
+    EXPECT_TRUE(change.apply(presets));
+    EXPECT_EQ(presets, former);
+  }
+  EXPECT_EQ(change.removed(), nullptr);
+}
+
+TEST(PresetChange, OfSeveralRecordsWithOneIDTheEqualOneIsMoved) {
+  using Where = PresetChange::Destination::Where;
+  const TuningPreset spa = presetCalled("spa");
+  const TuningPreset other = presetCalled("other");
+  Presets presets{with(spa, 10), other, with(spa, 20)};
+  PresetChange::move(with(spa, 20), {Where::before, with(spa, 10)}).apply(presets);
+  EXPECT_EQ(shown(presets, {spa.id, other.id}), "spa=20 spa=10 other");
+  PresetChange::move(other, {Where::before, with(spa, 20)}).apply(presets);
+  EXPECT_EQ(shown(presets, {spa.id, other.id}), "other spa=20 spa=10");
+}
+
 TEST(PresetChange, OfTwoEqualRecordsOneIsRemovedAtATime) {
   const TuningPreset spa = presetCalled("spa");
   Presets presets{spa, presetCalled("other"), spa};
