@@ -161,6 +161,7 @@ std::optional<SharedFile::Result> SharedFile::attempt(const path& file,
   KeptFile kept(file, state, update->keepOldAs);
   if (versionOfFile(file) != versionOf(state)) return std::nullopt;
   replacement.takePlace();
+  if (update->whenReplaced) update->whenReplaced();
   return Result{version, kept.take()};
 }
 

@@ -37,6 +37,9 @@ class SharedFile {
     // A suffix to keep the old file under, as "NAME.SUFFIX". The old content is then read twice,
     // 20 ms apart, so that no half-written file is kept while another program rewrites it in place.
     std::optional<std::string> keepOldAs;
+
+    // Called once the file is replaced, with the lock still held. Must not throw.
+    std::function<void()> whenReplaced = {};
   };
 
   // Receives the content, none when there is no file, and returns the new one, none to leave the

@@ -154,6 +154,23 @@ TEST_F(SharedFileTest, ALockEndsWithItsProcess) {
   EXPECT_TRUE(shared_.tryChange(append("a"), place));
 }
 
+TEST_F(SharedFileTest, CallsBackOnceTheFileIsReplacedAndWithTheLockHeld) {
+  int calls = 0;
+  const SharedFile::Change change = [&](const auto&) {
+    return SharedFile::Update{"new", {}, [&] {
+                                ++calls;
+                                EXPECT_EQ(contentOf(file_), "new");
+                                SharedFile::Place place;
+                                EXPECT_FALSE(shared_.tryChange(append("other"), place));
+                              }};
+  };
+  shared_.change(change);
+  EXPECT_EQ(calls, 1);
+  const FileCalls failing(FileCalls::failEach("rename", ENOSPC));
+  EXPECT_NE(errorText([&] { shared_.change(change); }), "no error");
+  EXPECT_EQ(calls, 1);
+}
+
 TEST_F(SharedFileTest, WhoWaitsIsNotOvertaken) {
   SharedFile::Place place;
   shared_.change([&](const auto&) {
