@@ -24,6 +24,13 @@ path dataFolder() {
   return *data / "Quorvane";
 }
 
+// In the user's state directory. None for a user without one.
+std::optional<VersionFolder> versionsIn(const path& folder) {
+  const auto state = userStateDirectory();
+  if (!state) return std::nullopt;
+  return VersionFolder(*state / folder / "preset-versions");
+}
+
 path defaultLocation() { return dataFolder() / "presets.json"; }
 
 // RAII for a parsed document: calls dismantle().
@@ -66,8 +73,12 @@ std::vector<TuningPreset> asOwn(std::vector<TuningPreset> presets) {
 // Adapts a change of the list of presets to SharedFile::Change, and keeps the result.
 class FileChange {
  public:
-  FileChange(path file, const PresetStore::Change& change, std::vector<TuningPreset> ifDamaged = {})
-      : file_(std::move(file)), change_(change), ifDamaged_(std::move(ifDamaged)) {}
+  FileChange(path file, const std::optional<VersionFolder>& versions,
+             const PresetStore::Change& change, std::vector<TuningPreset> ifDamaged = {})
+      : file_(std::move(file)),
+        versions_(versions),
+        change_(change),
+        ifDamaged_(std::move(ifDamaged)) {}
 
   std::optional<SharedFile::Update> operator()(const std::optional<std::string>& content) {
     damage_.clear();
@@ -78,7 +89,7 @@ class FileChange {
       if (!damage_.empty()) throw DecodingError(damage_);
       return std::nullopt;
     }
-    return update();
+    return update(content);
   }
 
   // Also writes when the list is unchanged.
@@ -86,11 +97,12 @@ class FileChange {
     damage_.clear();
     if (content) presetsIn(*content);
     change_(presets_);
-    return update();
+    return update(content);
   }
 
   PresetStore::Contents contents(const SharedFile::Result& result) {
-    return {std::move(presets_), result.version, std::move(damage_), result.kept};
+    return {std::move(presets_), result.version, std::move(damage_), result.kept,
+            std::move(versionFailure_)};
   }
 
  private:
@@ -105,30 +117,57 @@ class FileChange {
     }
   }
 
-  SharedFile::Update update() const {
-    return {encodePresets(presets_),
-            damage_.empty() ? std::nullopt : std::optional(corruptSuffix())};
+  SharedFile::Update update(const std::optional<std::string>& former) {
+    if (!damage_.empty()) return {encodePresets(presets_), corruptSuffix()};
+    SharedFile::Update update{encodePresets(presets_), std::nullopt};
+    if (former && versions_) update.whenReplaced = [this, former] { keepVersion(*former); };
+    return update;
+  }
+
+  // After the replacement: on a full disk, the change comes first. A damaged file is kept beside
+  // the new one instead.
+  void keepVersion(const std::string& content) {
+    try {
+      versions_->keep(content, wholeSeconds(WallClock::now()));
+    } catch (const std::exception& error) {
+      versionFailure_ = error.what();
+    }
   }
 
   const path file_;
+  const std::optional<VersionFolder>& versions_;
   const PresetStore::Change& change_;
   const Presets ifDamaged_;
   Presets presets_;
   std::string damage_;
+  std::string versionFailure_;
 };
+
+// None when the file cannot be read.
+std::optional<std::vector<TuningPreset>> presetsIfReadable(const path& file) {
+  try {
+    return asOwn(decoded(file, readFile(file, VersionFolder::mostBytes), decodePresets));
+  } catch (const std::runtime_error&) {  // FileError, DecodingError
+    return std::nullopt;
+  }
+}
 
 }  // namespace
 
-PresetStore::PresetStore(std::optional<path> fileURL, Clock& clock)
-    : fileURL_(fileURL ? std::move(*fileURL) : defaultLocation()), file_(fileURL_, clock) {}
+PresetStore::PresetStore(std::optional<path> fileURL, Clock& clock,
+                         std::optional<VersionFolder> versions)
+    : fileURL_(fileURL ? std::move(*fileURL) : defaultLocation()),
+      file_(fileURL_, clock),
+      versions_(std::move(versions)) {}
 
 const PresetStore& PresetStore::shared() {
-  static const PresetStore store;
+  static const PresetStore store({}, Clock::system(), versionsIn("Quorvane"));
   return store;
 }
 
 const PresetStore& PresetStore::simulated() {
-  static const PresetStore store(dataFolder() / "simulated" / "presets.json");
+  static const PresetStore store(dataFolder() / "simulated" / "presets.json", Clock::system(),
+                                 versionsIn("Quorvane/simulated"));
   return store;
 }
 
@@ -149,19 +188,19 @@ std::vector<TuningPreset> PresetStore::read() const {
 PresetStore::Contents PresetStore::contents() const {
   const auto state = readFileStateIfAny(fileURL_);
   if (!state) return {};
-  return {asOwn(decoded(fileURL_, state->content, decodePresets)), state->version, {}, {}};
+  return {asOwn(decoded(fileURL_, state->content, decodePresets)), state->version, {}, {}, {}};
 }
 
 PresetStore::Contents PresetStore::change(const Change& change,
                                           const std::vector<TuningPreset>& ifDamaged) const {
-  FileChange file(fileURL_, change, ifDamaged);
+  FileChange file(fileURL_, versions_, change, ifDamaged);
   return file.contents(file_.change([&](const auto& content) { return file(content); }));
 }
 
 std::optional<PresetStore::Contents> PresetStore::tryChange(
     const Change& change, SharedFile::Place& place,
     const std::vector<TuningPreset>& ifDamaged) const {
-  FileChange file(fileURL_, change, ifDamaged);
+  FileChange file(fileURL_, versions_, change, ifDamaged);
   const auto result = file_.tryChange([&](const auto& content) { return file(content); }, place);
   if (!result) return std::nullopt;
   return file.contents(*result);
@@ -173,8 +212,21 @@ void PresetStore::save(const std::vector<TuningPreset>& presets) const {
     std::copy_if(presets.begin(), presets.end(), std::back_inserter(list),
                  [](const TuningPreset& preset) { return !preset.isBuiltIn; });
   };
-  FileChange file(fileURL_, replace);
+  FileChange file(fileURL_, versions_, replace);
   file_.change([&](const auto& content) { return file.replace(content); });
+}
+
+std::vector<PresetStore::FormerVersion> PresetStore::formerVersions() const {
+  if (!versions_) return {};
+  const auto kept = versions_->versions();
+  const std::size_t count = std::min(kept.size(), VersionFolder::mostVersions);
+  std::vector<FormerVersion> result;
+  std::transform(kept.end() - static_cast<std::ptrdiff_t>(count), kept.end(),
+                 std::back_inserter(result), [](const VersionFolder::Version& version) {
+                   return FormerVersion{version.number, version.time, version.file,
+                                        presetsIfReadable(version.file)};
+                 });
+  return result;
 }
 
 void PresetStore::exportPresets(const std::vector<TuningPreset>& presets, const path& destination) {

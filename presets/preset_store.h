@@ -11,6 +11,7 @@
 #include "presets/tuning_preset.h"
 #include "support/file.h"
 #include "support/shared_file.h"
+#include "support/version_folder.h"
 
 namespace quorvane {
 
@@ -30,15 +31,17 @@ class PresetStore {
   static constexpr std::uint64_t longestImport = std::uint64_t{8} << 20;  // 8 MiB
 
   // Without a path: "Quorvane/presets.json" in the user's data directory. Ends the program if the
-  // user has none.
+  // user has none. Keeps former versions only if it has a folder for them.
   explicit PresetStore(std::optional<std::filesystem::path> fileURL = std::nullopt,
-                       Clock& clock = Clock::system());
+                       Clock& clock = Clock::system(),
+                       std::optional<VersionFolder> versions = std::nullopt);
 
-  // The store at the default path, created on first use.
+  // The store at the default path, with versions in "Quorvane/preset-versions" in the user's state
+  // directory. Created on first use.
   static const PresetStore& shared();
 
-  // The store for simulated bases, separate from the user's own presets:
-  // "Quorvane/simulated/presets.json" in the user's data directory. Created on first use.
+  // The store for simulated bases, separate from the user's own presets: the same in
+  // "Quorvane/simulated" of both directories. Created on first use.
   static const PresetStore& simulated();
 
   const std::filesystem::path& fileURL() const { return fileURL_; }
@@ -59,6 +62,10 @@ class PresetStore {
     // "presets.json.corrupt-" and the time.
     std::string damage;
     std::filesystem::path kept;
+
+    // Set by a change that could not keep the former version: the reason. The change itself is
+    // made all the same.
+    std::string versionFailure;
   };
   Contents contents() const;
 
@@ -74,6 +81,8 @@ class PresetStore {
   // For a damaged file, the change starts from `ifDamaged`, and the old file is kept beside the new
   // one. Writes nothing when the change leaves the list unchanged; if the file is damaged too,
   // throws DecodingError.
+  //
+  // Once the file is replaced, its old content is kept as a former version.
   Contents change(const Change& change, const std::vector<TuningPreset>& ifDamaged = {}) const;
 
   // Like change(), but does not wait: none when another process is changing the file. Retry with
@@ -87,6 +96,18 @@ class PresetStore {
   // Replaces the content of the file by the presets that are not built in. Creates its directory.
   // Keeps a damaged file, as change() does.
   void save(const std::vector<TuningPreset>& presets) const;
+
+  // A former content of the file.
+  struct FormerVersion {
+    std::uint32_t number = 0;
+    WallSeconds replacedAt;
+    std::filesystem::path file;
+    std::optional<std::vector<TuningPreset>> presets;  // none when it cannot be read
+  };
+
+  // The versions that are kept, at most VersionFolder::mostVersions, the oldest first. Throws
+  // FileError when their directory cannot be read.
+  std::vector<FormerVersion> formerVersions() const;
 
   // Writes all the presets, built-in ones included, in the format of the preset file.
   static void exportPresets(const std::vector<TuningPreset>& presets,
@@ -107,6 +128,7 @@ class PresetStore {
  private:
   std::filesystem::path fileURL_;
   SharedFile file_;
+  std::optional<VersionFolder> versions_;
 };
 
 }  // namespace quorvane

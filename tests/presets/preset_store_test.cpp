@@ -553,14 +553,77 @@ TEST_F(PresetStoreTest, AKillAtAnyMomentLeavesOneOfTheListsThatWereSaved) {
   EXPECT_TRUE(kept().empty());
 }
 
+class PresetVersions : public PresetStoreTest {
+ protected:
+  // "1: one two, 2: unreadable": the numbers and names of the former versions.
+  std::string versions() const {
+    std::string text;
+    for (const PresetStore::FormerVersion& version : kept_.formerVersions()) {
+      if (!text.empty()) text += ", ";
+      text += std::to_string(version.number) + ":";
+      if (!version.presets) text += " unreadable";
+      for (const auto& preset : version.presets.value_or(Presets())) text += " " + preset.name;
+    }
+    return text;
+  }
+
+  const std::filesystem::path folder_ = directory / "state/versions";
+  const PresetStore kept_{file, Clock::system(), VersionFolder(folder_)};
+};
+
+TEST_F(PresetVersions, AreWhatEachChangeReplaced) {
+  EXPECT_EQ(versions(), "");
+  kept_.save(presetsNamed({"one"}));
+  EXPECT_EQ(versions(), "");
+  kept_.save(presetsNamed({"one", "two"}));
+  const auto add = [](Presets& presets) { presets.push_back(named("three")); };
+  EXPECT_EQ(kept_.change(add).versionFailure, "");
+  SharedFile::Place place;
+  EXPECT_TRUE(kept_.tryChange(add, place));
+  EXPECT_EQ(versions(), "1: one, 2: one two, 3: one two three");
+  kept_.change([](Presets& /*unchanged*/) {});
+  EXPECT_EQ(versions(), "1: one, 2: one two, 3: one two three");
+}
+
+TEST_F(PresetVersions, AreNotKeptOfADamagedFileWhichHasAnotherName) {
+  putFile(file, "[{]");
+  kept_.save(presetsNamed({"one"}));
+  EXPECT_EQ(versions(), "");
+  kept_.save(presetsNamed({"two"}));
+  EXPECT_EQ(versions(), "1: one");
+}
+
+TEST_F(PresetVersions, AFailureToKeepOneIsToldAndFailsNoChange) {
+  kept_.save(presetsNamed({"one"}));
+  putFile(directory / "state", "in the way");
+  const auto add = [](Presets& presets) { presets.push_back(named("two")); };
+  EXPECT_EQ(kept_.change(add).versionFailure, (directory / "state").string() + ": Not a directory");
+  EXPECT_EQ(namesOf(kept_.read()), (std::vector<std::string>{"one", "two"}));
+  kept_.save(presetsNamed({"three"}));
+  EXPECT_EQ(namesOf(kept_.read()), std::vector<std::string>{"three"});
+}
+
+TEST_F(PresetVersions, OneThatCannotBeReadIsListedAsSuch) {
+  kept_.save(presetsNamed({"one"}));
+  kept_.save(presetsNamed({"two"}));
+  putFile(folder_ / "000002-20260301T093000Z.json", "[{]");
+  putFile(folder_ / "000003-20260301T093000Z.json", std::string(100000, '['));
+  putFile(folder_ / "000004-20260301T093000Z.json", "");
+  kept_.save(presetsNamed({"three"}));
+  EXPECT_EQ(versions(), "1: one, 2: unreadable, 3: unreadable, 4: unreadable, 5: two");
+}
+
 TEST_F(PresetStoreTest, ItsDefaultPlaceIsInTheUsersDataDirectory) {
   EXPECT_EQ(inChildProcess([&]() -> std::string {
               ::setenv("XDG_DATA_HOME", directory.path().c_str(), 1);
+              ::setenv("XDG_STATE_HOME", (directory / "state").c_str(), 1);
               if (PresetStore().fileURL() != PresetStore::shared().fileURL()) return "differ";
+              PresetStore::shared().save(presetsNamed({"two"}));
               PresetStore::shared().save(presetsNamed({"one"}));
               return PresetStore::shared().fileURL();
             }),
             directory / "Quorvane/presets.json");
+  EXPECT_EQ(VersionFolder(directory / "state/Quorvane/preset-versions").versions().size(), 1U);
   EXPECT_EQ(namesOf(PresetStore(directory / "Quorvane/presets.json").load()),
             std::vector<std::string>{"one"});
 }
