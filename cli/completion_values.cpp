@@ -139,17 +139,37 @@ std::string presetWord(const std::vector<TuningPreset>& presets, const TuningPre
   return found == words.end() ? "" : *found;
 }
 
-Candidates presets(const CompletionPlace& place, const World& world) {
+std::vector<TuningPreset> allPresets(const CompletionPlace& place, const World& world) {
   World chosen = world;
   if (place.simulates) chosen.presets = world.simulatedPresets;
-  const PresetLibrary library(chosen);
-  const std::vector<TuningPreset> all = library.all();
-  const bool mayBeBuiltIn = place.command->get_name() != "delete";
+  return PresetLibrary(chosen).all();
+}
+
+// Whether the command takes the user's own presets only.
+bool isForOwn(const CLI::App& command) {
+  const std::string& name = command.get_name();
+  return name == "delete" || name == "edit" || name == "move";
+}
+
+Candidates presets(const CompletionPlace& place, const World& world) {
+  const std::vector<TuningPreset> all = allPresets(place, world);
+  const bool mayBeBuiltIn = !isForOwn(*place.command);
   Candidates result;
   for (const TuningPreset& preset : all) {
     if (preset.isBuiltIn && !mayBeBuiltIn) continue;
     const std::string word = presetWord(all, preset, place.typed);
     if (!word.empty()) result.push_back({word, word == preset.name ? preset.game : preset.name});
+  }
+  return result;
+}
+
+// The games of the presets, each once.
+Candidates games(const CompletionPlace& place, const World& world) {
+  Candidates result;
+  for (const TuningPreset& preset : allPresets(place, world)) {
+    const CompletionCandidate game{preset.game, ""};
+    if (!isPlain(game.word) || std::count(result.begin(), result.end(), game) > 0) continue;
+    result.push_back(game);
   }
   return result;
 }
@@ -164,6 +184,7 @@ CompletionChoice completionValues(const CompletionPlace& place, const World& wor
   if (type == "CODE=VALUE") return {assignments(place)};
   if (type == "[=PRODUCT]") return {products()};
   if (type == "COMMAND") return {commandsBelow(*place.command->get_parent(), place.positional)};
+  if (type == "GAME") return {games(place, world)};
   if (type == "WHICH") {
     return {place.value->check_name("--device") ? devices(world) : presets(place, world)};
   }

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "cli/assignments.h"
 #include "cli/base_access.h"
@@ -8,7 +9,7 @@
 #include "cli/preset_commands.h"
 #include "cli/preset_library.h"
 #include "cli/preset_names.h"
-#include "cli/preset_text.h"
+#include "cli/preset_texts.h"
 #include "cli/value_writer.h"
 #include "support/printing.h"
 #include "support/text.h"
@@ -53,24 +54,18 @@ void printSaved(const CommandContext& context, const PresetLibrary& library,
   }
 }
 
-void printRepeatedName(const World& world, const PresetLibrary& library,
-                       const TuningPreset& preset) {
-  const auto presets = library.all();
-  const auto sameName = [&](const TuningPreset& other) { return other.name == preset.name; };
-  if (std::count_if(presets.begin(), presets.end(), sameName) < 2) return;
-  printTo(world.err, "There is now more than one preset \"{}\". This one answers to its id: {}\n",
-          oneLine(preset.name), idText(preset));
-}
-
-// Saves the preset over the user's own preset of exactly that name and takes its id; if there is
-// none, adds it as a new one.
-PresetLibrary withReplaced(const World& world, TuningPreset& preset) {
+// Saves the preset over the user's own preset of exactly that name; takes its id, and its texts
+// that are not given. If there is none, adds it as a new one.
+PresetLibrary withReplaced(const World& world, TuningPreset& preset, const PresetTexts& texts) {
   PresetLibrary library(world, PresetLibrary::IfUnreadable::fail);
   std::vector<TuningPreset> sameName = library.own();
   std::erase_if(sameName, [&](const TuningPreset& own) { return own.name != preset.name; });
   if (sameName.empty()) return PresetLibrary::withAdded(world, {preset});
   const TuningPreset before = presetNamed(sameName, preset.name);
-  preset.id = before.id;
+  TuningPreset::Values values = std::move(preset.values);
+  preset = before;
+  preset.values = std::move(values);
+  setTexts(preset, texts);
   library.replace(before, preset);
   return library;
 }
@@ -90,15 +85,17 @@ ExitStatus applyPresetCommand(const CommandContext& context, const std::string& 
   return writeValues(context, interruption, *base, assignmentsOf(values));
 }
 
-ExitStatus savePresetCommand(const CommandContext& context, const std::string& name, bool replace) {
-  const std::string wanted = presetName(name);
+ExitStatus savePresetCommand(const CommandContext& context, const PresetTexts& texts,
+                             bool replace) {
+  TuningPreset preset;
+  preset.game = savedGame;
+  setTexts(preset, texts);
   const OpenBase base(context);
   const TuningSnapshot snapshot = base->fetchTuning(WheelBase::readTimeout);
-  TuningPreset preset = TuningPreset::capture(base->product(), wanted, snapshot);
-  preset.game = savedGame;
+  preset.values = TuningPreset::capture(base->product(), preset.name, snapshot).values;
 
   const UUID newID = preset.id;
-  const PresetLibrary library = replace ? withReplaced(context.world, preset)
+  const PresetLibrary library = replace ? withReplaced(context.world, preset, texts)
                                         : PresetLibrary::withAdded(context.world, {preset});
   printSaved(context, library, preset);
   if (preset.id == newID) printRepeatedName(context.world, library, preset);

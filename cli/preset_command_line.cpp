@@ -18,9 +18,12 @@ constexpr const char* groupFooter =
     "  quorvanectl presets apply \"My GT7\"";
 
 constexpr const char* listFooter =
+    "Each word of TEXT must be in the name, game, source or notes of a preset, in either case.\n"
+    "A word such as FF=80 or SEN=AUTO compares a value; FF= takes any.\n\n"
     "Examples:\n"
     "  quorvanectl presets list\n"
-    "  quorvanectl presets list --json";
+    "  quorvanectl presets list --search \"rain FF=80\"\n"
+    "  quorvanectl presets list --game \"Gran Turismo 7\" --json";
 
 constexpr const char* showFooter =
     "Example:\n"
@@ -35,11 +38,40 @@ constexpr const char* applyFooter =
 constexpr const char* saveFooter =
     "Examples:\n"
     "  quorvanectl presets save \"My GT7\"\n"
+    "  quorvanectl presets save \"My GT7\" --game \"Gran Turismo 7\" --notes \"Max Torque 5\"\n"
     "  quorvanectl presets save --replace \"My GT7\"";
+
+constexpr const char* editFooter =
+    "Changes the texts that are given; the values, the id and the place in the list stay.\n\n"
+    "Examples:\n"
+    "  quorvanectl presets edit \"My GT7\" --name \"GT7, rain\"\n"
+    "  quorvanectl presets edit \"My GT7\" --game \"Gran Turismo 7\" --notes \"Max Torque 5\"";
+
+constexpr const char* duplicateFooter =
+    "A copy of your own comes right after it, a copy of a built-in one at the end of yours.\n\n"
+    "Examples:\n"
+    "  quorvanectl presets duplicate \"My GT7\"\n"
+    "  quorvanectl presets duplicate \"Fanatec factory defaults\" --name \"My defaults\"";
+
+constexpr const char* moveFooter =
+    "Examples:\n"
+    "  quorvanectl presets move \"My GT7\" --first\n"
+    "  quorvanectl presets move \"My GT7\" --after Rain";
 
 constexpr const char* deleteFooter =
     "Example:\n"
     "  quorvanectl presets delete \"My GT7\"";
+
+constexpr const char* versionsFooter =
+    "Up to twenty are kept, the oldest go first. Numbers count up and never change.\n\n"
+    "Examples:\n"
+    "  quorvanectl presets versions\n"
+    "  quorvanectl presets versions --json";
+
+constexpr const char* restoreFooter =
+    "Replaces all of your presets; those are kept as a version too.\n\n"
+    "Example:\n"
+    "  quorvanectl presets restore 12 --yes";
 
 constexpr const char* importFooter =
     "Takes share files, exported lists and files with a single preset.\n"
@@ -64,10 +96,14 @@ constexpr const char* shareFooter =
 struct PresetWords {
   std::string which;
   std::vector<std::string> several;
-  std::string name;
+  PresetTexts texts;
+  PresetFilter filter;
+  PresetPlace place;
   std::string file;
   std::vector<std::string> files;
+  std::string number;
   bool force = false;
+  bool yes = false;
 };
 
 // Adds the commands one by one. The commands' functions share ownership of the words.
@@ -81,7 +117,12 @@ class PresetParser {
   }
 
   void addListing() {
-    add("list", "List the built-in presets and your own", listFooter, listPresetsCommand);
+    CLI::App& listing =
+        add("list", "List the built-in presets and your own", listFooter,
+            [words = words_](auto& context) { return listPresetsCommand(context, words->filter); });
+    listing.add_option("--search", words_->filter.search, "List only presets with these words")
+        ->type_name("TEXT");
+    addText(listing, "--game", words_->filter.game, "GAME", "List only presets for this game");
     addWhich(
         add("show", "Show all that a preset holds", showFooter,
             [words = words_](auto& context) { return showPresetCommand(context, words->which); }));
@@ -95,6 +136,24 @@ class PresetParser {
     addWhich(add(
         "delete", "Delete a preset of your own", deleteFooter,
         [words = words_](auto& context) { return deletePresetCommand(context, words->which); }));
+  }
+
+  void addEditing() {
+    addEdit();
+    addDuplicate();
+    addMove();
+  }
+
+  void addVersions() {
+    add("versions", "List former versions of your presets", versionsFooter, presetVersionsCommand);
+    CLI::App& restoring = add("restore", "Go back to a former version of your presets",
+                              restoreFooter, [words = words_](auto& context) {
+                                return restorePresetsCommand(context, words->number, words->yes);
+                              });
+    restoring.add_option("number", words_->number, "The number that presets versions shows")
+        ->type_name("NUMBER")
+        ->required();
+    restoring.add_flag("--yes", words_->yes, "Replace your presets by it");
   }
 
   void addExchange() {
@@ -126,10 +185,49 @@ class PresetParser {
   void addSave() {
     CLI::App& saving = add("save", "Save the base's present menu as a preset of your own",
                            saveFooter, [words = words_](auto& context) {
-                             return savePresetCommand(context, words->name, words->force);
+                             return savePresetCommand(context, words->texts, words->force);
                            });
-    saving.add_option("name", words_->name, "The new preset's name")->type_name("NAME")->required();
+    addText(saving, "name", words_->texts.name, "NAME", "The new preset's name")->required();
+    addText(saving, "--game", words_->texts.game, "GAME", "The game that it is for");
+    addText(saving, "--notes", words_->texts.notes, "TEXT",
+            "Notes, such as the settings in the game");
     saving.add_flag("--replace", words_->force, "Replace your preset of that name if there is one");
+  }
+
+  void addEdit() {
+    CLI::App& editing = add("edit", "Change the texts of a preset of your own", editFooter,
+                            [words = words_](auto& context) {
+                              return editPresetCommand(context, words->which, words->texts);
+                            });
+    addWhich(editing);
+    addText(editing, "--name", words_->texts.name, "NAME", "Its new name");
+    addText(editing, "--game", words_->texts.game, "GAME", "The game that it is for");
+    addText(editing, "--source", words_->texts.source, "TEXT", "Who published the values");
+    addText(editing, "--notes", words_->texts.notes, "TEXT",
+            "Notes, such as the settings in the game");
+  }
+
+  void addDuplicate() {
+    CLI::App& duplicating =
+        add("duplicate", "Copy a preset, yours or built in, to your own", duplicateFooter,
+            [words = words_](auto& context) {
+              return duplicatePresetCommand(context, words->which, words->texts.name);
+            });
+    addWhich(duplicating);
+    addText(duplicating, "--name", words_->texts.name, "NAME",
+            "The copy's name (default: the original's and \"copy\")");
+  }
+
+  void addMove() {
+    CLI::App& moving = add("move", "Move a preset of your own in the list", moveFooter,
+                           [words = words_](auto& context) {
+                             return movePresetCommand(context, words->which, words->place);
+                           });
+    addWhich(moving);
+    addText(moving, "--before", words_->place.before, "WHICH", "Put it before this one of yours");
+    addText(moving, "--after", words_->place.after, "WHICH", "Put it after this one of yours");
+    moving.add_flag("--first", words_->place.first, "Put it first");
+    moving.add_flag("--last", words_->place.last, "Put it last");
   }
 
   void addShare() {
@@ -146,6 +244,13 @@ class PresetParser {
                                context, words->file,
                                isNamed ? std::optional(words->which) : std::nullopt, words->force);
                          }});
+  }
+
+  // An option with a text, which may be empty. CLI11 itself reads an empty std::optional as none.
+  CLI::Option* addText(CLI::App& parser, const char* name, std::optional<std::string>& text,
+                       const char* type, const char* help) {
+    const auto set = [words = words_, &text](const std::string& typed) { text = typed; };
+    return parser.add_option_function<std::string>(name, set, help)->type_name(type);
   }
 
   void addWhich(CLI::App& parser) {
@@ -170,6 +275,8 @@ void addPresetCommands(CLI::App& app, ParsedCommands& commands) {
   PresetParser parser(app, commands);
   parser.addListing();
   parser.addUsing();
+  parser.addEditing();
+  parser.addVersions();
   parser.addExchange();
 }
 

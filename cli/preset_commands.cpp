@@ -6,6 +6,7 @@
 #include "cli/preset_library.h"
 #include "cli/preset_names.h"
 #include "cli/preset_text.h"
+#include "presets/preset_search.h"
 #include "support/printing.h"
 #include "support/text.h"
 
@@ -18,18 +19,41 @@ std::string ownText(const PresetLibrary& library) {
   return "  None yet. Save the base's menu as your first: quorvanectl presets save NAME\n";
 }
 
+bool isFilter(const PresetFilter& filter) { return !filter.search.empty() || filter.game; }
+
+using Presets = std::vector<TuningPreset>;
+
+Presets matching(Presets presets, const PresetFilter& filter) {
+  const PresetSearch search(filter.search);
+  std::erase_if(presets, [&](const TuningPreset& preset) {
+    return (filter.game && !isForGame(preset, *filter.game)) || !search.matches(preset);
+  });
+  return presets;
+}
+
+std::string matchesText(const Presets& presets) {
+  return presets.empty() ? "  None that match.\n" : listText(presets);
+}
+
+std::string sectionsText(const PresetLibrary& library, const PresetFilter& filter) {
+  const bool isAll = !isFilter(filter);
+  return fmt::format("Built in\n{}\nYour own\n{}",
+                     matchesText(matching(TuningPreset::builtIn(), filter)),
+                     isAll || !library.isReadable() ? ownText(library)
+                                                    : matchesText(matching(library.own(), filter)));
+}
+
 }  // namespace
 
-ExitStatus listPresetsCommand(const CommandContext& context) {
+ExitStatus listPresetsCommand(const CommandContext& context, const PresetFilter& filter) {
   const PresetLibrary library(context.world);
   if (context.options.json) {
-    printJson(context.world, presetsJson(library.all()));
-  } else {
-    const std::string shared = sharedNamesText(library.all());
-    printTo(context.world.out, "Built in\n{}\nYour own\n{}", listText(TuningPreset::builtIn()),
-            ownText(library));
-    if (!shared.empty()) printTo(context.world.out, "\nNames that several share; type\n{}", shared);
+    printJson(context.world, presetsJson(matching(library.all(), filter)));
+    return ExitStatus::done;
   }
+  printTo(context.world.out, "{}", sectionsText(library, filter));
+  const std::string shared = isFilter(filter) ? "" : sharedNamesText(library.all());
+  if (!shared.empty()) printTo(context.world.out, "\nNames that several share; type\n{}", shared);
   return ExitStatus::done;
 }
 

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -39,6 +40,11 @@ PresetLibrary PresetLibrary::withAdded(const World& world,
   return {world, PresetChange::add(presets)};
 }
 
+PresetLibrary PresetLibrary::withRestored(const World& world,
+                                          const std::vector<TuningPreset>& presets) {
+  return {world, PresetChange::restore(presets)};
+}
+
 std::vector<TuningPreset> PresetLibrary::all() const {
   std::vector<TuningPreset> presets = TuningPreset::builtIn();
   presets.insert(presets.end(), own_.begin(), own_.end());
@@ -66,6 +72,34 @@ void PresetLibrary::replace(const TuningPreset& before, const TuningPreset& afte
   apply(PresetChange::replace(before, after));
 }
 
+void PresetLibrary::insertAfter(const TuningPreset& before, const TuningPreset& preset) {
+  const auto found = std::find(own_.begin(), own_.end(), before);
+  const std::size_t index = static_cast<std::size_t>(found - own_.begin());
+  apply(
+      PresetChange::insert(preset, PresetChange::placeOf(own_, std::min(index + 1, own_.size()))));
+}
+
+std::size_t PresetLibrary::move(const TuningPreset& preset,
+                                const PresetChange::Destination& destination) {
+  apply(PresetChange::move(preset, destination));
+  if (destination.other) placeOf(*destination.other);
+  return placeOf(preset);
+}
+
+// Prefers the equal record to others with the same id.
+std::size_t PresetLibrary::placeOf(const TuningPreset& preset) const {
+  auto found = std::find(own_.begin(), own_.end(), preset);
+  if (found == own_.end()) {
+    found = std::find_if(own_.begin(), own_.end(),
+                         [&](const TuningPreset& own) { return own.id == preset.id; });
+  }
+  if (found == own_.end()) {
+    throw FileError(store_.fileURL(),
+                    fmt::format("Another program has deleted the preset \"{}\"", preset.name));
+  }
+  return static_cast<std::size_t>(found - own_.begin());
+}
+
 void PresetLibrary::apply(const PresetChange& change) {
   bool isDone = true;
   auto contents =
@@ -74,6 +108,10 @@ void PresetLibrary::apply(const PresetChange& change) {
   if (!contents.kept.empty()) {
     printTo(world_.err, "{}\nThe old file is kept beside the new one, as {}\n",
             unreadableText(contents.damage), oneLine(contents.kept.string()));
+  }
+  if (!contents.versionFailure.empty()) {
+    printTo(world_.err, "The presets before this change were not kept as a version: {}\n",
+            oneLine(contents.versionFailure));
   }
   if (!isDone) throw FileError(store_.fileURL(), "Another program has changed this preset");
 }

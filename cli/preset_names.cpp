@@ -170,9 +170,13 @@ std::string sharedNamesText(const Presets& presets) {
   return text;
 }
 
+std::string presetField(std::string_view field, const std::string& text) {
+  if (!isUtf8(text)) throw UsageError(fmt::format("The preset's {} is not UTF-8", field));
+  return trimmed(text);
+}
+
 std::string presetName(const std::string& text) {
-  if (!isUtf8(text)) throw UsageError("The preset's name is not UTF-8");
-  std::string name = trimmed(text);
+  std::string name = presetField("name", text);
   if (name.empty()) throw UsageError("The preset needs a name");
   return name;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "presets/tuning_preset.h"
@@ -30,5 +31,9 @@ std::string sharedNamesText(const std::vector<TuningPreset>& presets);
 // A new preset's name, without white space at both ends. Throws UsageError if it is empty then or
 // not UTF-8.
 std::string presetName(const std::string& text);
+
+// A preset's game, source or notes, without white space at both ends. Throws UsageError, which
+// names the field, if it is not UTF-8.
+std::string presetField(std::string_view field, const std::string& text);
 
 }  // namespace quorvane

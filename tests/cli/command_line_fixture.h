@@ -136,7 +136,9 @@ class CommandLineTest : public testing::Test {
   SimulatedSurvey survey_;
   EventFd interruption_;
   TemporaryDirectory directory_;
-  const PresetStore store_{directory_ / "data/presets.json"};
+  TemporaryDirectory state_;
+  const PresetStore store_{directory_ / "data/presets.json", Clock::system(),
+                           VersionFolder(state_ / "preset-versions")};
   const PresetStore simulatedStore_{directory_ / "data/simulated/presets.json"};
   std::vector<std::shared_ptr<SimulatedDevice>> devices_;
   std::vector<std::string> expectedViolations_;

@@ -51,7 +51,13 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
       {{"complete"}, {}},
       {{"presets", "s"}, {"show", "save", "share"}},
       {{"presets", "nothing", ""},
-       {"list", "show", "apply", "save", "delete", "import", "export", "share"}},
+       {"list", "show", "apply", "save", "delete", "edit", "duplicate", "move", "versions",
+        "restore", "import", "export", "share"}},
+      {{"presets", "move", "a", "--b"}, {"--before"}},
+      {{"presets", "edit", "a", "--n"}, {"--name", "--notes"}},
+      {{"presets", "list", "--game", "a"}, {"Any"}},
+      {{"presets", "save", "a", "--game", "gran"}, {"Gran Turismo 7"}},
+      {{"presets", "list", "--search", ""}, {}},
       {{"read", ""}, {}},
       {{"nothing", "re"}, {"read"}},
 
@@ -150,6 +156,15 @@ TEST_F(Completion, NamesPresets) {
   EXPECT_EQ(offered({"presets", "apply", "My GT7", ""}), Words());
   EXPECT_EQ(offered({"presets", "share", "--preset", "My"}), Words{"My GT7"});
   EXPECT_EQ(offered({"presets", "export", "all.json", "My GT7", "my"}), Words{"My GT7"});
+}
+
+TEST_F(Completion, NamesOnesOwnPresetsToEditAndMove) {
+  store_.save({ownPreset(firstID, "My GT7"), ownPreset(secondID, "Rain")});
+  EXPECT_EQ(offered({"presets", "edit", ""}), (Words{"My GT7", "Rain"}));
+  EXPECT_EQ(offered({"presets", "move", "Rain", "--before", ""}), (Words{"My GT7", "Rain"}));
+  EXPECT_EQ(offered({"presets", "duplicate", "fanatec fac"}), Words{factoryName()});
+  EXPECT_EQ(lines({"presets", "list", "--game="}),
+            (Words{"--game=Any\t", "--game=Gran Turismo 7\t", "--game=Custom\t"}));
 }
 
 TEST_F(Completion, APresetWhoseNameAnotherHasIsOfferedByAWordOfItsOwn) {

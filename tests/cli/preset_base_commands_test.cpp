@@ -288,6 +288,32 @@ TEST_F(SavePreset, ReplacesOnesOwnOfThatNameWhenAskedTo) {
   EXPECT_EQ(stored[1], other);
 }
 
+TEST_F(SavePreset, TakesGameAndNotes) {
+  base();
+  presets({"save", "Mine", "--game", "GT7", "--notes", "Max Torque 5"});
+  const auto saved = store_.read();
+  ASSERT_EQ(saved.size(), 1U);
+  EXPECT_EQ(saved[0].game, "GT7");
+  EXPECT_EQ(saved[0].notes, "Max Torque 5");
+  EXPECT_EQ(saved[0].source, "");
+}
+
+TEST_F(SavePreset, ReplacingKeepsTheTextsThatAreNotGiven) {
+  base();
+  TuningPreset before = ownPreset(firstID, "Mine", {{"XYZ", 1}});
+  before.game = "GT7";
+  before.source = "me";
+  before.notes = "old";
+  store_.save({before});
+  presets({"save", "--replace", "Mine", "--notes", "new"});
+  TuningPreset after = store_.read().at(0);
+  EXPECT_EQ(after.values.at("FF"), 65);
+  EXPECT_EQ(after.values.count("XYZ"), 0U);
+  after.values = before.values;
+  before.notes = "new";
+  EXPECT_EQ(after, before);
+}
+
 TEST_F(SavePreset, ReplacingOneWithABuiltInsNameIsNoNews) {
   base();
   store_.save({ownPreset(firstID, factoryName())});

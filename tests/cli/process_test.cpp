@@ -227,8 +227,14 @@ TEST_F(ProgramWithState, SeveralAtTheSameTimeUndoNothingOfEachOther) {
 // The program with its user's presets in a temporary directory.
 class ProgramWithPresets : public testing::Test {
  protected:
-  void SetUp() override { ::setenv("XDG_DATA_HOME", directory_.path().c_str(), 1); }
-  void TearDown() override { ::unsetenv("XDG_DATA_HOME"); }
+  void SetUp() override {
+    ::setenv("XDG_DATA_HOME", directory_.path().c_str(), 1);
+    ::setenv("XDG_STATE_HOME", (directory_ / "state").c_str(), 1);
+  }
+  void TearDown() override {
+    ::unsetenv("XDG_DATA_HOME");
+    ::unsetenv("XDG_STATE_HOME");
+  }
 
   TemporaryDirectory directory_;
   const PresetStore store_{directory_ / "Quorvane/simulated/presets.json"};
@@ -245,6 +251,17 @@ TEST_F(ProgramWithPresets, KeepsThoseOfSimulatedBasesInAFolderOfTheirOwn) {
   EXPECT_EQ(Program(Lines{"--simulate", "presets", "delete", "My GT7"}).finish(),
             (Outcome{ExitStatus::done, "Deleted preset \"My GT7\"\n", simulatedText}));
   EXPECT_EQ(contentOf(store_.fileURL()), "[]");
+}
+
+TEST_F(ProgramWithPresets, KeepsFormerVersionsOfThoseOfSimulatedBasesApart) {
+  const std::vector<Lines> lines{{"--simulate", "presets", "save", "Mine"},
+                                 {"--simulate", "presets", "delete", "Mine"},
+                                 {"--simulate", "presets", "restore", "1", "--yes"}};
+  for (const Lines& line : lines) EXPECT_EQ(Program(line).finish().status, ExitStatus::done);
+  EXPECT_EQ(store_.read().size(), 1U);
+  const auto versions = VersionFolder(directory_ / "state/Quorvane/simulated/preset-versions");
+  EXPECT_EQ(versions.versions().size(), 2U);
+  EXPECT_FALSE(std::filesystem::exists(directory_ / "state/Quorvane/preset-versions"));
 }
 
 TEST_F(ProgramWithPresets, RunsAtTheSameTimeLoseNothing) {

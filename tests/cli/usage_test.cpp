@@ -95,6 +95,15 @@ TEST_F(Usage, WrongWordsTouchNoBase) {
       {"presets save My GT7", "GT7"},
       {"presets delete", "presets delete needs WHICH"},
       {"presets delete nobody", "There is no preset \"nobody\""},
+      {"presets edit", "presets edit needs WHICH"},
+      {"presets edit a --name", "--name needs a value: NAME"},
+      {"presets duplicate", "presets duplicate needs WHICH"},
+      {"presets duplicate a b", "b"},
+      {"presets move", "presets move needs WHICH"},
+      {"presets versions more", "more"},
+      {"presets restore", "presets restore needs NUMBER"},
+      {"presets restore 1 2", "2"},
+      {"presets move a --before", "--before needs a value: WHICH"},
       {"presets import", "presets import needs FILE"},
       {"presets export", "presets export needs FILE"},
       {"presets export - nobody", "There is no preset \"nobody\""},
@@ -142,7 +151,8 @@ TEST_F(Usage, WrongWordsTouchNoBase) {
 
 TEST_F(Usage, ListsTheCommandsBelowPresetsWhenNoneIsNamed) {
   const std::string help =
-      "presets takes one of: list, show, apply, save, delete, import, export, share";
+      "presets takes one of: list, show, apply, save, delete, edit, duplicate, move, "
+      "versions, restore, import, export, share";
   const std::string usage =
       "\nUsage: quorvanectl presets COMMAND [ARGUMENT...]\nMore with --help.\n";
   const std::string none = "There is no command or option \"presets ";
@@ -219,12 +229,33 @@ TEST_F(Usage, HelpIsACommandToo) {
 
 // All commands with their groups' names, without the groups themselves.
 std::vector<std::string> allCommands() {
-  return {"devices",        "read",         "explain",        "set",
-          "select",         "mode",         "rotation",       "raw",
-          "factory-reset",  "usb-reset",    "monitor",        "doctor",
-          "udev-rule",      "help",         "presets list",   "presets show",
-          "presets apply",  "presets save", "presets delete", "presets import",
-          "presets export", "presets share"};
+  return {"devices",
+          "read",
+          "explain",
+          "set",
+          "select",
+          "mode",
+          "rotation",
+          "raw",
+          "factory-reset",
+          "usb-reset",
+          "monitor",
+          "doctor",
+          "udev-rule",
+          "help",
+          "presets list",
+          "presets show",
+          "presets apply",
+          "presets save",
+          "presets delete",
+          "presets edit",
+          "presets duplicate",
+          "presets move",
+          "presets versions",
+          "presets restore",
+          "presets import",
+          "presets export",
+          "presets share"};
 }
 
 TEST_F(Usage, TheHelpOfEachCommandEndsWithItsOwnExamples) {
@@ -305,11 +336,16 @@ TEST_F(Usage, HelpOfACommandNamesItsArguments) {
       {"presets",
        {"\n  list ", "\n  show ", "\n  apply ", "\n  save ", "\n  delete ", "\n  import ",
         "\n  export ", "\n  share ", "presets apply \"My GT7\""}},
-      {"presets list", {"List the built-in presets and your own"}},
+      {"presets list", {"List the built-in presets and your own", "--search TEXT", "--game GAME"}},
       {"presets show", {"WHICH", "name or id", "presets show \"Fanatec factory defaults\""}},
       {"presets apply", {"WHICH", "Ctrl-C", "presets apply"}},
       {"presets save", {"NAME", "presets save \"My GT7\""}},
       {"presets delete", {"WHICH", "presets delete \"My GT7\""}},
+      {"presets edit", {"WHICH", "--name NAME", "--game GAME", "--source TEXT", "--notes TEXT"}},
+      {"presets duplicate", {"WHICH", "--name NAME"}},
+      {"presets move", {"--before WHICH", "--after WHICH", "--first", "--last"}},
+      {"presets versions", {"former versions"}},
+      {"presets restore", {"NUMBER", "--yes"}},
       {"presets import", {"FILE ...", "presets import friend.quorvane"}},
       {"presets export", {"FILE", "WHICH ...", "presets export quorvane-presets.json"}},
       {"presets share", {"FILE", "--preset WHICH", "presets share my-base.quorvane"}},

@@ -27,6 +27,8 @@ run_cases() {
   expect 'quorvanectl set SEN=900 S' SHO= SPR=
   expect 'quorvanectl rotation ' ''
   expect 'quorvanectl presets delete My' 'My GT7'
+  expect 'quorvanectl presets edit My' 'My GT7'
+  expect 'quorvanectl presets list --game A' Any
   expect 'quorvanectl --simulate presets delete My' 'My GT7' 'My simulated one'
   expect 'quorvanectl presets import ' '<files>'
   expect 'quorvane --vers' --version
