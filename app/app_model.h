@@ -17,7 +17,7 @@
 #include "app/staging.h"
 #include "doctor/doctor.h"
 #include "hid/device_watcher.h"
-#include "hid/usb_reset.h"
+#include "hid/platform.h"
 #include "presets/preset_store.h"
 #include "session/wheel_base.h"
 #include "support/stoppable_clock.h"
@@ -38,13 +38,9 @@ class AppModel final : public QObject {
 
  public:
   // Dependencies of the model; all of them must outlive it.
-  struct World {
+  struct World : Platform {
     FilePanels& panels;
-    HIDBackend& backend = HIDBackend::system();
-    USBBus& usb = USBBus::system();
-    Clock& clock = Clock::system();
     const PresetStore& store = PresetStore::shared();
-    HIDSurvey& survey = HIDSurvey::system();
   };
 
   // The doctor's findings and their time.

@@ -52,10 +52,10 @@ void AppModel::examine() {
   const auto clock = std::make_shared<StoppableClock>(world_.clock);
   examinationClock_ = clock;
   beginExchange();
-  const DoctorWorld world{world_.backend, world_.survey, *clock, world_.store.fileURL(),
-                          baseToExamine()};
-  const auto failure = enqueue([this, clock, world] {
-    const Examination examination{quorvane::examine(world), WallClock::now()};
+  const auto failure = enqueue([this, clock, base = baseToExamine()] {
+    const Platform platform{world_.backend, world_.usb, *clock, world_.survey};
+    const Examination examination{quorvane::examine(platform, world_.store.fileURL(), base),
+                                  WallClock::now()};
     if (examination.diagnosis.facts.answers.outOfTime) keep(clock);
     post([this, examination] { examined(examination); });
   });

@@ -60,7 +60,7 @@ int run() {
   SimulatedUSBBus usb(*device);
   NoPanels panels;
   const PresetStore store(std::filesystem::temp_directory_path() / "quorvane-bench-presets.json");
-  AppModel model({panels, backend, usb, device->clock(), store});
+  AppModel model({{backend, usb, device->clock()}, panels, store});
   MainWindow window(model);
   window.show();
 

@@ -23,7 +23,7 @@ struct Surroundings {
   PresetStore store{std::filesystem::temp_directory_path() / "quorvane-bench-presets.json"};
 
   AppModel::World with(SimulatedMachine& machine) {
-    return {panels, machine.backend(), machine.usb(), machine.device().clock(), store};
+    return {machine.platform(machine.device().clock()), panels, store};
   }
 };
 

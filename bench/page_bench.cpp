@@ -52,7 +52,7 @@ void run(int count) {
   const PresetStore store(file);
   store.save(presets(count));
   {
-    AppModel model({panels, backend, usb, device->clock(), store});
+    AppModel model({{backend, usb, device->clock()}, panels, store});
     while (!model.tuning() || model.busy()) {
       QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }

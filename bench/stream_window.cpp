@@ -102,7 +102,7 @@ int runWindow(int argc, char** argv) {
   NoPanels panels;
   WiredBackend backend(std::move(wire));
   NoBus usb;
-  AppModel model({panels, backend, usb});
+  AppModel model({{backend, usb}, panels});
   MainWindow window(model);
   window.show();
   return QApplication::exec();

@@ -124,8 +124,8 @@ ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
     machine.device(number).withBase(
         [&](SimulatedBase& base) { base.behaviour().layout = *words.options.layout; });
   }
-  const World simulated{world.out,   world.err,          machine.backend(),      machine.usb(),
-                        world.clock, world.interruption, world.simulatedPresets, machine.survey()};
+  const World simulated{machine.platform(world.clock), world.out, world.err, world.interruption,
+                        world.simulatedPresets};
   return command.run({simulated, words.options});
 }
 

@@ -13,11 +13,8 @@
 #include "cli/interruption.h"
 #include "cli/root_access.h"
 #include "cli/user_presets.h"
-#include "hid/port.h"
-#include "hid/usb_reset.h"
-#include "platform/survey.h"
+#include "hid/platform.h"
 #include "protocol/commands.h"
-#include "support/clock.h"
 
 namespace quorvane {
 
@@ -58,15 +55,11 @@ class CommandError : public std::runtime_error {
 };
 
 // The dependencies of the commands; tests inject their own.
-struct World {
+struct World : Platform {
   std::FILE* out = stdout;  // results
   std::FILE* err = stderr;  // messages
-  HIDBackend& backend = HIDBackend::system();
-  USBBus& usb = USBBus::system();
-  Clock& clock = Clock::system();
   std::function<Interruption()> interruption = Interruption::catchSignals;
   std::function<const PresetStore&()> presets = userPresetStore;  // called only when needed
-  HIDSurvey& survey = HIDSurvey::system();
   std::function<const PresetStore&()> simulatedPresets = simulatedPresetStore;  // for --simulate
   RootAccess rootAccess = {};
 };

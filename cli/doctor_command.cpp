@@ -40,9 +40,9 @@ void sayWhatTakesTime(std::FILE* terminal) {
 Diagnosis diagnose(const CommandContext& context) {
   const World& world = context.world;
   sayWhatTakesTime(world.err);
-  DoctorWorld doctor{world.backend, world.survey, world.clock, presetFile(world), std::nullopt};
-  if (!context.options.device.empty()) doctor.base = chosenBase(context);
-  return examine(doctor);
+  std::optional<HIDDeviceInfo> base;
+  if (!context.options.device.empty()) base = chosenBase(context);
+  return examine(world, presetFile(world), base);
 }
 
 Json documentOf(const Diagnosis& diagnosis, const std::string& report) {

@@ -39,14 +39,15 @@ std::optional<HIDDeviceInfo> firstCandidate(const std::vector<HIDDeviceInfo>& de
 
 }  // namespace
 
-Diagnosis examine(const DoctorWorld& world) {
-  PresetReading presets(world.presetFile);
+Diagnosis examine(const Platform& platform, const std::optional<std::filesystem::path>& presetFile,
+                  const std::optional<HIDDeviceInfo>& base) {
+  PresetReading presets(presetFile);
   DoctorFacts facts;
-  facts.machine = world.survey.take(Fanatec::vendorID);
-  facts.devices = HIDEnumerator::devices(Fanatec::vendorID, world.backend);
-  facts.base = world.base ? world.base : firstCandidate(facts.devices);
+  facts.machine = platform.survey.take(Fanatec::vendorID);
+  facts.devices = HIDEnumerator::devices(Fanatec::vendorID, platform.backend);
+  facts.base = base ? base : firstCandidate(facts.devices);
   if (facts.base && facts.base->device->accessible()) {
-    facts.answers = askBase(*facts.base, world.clock, askLimit);
+    facts.answers = askBase(*facts.base, platform.clock, askLimit);
   }
   facts.presets = presets.await();
   std::vector<DoctorCheck> checks = judge(facts);

@@ -7,21 +7,9 @@
 #include "doctor/check.h"
 #include "doctor/facts.h"
 #include "hid/device_info.h"
-#include "hid/port.h"
-#include "platform/survey.h"
-#include "support/clock.h"
+#include "hid/platform.h"
 
 namespace quorvane {
-
-// The environment of an examination. The references must outlive it. When a call to the base
-// blocks, the clock and the base's device may be used for some seconds longer.
-struct DoctorWorld {
-  HIDBackend& backend = HIDBackend::system();
-  HIDSurvey& survey = HIDSurvey::system();  // simulated bases have their own
-  Clock& clock = Clock::system();
-  std::optional<std::filesystem::path> presetFile;  // none: the user has no data directory
-  std::optional<HIDDeviceInfo> base;                // the one to examine; none: the first candidate
-};
 
 // The result of an examination: the checks to show, and the facts behind them, for the report.
 struct Diagnosis {
@@ -38,6 +26,11 @@ struct Diagnosis {
 // Changes nothing: it sends the base the requests that every program sends on connecting. For that
 // it opens the base once more (shared). Sessions of this process are not affected and never count
 // as another program. They receive the answers too, so write no values meanwhile.
-Diagnosis examine(const DoctorWorld& world);
+//
+// Without a preset file the user has no data directory. Without a base it examines the first
+// candidate. When a call to the base blocks, the clock and the base's device may be used for some
+// seconds longer.
+Diagnosis examine(const Platform& platform, const std::optional<std::filesystem::path>& presetFile,
+                  const std::optional<HIDDeviceInfo>& base);
 
 }  // namespace quorvane

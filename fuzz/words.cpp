@@ -56,7 +56,7 @@ struct Reading {
       return created;
     }();
     static const PresetStore store("/nonexistent/presets.json");
-    World world{printedOut.file(), printedErr.file(), backend};
+    World world{{backend}, printedOut.file(), printedErr.file()};
     world.presets = []() -> const PresetStore& { return store; };
     status = readCommandLine(words, world);
     out = printedOut.text();

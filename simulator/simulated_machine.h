@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "hid/platform.h"
 #include "protocol/product.h"
 #include "simulator/simulated_backend.h"
 #include "simulator/simulated_survey.h"
@@ -25,9 +26,7 @@ class SimulatedMachine {
   // Call before anything opens a base. Throws FileError and DecodingError.
   void keepStateIn(const std::filesystem::path& file, const MenuKeeper::Complain& complain);
 
-  HIDBackend& backend() { return backend_; }
-  USBBus& usb() { return usb_; }
-  HIDSurvey& survey() { return survey_; }
+  Platform platform(Clock& clock = Clock::system()) { return {backend_, usb_, clock, survey_}; }
 
   std::size_t deviceCount() const { return devices_.size(); }
 

@@ -187,7 +187,7 @@ TEST_F(ModelStart, ItIsTheSharedOneUntilAnotherIsMade) {
   startWithoutBase();
   EXPECT_EQ(AppModel::shared(), &model());
   {
-    const AppModel second({panels_, backend_, usb_, clock_, *store_});
+    const AppModel second({{backend_, usb_, clock_}, panels_, *store_});
     EXPECT_EQ(AppModel::shared(), &second);
   }
   EXPECT_EQ(AppModel::shared(), nullptr);

@@ -32,7 +32,7 @@ class BaseAccess : public testing::Test {
   CapturedStream err_;
   AttachedNodes nodes_;
   FakeUSBBus usb_;
-  const World world_{out_.file(), err_.file(), nodes_, usb_, Clock::system(), {}};
+  const World world_{{nodes_, usb_}, out_.file(), err_.file(), {}};
   GlobalOptions options_;
 };
 

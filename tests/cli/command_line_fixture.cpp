@@ -104,14 +104,11 @@ void CommandLineTest::atPause(int pause, std::function<void()> event) {
 }
 
 World CommandLineTest::world(std::FILE* out, std::FILE* err) {
-  return {out,
+  return {{backend_, usb_, clock(), survey_},
+          out,
           err,
-          backend_,
-          usb_,
-          clock(),
           [this] { return Interruption(UniqueFd(::dup(interruption_.fd()))); },
           [this]() -> const PresetStore& { return store_; },
-          survey_,
           [this]() -> const PresetStore& { return simulatedStore_; }};
 }
 

@@ -95,7 +95,7 @@ TEST_F(DevicesCommand, HintsOnceAtMissingPermission) {
   nodes.add(0x0020, "", "/dev/hidraw6");
   CapturedStream out;
   CapturedStream err;
-  const World world{out.file(), err.file(), nodes, usb_, Clock::system(), {}};
+  const World world{{nodes, usb_}, out.file(), err.file(), {}};
   EXPECT_EQ(runCommandLine({"devices", "--json"}, world), ExitStatus::done);
   EXPECT_EQ(err.text(), std::string(permissionHint) + "\n");
   std::vector<std::pair<std::string, bool>> access;
@@ -112,7 +112,7 @@ TEST_F(DevicesCommand, ShowsNodeAndMissingAccess) {
   nodes.add(0x0020, "", "/dev/hidraw4", false);
   CapturedStream out;
   CapturedStream err;
-  const World world{out.file(), err.file(), nodes, usb_, Clock::system(), {}};
+  const World world{{nodes, usb_}, out.file(), err.file(), {}};
   EXPECT_EQ(runCommandLine({"devices"}, world), ExitStatus::done);
   EXPECT_NE(out.text().find("\n  node     /dev/hidraw4\n  access   no\n"), std::string::npos)
       << out.text();

@@ -83,8 +83,11 @@ TEST_F(HostileText, OfSeveralDevicesReachesNoStream) {
   CapturedStream out;
   CapturedStream err;
   World machine = world(out.file(), err.file());
-  const World here{machine.out,   machine.err,          nodes,           machine.usb,
-                   machine.clock, machine.interruption, machine.presets, machine.survey};
+  const World here{{nodes, machine.usb, machine.clock, machine.survey},
+                   machine.out,
+                   machine.err,
+                   machine.interruption,
+                   machine.presets};
   for (const std::string& which : {hostile, std::string("/dev/" + hostile)}) {
     runCommandLine({"--device", which, "read"}, here);
     runCommandLine({"devices"}, here);

@@ -47,14 +47,11 @@ Outcome UdevRuleTest::runOnTree(const std::string& line) {
   CapturedStream err;
   SystemSurvey survey(tree_.root(), 1);
   const World machine = world(out.file(), err.file());
-  const World here{machine.out,
+  const World here{{nodes_, machine.usb, machine.clock, survey},
+                   machine.out,
                    machine.err,
-                   nodes_,
-                   machine.usb,
-                   machine.clock,
                    machine.interruption,
                    machine.presets,
-                   survey,
                    machine.simulatedPresets,
                    {tree_.root(), [this](const Lines& words) { return runAsThisUser(words); },
                     [this] { return caller_; }}};

@@ -28,7 +28,7 @@ class Report : public testing::Test {
 
   Diagnosis diagnose() {
     SystemSurvey survey(tree_.root(), 100);
-    Diagnosis diagnosis = examine({nodes_, survey, device_->clock(), {}, std::nullopt});
+    Diagnosis diagnosis = examine({nodes_, USBBus::system(), device_->clock(), survey}, {}, {});
     diagnosis.facts.machine.user.name = "anna";
     diagnosis.facts.machine.user.home = "/home/anna";
     return diagnosis;

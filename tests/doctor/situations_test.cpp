@@ -39,7 +39,7 @@ class Machine {
     SystemSurvey survey(tree_.root(), self);
     Clock& clock = device_ != nullptr ? device_->clock() : Clock::system();
     const AsOrdinaryUser ordinary;
-    return quorvane::examine({nodes_, survey, clock, presets(), std::nullopt});
+    return quorvane::examine({nodes_, USBBus::system(), clock, survey}, presets(), std::nullopt);
   }
 
  private:

@@ -116,7 +116,7 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setStyle(new Style);
   NoPanels panels;
-  AppModel model({panels}, argc > 1 ? argv[1] : "");
+  AppModel model({{}, panels}, argc > 1 ? argv[1] : "");
   MainWindow window(model);
   window.show();
   const LineInput input([&](const std::string& line) { carryOut(window, line); });

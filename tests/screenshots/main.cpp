@@ -61,8 +61,9 @@ class Stage {
                                           "QV-000" + std::to_string(number));
     }
     store_.save(ownPresets());
-    model_ = std::make_unique<AppModel>(AppModel::World{panels_, machine_.backend(), machine_.usb(),
-                                                        Clock::system(), store_, survey_});
+    const Platform simulated = machine_.platform();
+    model_ = std::make_unique<AppModel>(AppModel::World{
+        {simulated.backend, simulated.usb, simulated.clock, survey_}, panels_, store_});
     window_ = std::make_unique<MainWindow>(*model_);
     window_->resize(size);
     window_->show();

@@ -9,7 +9,7 @@ namespace {
 
 TEST(SimulatedSurvey, ShowsNoDevicesOfTheRealMachine) {
   SimulatedMachine machine(FanatecProduct::lookup(0x0020).value());
-  const MachineFacts facts = machine.survey().take(Fanatec::vendorID);
+  const MachineFacts facts = machine.platform().survey.take(Fanatec::vendorID);
   EXPECT_TRUE(facts.isSimulated);
   EXPECT_TRUE(facts.usb.empty());
   EXPECT_TRUE(facts.hid.empty());

@@ -168,8 +168,7 @@ class Soak {
   NoPanels panels_;
   const PresetStore store_{std::filesystem::temp_directory_path() / "quorvane-soak" /
                            "presets.json"};  // never written
-  AppModel model_{
-      {panels_, machine_.backend(), machine_.usb(), Clock::system(), store_, machine_.survey()}};
+  AppModel model_{{machine_.platform(), panels_, store_}};
   std::int64_t heard_ = 0;
   std::int64_t value_ = 0;
 };

@@ -110,8 +110,8 @@ int main(int argc, char** argv) {
   prepareStandardStreams();
   const QCoreApplication application(argc, argv);
   NoPanels panels;
-  if (argc < 2 || std::string_view(argv[1]) != "--simulate") return run({panels});
+  if (argc < 2 || std::string_view(argv[1]) != "--simulate") return run({{}, panels});
 
   SimulatedMachine machine(FanatecProduct::lookup(defaultSimulatedProduct).value());
-  return run({panels, machine.backend(), machine.usb()});
+  return run({machine.platform(), panels});
 }
