@@ -1,5 +1,6 @@
 #include "tests/cli/command_line_fixture.h"
 
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -56,14 +57,27 @@ std::vector<std::unique_ptr<USBDevice>> FakeUSBBus::devices() {
   return result;
 }
 
-void EventfulClock::at(int pause, std::function<void()> event) {
-  eventfulPause_ = pause;
-  event_ = std::move(event);
+std::string writeOf(const MenuBytes& menu, TuningLayout layout) {
+  const bool isInPlace = layout == TuningLayout::inPlace;
+  return fmt::format("> ff 03 00 {}{} {} 0a {} 01 00 00 0a 0a 05 19 {} 00 32 64 00 {} 0b 05 +{}",
+                     isInPlace ? "" : "02 ", menu.sensitivity, menu.forceFeedback,
+                     menu.brakeLevelIndicator, menu.naturalFriction, menu.analogPaddles,
+                     isInPlace ? 42 : 41);
 }
 
-void EventfulClock::sleepFor(Seconds duration) {
-  clock_.sleepFor(duration);
-  if (pause_++ == eventfulPause_) event_();
+Lines linesOfFourWrites() {
+  MenuBytes menu;
+  Lines lines{"open", "> ff 03 02 +61"};
+  const auto write = [&](std::string_view& byte, std::string_view value) {
+    byte = value;
+    lines.insert(lines.end(), {writeOf(menu), "pause 250 ms", "> ff 03 02 +61"});
+  };
+  write(menu.sensitivity, "7e");
+  write(menu.forceFeedback, "50");
+  write(menu.brakeLevelIndicator, "28");
+  write(menu.analogPaddles, "03");
+  lines.emplace_back("close");
+  return lines;
 }
 
 void CommandLineTest::TearDown() {
@@ -100,7 +114,8 @@ Clock& CommandLineTest::clock() {
 }
 
 void CommandLineTest::atPause(int pause, std::function<void()> event) {
-  eventful_.emplace(base().clock()).at(pause, std::move(event));
+  eventful_.emplace().follow(&base().clock());
+  eventful_->at(EventfulClock::Moment::pause, pause, std::move(event));
 }
 
 World CommandLineTest::world(std::FILE* out, std::FILE* err) {

@@ -19,6 +19,7 @@
 #include "simulator/simulated_device.h"
 #include "simulator/simulated_survey.h"
 #include "support/event_fd.h"
+#include "tests/support/eventful_clock.h"
 #include "tests/support/temporary_directory.h"
 
 namespace quorvane {
@@ -73,26 +74,20 @@ class FakeUSBBus final : public USBBus {
   class Device;
 };
 
-// A clock that calls a callback at the end of one of its pauses.
-class EventfulClock final : public Clock {
- public:
-  explicit EventfulClock(Clock& clock) : clock_(clock) {}
-
-  // Calls `event` at the end of the pause with this number, from 0.
-  void at(int pause, std::function<void()> event);
-
-  Monotonic::time_point now() override { return clock_.now(); }
-  void sleepFor(Seconds duration) override;
-  bool wait(Semaphore& semaphore, Seconds timeout) override {
-    return clock_.wait(semaphore, timeout);
-  }
-
- private:
-  Clock& clock_;
-  int pause_ = 0;
-  int eventfulPause_ = -1;
-  std::function<void()> event_;
+// Bytes of a menu, as hexadecimal; by default those of a new simulated base.
+struct MenuBytes {
+  std::string_view sensitivity = "db";
+  std::string_view forceFeedback = "41";
+  std::string_view brakeLevelIndicator = "65";
+  std::string_view naturalFriction = "0a";
+  std::string_view analogPaddles = "01";
 };
+
+// The transcript line of a write of this menu.
+std::string writeOf(const MenuBytes& menu, TuningLayout layout = TuningLayout::deviceID);
+
+// The transcript lines of `set` and `presets apply` with BLI=40, FF=80, SEN=AUTO and ACP=bt.
+std::vector<std::string> linesOfFourWrites();
 
 // The machine's clock, except that pauses take no time.
 class HastyClock final : public Clock {

@@ -25,24 +25,7 @@ TEST_F(ApplyPreset, WritesItsValuesInMenuOrderAndReadsEachBack) {
                                                    "BLI  40 % (250 ms)\n"
                                                    "ACP  Bt (brake / throttle) (250 ms)\n",
                                                    ""}));
-  const Lines wanted{
-      "open",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 7e 41 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 7e 50 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 7e 50 0a 28 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 7e 50 0a 28 01 00 00 0a 0a 05 19 0a 00 32 64 00 03 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "close",
-  };
-  EXPECT_EQ(transcript(), wanted);
+  EXPECT_EQ(transcript(), linesOfFourWrites());
 }
 
 TEST_F(ApplyPreset, GivesOneDocument) {

@@ -24,10 +24,8 @@ class SetCommand : public CommandLineTest {
 TEST_F(SetCommand, WritesOneValueAndReadsItBack) {
   base();
   EXPECT_EQ(run("set FF=80"), (Outcome{ExitStatus::done, "FF   80 % (250 ms)\n", ""}));
-  EXPECT_EQ(transcript(),
-            (Lines{"open", "> ff 03 02 +61",
-                   "> ff 03 00 02 db 50 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
-                   "pause 250 ms", "> ff 03 02 +61", "close"}));
+  EXPECT_EQ(transcript(), (Lines{"open", "> ff 03 02 +61", writeOf({.forceFeedback = "50"}),
+                                 "pause 250 ms", "> ff 03 02 +61", "close"}));
   EXPECT_EQ(valueOnBase(TuningParameter::forceFeedback), 80);
 }
 
@@ -40,24 +38,7 @@ TEST_F(SetCommand, WritesInMenuOrderWhateverTheOrderOfTheWords) {
                      "BLI  40 % (250 ms)\n"
                      "ACP  Bt (brake / throttle) (250 ms)\n",
                      ""}));
-  const Lines wanted{
-      "open",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 7e 41 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 7e 50 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 7e 50 0a 28 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 7e 50 0a 28 01 00 00 0a 0a 05 19 0a 00 32 64 00 03 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "close",
-  };
-  EXPECT_EQ(transcript(), wanted);
+  EXPECT_EQ(transcript(), linesOfFourWrites());
 }
 
 TEST_F(SetCommand, GivesOneDocument) {
@@ -150,23 +131,16 @@ TEST_F(SetCommand, SwitchesTheSetFirst) {
 TEST_F(SetCommand, WritesInTheLayoutAskedFor) {
   change([](SimulatedBehaviour& behaviour) { behaviour.layout = TuningLayout::inPlace; });
   EXPECT_EQ(run("--layout linux set FF=80").status, ExitStatus::done);
-  EXPECT_EQ(transcript()[2],
-            "> ff 03 00 db 50 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +42");
+  EXPECT_EQ(transcript()[2], writeOf({.forceFeedback = "50"}, TuningLayout::inPlace));
   EXPECT_EQ(valueOnBase(TuningParameter::forceFeedback), 80);
 }
 
 TEST_F(SetCommand, GoesOnAfterAFailure) {
   base();
   const Lines wanted{
-      "open",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 db 50 0a 65 01 00 00 0a 0a 05 19 0a 00 32 64 00 01 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "> ff 03 00 02 db 50 0a 65 01 00 00 0a 0a 05 19 14 00 32 64 00 01 0b 05 +41",
-      "pause 250 ms",
-      "> ff 03 02 +61",
-      "close",
+      "open",         "> ff 03 02 +61", writeOf({.forceFeedback = "50"}),
+      "pause 250 ms", "> ff 03 02 +61", writeOf({.forceFeedback = "50", .naturalFriction = "14"}),
+      "pause 250 ms", "> ff 03 02 +61", "close",
   };
   EXPECT_EQ(run("set FF=80 SEN=80 BLI=102 DRI=2 NFR=20"),
             (Outcome{ExitStatus::failed,
