@@ -1,20 +1,15 @@
 #include "app/app_model.h"
 
-#include <QMetaObject>
 #include <QPointer>
 #include <algorithm>
-#include <cstdio>
-#include <system_error>
 #include <utility>
 
 #include "app/environment.h"
 #include "app/messages.h"
-#include "app/publish.h"
+#include "app/post.h"
 #include "protocol/error.h"
 #include "session/candidates.h"
-#include "support/printing.h"
 #include "support/semaphore.h"
-#include "support/text.h"
 
 namespace quorvane {
 namespace {
@@ -45,12 +40,14 @@ struct AppModel::Opening {
 AppModel::AppModel(const World& world, std::string which)
     : world_(world),
       deviceSelector_(std::move(which)),
-      statusLine_(Messages::looking),
-      presets_(world_.store),
       work_("quorvane.hid"),
+      examiner_(world_, world_.store.fileURL(), log_, work_),
+      presets_(world_.store, world_.panels, log_),
       watcher_(std::make_unique<HIDDeviceWatcher>(Fanatec::vendorID, world_.backend)) {
   latestModel() = this;
-  followPresets();
+  QObject::connect(&log_, &Log::changed, this, &AppModel::changed);
+  QObject::connect(&examiner_, &Examiner::changed, this, &AppModel::changed);
+  QObject::connect(&presets_, &OwnPresets::changed, this, &AppModel::changed);
   watchDevices();
   devicesChanged(watcher_->currentDevices());
 }
@@ -58,12 +55,20 @@ AppModel::AppModel(const World& world, std::string which)
 // Ends every thread that posts before the fields are destroyed.
 AppModel::~AppModel() {
   watcher_.reset();
-  if (examinationClock_) examinationClock_->stop();
+  examiner_.stop();
   if (opening_) retire(std::exchange(opening_, nullptr));
   if (base_) retire(std::exchange(base_, nullptr));
   work_.stop();
   for (const Session& base : retired_) base->connection().join();
   presets_.finish();
+}
+
+// Sets a field and emits changed(); does nothing if the value is equal.
+template <typename Field, typename Value>
+void AppModel::publish(Field& field, Value&& value) {
+  if (field == value) return;
+  field = std::forward<Value>(value);
+  emit changed();
 }
 
 AppModel* AppModel::shared() { return latestModel(); }
@@ -76,27 +81,14 @@ void AppModel::setRequestedSection(std::optional<std::string> title) {
   publish(requestedSection_, std::move(title));
 }
 
-void AppModel::post(std::function<void()> what) {
-  QMetaObject::invokeMethod(this, std::move(what), Qt::QueuedConnection);
-}
-
-std::optional<std::string> AppModel::enqueue(WorkQueue::Job job) {
-  try {
-    work_.add(std::move(job));
-    return std::nullopt;
-  } catch (const std::system_error& error) {
-    return error.what();
-  }
-}
-
 void AppModel::watchDevices() {
   watcher_->setOnChange([this](const std::vector<HIDDeviceInfo>& attached) {
-    post([this, attached] { devicesChanged(attached); });
+    post(this, [this, attached] { devicesChanged(attached); });
   });
   try {
     watcher_->start();
   } catch (const FanatecError& error) {
-    append(Messages::cannotWatch(error.errorDescription()), true);
+    log_.append(Messages::cannotWatch(error.errorDescription()), true);
   }
 }
 
@@ -105,7 +97,7 @@ void AppModel::devicesChanged(const std::vector<HIDDeviceInfo>& attached) {
   emit changed();
   if (opening_ && isGone(*opening_)) disconnect();
   if (base_ && isGone(*base_)) {
-    append(Messages::disconnected);
+    log_.append(Messages::disconnected);
     disconnect();
   }
   connectToFirst();
@@ -124,7 +116,7 @@ bool AppModel::isGone(const WheelBase& base) const {
 
 void AppModel::connectToFirst() {
   if (devices_.empty()) {
-    setStatus(Messages::noBaseFound);
+    log_.setStatus(Messages::noBaseFound);
     return;
   }
   if (base_ || opening_) return;
@@ -140,10 +132,10 @@ void AppModel::connectToFirst() {
 void AppModel::waitForNamed() {
   std::string line = Messages::waitingFor(deviceSelector_, devices_);
   if (line == waiting_) {
-    setStatus(std::move(line));
+    log_.setStatus(std::move(line));
   } else {
     waiting_ = line;
-    append(std::move(line));
+    log_.append(std::move(line));
   }
 }
 
@@ -154,8 +146,8 @@ void AppModel::connect(const HIDDeviceInfo& device) {
   const Session base = WheelBase::create(device, world_.clock);
   opening_ = base;
   beginExchange();
-  setStatus(Messages::connecting(device.displayName()));
-  const auto failure = enqueue([this, base] { open(base); });
+  log_.setStatus(Messages::connecting(device.displayName()));
+  const auto failure = enqueue(work_, [this, base] { open(base); });
   if (failure) openFailed(base, *failure);
 }
 
@@ -164,7 +156,7 @@ void AppModel::open(const Session& base) {
   try {
     base->connect();
   } catch (const FanatecError& error) {
-    post([this, base, reason = error.errorDescription()] { openFailed(base, reason); });
+    post(this, [this, base, reason = error.errorDescription()] { openFailed(base, reason); });
     return;
   }
   Opening opening;
@@ -172,7 +164,7 @@ void AppModel::open(const Session& base) {
   opening.identity = ifAnswered([&] { return base->fetchIdentity(WheelBase::readTimeout); });
   opening.menuAnswered =
       ifAnswered([&] { return base->fetchTuning(WheelBase::readTimeout); }).has_value();
-  post([this, base, opening] { opened(base, opening); });
+  post(this, [this, base, opening] { opened(base, opening); });
 }
 
 // The handlers must not own the session, since it owns them (reference cycle).
@@ -182,18 +174,20 @@ void AppModel::followReports(const Session& base) {
     return session == base_.get() || session == opening_.get();
   };
   base->setOnTuningUpdate([this, isCurrent](const TuningSnapshot& menu) {
-    post([this, isCurrent, menu] {
+    post(this, [this, isCurrent, menu] {
       if (isCurrent()) menuReported(menu);
     });
   });
   base->setOnStatusUpdate([this, isCurrent](WheelBase& reporting) {
-    post([this, isCurrent, wheel = reporting.wheelID(), version = reporting.firmwareVersion()] {
-      if (!isCurrent()) return;
-      publish(wheelID_, wheel);
-      publish(firmwareVersion_, version);
-    });
+    post(this,
+         [this, isCurrent, wheel = reporting.wheelID(), version = reporting.firmwareVersion()] {
+           if (!isCurrent()) return;
+           publish(wheelID_, wheel);
+           publish(firmwareVersion_, version);
+         });
   });
-  base->connection().setOnGone([this, session] { post([this, session] { baseGone(session); }); });
+  base->connection().setOnGone(
+      [this, session] { post(this, [this, session] { baseGone(session); }); });
 }
 
 void AppModel::opened(const Session& base, const Opening& opening) {
@@ -207,10 +201,10 @@ void AppModel::opened(const Session& base, const Opening& opening) {
   connectedName_ = name;
   identity_ = opening.identity;
   tuning_ = base->tuning();
-  menuAnswered(tuning_.has_value());
+  examiner_.setAnswered(tuning_.has_value());
   endExchange();
-  append(Messages::connected(name));
-  if (!opening.menuAnswered) append(Messages::noTuningAnswer, true);
+  log_.append(Messages::connected(name));
+  if (!opening.menuAnswered) log_.append(Messages::noTuningAnswer, true);
   stageDemo(opening.demoStage);
 }
 
@@ -218,7 +212,7 @@ void AppModel::openFailed(const Session& base, const std::string& reason) {
   endExchange();
   if (opening_ != base) return;
   opening_.reset();
-  append(Messages::couldNotOpen(base->info().displayName(), reason), true);
+  log_.append(Messages::couldNotOpen(base->info().displayName(), reason), true);
 }
 
 void AppModel::stageDemo(const std::string& text) {
@@ -228,7 +222,7 @@ void AppModel::stageDemo(const std::string& text) {
 void AppModel::baseGone(const WheelBase* base) {
   if (base != base_.get() && base != opening_.get()) return;
   const std::vector<HIDDeviceInfo> attached = watcher_->currentDevices();
-  if (base_) append(Messages::disconnected);
+  if (base_) log_.append(Messages::disconnected);
   disconnect();
   devicesChanged(attached);
 }
@@ -240,10 +234,10 @@ void AppModel::disconnect() {
   connectedName_.reset();
   identity_.reset();
   tuning_.reset();
-  menuUnanswered_ = false;
   wheelID_.reset();
   firmwareVersion_.reset();
-  statusLine_ = Messages::notConnected;
+  examiner_.setAnswered(false);
+  log_.setStatus(Messages::notConnected);
   emit changed();
 }
 
@@ -251,17 +245,18 @@ void AppModel::disconnect() {
 void AppModel::retire(const Session& base) {
   base->disconnect();
   retired_.push_back(base);
-  enqueue([this, base] {
+  enqueue(work_, [this, base] {
     base->connection().join();
-    post([this, base] { std::erase(retired_, base); });
+    post(this, [this, base] { std::erase(retired_, base); });
   });
 }
 
 void AppModel::menuReported(const TuningSnapshot& menu) {
   const std::optional<TuningSnapshot> before = tuning_;
-  if (base_) menuAnswered(true);
-  publish(tuning_, menu);
-  if (exchanges_ == 0 && before && before->raw() != menu.raw()) emit menuChangedAtBase(*before);
+  if (base_) examiner_.setAnswered(true);
+  tuning_ = menu;
+  emit changed();
+  if (!busy() && before && before->raw() != menu.raw()) emit menuChangedAtBase(*before);
 }
 
 void AppModel::refresh() {
@@ -277,14 +272,16 @@ std::optional<std::string> AppModel::readMenuAndIdentity(WheelBase& base) {
   try {
     base.fetchTuning(WheelBase::readTimeout);
   } catch (const FanatecError&) {
-    post([this, session = &base] {
-      if (session == base_.get()) menuAnswered(false);
+    post(this, [this, session = &base] {
+      if (session != base_.get()) return;
+      examiner_.setAnswered(false);
+      emit changed();
     });
     throw;
   }
   const auto identity = ifAnswered([&] { return base.fetchIdentity(WheelBase::readTimeout); });
   if (identity) {
-    post([this, session = &base, identity] {
+    post(this, [this, session = &base, identity] {
       if (session == base_.get()) publish(identity_, identity);
     });
   }
@@ -301,25 +298,26 @@ void AppModel::change(const std::string& title, DeviceAction action) {
 
 void AppModel::perform(const std::string& title, DeviceAction action, bool isWrite) {
   if (!base_) {
-    append(Messages::notConnected, true);
+    log_.append(Messages::notConnected, true);
     return;
   }
   if (isWrite) ++writes_;
   beginExchange();
-  const auto failure = enqueue([this, base = base_, title, action = std::move(action), isWrite] {
-    std::string text;
-    bool isError = false;
-    try {
-      text = action(*base).value_or("");
-    } catch (const std::exception& error) {
-      text = Messages::failed(title, error.what());
-      isError = true;
-    }
-    post([this, base, text, isError, isWrite] {
-      if (isWrite) --writes_;
-      performed(base, text, isError);
-    });
-  });
+  const auto failure =
+      enqueue(work_, [this, base = base_, title, action = std::move(action), isWrite] {
+        std::string text;
+        bool isError = false;
+        try {
+          text = action(*base).value_or("");
+        } catch (const std::exception& error) {
+          text = Messages::failed(title, error.what());
+          isError = true;
+        }
+        post(this, [this, base, text, isError, isWrite] {
+          if (isWrite) --writes_;
+          performed(base, text, isError);
+        });
+      });
   if (!failure) return;
   if (isWrite) --writes_;
   performed(base_, Messages::failed(title, *failure), true);
@@ -328,7 +326,7 @@ void AppModel::perform(const std::string& title, DeviceAction action, bool isWri
 void AppModel::performed(const Session& base, const std::string& text, bool isError) {
   if (base == base_) publish(tuning_, base->tuning());
   endExchange();
-  if (!text.empty()) append(text, isError);
+  if (!text.empty()) log_.append(text, isError);
 }
 
 void AppModel::waitForWrites(std::chrono::milliseconds longest) {
@@ -346,7 +344,7 @@ void AppModel::beginExchange() {
 
 // Publishes the progress; endExchange() resets it.
 void AppModel::reportProgress(Progress progress) {
-  post([this, progress] { publish(progress_, progress); });
+  post(this, [this, progress] { publish(progress_, progress); });
 }
 
 void AppModel::endExchange() {
@@ -355,16 +353,16 @@ void AppModel::endExchange() {
   emit changed();
 }
 
-void AppModel::append(std::string text, bool isError) {
-  if (Environment::logsToStandardError()) {
-    printTo(stderr, "{}{}\n", isError ? "[error] " : "[log] ", oneLine(text));
-  }
-  log_.push_back({UUID::random(), WallClock::now(), text, isError});
-  if (log_.size() > longestLog) log_.erase(log_.begin());
-  statusLine_ = std::move(text);
-  emit changed();
+bool AppModel::needsExamination() const {
+  if (base_) return !examiner_.answered();
+  return !opening_ || isExamining() || examination();
 }
 
-void AppModel::setStatus(std::string text) { publish(statusLine_, std::move(text)); }
+std::optional<HIDDeviceInfo> AppModel::baseToExamine() const {
+  if (base_) return base_->info();
+  if (tried_ && findDevice(devices_, *tried_)) return tried_;
+  const std::vector<HIDDeviceInfo> candidates = wheelBaseCandidates(devices_, deviceSelector_);
+  return candidates.empty() ? std::nullopt : std::optional(candidates.front());
+}
 
 }  // namespace quorvane

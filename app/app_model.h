@@ -11,16 +11,15 @@
 #include <string_view>
 #include <vector>
 
+#include "app/examiner.h"
 #include "app/file_panels.h"
-#include "app/log_entry.h"
-#include "app/shared_presets.h"
+#include "app/log.h"
+#include "app/own_presets.h"
 #include "app/staging.h"
-#include "doctor/doctor.h"
 #include "hid/device_watcher.h"
 #include "hid/platform.h"
 #include "presets/preset_store.h"
 #include "session/wheel_base.h"
-#include "support/stoppable_clock.h"
 #include "support/work_queue.h"
 
 namespace quorvane {
@@ -43,12 +42,6 @@ class AppModel final : public QObject {
     const PresetStore& store = PresetStore::shared();
   };
 
-  // The doctor's findings and their time.
-  struct Examination {
-    Diagnosis diagnosis;
-    WallClock::time_point time;
-  };
-
   // The progress of writing several values.
   struct Progress {
     std::optional<UUID> preset;  // being applied; none for a save
@@ -61,7 +54,7 @@ class AppModel final : public QObject {
   // The state of the session with an attached base.
   enum class Link { none, opening, open };
 
-  static constexpr std::size_t longestLog = 500;
+  static constexpr std::size_t longestLog = Log::longest;
 
   // Loads the presets, watches for bases and connects to the first one attached. With `which`,
   // connects automatically only to a base of that name (isNamed), and waits for it.
@@ -87,7 +80,7 @@ class AppModel final : public QObject {
   std::optional<std::uint16_t> firmwareVersion() const { return firmwareVersion_; }
 
   // An exchange with a base is queued or running.
-  bool busy() const { return exchanges_ > 0; }
+  bool busy() const { return exchanges_ > 0 || examiner_.isRunning(); }
 
   // A save, the applying of a preset or another change of the base is queued or running.
   bool isWriting() const { return writes_ > 0; }
@@ -100,12 +93,14 @@ class AppModel final : public QObject {
   // Set while a save or the applying of a preset runs.
   const std::optional<Progress>& progress() const { return progress_; }
 
-  const std::string& statusLine() const { return statusLine_; }
-  const std::vector<LogEntry>& log() const { return log_; }  // oldest first, at most longestLog
-  const std::vector<TuningPreset>& userPresets() const { return presets_.presets(); }
+  const std::string& statusLine() const { return log_.statusLine(); }
+
+  // Oldest first, at most longestLog.
+  const std::vector<LogEntry>& log() const { return log_.entries(); }
+  const std::vector<TuningPreset>& userPresets() const { return presets_.all(); }
 
   // The last deleted preset, for undoDelete(); none before a deletion and after undoDelete().
-  const std::optional<TuningPreset>& deletedPreset() const { return deletedPreset_; }
+  const std::optional<TuningPreset>& deletedPreset() const { return presets_.deleted(); }
   const StagedValues& staged() const { return staged_; }
 
   // Whether an examination could help: no base is connected or being opened, the connected one did
@@ -113,8 +108,8 @@ class AppModel final : public QObject {
   bool needsExamination() const;
 
   // The last examination of the current fault, if any; and whether one is queued or running.
-  const std::optional<Examination>& examination() const { return examination_; }
-  bool isExamining() const { return examinationClock_ != nullptr; }
+  const std::optional<Examination>& examination() const { return examiner_.last(); }
+  bool isExamining() const { return examiner_.isRunning(); }
 
   // The title of the section that the window should show next; none once it has.
   const std::optional<std::string>& requestedSection() const { return requestedSection_; }
@@ -149,22 +144,22 @@ class AppModel final : public QObject {
 
   // Runs the doctor on the base that is connected, else was tried last, else would be connected.
   // Queued behind running exchanges. Does nothing if one is already queued or running.
-  void examine();
+  void examine() { examiner_.examine(baseToExamine()); }
 
   // The examination and the end of the log as text for a bug report, personal data masked.
   // saveReport() asks for a file first. Precondition: examination() is set.
-  std::string report() const;
-  void saveReport();
+  std::string report() const { return examiner_.report(); }
+  void saveReport() { examiner_.saveReport(world_.panels); }
 
   void saveCurrentAsPreset(const std::string& name);
-  void deletePreset(const TuningPreset& preset);
+  void deletePreset(const TuningPreset& preset) { presets_.remove(preset); }
 
   // Restores deletedPreset() at its old place, with its old id. Does nothing without one.
-  void undoDelete();
+  void undoDelete() { presets_.undoDelete(); }
   void shareCurrentSettings();
   void importSettingsFile();
   void importSettings(const std::filesystem::path& file);
-  void exportPresets();
+  void exportPresets() { presets_.exportAll(); }
 
  signals:
   // Any of the above has changed. Emitted often: views coalesce several into one update.
@@ -185,11 +180,6 @@ class AppModel final : public QObject {
   template <typename Field, typename Value>
   void publish(Field& field, Value&& value);
 
-  // Queues `what` for the main thread; dropped if the model is destroyed first. Thread-safe.
-  void post(std::function<void()> what);
-
-  // Puts a job on the work queue. Returns an error message for the user if that fails.
-  std::optional<std::string> enqueue(WorkQueue::Job job);
   void watchDevices();
 
   // Sessions.
@@ -203,12 +193,7 @@ class AppModel final : public QObject {
   void baseGone(const WheelBase* base);
   void retire(const Session& base);
   void stageDemo(const std::string& text);
-  void menuAnswered(bool answered);
-
-  // Examinations.
   std::optional<HIDDeviceInfo> baseToExamine() const;
-  void examined(const Examination& examination);
-  void writeReport(const std::string& report, const std::filesystem::path& file);
 
   // Exchanges.
   void read(const std::string& title, DeviceAction action);
@@ -223,12 +208,6 @@ class AppModel final : public QObject {
   void write(WheelBase& base, Save& save);
   void saved(const Session& base, const Save& save);
 
-  void append(std::string text, bool isError = false);
-  void setStatus(std::string text);
-  void followPresets();
-  void share(const TuningPreset& preset, const std::string& base,
-             const std::filesystem::path& file);
-
   const World world_;
   const std::string deviceSelector_;  // the base to connect to automatically; empty: the first
 
@@ -241,24 +220,19 @@ class AppModel final : public QObject {
   int exchanges_ = 0;
   int writes_ = 0;  // of the exchanges, those that change the base
   std::optional<Progress> progress_;
-  std::string statusLine_;
-  std::vector<LogEntry> log_;
-  SharedPresets presets_;
-  std::optional<TuningPreset> deletedPreset_;
-  PresetChange::Place deletedPlace_;
   StagedValues staged_;
   std::optional<std::string> requestedSection_;
-  bool menuUnanswered_ = false;  // by the connected base at the last read
-  std::optional<Examination> examination_;
-  std::shared_ptr<StoppableClock> examinationClock_;  // while one is queued or running
-  std::optional<HIDDeviceInfo> tried_;                // the base that was connected to last
+  std::optional<HIDDeviceInfo> tried_;  // the base that was connected to last
   std::string waiting_;  // last log line about the awaited base; empty after a connect
 
   Session base_;
   Session opening_;               // being opened; becomes base_
   std::vector<Session> retired_;  // disconnected, until their threads have ended
 
+  Log log_;
   WorkQueue work_;
+  Examiner examiner_;
+  OwnPresets presets_;
   std::unique_ptr<HIDDeviceWatcher> watcher_;
 };
 

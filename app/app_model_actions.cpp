@@ -1,23 +1,13 @@
 #include <QPointer>
-#include <algorithm>
 #include <utility>
 
 #include "app/app_model.h"
 #include "app/messages.h"
-#include "app/publish.h"
+#include "app/post.h"
 #include "protocol/error.h"
 #include "session/menu_writer.h"
 
 namespace quorvane {
-namespace {
-
-// A file name that every file system accepts and that a file panel does not take for a path.
-std::string fileName(std::string name) {
-  std::replace(name.begin(), name.end(), '/', '-');
-  return name;
-}
-
-}  // namespace
 
 // A save in the work queue.
 struct AppModel::Save {
@@ -42,23 +32,23 @@ void AppModel::revert(TuningParameter parameter) {
 
 void AppModel::stagePreset(const TuningPreset& preset) {
   for (const auto& [parameter, value] : preset.applicable(product())) stage(parameter, value);
-  append(Messages::loaded(preset, staged_.size()));
+  log_.append(Messages::loaded(preset, staged_.size()));
 }
 
 void AppModel::discardStaged() {
   const std::size_t count = std::exchange(staged_, {}).size();
-  if (count > 0) append(Messages::discarded(count));
+  if (count > 0) log_.append(Messages::discarded(count));
 }
 
 void AppModel::saveStaged() {
   if (!base_ || staged_.empty()) return;
   ++writes_;
   beginExchange();
-  append(Messages::saving(staged_.size()));
+  log_.append(Messages::saving(staged_.size()));
   const auto failure =
-      enqueue([this, base = base_, save = Save{staged_, tuning_, {}, {}}]() mutable {
+      enqueue(work_, [this, base = base_, save = Save{staged_, tuning_, {}, {}}]() mutable {
         write(*base, save);
-        post([this, base, save] { saved(base, save); });
+        post(this, [this, base, save] { saved(base, save); });
       });
   if (!failure) return;
   --writes_;
@@ -95,9 +85,9 @@ void AppModel::saved(const Session& base, const Save& save) {
   --writes_;
   endExchange();
   if (save.rejections.empty()) {
-    append(Messages::saved(save.wanted.size(), Messages::setName(menu)));
+    log_.append(Messages::saved(save.wanted.size(), Messages::setName(menu)));
   } else {
-    append(Messages::partlySaved(save.wanted.size(), save.rejections), true);
+    log_.append(Messages::partlySaved(save.wanted.size(), save.rejections), true);
   }
 }
 
@@ -131,54 +121,42 @@ void AppModel::factoryReset() {
 }
 
 void AppModel::usbReset() {
-  const auto failure = enqueue([this] {
+  const auto failure = enqueue(work_, [this] {
     try {
       USBReset::reset(Fanatec::vendorID, std::nullopt, world_.usb);
-      post([this] { append(Messages::usbReset); });
+      post(this, [this] { log_.append(Messages::usbReset); });
     } catch (const std::exception& error) {
-      post([this, reason = std::string(error.what())] {
-        append(Messages::usbResetFailed(reason), true);
+      post(this, [this, reason = std::string(error.what())] {
+        log_.append(Messages::usbResetFailed(reason), true);
       });
     }
   });
-  if (failure) append(Messages::usbResetFailed(*failure), true);
+  if (failure) log_.append(Messages::usbResetFailed(*failure), true);
+}
+
+void AppModel::saveCurrentAsPreset(const std::string& name) {
+  if (!tuning_) return;
+  TuningPreset preset = TuningPreset::capture(product(), name, *tuning_);
+  preset.game = "Custom";
+  presets_.add(preset);
 }
 
 void AppModel::shareCurrentSettings() {
   if (!base_ || !tuning_) return;
   const std::string base = base_->info().displayName();
-  const TuningPreset preset =
-      TuningPreset::capture(product(), base + ", set " + Messages::setName(tuning_), *tuning_);
-  world_.panels.chooseDestination(
-      {"Share settings", "Export", FilePanels::Content::settings,
-       fileName(preset.name) + "." + std::string(SettingsShareFile::fileExtension)},
-      [model = QPointer(this), preset, base](const std::filesystem::path& file) {
-        if (model) model->share(preset, base, file);
-      });
+  const std::string name = base + ", set " + Messages::setName(tuning_);
+  presets_.share(TuningPreset::capture(product(), name, *tuning_), base);
 }
 
-void AppModel::share(const TuningPreset& preset, const std::string& base,
-                     const std::filesystem::path& file) {
-  try {
-    PresetStore::exportShare(preset, base, file);
-    append(Messages::exportedSettings(file));
-  } catch (const FileError& error) {
-    append(Messages::exportFailed(error.what()), true);
-  }
+void AppModel::importSettingsFile() {
+  world_.panels.chooseFile({"Import settings", "Import", FilePanels::Content::settings, {}},
+                           [model = QPointer(this)](const std::filesystem::path& file) {
+                             if (model) model->importSettings(file);
+                           });
 }
 
-void AppModel::exportPresets() {
-  world_.panels.chooseDestination(
-      {"Export presets", "Export", FilePanels::Content::presets, "quorvane-presets.json"},
-      [model = QPointer(this)](const std::filesystem::path& file) {
-        if (!model) return;
-        try {
-          PresetStore::exportPresets(model->userPresets(), file);
-          model->append(Messages::exportedPresets(model->userPresets().size(), file));
-        } catch (const FileError& error) {
-          model->append(Messages::exportFailed(error.what()), true);
-        }
-      });
+void AppModel::importSettings(const std::filesystem::path& file) {
+  if (presets_.importFrom(file, isConnected())) setRequestedSection("Presets");
 }
 
 }  // namespace quorvane

@@ -60,8 +60,10 @@ void ask(WheelBase& base, BaseAnswers answers, const Publish& publish) {
 
 }  // namespace
 
-BaseAnswers askBase(const HIDDeviceInfo& base, Clock& clock, Seconds limit) {
+BaseAnswers askBase(const HIDDeviceInfo& base, Clock& clock, Seconds limit,
+                    const std::stop_token& stop) {
   const auto session = WheelBase::create(base, clock);
+  const std::stop_callback onStop(stop, [&] { session->disconnect(); });
   BaseAnswers unfinished;
   unfinished.outOfTime = true;
   try {

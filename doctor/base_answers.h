@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <stop_token>
 #include <string>
 
 #include "hid/device_info.h"
@@ -26,7 +27,8 @@ struct BaseAnswers {
 
 // Opens the base (shared), sends both requests with the session's own timeout, and closes it.
 // Blocks for at most `limit`. If a call to the base still blocks then, the thread is left running;
-// it ends when the call returns.
-BaseAnswers askBase(const HIDDeviceInfo& base, Clock& clock, Seconds limit);
+// it ends when the call returns, and uses `clock` until then. A stop ends all waits for answers.
+BaseAnswers askBase(const HIDDeviceInfo& base, Clock& clock, Seconds limit,
+                    const std::stop_token& stop = {});
 
 }  // namespace quorvane

@@ -40,14 +40,14 @@ std::optional<HIDDeviceInfo> firstCandidate(const std::vector<HIDDeviceInfo>& de
 }  // namespace
 
 Diagnosis examine(const Platform& platform, const std::optional<std::filesystem::path>& presetFile,
-                  const std::optional<HIDDeviceInfo>& base) {
+                  const std::optional<HIDDeviceInfo>& base, const std::stop_token& stop) {
   PresetReading presets(presetFile);
   DoctorFacts facts;
   facts.machine = platform.survey.take(Fanatec::vendorID);
   facts.devices = HIDEnumerator::devices(Fanatec::vendorID, platform.backend);
   facts.base = base ? base : firstCandidate(facts.devices);
   if (facts.base && facts.base->device->accessible()) {
-    facts.answers = askBase(*facts.base, platform.clock, askLimit);
+    facts.answers = askBase(*facts.base, platform.clock, askLimit, stop);
   }
   facts.presets = presets.await();
   std::vector<DoctorCheck> checks = judge(facts);

@@ -4,7 +4,7 @@
 #include <QSortFilterProxyModel>
 #include <vector>
 
-#include "app/log_entry.h"
+#include "app/log.h"
 
 namespace quorvane {
 
