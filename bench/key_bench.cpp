@@ -9,10 +9,10 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "app/no_panels.h"
 #include "bench/samples.h"
 #include "simulator/simulated_backend.h"
 #include "simulator/simulated_usb_bus.h"
+#include "tests/app/no_panels.h"
 #include "ui/kit/style.h"
 #include "ui/shell/main_window.h"
 

@@ -9,8 +9,8 @@
 #include <filesystem>
 
 #include "app/app_model.h"
-#include "app/no_panels.h"
 #include "simulator/simulated_machine.h"
+#include "tests/app/no_panels.h"
 
 namespace quorvane {
 namespace {

@@ -24,12 +24,12 @@
 #include <system_error>
 #include <utility>
 
-#include "app/no_panels.h"
 #include "bench/wired_device.h"
 #include "hid/reading_pace.h"
 #include "simulator/simulated_base.h"
 #include "support/semaphore.h"
 #include "support/unique_fd.h"
+#include "tests/app/no_panels.h"
 #include "ui/kit/style.h"
 #include "ui/shell/main_window.h"
 

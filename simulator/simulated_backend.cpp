@@ -66,14 +66,7 @@ std::vector<std::shared_ptr<HIDDeviceHandle>> SimulatedBackend::devices(
 }
 
 std::unique_ptr<HIDMonitor> SimulatedBackend::monitor(std::optional<std::int64_t> /*vendorID*/) {
-  MutexLock held(lock_);
-  if (!canWatch_) return nullptr;
   return std::make_unique<Monitor>(events_);
-}
-
-void SimulatedBackend::setCanWatch(bool canWatch) {
-  MutexLock held(lock_);
-  canWatch_ = canWatch;
 }
 
 }  // namespace quorvane

@@ -11,7 +11,7 @@ namespace quorvane {
 
 // A backend of simulated devices in place of the machine's own. It lists those that are plugged;
 // plugging and unplugging wake its monitors. Must outlive its monitors. Thread-safe.
-class SimulatedBackend final : public HIDBackend {
+class SimulatedBackend : public HIDBackend {
  public:
   // Lists the device from now on, while it is plugged.
   void add(const std::shared_ptr<SimulatedDevice>& device);
@@ -22,9 +22,6 @@ class SimulatedBackend final : public HIDBackend {
 
   // Wakes the monitors, as for a change of a device other than plugging (such as its permissions).
   void reportChange() { events_->report(); }
-
-  // With false, monitor() returns null, as on a system that cannot watch devices.
-  void setCanWatch(bool canWatch);
 
  private:
   class Monitor;
@@ -42,7 +39,6 @@ class SimulatedBackend final : public HIDBackend {
   const std::shared_ptr<Events> events_ = std::make_shared<Events>();
   Mutex lock_;
   std::vector<std::shared_ptr<SimulatedDevice>> devices_ QUORVANE_GUARDED_BY(lock_);
-  bool canWatch_ QUORVANE_GUARDED_BY(lock_) = true;
 };
 
 }  // namespace quorvane

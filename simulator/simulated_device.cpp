@@ -68,11 +68,6 @@ class SimulatedDevice::Port final : public HIDPort {
     device_->changed_.notifyAll();
   }
 
-  std::uint64_t possibleLosses() const override {
-    MutexLock held(device_->lock_);
-    return possibleLosses_;
-  }
-
   HIDReturn write(std::uint8_t reportID, ByteView data) override {
     if (!device_->keeper_) return send(reportID, data);
     return device_->keeper_->send(data, [&] { return send(reportID, data); });
@@ -118,17 +113,12 @@ class SimulatedDevice::Port final : public HIDPort {
 
   bool tryWriteLock() override {
     MutexLock held(device_->lock_);
-    return !device_->hasWriteLocks_ || isGone(device_->base_) || device_->isFirstInLine(this);
+    return isGone(device_->base_) || device_->isFirstInLine(this);
   }
 
   void endWriteLock() override {
     MutexLock held(device_->lock_);
     std::erase(device_->line_, this);
-  }
-
-  std::optional<NodeHolder> writeLockHolder() override {
-    MutexLock held(device_->lock_);
-    return device_->writeLockHolder_;
   }
 
   void watchForOthers() override {
@@ -141,13 +131,11 @@ class SimulatedDevice::Port final : public HIDPort {
   bool othersMayHaveWritten() override {
     MutexLock held(device_->lock_);
     if (!seenVisits_) return true;
-    mayHaveCompany_ = mayHaveCompany_ || seenVisits_ != device_->visits_ ||
-                      !device_->tellsOpenings_ || !device_->hasWriteLocks_;
+    mayHaveCompany_ = mayHaveCompany_ || seenVisits_ != device_->visits_;
     return mayHaveCompany_;
   }
 
   bool isExclusive() const { return exclusive_; }
-  void missReports() { ++possibleLosses_; }
 
   // Whether the base was unplugged since this port was opened, even if it is back.
   bool isGone(const SimulatedBase& base) const {
@@ -204,7 +192,6 @@ class SimulatedDevice::Port final : public HIDPort {
   std::optional<std::thread::id> interrupter_;
   std::optional<int> seenVisits_;  // visits_ of the device at watchForOthers()
   bool mayHaveCompany_ = false;
-  std::uint64_t possibleLosses_ = 0;
   bool handling_ = false;  // the reader is handling a report
   bool ended_ = false;
 };
@@ -256,46 +243,9 @@ void SimulatedDevice::plug() {
   withBase([](SimulatedBase& base) { base.plug(); });
 }
 
-void SimulatedDevice::plugAs(const FanatecProduct& product) {
-  bool before = false;
-  {
-    MutexLock held(lock_);
-    before = base_.isPlugged();
-    base_.plug(product);
-    for (const auto& [key, value] : base_.properties()) properties_.insert_or_assign(key, value);
-    changed_.notifyAll();
-  }
-  reportPlugChange(before);
-}
-
 void SimulatedDevice::setProperty(std::string_view key, HIDProperty value) {
   MutexLock held(lock_);
   properties_.insert_or_assign(std::string(key), std::move(value));
-}
-
-void SimulatedDevice::failOpenWith(HIDReturn code) {
-  MutexLock held(lock_);
-  openFailure_ = code;
-}
-
-void SimulatedDevice::setHasWriteLocks(bool hasWriteLocks) {
-  MutexLock held(lock_);
-  hasWriteLocks_ = hasWriteLocks;
-}
-
-void SimulatedDevice::setTellsOpenings(bool tellsOpenings) {
-  MutexLock held(lock_);
-  tellsOpenings_ = tellsOpenings;
-}
-
-void SimulatedDevice::setWriteLockHolder(std::optional<NodeHolder> holder) {
-  MutexLock held(lock_);
-  writeLockHolder_ = std::move(holder);
-}
-
-void SimulatedDevice::delayReaders() {
-  MutexLock held(lock_);
-  for (Port* const port : ports_) port->missReports();
 }
 
 void SimulatedDevice::setOnPlugChange(std::function<void()> handler) {
@@ -336,7 +286,6 @@ std::vector<HIDElement> SimulatedDevice::elements() const {
 
 HIDOpenResult SimulatedDevice::open(bool exclusive) {
   MutexLock held(lock_);
-  if (openFailure_ != HIDReturnCode::success) return {openFailure_, nullptr};
   if (!base_.isPlugged()) return {HIDReturnCode::noDevice, nullptr};
   for (const Port* const port : ports_) {
     if (!port->isGone(base_) && (exclusive || port->isExclusive())) {

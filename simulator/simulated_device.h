@@ -22,8 +22,8 @@ namespace quorvane {
 // In real time, answers arrive when they are due. In simulated time nothing sleeps: clock() jumps
 // to the next event once all readers have handled their reports, and records pauses in the
 // transcript ("pause 250 ms").
-class SimulatedDevice final : public HIDDeviceHandle,
-                              public std::enable_shared_from_this<SimulatedDevice> {
+class SimulatedDevice : public HIDDeviceHandle,
+                        public std::enable_shared_from_this<SimulatedDevice> {
  public:
   enum class Time { real, simulated };
 
@@ -44,9 +44,6 @@ class SimulatedDevice final : public HIDDeviceHandle,
   void unplug();
   void plug();
 
-  // Plugs a base of another product in place of the one that was unplugged.
-  void plugAs(const FanatecProduct& product);
-
   // Loads the base's menu from the storage and stores every change there from now on (MenuKeeper).
   // Call before anything opens the device. Throws what the storage throws.
   void keepMenuIn(std::unique_ptr<MenuStorage> storage, MenuKeeper::Complain complain) {
@@ -55,23 +52,6 @@ class SimulatedDevice final : public HIDDeviceHandle,
 
   // Replaces one property of the device's description.
   void setProperty(std::string_view key, HIDProperty value);
-
-  // Makes every later open() fail with the code; `success` ends that.
-  void failOpenWith(HIDReturn code);
-
-  // Whether ports share a write lock. With false every port gets it at once, as on a system
-  // without locks.
-  void setHasWriteLocks(bool hasWriteLocks);
-
-  // Whether ports notice that others open or close the device. False simulates a user who has used
-  // up the system's file watches.
-  void setTellsOpenings(bool tellsOpenings);
-
-  // The result of every port's writeLockHolder(): a process outside this one.
-  void setWriteLockHolder(std::optional<NodeHolder> holder);
-
-  // Adds one to possibleLosses() of every open port, as when a reader is too late for a report.
-  void delayReaders();
 
   // Called after the device was plugged or unplugged, on the thread that caused it.
   void setOnPlugChange(std::function<void()> handler);
@@ -92,11 +72,12 @@ class SimulatedDevice final : public HIDDeviceHandle,
   bool accessible() const override { return true; }
   HIDOpenResult open(bool exclusive) override;
 
+ protected:
+  SimulatedDevice(const FanatecProduct& product, Time time);
+
  private:
   class Port;
   class VirtualClock;
-
-  SimulatedDevice(const FanatecProduct& product, Time time);
 
   Monotonic::time_point now() const QUORVANE_REQUIRES(lock_);
   void pump() QUORVANE_REQUIRES(lock_);
@@ -116,11 +97,7 @@ class SimulatedDevice final : public HIDDeviceHandle,
   std::vector<Port*> ports_ QUORVANE_GUARDED_BY(lock_);
   std::vector<const Port*> line_ QUORVANE_GUARDED_BY(lock_);  // queue; the first has the lock
   int visits_ QUORVANE_GUARDED_BY(lock_) = 0;                 // openings and closings
-  bool tellsOpenings_ QUORVANE_GUARDED_BY(lock_) = true;
-  bool hasWriteLocks_ QUORVANE_GUARDED_BY(lock_) = true;
-  std::optional<NodeHolder> writeLockHolder_ QUORVANE_GUARDED_BY(lock_);
   std::vector<std::string> violations_ QUORVANE_GUARDED_BY(lock_);
-  HIDReturn openFailure_ QUORVANE_GUARDED_BY(lock_) = HIDReturnCode::success;
   std::function<void()> onPlugChange_ QUORVANE_GUARDED_BY(lock_);
   Monotonic::time_point virtualNow_ QUORVANE_GUARDED_BY(lock_);
 };

@@ -220,19 +220,19 @@ void ModelTest::TearDown() {
   EXPECT_EQ(changesElsewhere_, 0) << "changes were told on other threads";
 }
 
-SimulatedDevice& ModelTest::attach(std::int64_t productID) {
-  auto device = SimulatedDevice::create(FanatecProduct::lookup(productID).value(), time_);
+FaultyDevice& ModelTest::attach(std::int64_t productID) {
+  auto device = FaultyDevice::create(FanatecProduct::lookup(productID).value(), time_);
   device->setProperty(HIDPropertyKey::locationID, std::int64_t{std::ssize(devices_) + 1});
   if (devices_.empty()) {
     usb_.put(device.get());
-    if (time_ == SimulatedDevice::Time::simulated) clock_.follow(&device->clock());
+    if (time_ == FaultyDevice::Time::simulated) clock_.follow(&device->clock());
   }
   devices_.push_back(device);
   backend_.add(device);
   return *device;
 }
 
-SimulatedDevice& ModelTest::base() {
+FaultyDevice& ModelTest::base() {
   if (devices_.empty()) attach();
   return *devices_.front();
 }

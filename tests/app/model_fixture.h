@@ -15,8 +15,8 @@
 
 #include "app/app_model.h"
 #include "simulator/simulated_backend.h"
-#include "simulator/simulated_device.h"
 #include "simulator/simulated_usb_bus.h"
+#include "tests/simulator/faulty_device.h"
 #include "tests/support/eventful_clock.h"
 #include "tests/support/scoped_variable.h"
 #include "tests/support/temporary_directory.h"
@@ -130,7 +130,7 @@ class ScriptedPanels final : public FilePanels {
 // A USB bus with the first base. `afterReset` is called after each reset, on the resetting thread.
 class ScriptedUSBBus final : public USBBus {
  public:
-  void put(SimulatedDevice* device) { device_ = device; }
+  void put(FaultyDevice* device) { device_ = device; }
   void refuseWith(int error) { error_ = error; }
   void afterReset(std::function<void()> event) { afterReset_ = std::move(event); }
 
@@ -139,7 +139,7 @@ class ScriptedUSBBus final : public USBBus {
  private:
   class Device;
 
-  SimulatedDevice* device_ = nullptr;
+  FaultyDevice* device_ = nullptr;
   int error_ = 0;  // an errno
   std::function<void()> afterReset_;
 };
@@ -170,14 +170,14 @@ class ModelTest : public testing::Test {
   void TearDown() override;
 
   // Bases answer in real time, and pauses take no time. For tests with several bases.
-  void useRealTime() { time_ = SimulatedDevice::Time::real; }
+  void useRealTime() { time_ = FaultyDevice::Time::real; }
 
   // Plugs in another base, at a USB location of its own.
-  SimulatedDevice& attach(std::int64_t productID = defaultSimulatedProduct);
+  FaultyDevice& attach(std::int64_t productID = defaultSimulatedProduct);
 
   // The first base. Plugs one in if there is none.
-  SimulatedDevice& base();
-  SimulatedDevice& device(std::size_t number) { return *devices_.at(number); }
+  FaultyDevice& base();
+  FaultyDevice& device(std::size_t number) { return *devices_.at(number); }
   HIDDeviceInfo info(std::size_t number) { return HIDEnumerator::info(devices_.at(number)); }
 
   void behave(const std::function<void(SimulatedBehaviour&)>& change);
@@ -237,8 +237,8 @@ class ModelTest : public testing::Test {
 
   const ScopedVariable noDemo_{"QUORVANE_DEMO_STAGE"};
   const ScopedVariable noMirror_{"QUORVANE_LOG_STDERR"};
-  SimulatedDevice::Time time_ = SimulatedDevice::Time::simulated;
-  std::vector<std::shared_ptr<SimulatedDevice>> devices_;
+  FaultyDevice::Time time_ = FaultyDevice::Time::simulated;
+  std::vector<std::shared_ptr<FaultyDevice>> devices_;
   std::unique_ptr<AppModel> model_;
   std::size_t logTaken_ = 0;
   std::optional<Lines> states_;

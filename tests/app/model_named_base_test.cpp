@@ -18,9 +18,9 @@ class ModelNamedBase : public ModelTest {
   ModelNamedBase() { useRealTime(); }
 
   // Plugs in a base. The watcher sees it only with its serial number.
-  SimulatedDevice& attachNumbered(std::int64_t productID, const std::string& serialNumber) {
+  FaultyDevice& attachNumbered(std::int64_t productID, const std::string& serialNumber) {
     backend_.hold(true);
-    SimulatedDevice& device = attach(productID);
+    FaultyDevice& device = attach(productID);
     device.setProperty(HIDPropertyKey::serialNumber, serialNumber);
     backend_.hold(false);
     return device;

@@ -6,14 +6,14 @@
 #include <utility>
 #include <vector>
 
-#include "simulator/simulated_device.h"
+#include "tests/simulator/faulty_device.h"
 
 namespace quorvane {
 
 // A simulated base with a device node. `accessible` is what accessible() returns.
 class NodeDevice final : public HIDDeviceHandle {
  public:
-  NodeDevice(std::string node, bool accessible, std::shared_ptr<SimulatedDevice> device)
+  NodeDevice(std::string node, bool accessible, std::shared_ptr<FaultyDevice> device)
       : node_(std::move(node)), accessible_(accessible), device_(std::move(device)) {}
 
   std::optional<HIDProperty> property(std::string_view key) const override {
@@ -27,19 +27,19 @@ class NodeDevice final : public HIDDeviceHandle {
  private:
   std::string node_;
   bool accessible_;
-  std::shared_ptr<SimulatedDevice> device_;
+  std::shared_ptr<FaultyDevice> device_;
 };
 
 // A backend with a fixed list of such devices.
 class AttachedNodes final : public HIDBackend {
  public:
   // Adds a base; without a serial number if that is empty.
-  SimulatedDevice& add(std::int64_t productID, const std::string& serialNumber, std::string node,
-                       bool accessible = true) {
-    auto device = SimulatedDevice::create(FanatecProduct::lookup(productID).value(),
-                                          SimulatedDevice::Time::simulated);
+  FaultyDevice& add(std::int64_t productID, const std::string& serialNumber, std::string node,
+                    bool accessible = true) {
+    auto device = FaultyDevice::create(FanatecProduct::lookup(productID).value(),
+                                       FaultyDevice::Time::simulated);
     if (!serialNumber.empty()) device->setProperty(HIDPropertyKey::serialNumber, serialNumber);
-    SimulatedDevice& added = *device;
+    FaultyDevice& added = *device;
     devices_.push_back(
         std::make_shared<NodeDevice>(std::move(node), accessible, std::move(device)));
     return added;

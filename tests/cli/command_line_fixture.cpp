@@ -90,15 +90,15 @@ void CommandLineTest::TearDown() {
   EXPECT_EQ(violations, expectedViolations_);
 }
 
-SimulatedDevice& CommandLineTest::attach(std::int64_t productID) {
-  auto device = SimulatedDevice::create(FanatecProduct::lookup(productID).value(),
-                                        SimulatedDevice::Time::simulated);
+FaultyDevice& CommandLineTest::attach(std::int64_t productID) {
+  auto device = FaultyDevice::create(FanatecProduct::lookup(productID).value(),
+                                     FaultyDevice::Time::simulated);
   backend_.add(device);
   devices_.push_back(std::move(device));
   return *devices_.back();
 }
 
-SimulatedDevice& CommandLineTest::base() {
+FaultyDevice& CommandLineTest::base() {
   if (devices_.empty()) attach();
   return *devices_.front();
 }

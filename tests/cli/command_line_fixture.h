@@ -16,9 +16,9 @@
 #include "cli/context.h"
 #include "presets/preset_store.h"
 #include "simulator/simulated_backend.h"
-#include "simulator/simulated_device.h"
 #include "simulator/simulated_survey.h"
 #include "support/event_fd.h"
+#include "tests/simulator/faulty_device.h"
 #include "tests/support/eventful_clock.h"
 #include "tests/support/temporary_directory.h"
 
@@ -106,10 +106,10 @@ class CommandLineTest : public testing::Test {
   void TearDown() override;
 
   // Plugs in another base. The program's clock is the first base's.
-  SimulatedDevice& attach(std::int64_t productID = defaultSimulatedProduct);
+  FaultyDevice& attach(std::int64_t productID = defaultSimulatedProduct);
 
   // The first base. Plugs one in if there is none.
-  SimulatedDevice& base();
+  FaultyDevice& base();
   void change(const std::function<void(SimulatedBehaviour&)>& behaviour);
 
   // Runs the program with the words of a line, or with these words.
@@ -135,7 +135,7 @@ class CommandLineTest : public testing::Test {
   const PresetStore store_{directory_ / "data/presets.json", Clock::system(),
                            VersionFolder(state_ / "preset-versions")};
   const PresetStore simulatedStore_{directory_ / "data/simulated/presets.json"};
-  std::vector<std::shared_ptr<SimulatedDevice>> devices_;
+  std::vector<std::shared_ptr<FaultyDevice>> devices_;
   std::vector<std::string> expectedViolations_;
   bool inSimulatedTime_ = true;
 

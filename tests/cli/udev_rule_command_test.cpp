@@ -23,7 +23,7 @@ Lines namesIn(const std::filesystem::path& directory) {
 }
 
 TEST_F(UdevRuleInstallation, WritesTheRuleAndHasUdevApplyIt) {
-  SimulatedDevice& base = attachNode(false);
+  FaultyDevice& base = attachNode(false);
   afterwards_ = [&] { base.failOpenWith(HIDReturnCode::success); };
   EXPECT_EQ(
       runOnTree("udev-rule --install"),
@@ -79,7 +79,7 @@ TEST_F(UdevRuleInstallation, NeedsNoRootForWhatIsThere) {
 }
 
 TEST_F(UdevRuleInstallation, AppliesARuleThatIsThereToABaseThatIsClosed) {
-  SimulatedDevice& base = attachNode(false);
+  FaultyDevice& base = attachNode(false);
   afterwards_ = [&] { base.failOpenWith(HIDReturnCode::success); };
   tree_.file(packageRule, ruleText);
   EXPECT_EQ(runOnTree("udev-rule --install").status, ExitStatus::done);

@@ -25,9 +25,9 @@ void UdevRuleTest::addProgram(const std::string& name, const std::string& progra
   tree_.link("/usr/bin/" + name, program);
 }
 
-SimulatedDevice& UdevRuleTest::attachNode(bool opens) {
+FaultyDevice& UdevRuleTest::attachNode(bool opens) {
   tree_.addClosedBase();
-  SimulatedDevice& device = nodes_.add(0x0020, "QV-4711", SystemTree::node);
+  FaultyDevice& device = nodes_.add(0x0020, "QV-4711", SystemTree::node);
   if (!opens) device.failOpenWith(HIDReturnCode::notPermitted);
   return device;
 }

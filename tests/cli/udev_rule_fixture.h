@@ -24,7 +24,7 @@ class UdevRuleTest : public CommandLineTest {
   void addProgram(const std::string& name, const std::string& program = "/bin/true") const;
 
   // Attaches a base with the node /dev/hidraw3. `opens`: whether this user may open it.
-  SimulatedDevice& attachNode(bool opens);
+  FaultyDevice& attachNode(bool opens);
 
   Outcome runOnTree(const std::string& line);
 

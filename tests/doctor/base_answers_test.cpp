@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "simulator/simulated_device.h"
 #include "support/semaphore.h"
+#include "tests/simulator/faulty_device.h"
 
 namespace quorvane {
 namespace {
@@ -12,9 +12,9 @@ using Opening = BaseAnswers::Opening;
 
 constexpr Seconds longLimit{60};
 
-std::shared_ptr<SimulatedDevice> simulated() {
-  return SimulatedDevice::create(FanatecProduct::lookup(defaultSimulatedProduct).value(),
-                                 SimulatedDevice::Time::simulated);
+std::shared_ptr<FaultyDevice> simulated() {
+  return FaultyDevice::create(FanatecProduct::lookup(defaultSimulatedProduct).value(),
+                              FaultyDevice::Time::simulated);
 }
 
 TEST(AskBase, GetsIdentityAndMenu) {

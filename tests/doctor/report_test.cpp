@@ -36,7 +36,7 @@ class Report : public testing::Test {
 
   SystemTree tree_;
   AttachedNodes nodes_;
-  SimulatedDevice* device_ = nullptr;
+  FaultyDevice* device_ = nullptr;
 };
 
 TEST_F(Report, HoldsWhatABugReportNeeds) {

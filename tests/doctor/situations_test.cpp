@@ -22,7 +22,7 @@ class Machine {
   std::filesystem::path presets() const { return directory_ / "data/presets.json"; }
 
   // Adds the base to the backend. `accessible`: whether this user may open its node.
-  SimulatedDevice& addBase(bool accessible = true) {
+  FaultyDevice& addBase(bool accessible = true) {
     device_ = &nodes_.add(0x0020, "QV-4711", SystemTree::node, accessible);
     return *device_;
   }
@@ -46,7 +46,7 @@ class Machine {
   SystemTree tree_;
   TemporaryDirectory directory_;
   AttachedNodes nodes_;
-  SimulatedDevice* device_ = nullptr;
+  FaultyDevice* device_ = nullptr;
 };
 
 // One mark per check, in order: "+" passed, "x" failed, "." not checked.
@@ -80,7 +80,7 @@ void closedBase(Machine& machine) {
   machine.addBase(false);
 }
 
-SimulatedDevice& openBase(Machine& machine) {
+FaultyDevice& openBase(Machine& machine) {
   machine.tree().addOpenBase();
   return machine.addBase();
 }
@@ -563,7 +563,7 @@ TEST(Situations, WhatIsWellIsToldToo) {
 
 TEST(Situations, NothingIsChanged) {
   Machine machine;
-  SimulatedDevice& device = openBase(machine);
+  FaultyDevice& device = openBase(machine);
   machine.writePresets(R"([{"name")");
   machine.examine();
   EXPECT_EQ(contentOf(machine.presets()), R"([{"name")");

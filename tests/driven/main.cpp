@@ -15,8 +15,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "app/no_panels.h"
 #include "support/standard_streams.h"
+#include "tests/app/no_panels.h"
 #include "tests/windowless/line_input.h"
 #include "ui/base/base_row.h"
 #include "ui/base/check_row.h"

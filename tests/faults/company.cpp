@@ -123,7 +123,7 @@ std::vector<Company> switches() {
 
 }  // namespace
 
-Scene::Scene(SimulatedDevice& base, EventfulClock& clock, TuningSnapshot menu)
+Scene::Scene(FaultyDevice& base, EventfulClock& clock, TuningSnapshot menu)
     : base_(base), clock_(clock), menu_(std::move(menu)) {}
 
 void Scene::inPause(int number, std::function<void(OtherProgram&)> event) {

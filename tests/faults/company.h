@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "simulator/simulated_device.h"
 #include "tests/faults/fault.h"
 #include "tests/faults/other_program.h"
+#include "tests/simulator/faulty_device.h"
 #include "tests/support/eventful_clock.h"
 
 namespace quorvane {
@@ -16,9 +16,9 @@ namespace quorvane {
 // Must outlive the operation: its events run during the operation's pauses.
 class Scene {
  public:
-  Scene(SimulatedDevice& base, EventfulClock& clock, TuningSnapshot menu);
+  Scene(FaultyDevice& base, EventfulClock& clock, TuningSnapshot menu);
 
-  SimulatedDevice& base() { return base_; }
+  FaultyDevice& base() { return base_; }
   const TuningSnapshot& menu() const { return menu_; }
 
   OtherProgram& come() { return other_.emplace(HIDEnumerator::info(base_.shared_from_this())); }
@@ -38,7 +38,7 @@ class Scene {
   void end();
 
  private:
-  SimulatedDevice& base_;
+  FaultyDevice& base_;
   EventfulClock& clock_;
   const TuningSnapshot menu_;
   std::optional<OtherProgram> other_;

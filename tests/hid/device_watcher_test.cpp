@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "simulator/simulated_backend.h"
 #include "support/semaphore.h"
 #include "tests/error_text.h"
+#include "tests/simulator/faulty_backend.h"
 #include "tests/support/eventful_clock.h"
 #include "tests/support/no_threads.h"
 
@@ -131,7 +131,7 @@ class DeviceWatcherTest : public testing::Test {
 
   std::vector<Lines> takeLists() { return std::exchange(lists_, {}); }
 
-  SimulatedBackend simulated_;
+  FaultyBackend simulated_;
   CountedBackend counted_{simulated_};
   std::vector<std::shared_ptr<SimulatedDevice>> devices_;
   std::vector<Lines> lists_;  // written by the watcher's thread, read while it is idle

@@ -21,8 +21,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/no_panels.h"
 #include "simulator/simulated_machine.h"
+#include "tests/app/no_panels.h"
 #include "ui/kit/metrics.h"
 #include "ui/kit/style.h"
 #include "ui/kit/text.h"

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "session/wheel_base.h"
-#include "simulator/simulated_device.h"
+#include "tests/simulator/faulty_device.h"
 #include "tests/support/eventful_clock.h"
 
 namespace quorvane {
@@ -30,11 +30,11 @@ inline constexpr Seconds never{3600};
 // One simulated base and one session with it. At the end it expects that the base reports no
 // violations and that no port is open.
 struct SimulatedSession {
-  using Time = SimulatedDevice::Time;
+  using Time = FaultyDevice::Time;
 
   explicit SimulatedSession(std::int64_t productID = defaultSimulatedProduct,
                             Time time = Time::simulated)
-      : device(SimulatedDevice::create(*FanatecProduct::lookup(productID), time)),
+      : device(FaultyDevice::create(*FanatecProduct::lookup(productID), time)),
         base(WheelBase::create(HIDEnumerator::info(device), clock)) {
     clock.follow(&device->clock());
   }
@@ -115,7 +115,7 @@ struct SimulatedSession {
     return snapshot ? snapshot->raw() : Bytes{};
   }
 
-  const std::shared_ptr<SimulatedDevice> device;
+  const std::shared_ptr<FaultyDevice> device;
   EventfulClock clock;  // follows the device's clock
   std::shared_ptr<WheelBase> base;
 };

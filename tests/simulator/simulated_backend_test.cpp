@@ -9,6 +9,7 @@
 
 #include "support/semaphore.h"
 #include "support/thread.h"
+#include "tests/simulator/faulty_backend.h"
 
 namespace quorvane {
 namespace {
@@ -42,7 +43,7 @@ class SimulatedBackendTest : public testing::Test {
     return backend_.devices(vendorID).size();
   }
 
-  SimulatedBackend backend_;
+  FaultyBackend backend_;
   std::vector<std::shared_ptr<SimulatedDevice>> devices_;
 };
 

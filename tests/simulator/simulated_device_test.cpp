@@ -11,6 +11,7 @@
 #include "support/semaphore.h"
 #include "support/thread.h"
 #include "tests/hid_codes.h"
+#include "tests/simulator/faulty_device.h"
 
 namespace quorvane {
 namespace {
@@ -79,8 +80,8 @@ class SimulatedDeviceTest : public testing::Test {
     EXPECT_EQ(device_->openPorts(), 0U);
   }
 
-  static std::shared_ptr<SimulatedDevice> create(SimulatedDevice::Time time) {
-    return SimulatedDevice::create(*FanatecProduct::lookup(defaultSimulatedProduct), time);
+  static std::shared_ptr<FaultyDevice> create(SimulatedDevice::Time time) {
+    return FaultyDevice::create(*FanatecProduct::lookup(defaultSimulatedProduct), time);
   }
 
   HIDReturn send(HIDPort& port, const HIDReportPacket& packet) {
@@ -108,7 +109,7 @@ class SimulatedDeviceTest : public testing::Test {
   // How many seconds have passed on the device's clock.
   double elapsed() { return Seconds(device_->clock().now() - start_).count(); }
 
-  const std::shared_ptr<SimulatedDevice> device_ = create(SimulatedDevice::Time::simulated);
+  const std::shared_ptr<FaultyDevice> device_ = create(SimulatedDevice::Time::simulated);
   const Monotonic::time_point start_ = device_->clock().now();
 };
 

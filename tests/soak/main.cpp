@@ -23,9 +23,9 @@
 #include <vector>
 
 #include "app/app_model.h"
-#include "app/no_panels.h"
 #include "simulator/simulated_machine.h"
 #include "support/text.h"
+#include "tests/app/no_panels.h"
 #include "tests/support/process_facts.h"
 
 namespace quorvane {

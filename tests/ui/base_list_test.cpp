@@ -171,7 +171,7 @@ TEST_F(BaseListTest, TheQuestionGoesWhenThereIsNothingToAskAnyMore) {
                                                   [this] { model().discardStaged(); }};
   openBoth();
   for (const auto& event : events) {
-    for (SimulatedDevice* const device : {&this->device(0), &this->device(1)}) {
+    for (FaultyDevice* const device : {&this->device(0), &this->device(1)}) {
       if (!device->isPlugged()) device->plug();
       settle();
     }

@@ -17,10 +17,10 @@
 #include <string_view>
 
 #include "app/app_model.h"
-#include "app/no_panels.h"
 #include "simulator/simulated_machine.h"
 #include "support/standard_streams.h"
 #include "support/text.h"
+#include "tests/app/no_panels.h"
 #include "tests/windowless/line_input.h"
 
 namespace quorvane {

@@ -79,7 +79,7 @@ std::string wordsFor(const Operation& operation, const Disturbance& disturbance)
 }
 
 // Attaches the same base, or another product, as soon as the base has left.
-void replace(SimulatedDevice& device, Return back) {
+void replace(FaultyDevice& device, Return back) {
   if (back == Return::none) return;
   device.setOnPlugChange([&device, back] {
     if (device.isPlugged()) return;
