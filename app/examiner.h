@@ -38,7 +38,7 @@ class Examiner final : public QObject {
   // or running.
   void examine(const std::optional<HIDDeviceInfo>& base);
 
-  // Cancels all waits of the examination. For the end of the program.
+  // Ends the exchange with the base; the examination ends soon. For the end of the program.
   void stop();
 
   // Whether a base is connected and answered the last time its menu was read. The first answer ends

@@ -27,7 +27,8 @@ struct BaseAnswers {
 
 // Opens the base (shared), sends both requests with the session's own timeout, and closes it.
 // Blocks for at most `limit`. If a call to the base still blocks then, the thread is left running;
-// it ends when the call returns, and uses `clock` until then. A stop ends all waits for answers.
+// it ends when the call returns, and may use `clock` until then. A stop ends the exchange: nothing
+// more is sent or awaited.
 BaseAnswers askBase(const HIDDeviceInfo& base, Clock& clock, Seconds limit,
                     const std::stop_token& stop = {});
 

@@ -30,7 +30,8 @@ struct Diagnosis {
 //
 // Without a preset file the user has no data directory. Without a base it examines the first
 // candidate. When a call to the base blocks, the clock and the base's device may be used for some
-// seconds longer. A stop, from any thread, ends all waits for the base.
+// seconds longer. A stop, from any thread, ends the exchange with the
+// base: nothing more is sent or awaited.
 Diagnosis examine(const Platform& platform, const std::optional<std::filesystem::path>& presetFile,
                   const std::optional<HIDDeviceInfo>& base, const std::stop_token& stop = {});
 

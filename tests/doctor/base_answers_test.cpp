@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <stop_token>
+
 #include "support/semaphore.h"
 #include "tests/simulator/faulty_device.h"
+#include "tests/support/eventful_clock.h"
 
 namespace quorvane {
 namespace {
@@ -58,6 +61,31 @@ TEST(AskBase, TellsWhyItCouldNotOpenTheBase) {
     EXPECT_FALSE(answers.identity);
     EXPECT_FALSE(answers.tuning);
   }
+}
+
+TEST(AskBase, AsksNothingOnceItIsStopped) {
+  const auto device = simulated();
+  std::stop_source stop;
+  stop.request_stop();
+  const BaseAnswers answers =
+      askBase(HIDEnumerator::info(device), device->clock(), longLimit, stop.get_token());
+  EXPECT_FALSE(answers.tuning);
+  EXPECT_FALSE(answers.outOfTime);
+  EXPECT_EQ(device->transcript().lines(), (std::vector<std::string>{"open", "close"}));
+}
+
+TEST(AskBase, AwaitsNothingOnceItIsStopped) {
+  const auto device = simulated();
+  device->withBase([](SimulatedBase& base) { base.behaviour().silent = true; });
+  EventfulClock clock;
+  clock.follow(&device->clock());
+  std::stop_source stop;
+  clock.at(EventfulClock::Moment::request, 0, [&] { stop.request_stop(); });
+  const auto start = clock.now();
+  askBase(HIDEnumerator::info(device), clock, longLimit, stop.get_token());
+  EXPECT_EQ(clock.now(), start) << "it waited for an answer";
+  EXPECT_EQ(device->transcript().lines(),
+            (std::vector<std::string>{"open", "> ff 08 01 ff +60", "> ff 08 02 +61", "close"}));
 }
 
 TEST(AskBase, LeavesASessionOfTheSameProcessAlone) {
