@@ -12,6 +12,9 @@ namespace quorvane {
 
 // Follows the desktop's preference for a dark appearance, from its portal
 // (org.freedesktop.portal.Settings). Main thread only; never blocks.
+//
+// This class can go when Qt 6.5 is the oldest supported version: QStyleHints has colorScheme()
+// then.
 class DarkPreference final : public QObject {
   Q_OBJECT
 

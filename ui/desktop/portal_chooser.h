@@ -12,6 +12,9 @@ namespace quorvane {
 
 // One file dialog of the desktop's portal (org.freedesktop.portal.FileChooser). Main thread only;
 // never blocks. Emits exactly one of its signals, once. The destructor closes the dialog.
+//
+// Qt 6.4 asks the portal only with the platform theme "xdgdesktopportal". This class can go when
+// the oldest supported Qt asks it with every theme.
 class PortalChooser final : public QObject {
   Q_OBJECT
 
