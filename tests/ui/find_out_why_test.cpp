@@ -3,6 +3,7 @@
 #include <string>
 
 #include "tests/ui/window_fixture.h"
+#include "ui/kit/theme.h"
 
 // The button "Find out why" of the window's frame, below Tuning's message.
 namespace quorvane {
@@ -17,11 +18,12 @@ TEST_F(FindOutWhy, StandsBelowTheMessageWhileThereIsNoBase) {
   ASSERT_TRUE(isVisible(findOutWhy));
   const QWidget& button = find(findOutWhy);
   const QWidget& message = find("tuningMessage");
-  const QPoint middle = message.mapTo(&window(), message.rect().center());
+  const QPoint middle = message.mapTo(&window(), message.contentsRect().center());
   const QRect place(button.mapTo(&window(), QPoint()), button.size());
   EXPECT_NEAR(place.center().x(), middle.x(), 1);
   EXPECT_NEAR(place.top(), middle.y() + message.fontMetrics().height() / 2 + 16, 2);
   EXPECT_FALSE(find("tuningPage").isAncestorOf(&button));
+  EXPECT_EQ(find("tuningPage").grab().toImage().pixelColor(5, 5), theme().surface);
 }
 
 TEST_F(FindOutWhy, FollowsTheSizeOfTheWindow) {

@@ -367,6 +367,25 @@ TEST_F(Shell, CardsAreCentredInWideWindows) {
   }
 }
 
+TEST_F(Shell, KeysPutTheFocusOnTheSectionsFirstRowOrBackWhereItWas) {
+  open();
+  model().saveCurrentAsPreset("Wet");
+  find("sectionTuning").setFocus();
+  press(Qt::Key_2, control);
+  EXPECT_EQ(focused(), "SENSlider");
+  focus("NDPSlider");
+  for (const auto& [key, wanted] :
+       std::vector<std::pair<int, std::string>>{{Qt::Key_1, "connectionStatus"},
+                                                {Qt::Key_3, "applyButton"},
+                                                {Qt::Key_4, "rereadButton"},
+                                                {Qt::Key_5, "errorsOnlyToggle"},
+                                                {Qt::Key_2, "NDPSlider"}}) {
+    press(key, control);
+    settle();
+    EXPECT_EQ(focused(), wanted);
+  }
+}
+
 TEST_F(Shell, EntriesShowTheSections) {
   open();
   for (const Section section : allSections) {

@@ -36,13 +36,18 @@ bool View::isFocusFree() {
   return focused == nullptr || qobject_cast<const View*>(focused) != nullptr;
 }
 
+QWidget* View::firstControl(const QWidget& part) const {
+  return nextControl(part, [&part](const QWidget& candidate) {
+    return part.isAncestorOf(&candidate) && isSafeToFocus(candidate);
+  });
+}
+
 void View::takeFocus() {
-  QWidget* const last = focusWidget();
-  QWidget* const control = last != nullptr && last != this && takesTab(*last)
-                               ? last
-                               : nextControl(*this, [this](const QWidget& candidate) {
-                                   return isAncestorOf(&candidate) && isSafeToFocus(candidate);
-                                 });
+  QWidget* control = focusWidget();
+  if (control == nullptr || control == this || !takesTab(*control)) {
+    control = firstControl(mainPart());
+    if (control == nullptr) control = firstControl(*this);
+  }
   (control != nullptr ? control : this)->setFocus(Qt::OtherFocusReason);
 }
 

@@ -23,10 +23,14 @@ class View : public QWidget {
   static bool isFocusFree();
 
   // Gives the focus to the control that had it last in this view; if that cannot take it, to the
-  // first control that is safe to focus (isSafeToFocus), else to the view.
+  // first control of mainPart() that is safe to focus (isSafeToFocus), else of the view, else to
+  // the view.
   void takeFocus();
 
  protected:
+  // Where the user's work in this view begins.
+  virtual const QWidget& mainPart() const { return *this; }
+
   AppModel& model() const { return model_; }
 
   // Updates all widgets from the model. Called for the first time before the view is shown.
@@ -40,6 +44,7 @@ class View : public QWidget {
   void keepFocus(QWidget* place);
 
  private:
+  QWidget* firstControl(const QWidget& part) const;
   void schedule();
   void renderIfDue();
   void returnFocus();

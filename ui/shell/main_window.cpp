@@ -178,7 +178,10 @@ void MainWindow::buildViewMenu(QMenu* menu) {
     QAction* const action = menu->addAction(
         text(rawValue(section)),
         QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(i))), this,
-        [this, section] { setSection(section); });
+        [this, section] {
+          setSection(section);
+          page(section)->takeFocus();
+        });
     action->setObjectName(QStringLiteral("view%1Action").arg(text(rawValue(section))));
   }
   menu->addSeparator();

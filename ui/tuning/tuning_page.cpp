@@ -22,7 +22,8 @@
 namespace quorvane {
 namespace {
 
-constexpr int pointingTime = 300;  // milliseconds
+constexpr int pointingTime = 300;     // milliseconds
+constexpr int roomBelowMessage = 44;  // for the window's own button
 
 QWidget* framed(QWidget* widget, int inset) {
   auto* const frame = new QWidget;
@@ -61,6 +62,8 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   }());
   message_->setForegroundRole(QPalette::Dark);
   message_->setWordWrap(true);
+  message_->setBackgroundRole(QPalette::Base);
+  message_->setAutoFillBackground(true);
 
   auto* const rows = new QWidget;
   rows->setBackgroundRole(QPalette::Base);
@@ -98,14 +101,19 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   help_->hide();
 }
 
+// A row that is deleted with the focus moves it, when the members here are gone already.
+TuningPage::~TuningPage() { disconnect(qApp, nullptr, this, nullptr); }
+
 bool TuningPage::focusDiscard() {
   if (!saveBar_->isVisible()) return false;
   saveBar_->focusDiscard();
   return true;
 }
 
+const QWidget& TuningPage::mainPart() const { return *list_; }
+
 QRect TuningPage::messageRect() const {
-  const QRect place = message_->rect();
+  const QRect place = message_->contentsRect();
   const QRect text = message_->fontMetrics().boundingRect(place, Qt::AlignCenter | Qt::TextWordWrap,
                                                           message_->text());
   return text.translated(message_->mapTo(this, QPoint()));
@@ -117,6 +125,7 @@ void TuningPage::render() {
   message_->setText(model().isConnected()
                         ? QStringLiteral("Waiting for the tuning menu…")
                         : QStringLiteral("Connect a base to edit its tuning menu."));
+  message_->setContentsMargins(0, 0, 0, model().isConnected() ? 0 : roomBelowMessage);
   message_->setVisible(!hasMenu);
   if (hasMenu) {
     renderRows(*menu);

@@ -24,6 +24,9 @@ class TuningPage final : public View {
 
  public:
   explicit TuningPage(AppModel& model, QWidget* parent = nullptr);
+  ~TuningPage() override;
+  TuningPage(const TuningPage&) = delete;
+  TuningPage& operator=(const TuningPage&) = delete;
 
   // For Esc: moves the focus to "Discard". False if there is nothing to discard.
   bool focusDiscard();
@@ -35,6 +38,7 @@ class TuningPage final : public View {
   QRect messageRect() const;
 
  protected:
+  const QWidget& mainPart() const override;
   void render() override;
   void resizeEvent(QResizeEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
