@@ -191,6 +191,7 @@ void explain(Stage& stage) {
 }
 
 void explainOver(Stage& stage) {
+  Stage::settle();
   stage.window().findChild<QWidget*>(QStringLiteral("NDPSlider"))->setFocus();
   stage.click("NDPHelp");
 }

@@ -147,6 +147,16 @@ TEST_F(Row, TheTrackIsTwoPixelsHighAndItsFilledPartFour) {
   EXPECT_EQ(height(90, theme().fill), 0);
 }
 
+TEST_F(Row, TheTrackStopsAtTheEmptyCapOfASpecialValue) {
+  open();
+  const QRect cap = slider("BLI").capRect();
+  const QImage image = find("BLIRow").grab().toImage();
+  const QPoint place = slider("BLI").pos();
+  const int middle = place.y() + slider("BLI").height() / 2;
+  EXPECT_EQ(image.pixelColor(place.x() + cap.center().x() - 2, middle), theme().surface);
+  EXPECT_EQ(image.pixelColor(place.x() + cap.left() - 4, middle), theme().track);
+}
+
 TEST_F(Row, PickersBeginWhereTheTracksDo) {
   open();
   const int track = find("FFSlider").x() + 9;

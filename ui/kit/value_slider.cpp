@@ -109,14 +109,19 @@ void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRoundedRect(QRectF(from, whole.top(), to - from, whole.height()),
                             whole.height() / 2, whole.height() / 2);
   };
-  line(margin, width() - margin, trackHeight, hovered && !isSpecial_ ? t.ink2 : t.track);
+  const QRectF cap = pixels.placed(capRect());
+  if (isSpecial_) {  // the outline of the cap is empty
+    if (cap.left() > margin) line(margin, cap.left(), trackHeight, t.track);
+    if (cap.right() < width() - margin) line(cap.right(), width() - margin, trackHeight, t.track);
+  } else {
+    line(margin, width() - margin, trackHeight, hovered ? t.ink2 : t.track);
+  }
   for (int i = 0; i <= graduations; ++i) {
     const qreal x = margin + (width() - 2.0 * margin) * i / graduations;
     drawBar(painter, QRectF(std::floor(x - 0.5), middle + graduationDrop, 1, graduationHeight),
             t.graduation);
   }
 
-  const QRectF cap = pixels.placed(capRect());
   if (isSpecial_) {
     const qreal pen = pixels.length(1);
     painter.setBrush(Qt::NoBrush);
