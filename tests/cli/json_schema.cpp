@@ -148,8 +148,12 @@ std::string schemaOf(const std::vector<std::string>& words) {
   for (const std::string& word : words) {
     const auto found = schemas.find(word);
     if (found == schemas.end()) continue;
-    const bool isApply = std::find(words.begin(), words.end(), "apply") != words.end();
-    return word == "presets" && isApply ? "results" : found->second;
+    if (word != "presets") return found->second;
+    const auto has = [&](const char* other) {
+      return std::find(words.begin(), words.end(), other) != words.end();
+    };
+    if (has("apply")) return "results";
+    return has("versions") ? "preset-versions" : found->second;
   }
   throw std::runtime_error("a command without a schema");
 }

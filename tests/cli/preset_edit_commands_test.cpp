@@ -153,8 +153,8 @@ TEST_F(MovePreset, PutsOneWhereItIsWanted) {
                        "Moved preset \"" + words[0] + "\" to place " + place + " of 3\n", ""}));
     EXPECT_EQ(namesOf(store_.read()), order);
   }
-  EXPECT_EQ(presets({"move", "c", "--first", "--json"}),
-            (Outcome{ExitStatus::done, presetsDocument(store_.read()), ""}));
+  const Outcome outcome = presets({"move", "c", "--first", "--json"});
+  EXPECT_EQ(outcome, (Outcome{ExitStatus::done, presetsDocument(store_.read()), ""}));
 }
 
 TEST_F(MovePreset, ARefusalChangesNothing) {

@@ -90,7 +90,9 @@ TEST_F(PresetFaults, NoCallThatFailsOnceCostsAPresetOrMakesACommandSayWhatIsNotT
   const std::string file = put("more.json", encodePresets({ownPreset(thirdID, "Third")}));
   const std::vector<StoreCommand> commands{
       {"save",
-       [](const auto& context) { return savePresetCommand(context, "Third", false); },
+       [](const auto& context) {
+         return savePresetCommand(context, {"Third", {}, {}, {}}, false);
+       },
        {"First", "Second", "Third"}},
       {"import",
        [&](const auto& context) { return importPresetsCommand(context, {file}); },

@@ -94,7 +94,7 @@ class DamagedRun {
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     ::setenv("XDG_DATA_HOME", directory_.path().c_str(), 1);
-    ::setenv("XDG_STATE_HOME", directory_.path().c_str(), 1);
+    ::setenv("XDG_STATE_HOME", (directory_ / "state").c_str(), 1);
     if (::chdir(directory_.path().c_str()) != 0) ::_exit(126);
     if (interrupted) {
       sigset_t interrupt;

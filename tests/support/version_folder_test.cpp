@@ -90,9 +90,9 @@ TEST_F(VersionFolderTest, LeavesStrangersAlone) {
                            "-",
                            "\xFF-\xFF"};
   for (const std::string& name : strangers) putFile(path / name, "stranger");
-  std::filesystem::create_directory(path / "000003-20260301T093000Z.json");
-  ASSERT_EQ(::mkfifo((path / "000004-20260301T093000Z.json").c_str(), 0666), 0);
-  std::filesystem::create_symlink("/dev/zero", path / "000005-20260301T093000Z.json");
+  std::filesystem::create_directory(path / "000003-20250301T093000Z.json");
+  ASSERT_EQ(::mkfifo((path / "000004-20250301T093000Z.json").c_str(), 0666), 0);
+  std::filesystem::create_symlink("/dev/zero", path / "000005-20250301T093000Z.json");
   for (int i = 0; i < 25; ++i) keep("more " + std::to_string(i));
   EXPECT_EQ(folder_.versions().size(), 20U);
   EXPECT_EQ(folder_.versions().back().number, 26U);
