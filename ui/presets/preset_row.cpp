@@ -8,6 +8,7 @@
 #include "ui/kit/clipped_text.h"
 #include "ui/kit/elided_label.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/plain_text.h"
 #include "ui/kit/text.h"
 #include "ui/model/availability.h"
 #include "ui/presets/badge_label.h"
@@ -18,6 +19,7 @@ namespace quorvane {
 namespace {
 
 constexpr int stripGap = 6;
+constexpr int detailGap = 6;
 constexpr int trashColumn = 28;
 constexpr int columns = 4;
 
@@ -94,19 +96,19 @@ PresetRow::PresetRow(const TuningPreset& preset, const std::optional<FanatecProd
 // "Gran Turismo 7 · Source: ..."
 QWidget* PresetRow::details() {
   auto* const widget = new QWidget;
-  QHBoxLayout* const row = bareLine(widget, Metrics::gap / 2);
+  QHBoxLayout* const row = bareLine(widget, detailGap);
   narrowBadge_->setObjectName(QStringLiteral("narrowPresetBadge"));
   narrowBadge_->hide();
   row->addWidget(narrowBadge_);
-  const auto dot = [&] {
-    row->addWidget(line("·", Metrics::Type::callout, QPalette::Dark, "presetDot"));
-  };
   if (!preset_.game.empty() && preset_.game != "Any") {
     auto* const game =
         line(oneLine(preset_.game), Metrics::Type::callout, QPalette::WindowText, "presetGame");
     game->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     row->addWidget(game);
-    dot();
+    QLabel* const dot = PlainText::label(QStringLiteral("·"));
+    dot->setFont(Metrics::font(Metrics::Type::callout));
+    dot->setForegroundRole(QPalette::Dark);
+    row->addWidget(dot);
   }
   const std::string source = preset_.source.empty() ? "none" : oneLine(preset_.source);
   row->addWidget(line("Source: " + source, Metrics::Type::callout, QPalette::Dark, "presetSource"),
