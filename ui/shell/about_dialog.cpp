@@ -18,7 +18,7 @@ static void loadLicenses() { Q_INIT_RESOURCE(ui); }
 namespace quorvane {
 namespace {
 
-constexpr int licenseColumns = 80;
+constexpr int licenseColumns = 86;  // 80, the margins and the scroll bar
 constexpr int licenseLines = 16;
 constexpr int aboutGap = 12;
 
