@@ -371,7 +371,7 @@ TEST_F(Shell, KeysPutTheFocusOnTheSectionsFirstRowOrBackWhereItWas) {
   open();
   model().saveCurrentAsPreset("Wet");
   find("sectionTuning").setFocus();
-  press(Qt::Key_2, control);
+  press(Qt::Key_2, controlKey);
   EXPECT_EQ(focused(), "SENSlider");
   focus("NDPSlider");
   for (const auto& [key, wanted] :
@@ -380,7 +380,7 @@ TEST_F(Shell, KeysPutTheFocusOnTheSectionsFirstRowOrBackWhereItWas) {
                                                 {Qt::Key_4, "rereadButton"},
                                                 {Qt::Key_5, "errorsOnlyToggle"},
                                                 {Qt::Key_2, "NDPSlider"}}) {
-    press(key, control);
+    press(key, controlKey);
     settle();
     EXPECT_EQ(focused(), wanted);
   }
