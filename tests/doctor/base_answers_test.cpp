@@ -13,7 +13,7 @@ namespace {
 
 using Opening = BaseAnswers::Opening;
 
-constexpr Seconds longLimit{60};
+constexpr Seconds patience{60};
 
 std::shared_ptr<FaultyDevice> simulated() {
   return FaultyDevice::create(FanatecProduct::lookup(defaultSimulatedProduct).value(),
@@ -22,7 +22,7 @@ std::shared_ptr<FaultyDevice> simulated() {
 
 TEST(AskBase, GetsIdentityAndMenu) {
   const auto device = simulated();
-  const BaseAnswers answers = askBase(HIDEnumerator::info(device), device->clock(), longLimit);
+  const BaseAnswers answers = askBase(HIDEnumerator::info(device), device->clock(), patience);
   EXPECT_EQ(answers.opening, Opening::opened);
   EXPECT_EQ(answers.openFailure, "");
   ASSERT_TRUE(answers.identity);
@@ -41,7 +41,7 @@ TEST(AskBase, TellsTheFirmwareWhereTheBaseReportsIt) {
     base.behaviour().streamWheelStatus = true;
     base.behaviour().answerDelay = Seconds(0.1);
   });
-  const BaseAnswers answers = askBase(HIDEnumerator::info(device), device->clock(), longLimit);
+  const BaseAnswers answers = askBase(HIDEnumerator::info(device), device->clock(), patience);
   EXPECT_EQ(answers.firmwareVersion, 0x0123);
 }
 
@@ -55,7 +55,7 @@ TEST(AskBase, TellsWhyItCouldNotOpenTheBase) {
   for (const auto& [code, opening] : cases) {
     const auto device = simulated();
     device->failOpenWith(code);
-    const BaseAnswers answers = askBase(HIDEnumerator::info(device), device->clock(), longLimit);
+    const BaseAnswers answers = askBase(HIDEnumerator::info(device), device->clock(), patience);
     EXPECT_EQ(answers.opening, opening);
     EXPECT_EQ(answers.openFailure, "HID I/O failed: " + describeHIDReturn(code));
     EXPECT_FALSE(answers.identity);
@@ -68,7 +68,7 @@ TEST(AskBase, AsksNothingOnceItIsStopped) {
   std::stop_source stop;
   stop.request_stop();
   const BaseAnswers answers =
-      askBase(HIDEnumerator::info(device), device->clock(), longLimit, stop.get_token());
+      askBase(HIDEnumerator::info(device), device->clock(), patience, stop.get_token());
   EXPECT_FALSE(answers.tuning);
   EXPECT_FALSE(answers.outOfTime);
   EXPECT_EQ(device->transcript().lines(), (std::vector<std::string>{"open", "close"}));
@@ -82,7 +82,7 @@ TEST(AskBase, AwaitsNothingOnceItIsStopped) {
   std::stop_source stop;
   clock.at(EventfulClock::Moment::request, 0, [&] { stop.request_stop(); });
   const auto start = clock.now();
-  askBase(HIDEnumerator::info(device), clock, longLimit, stop.get_token());
+  askBase(HIDEnumerator::info(device), clock, patience, stop.get_token());
   EXPECT_EQ(clock.now(), start) << "it waited for an answer";
   EXPECT_EQ(device->transcript().lines(),
             (std::vector<std::string>{"open", "> ff 08 01 ff +60", "> ff 08 02 +61", "close"}));
@@ -93,7 +93,7 @@ TEST(AskBase, LeavesASessionOfTheSameProcessAlone) {
   const auto session = device->open(false);
   ASSERT_EQ(session.code, HIDReturnCode::success);
   device->withBase([](SimulatedBase& base) { base.behaviour().silent = true; });
-  const BaseAnswers answers = askBase(HIDEnumerator::info(device), device->clock(), longLimit);
+  const BaseAnswers answers = askBase(HIDEnumerator::info(device), device->clock(), patience);
   EXPECT_EQ(answers.opening, Opening::opened);
   EXPECT_EQ(device->openPorts(), 1U);
 }
