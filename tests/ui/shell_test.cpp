@@ -292,7 +292,8 @@ TEST_F(Shell, MenusHoldTheirEntriesInOrder) {
   }
   EXPECT_EQ(titles, (Lines{"File", "Edit", "View", "Help"}));
   EXPECT_EQ(entriesOf(menu(0)), (Lines{"Import…", "Share…", "Export mine…", "-", "Quit"}));
-  EXPECT_EQ(entriesOf(menu(1)), (Lines{"Save to set", "Discard", "Read again"}));
+  EXPECT_EQ(entriesOf(menu(1)),
+            (Lines{"Save to set", "Discard", "Read again", "-", "Load preset…"}));
   EXPECT_EQ(entriesOf(menu(2)), (Lines{"Base", "Tuning", "Presets", "Tools", "Log", "-",
                                        "What it does", "Keyboard shortcuts"}));
   EXPECT_EQ(entriesOf(menu(3)), (Lines{"Quorvane website", "Support the firmware work",
@@ -376,7 +377,7 @@ TEST_F(Shell, KeysPutTheFocusOnTheSectionsFirstRowOrBackWhereItWas) {
   focus("NDPSlider");
   for (const auto& [key, wanted] :
        std::vector<std::pair<int, std::string>>{{Qt::Key_1, "connectionStatus"},
-                                                {Qt::Key_3, "applyButton"},
+                                                {Qt::Key_3, "loadButton"},
                                                 {Qt::Key_4, "rereadButton"},
                                                 {Qt::Key_5, "errorsOnlyToggle"},
                                                 {Qt::Key_2, "NDPSlider"}}) {
