@@ -206,7 +206,7 @@ TEST_F(Focus, TabGoesOnFromWhereTheDeletedPresetWas) {
   click(trashOf(mine(1)));
   settle();
   press(Qt::Key_Tab);
-  EXPECT_EQ(place(), "Night: applyButton");
+  EXPECT_EQ(place(), "Night: loadButton");
 }
 
 TEST_F(Focus, AnotherSectionNeverBeginsOnAButtonThatDestroys) {

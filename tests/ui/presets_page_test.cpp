@@ -143,10 +143,10 @@ TEST_F(Presets, LoadFillsTheValuesInAndShowsThem) {
   click(find("loadButton", builtIn(2)));
   settle();
   EXPECT_TRUE(isVisible("tuningPage"));
-  EXPECT_EQ(staged(), "SEN=0,FF=100,SPR=0");
+  EXPECT_EQ(staged(), "SEN=0 FF=100 SPR=0 NDP=15 INT=3");
   EXPECT_EQ(takeTranscript(), Lines{});
   EXPECT_EQ(takeLog(),
-            (Lines{"[log] Loaded \"Redline Lab 2025, Gran Turismo 7 (8 Nm)\": 3 values to save"}));
+            (Lines{"[log] Loaded \"Redline Lab 2025, Gran Turismo 7 (8 Nm)\": 5 values to save"}));
 }
 
 TEST_F(Presets, OnesOwnAreLoadedToo) {

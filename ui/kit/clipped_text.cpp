@@ -29,7 +29,7 @@ ClippedText::ClippedText(const QString& text, QWidget* parent) : QLabel(parent) 
   setTextFormat(Qt::PlainText);
   setText(text);
   setAccessibleName(text);
-  QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
 }
