@@ -30,16 +30,16 @@ constexpr std::int64_t muchStronger = 25;
 std::optional<ParameterValue> raised(const TuningPreset& preset, const TuningSnapshot& menu,
                                      const std::optional<FanatecProduct>& product) {
   std::optional<ParameterValue> most;
-  std::int64_t most_by = 0;
+  std::int64_t mostBy = 0;
   for (const ParameterValue& wanted : preset.applicable(product)) {
     const auto by = wanted.value - menu.value(wanted.parameter, product);
     const bool isStrength =
         std::find(strengths.begin(), strengths.end(), wanted.parameter) != strengths.end();
-    if (!isStrength || by <= most_by) continue;
+    if (!isStrength || by <= mostBy) continue;
     most = wanted;
-    most_by = by;
+    mostBy = by;
   }
-  if (most_by >= muchStronger) return most;
+  if (mostBy >= muchStronger) return most;
   const auto total = [&](auto valueOf) {
     return valueOf(TuningParameter::forceFeedback) * valueOf(TuningParameter::forceEffect);
   };
