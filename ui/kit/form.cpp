@@ -229,12 +229,12 @@ void PageHeader::resizeEvent(QResizeEvent* /*event*/) {
   const int inset = Metrics::inset(*this);
   title_->setGeometry(inset, 0, width() - 2 * inset, height());
   int right = width() - inset;
-  for (auto control = controls_.rbegin(); control != controls_.rend(); ++control) {
-    const QSize size = (*control)->sizeHint();
+  std::for_each(controls_.rbegin(), controls_.rend(), [&](QWidget* control) {
+    const QSize size = control->sizeHint();
     right -= size.width();
-    (*control)->setGeometry(right, (height() - size.height()) / 2, size.width(), size.height());
+    control->setGeometry(right, (height() - size.height()) / 2, size.width(), size.height());
     right -= Metrics::pageInset;
-  }
+  });
 }
 
 void PageHeader::paintEvent(QPaintEvent* /*event*/) {

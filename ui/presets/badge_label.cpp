@@ -10,8 +10,8 @@
 namespace quorvane {
 namespace {
 
-constexpr int symbolSize = 13;
-constexpr int symbolGap = 6;
+constexpr int badgeSymbolSize = 13;
+constexpr int badgeSymbolGap = 6;
 
 QFont badgeFont() { return Metrics::font(Metrics::Type::callout); }
 
@@ -45,13 +45,14 @@ QString BadgeLabel::symbol() const {
 
 int BadgeLabel::widest() {
   const QFontMetrics metrics(badgeFont());
-  return symbolSize + symbolGap +
+  return badgeSymbolSize + badgeSymbolGap +
          metrics.horizontalAdvance(QStringLiteral("Stronger: FUL 100 → 100"));
 }
 
 QSize BadgeLabel::sizeHint() const {
   const int words = fontMetrics().horizontalAdvance(text(badge_.text));
-  return {words + (symbol().isEmpty() ? 0 : symbolSize + symbolGap), fontMetrics().height()};
+  return {words + (symbol().isEmpty() ? 0 : badgeSymbolSize + badgeSymbolGap),
+          fontMetrics().height()};
 }
 
 void BadgeLabel::paintEvent(QPaintEvent* /*event*/) {
@@ -60,9 +61,9 @@ void BadgeLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   int x = width() - sizeHint().width();
   if (!symbol().isEmpty()) {
-    drawSymbol(painter, QPointF(x, (height() - symbolSize) / 2.0), symbol(), symbolSize,
+    drawSymbol(painter, QPointF(x, (height() - badgeSymbolSize) / 2.0), symbol(), badgeSymbolSize,
                isSame ? t.okText : t.warningIcon);
-    x += symbolSize + symbolGap;
+    x += badgeSymbolSize + badgeSymbolGap;
   }
   painter.setPen(isSame ? t.okText : t.ink2);
   if (badge_.kind == PresetBadge::Kind::stronger) painter.setPen(t.ink);

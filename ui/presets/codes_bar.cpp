@@ -2,9 +2,9 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <string>
 #include <utility>
 
-#include "protocol/setting.h"
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
@@ -15,17 +15,15 @@
 namespace quorvane {
 namespace {
 
-constexpr int padding = 6;
+constexpr int barPadding = 6;
 
 QFont barCodeFont() { return Metrics::font(Metrics::Type::fixed); }
 QFont barValueFont() { return Metrics::font(Metrics::Type::caption); }
 QFont titleFont() { return Metrics::font(Metrics::Type::callout); }
 
 QString titleFor(const TuningSnapshot& menu) {
-  const QString set = menu.isAdvancedMode()    ? QString::number(menu.slot())
-                      : menu.slot() == autoSet ? QStringLiteral("A")
-                                               : QStringLiteral("C");
-  return QStringLiteral("On the base now, set %1").arg(set);
+  const std::string name = menu.setName();  // "C (Custom)"
+  return QStringLiteral("On the base now, set %1").arg(text(name.substr(0, name.find(' '))));
 }
 
 }  // namespace
@@ -75,7 +73,7 @@ bool CodesBar::isTitleAbove() const {
 QSize CodesBar::sizeHint() const {
   const StripColumns grid{static_cast<int>(cells_.size()), stripWidth_};
   if (grid.lines() > 1) return {0, 0};
-  int height = 2 * padding + QFontMetrics(barCodeFont()).height();
+  int height = 2 * barPadding + QFontMetrics(barCodeFont()).height();
   if (!title_.isEmpty()) height += QFontMetrics(barValueFont()).height();
   if (isTitleAbove()) height += QFontMetrics(titleFont()).height();
   return {0, height};
@@ -88,7 +86,7 @@ void CodesBar::paintEvent(QPaintEvent* /*event*/) {
   drawEdge(painter, rect(), Qt::BottomEdge, t.line);
   const StripColumns grid{static_cast<int>(cells_.size()), stripWidth_};
   const int right = std::min(width(), Metrics::contentWidth) - Metrics::inset(*this);
-  int top = padding;
+  int top = barPadding;
   painter.setFont(titleFont());
   painter.setPen(t.quiet);
   if (isTitleAbove()) {

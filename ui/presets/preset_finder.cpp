@@ -22,7 +22,7 @@ constexpr int linesShown = 10;
 
 // "GT3, all tracks · Assetto Corsa"
 QString entry(const TuningPreset& preset) {
-  const QString name = text(oneLine(preset.name));
+  QString name = text(oneLine(preset.name));
   if (preset.game.empty() || preset.game == "Any") return name;
   return name + QStringLiteral(" · ") + text(oneLine(preset.game));
 }

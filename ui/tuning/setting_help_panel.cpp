@@ -68,7 +68,7 @@ QString rangeText(TuningParameter parameter, const std::optional<FanatecProduct>
   if (parameter.hasSpecial(product) || !MenuText::hasNumbers(parameter)) {
     for (const std::string& word : MenuText::words(parameter)) words += text(word);
   }
-  const QString alternatives = words.join(QStringLiteral(", "));
+  QString alternatives = words.join(QStringLiteral(", "));
   if (!MenuText::hasNumbers(parameter)) return alternatives;
   const QString numbers = text(MenuText::range(parameter, product));
   return words.isEmpty() ? numbers : QStringLiteral("%1, or %2").arg(numbers, alternatives);
