@@ -80,7 +80,7 @@ FormerVersion versionNumbered(const PresetStore& store, const std::string& word)
       [&](const FormerVersion& version) { return number && version.number == *number; });
   if (found != versions.rend()) return *found;
   throw UsageError(fmt::format(
-      "There is no version \"{}\" of your presets. \"quorvanectl presets versions\" lists them",
+      R"(There is no version "{}" of your presets. "quorvanectl presets versions" lists them)",
       oneLine(word)));
 }
 

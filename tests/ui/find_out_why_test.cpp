@@ -21,7 +21,7 @@ TEST_F(FindOutWhy, StandsBelowTheMessageWhileThereIsNoBase) {
   const QPoint middle = message.mapTo(&window(), message.contentsRect().center());
   const QRect place(button.mapTo(&window(), QPoint()), button.size());
   EXPECT_NEAR(place.center().x(), middle.x(), 1);
-  EXPECT_NEAR(place.top(), middle.y() + message.fontMetrics().height() / 2 + 16, 2);
+  EXPECT_NEAR(place.top(), middle.y() + message.fontMetrics().height() / 2.0 + 16, 2);
   EXPECT_FALSE(find("tuningPage").isAncestorOf(&button));
   EXPECT_EQ(find("tuningPage").grab().toImage().pixelColor(5, 5), theme().surface);
 }
