@@ -67,13 +67,13 @@ bool isContent(const Version& version, std::string_view content) {
 void removeOldest(const std::vector<Version>& versions) {
   std::uint64_t bytes = 0;
   std::size_t count = 0;
-  for (auto version = versions.rbegin(); version != versions.rend(); ++version) {
-    bytes += version->size;
+  std::for_each(versions.rbegin(), versions.rend(), [&](const Version& version) {
+    bytes += version.size;
     ++count;
-    if (count <= VersionFolder::mostVersions && bytes <= VersionFolder::mostBytes) continue;
+    if (count <= VersionFolder::mostVersions && bytes <= VersionFolder::mostBytes) return;
     std::error_code ignored;  // the next call tries again
-    std::filesystem::remove(version->file, ignored);
-  }
+    std::filesystem::remove(version.file, ignored);
+  });
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ using SearchPresets = PresetTest;
 
 std::vector<std::string> namesOf(const std::vector<TuningPreset>& presets) {
   std::vector<std::string> names;
+  names.reserve(presets.size());
   for (const TuningPreset& preset : presets) names.push_back(preset.name);
   return names;
 }
@@ -33,7 +34,7 @@ TEST_F(EditPreset, ChangesTheGivenTextsAndNothingElse) {
     std::string out;
   };
   const std::vector<Case> cases{
-      {{"--name", " Spa "}, &TuningPreset::name, "Spa", "\"Spa\", before \"Rain\""},
+      {{"--name", " Spa "}, &TuningPreset::name, "Spa", R"("Spa", before "Rain")"},
       {{"--name=Rain"}, &TuningPreset::name, "Rain", "\"Rain\""},
       {{"--game", "GT7"}, &TuningPreset::game, "GT7", "\"Rain\""},
       {{"--game", ""}, &TuningPreset::game, "", "\"Rain\""},
