@@ -63,7 +63,7 @@ std::string editsText(const std::vector<Edit>& edits) {
   if (edits.size() > 1) return fmt::format("edited {}", edits.size());
   const auto& [before, after] = edits.front();
   if (before.name == after.name) return fmt::format("edited \"{}\"", after.name);
-  return fmt::format("renamed \"{}\" to \"{}\"", before.name, after.name);
+  return fmt::format(R"(renamed "{}" to "{}")", before.name, after.name);
 }
 
 }  // namespace
