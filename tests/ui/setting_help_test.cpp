@@ -27,7 +27,10 @@ class SettingHelpUi : public WindowTest {
     settle();
   }
 
-  bool showsPanel() { return find("settingHelp", find("tuningPage")).isVisible(); }
+  bool showsPanel() {
+    const auto panels = find("tuningPage").findChildren<QWidget*>(QStringLiteral("settingHelp"));
+    return !panels.empty() && panels.front()->isVisible();
+  }
 
   // The code of the setting that the panel explains.
   std::string explained() { return text("helpCode"); }

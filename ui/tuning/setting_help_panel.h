@@ -22,7 +22,6 @@ class SettingHelpPanel final : public View {
 
   // The setting to explain. Shows nothing before the first call.
   void explain(TuningParameter parameter);
-  const std::optional<TuningParameter>& explained() const { return parameter_; }
 
   // Whether the keyboard can reach and scroll the text.
   void setScrollableByKeys(bool scrollable);

@@ -49,8 +49,7 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
                              "want to keep.")),
           Metrics::pageInset)),
       list_(new QScrollArea),
-      saveBar_(new SaveBar(model)),
-      help_(new SettingHelpPanel(model)) {
+      saveBar_(new SaveBar(model)) {
   setObjectName(QStringLiteral("tuningPage"));
   setAccessibleName(QStringLiteral("Tuning menu"));
   message_->setObjectName(QStringLiteral("tuningMessage"));
@@ -91,14 +90,12 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   outer->setSpacing(0);
   outer->addWidget(message_, 1);
   outer->addWidget(content_, 1);
-  outer->addWidget(help_);
   connect(&model, &AppModel::menuChangedAtBase, this, &TuningPage::noteChanges);
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget* /*before*/, QWidget* now) { focusMoved(now); });
   saveBar_->hide();
   warningFrame_->hide();
   content_->hide();
-  help_->hide();
 }
 
 // A row that is deleted with the focus moves it, when the members here are gone already.
@@ -153,7 +150,7 @@ void TuningPage::focusMoved(QWidget* now) {
   focusedRow_ = row;
   if (row == nullptr) return;
   row->setCurrent(true);
-  help_->explain(row->parameter());
+  explain(row->parameter());
 }
 
 // A row that is pointed at for a moment is explained while no row has the focus.
@@ -169,15 +166,24 @@ void TuningPage::rowPointed(ParameterRow* row, bool isOver) {
 void TuningPage::timerEvent(QTimerEvent* event) {
   if (event->timerId() != pointing_.timerId()) return;
   pointing_.stop();
-  if (pointedRow_ && !focusedRow_) help_->explain(pointedRow_->parameter());
+  if (pointedRow_ && !focusedRow_) explain(pointedRow_->parameter());
 }
 
-// The panel stands beside the list where the window is wide enough. At first it explains the first
-// row.
+void TuningPage::explain(TuningParameter parameter) {
+  explained_ = parameter;
+  if (help_ != nullptr) help_->explain(parameter);
+}
+
+// The panel stands beside the list where the window is wide enough; it is created when it is shown
+// for the first time. At first it explains the first row.
 void TuningPage::renderHelp() {
   const bool shows = showsHelp_ && !content_->isHidden() && window()->width() >= Metrics::wideFrom;
-  if (shows && !help_->explained()) help_->explain(rows_.front()->parameter());
-  help_->setVisible(shows);
+  if (shows && help_ == nullptr) {
+    help_ = new SettingHelpPanel(model());
+    layout()->addWidget(help_);
+    explain(explained_.value_or(rows_.front()->parameter()));
+  }
+  if (help_ != nullptr) help_->setVisible(shows);
   for (ParameterRow* const row : rows_) row->setExplainedBeside(shows);
   fitRows();
 }

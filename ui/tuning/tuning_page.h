@@ -52,6 +52,7 @@ class TuningPage final : public View {
   void connectRow(ParameterRow* row);
   void focusMoved(QWidget* now);
   void rowPointed(ParameterRow* row, bool isOver);
+  void explain(TuningParameter parameter);
   void renderHelp();
   void fitRows();
   void setNarrow(bool narrow);
@@ -63,13 +64,14 @@ class TuningPage final : public View {
   QScrollArea* list_;
   QVBoxLayout* column_;
   SaveBar* saveBar_;
-  SettingHelpPanel* help_;
+  SettingHelpPanel* help_ = nullptr;  // until it is shown for the first time
   std::vector<ParameterRow*> rows_;
   std::optional<FanatecProduct> product_;  // of the current rows
   QPointer<QWidget> lastEdited_;           // the last control of the list with the focus
   bool isNarrow_ = false;
 
   bool showsHelp_ = true;
+  std::optional<TuningParameter> explained_;  // by the panel
   QPointer<ParameterRow> focusedRow_;
   QPointer<ParameterRow> pointedRow_;  // the pointer has come over it and not left it
   QBasicTimer pointing_;               // runs until pointedRow_ counts as pointed at
