@@ -12,18 +12,20 @@ row "  / the JSON library's parse alone" "$(figure decodeManyPresets decode_rati
 row "encoding 10,000 presets" "$(divide "$(figure encodeManyPresets encode_ns)" 1000000)" ms
 row "  / the JSON library's dump alone" "$(figure encodeManyPresets encode_ratio)" x at-most 1.5
 
-# The first save makes the directories too.
+# The first save makes the directories too, and the second that of the former versions.
 save_preset() {  # save_preset NAME [COMMAND...]
   "${@:2}" "$bin/quorvanectl" --simulate presets save "$1" >"$scratch/output" 2>&1
 }
 if command -v strace >/dev/null; then
   save_preset first
-  save_preset second \
+  save_preset second
+  save_preset third \
     strace -f -qq -o "$scratch/calls" -e trace=fsync,fdatasync,rename,renameat,renameat2
-  row "syncs of a save: the data, the directory" "$(grep -cE 'f(data)?sync\(' "$scratch/calls")" \
+  row "syncs of a save and its former version" "$(grep -cE 'f(data)?sync\(' "$scratch/calls")" \
+    "" at-most 4
+  row "renames of a save and its former version" "$(grep -cE 'rename(at2?)?\(' "$scratch/calls")" \
     "" at-most 2
-  row "renames of a save" "$(grep -cE 'rename(at2?)?\(' "$scratch/calls")" "" at-most 1
 else
-  absent "syncs of a save: the data, the directory" "no strace" at-most 2
-  absent "renames of a save" "no strace" at-most 1
+  absent "syncs of a save and its former version" "no strace" at-most 4
+  absent "renames of a save and its former version" "no strace" at-most 2
 fi
