@@ -119,6 +119,10 @@ std::string couldNotSavePresets(std::string_view reason) {
   return fmt::format("Could not save presets: {}", reason);
 }
 
+std::string versionNotKept(std::string_view reason) {
+  return fmt::format("The presets before this change were not kept as a version: {}", reason);
+}
+
 std::string exportedSettings(const std::filesystem::path& file) {
   return fmt::format("Exported settings to {}", file.string());
 }

@@ -59,6 +59,7 @@ std::string presetDeleted(std::string_view name);
 std::string notDeleted(std::string_view name);
 std::string presetBroughtBack(std::string_view name);
 std::string couldNotSavePresets(std::string_view reason);
+std::string versionNotKept(std::string_view reason);
 std::string exportedSettings(const std::filesystem::path& file);
 std::string exportedPresets(std::size_t count, const std::filesystem::path& file);
 std::string exportFailed(std::string_view reason);

@@ -21,6 +21,9 @@ OwnPresets::OwnPresets(const PresetStore& store, FilePanels& panels, Log& log)
   connect(&shared_, &SharedPresets::saveFailed, this, [this](const std::string& reason) {
     log_.append(Messages::couldNotSavePresets(reason), true);
   });
+  connect(&shared_, &SharedPresets::versionNotKept, this, [this](const std::string& reason) {
+    log_.append(Messages::versionNotKept(reason), true);
+  });
   connect(&shared_, &SharedPresets::removalRefused, this, [this](const TuningPreset& preset) {
     if (deleted_ == preset) deleted_.reset();
     log_.append(Messages::notDeleted(preset.name), true);

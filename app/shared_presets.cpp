@@ -47,7 +47,9 @@ void SharedPresets::write() {
     if (auto contents = store_.tryChange(change, place_, stored_)) {
       stopWaiting();
       pending_.clear();
+      const std::string versionFailure = contents->versionFailure;
       adopt(*std::move(contents));
+      if (!versionFailure.empty()) emit versionNotKept(versionFailure);
       for (const TuningPreset& preset : refused) emit removalRefused(preset);
     } else if (std::chrono::steady_clock::now() < deadline_) {
       retry_.start();

@@ -47,6 +47,9 @@ class SharedPresets final : public QObject {
 
   void saveFailed(const std::string& reason);
 
+  // A change was written, but the content before it could not be kept as a former version.
+  void versionNotKept(const std::string& reason);
+
   // The preset was not removed, because another program has changed it.
   void removalRefused(const TuningPreset& preset);
 

@@ -54,6 +54,22 @@ class ModelSharedPresets : public ModelTest {
   const TuningPreset spa_ = presetOf("Spa", {});
 };
 
+TEST_F(ModelSharedPresets, AVersionThatIsNotKeptIsTold) {
+  const path inTheWay = directory_ / "state";
+  store_.emplace(directory_ / "presets.json", Clock::system(),
+                 VersionFolder(inTheWay / "versions"));
+  start();
+  model().saveCurrentAsPreset("Wet");
+  putFile(inTheWay, "a file");
+  takeLog();
+  model().saveCurrentAsPreset("Dry");
+  EXPECT_EQ(stored(), (PresetNames{"Wet", "Dry"}));
+  EXPECT_EQ(takeLog(), (Lines{"[error] The presets before this change were not kept as a "
+                              "version: " +
+                                  inTheWay.string() + ": Not a directory",
+                              "[log] Saved preset \"Dry\""}));
+}
+
 TEST_F(ModelSharedPresets, WhatOthersSaveAndDeleteIsShown) {
   startWithoutBase();
   addElsewhere(wet_);

@@ -95,10 +95,33 @@ TEST_F(Finder, ShowsTheTuningSection) {
 TEST_F(Finder, EnterWithoutAMatchLoadsNothing) {
   openFinder();
   type("nothing at all");
+  press(Qt::Key_Down);
+  press(Qt::Key_PageUp);
   press(Qt::Key_Return);
   settle();
   EXPECT_NE(dialog(), nullptr);
   EXPECT_EQ(staged(), "");
+}
+
+TEST_F(Finder, StaysOpenWhileTheBaseIsBusy) {
+  openFinder();
+  whileReading([this] {
+    emit find<QListWidget>("finderList").itemActivated(find<QListWidget>("finderList").item(0));
+    press(Qt::Key_Return);
+    EXPECT_NE(dialog(), nullptr);
+    EXPECT_EQ(state("finderLoadButton"), std::string("disabled: ") + waitReason);
+  });
+  EXPECT_EQ(staged(), "");
+  EXPECT_EQ(state("finderLoadButton"), "enabled");
+}
+
+TEST_F(Finder, KeepsWhatIsChosenWhenTheListChanges) {
+  openFinder();
+  press(Qt::Key_Down);
+  model().deletePreset(model().userPresets()[0]);
+  settle();
+  EXPECT_EQ(find<QListWidget>("finderList").currentItem()->text(),
+            QStringLiteral("GT3 · Assetto Corsa"));
 }
 
 TEST_F(Finder, GoesWithTheBase) {

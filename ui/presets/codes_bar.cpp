@@ -2,13 +2,13 @@
 
 #include <QPainter>
 #include <algorithm>
-#include <string>
 #include <utility>
 
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
+#include "ui/model/menu_text.h"
 #include "ui/presets/preset_strip.h"
 #include "ui/presets/preset_text.h"
 
@@ -21,11 +21,6 @@ QFont barCodeFont() { return Metrics::font(Metrics::Type::fixed); }
 QFont barValueFont() { return Metrics::font(Metrics::Type::caption); }
 QFont titleFont() { return Metrics::font(Metrics::Type::callout); }
 
-QString titleFor(const TuningSnapshot& menu) {
-  const std::string name = menu.setName();  // "C (Custom)"
-  return QStringLiteral("On the base now, set %1").arg(text(name.substr(0, name.find(' '))));
-}
-
 }  // namespace
 
 CodesBar::CodesBar(AppModel& model, QWidget* parent) : View(model, parent) {
@@ -34,7 +29,8 @@ CodesBar::CodesBar(AppModel& model, QWidget* parent) : View(model, parent) {
 }
 
 void CodesBar::follow(int left, int width) {
-  if (std::exchange(left_, left) == left && std::exchange(stripWidth_, width) == width) return;
+  if (left == left_ && width == stripWidth_) return;
+  left_ = left;
   stripWidth_ = width;
   updateGeometry();
   update();
@@ -53,7 +49,7 @@ void CodesBar::render() {
     }
     cells.push_back(std::move(cell));
   }
-  title_ = menu ? titleFor(*menu) : QString();
+  title_ = menu ? QStringLiteral("On the base now, %1").arg(shortSetName(*menu)) : QString();
   setAccessibleName(menu ? title_ : QStringLiteral("Settings"));
   setAccessibleDescription(values.join(QStringLiteral(", ")));
   const bool isOther = cells.size() != cells_.size();

@@ -54,7 +54,7 @@ PresetFinder::PresetFinder(AppModel& model, QWidget* parent)
   addButton(cancel, false);
   setFixedWidth(finderWidth);
   connect(field_, &QLineEdit::textChanged, this, &PresetFinder::list);
-  connect(list_, &QListWidget::itemActivated, this, &QDialog::accept);
+  connect(list_, &QListWidget::itemActivated, load_, &Button::click);
   connect(this, &QDialog::accepted, this, &PresetFinder::load);
   connect(&model, &AppModel::changed, this, &PresetFinder::refresh);
   refresh();
@@ -70,10 +70,12 @@ void PresetFinder::refresh() {
   const auto& builtIn = TuningPreset::builtIn();
   presets.insert(presets.end(), builtIn.begin(), builtIn.end());
   if (presets != presets_) {
+    const auto chosen = this->chosen();
     presets_ = std::move(presets);
     list();
+    if (chosen) choose(*chosen);
   }
-  setAvailable(*load_, found_.empty() ? QStringLiteral("No preset matches") : whyNotLoad(model_));
+  renderButton();
 }
 
 void PresetFinder::list() {
@@ -86,14 +88,27 @@ void PresetFinder::list() {
     list_->addItem(entry(presets_[number]));
   }
   list_->setCurrentRow(0);
+  renderButton();
+}
+
+void PresetFinder::renderButton() {
   setAvailable(*load_, found_.empty() ? QStringLiteral("No preset matches") : whyNotLoad(model_));
 }
 
-void PresetFinder::load() {
-  const auto row = static_cast<std::size_t>(std::max(0, list_->currentRow()));
-  if (row < found_.size() && whyNotLoad(model_).isEmpty()) {
-    loadPreset(model_, presets_[found_[row]]);
+std::optional<TuningPreset> PresetFinder::chosen() const {
+  const int row = list_->currentRow();
+  if (row < 0) return std::nullopt;
+  return presets_[found_[static_cast<std::size_t>(row)]];
+}
+
+void PresetFinder::choose(const TuningPreset& preset) {
+  for (std::size_t row = 0; row < found_.size(); ++row) {
+    if (presets_[found_[row]].id == preset.id) list_->setCurrentRow(static_cast<int>(row));
   }
+}
+
+void PresetFinder::load() {
+  if (const auto preset = chosen()) loadPreset(model_, *preset);
 }
 
 // While the field has the focus, the keys that move up and down belong to the list.
@@ -105,7 +120,7 @@ bool PresetFinder::eventFilter(QObject* watched, QEvent* event) {
     if (isVertical) {
       const int step = key == Qt::Key_Up || key == Qt::Key_PageUp ? -1 : 1;
       const int by = key == Qt::Key_Up || key == Qt::Key_Down ? step : step * linesShown;
-      list_->setCurrentRow(std::clamp(list_->currentRow() + by, 0, list_->count() - 1));
+      list_->setCurrentRow(std::max(0, std::min(list_->currentRow() + by, list_->count() - 1)));
       return true;
     }
   }

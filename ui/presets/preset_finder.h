@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "app/app_model.h"
@@ -27,6 +28,9 @@ class PresetFinder final : public Dialog {
  private:
   void refresh();
   void list();
+  void renderButton();
+  std::optional<TuningPreset> chosen() const;
+  void choose(const TuningPreset& preset);
   void load();
 
   AppModel& model_;

@@ -11,6 +11,7 @@
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
+#include "ui/model/menu_text.h"
 #include "ui/presets/preset_text.h"
 
 namespace quorvane {
@@ -32,14 +33,6 @@ int cellHeight(bool hasCode) {
          QFontMetrics(valueFont(true)).height() + barGap + barHeight;
 }
 
-std::optional<qreal> placeOf(const ParameterValue& value,
-                             const std::optional<FanatecProduct>& product) {
-  if (isWord(value, product)) return std::nullopt;
-  const ClosedRange range = value.parameter.amounts(product);
-  const auto kept = std::clamp(value.value, range.lower, range.upper);
-  return static_cast<qreal>(kept - range.lower) / static_cast<qreal>(range.upper - range.lower);
-}
-
 }  // namespace
 
 PresetStrip::PresetStrip(const TuningPreset& preset, const std::optional<FanatecProduct>& product,
@@ -50,7 +43,7 @@ PresetStrip::PresetStrip(const TuningPreset& preset, const std::optional<Fanatec
     if (const auto value = preset.value(parameter)) {
       const ParameterValue pair{parameter, *value};
       cell.value = text(presetValue(pair, product));
-      cell.place = placeOf(pair, product);
+      cell.place = placeInRange(parameter, *value, product);
       cell.wanted = pair;
     }
     cells_.push_back(std::move(cell));

@@ -11,6 +11,7 @@
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
+#include "ui/model/menu_text.h"
 
 namespace quorvane {
 namespace {
@@ -22,14 +23,6 @@ constexpr int fillThick = 3;
 constexpr int valueGap = 10;
 
 QString leftAlone() { return QStringLiteral("left alone"); }
-
-std::optional<qreal> placeInRange(TuningParameter parameter, std::int64_t value,
-                                  const std::optional<FanatecProduct>& product) {
-  if (!MenuText::word(parameter, value, product).empty()) return std::nullopt;
-  const ClosedRange range = parameter.amounts(product);
-  const std::int64_t kept = std::clamp(value, range.lower, range.upper);
-  return static_cast<qreal>(kept - range.lower) / static_cast<qreal>(range.upper - range.lower);
-}
 
 }  // namespace
 

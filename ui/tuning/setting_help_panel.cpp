@@ -16,6 +16,7 @@
 #include "ui/kit/plain_text.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
+#include "ui/model/menu_text.h"
 #include "ui/tuning/preset_values.h"
 #include "ui/tuning/row_layout.h"
 
@@ -55,12 +56,6 @@ class Plate final : public QWidget {
     drawBox(painter, rect(), Metrics::plateRadius, theme().surface, theme().line);
   }
 };
-
-// "set C" of the standard menu, "set 3" of the advanced one.
-QString setText(const TuningSnapshot& menu) {
-  const std::string name = menu.setName();
-  return QStringLiteral("set %1").arg(text(name.substr(0, name.find(' '))));
-}
 
 // "90 to 2520 deg, step 10, or AUTO"; the words alone for a setting without numbers.
 QString rangeText(TuningParameter parameter, const std::optional<FanatecProduct>& product) {
@@ -184,7 +179,7 @@ void SettingHelpPanel::renderFacts() {
   const auto& menu = model().tuning();
   const auto product = model().product();
   if (menu) {
-    onBaseTitle_->setText(QStringLiteral("On the base, %1").arg(setText(*menu)));
+    onBaseTitle_->setText(QStringLiteral("On the base, %1").arg(shortSetName(*menu)));
     onBase_->setText(
         text(MenuText::shortText(*parameter_, menu->value(*parameter_, product), product)));
   }
