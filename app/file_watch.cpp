@@ -1,6 +1,10 @@
 #include "app/file_watch.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QFileSystemWatcher>
+#include <QHash>
+#include <QPointer>
 #include <chrono>
 #include <system_error>
 #include <utility>
@@ -37,18 +41,53 @@ path targetOf(const path& file) {
   }
 }
 
+// The watcher of all FileWatch objects, and how many of them want each path. The application object
+// owns it: it is not destroyed earlier, because the kernel takes about 17 ms to close a descriptor
+// of inotify.
+class PathWatcher final : public QFileSystemWatcher {
+ public:
+  static PathWatcher& shared() {
+    static QPointer<PathWatcher> watcher;
+    if (!watcher) watcher = new PathWatcher(QCoreApplication::instance());
+    return *watcher;
+  }
+
+  // Also watches a path again that was watched already: a replaced file is a new file of the same
+  // name.
+  void watch(const QString& path) {
+    if (!files().contains(path) && !directories().contains(path)) addPath(path);
+  }
+
+  void want(const QString& path) { ++wanted_[path]; }
+
+  void release(const QString& path) {
+    if (--wanted_[path] > 0) return;
+    wanted_.remove(path);
+    removePath(path);
+  }
+
+ private:
+  using QFileSystemWatcher::QFileSystemWatcher;
+
+  QHash<QString, int> wanted_;
+};
+
 }  // namespace
 
 FileWatch::FileWatch(path file) : file_(std::move(file)) {
   pause_.setSingleShot(true);
   pause_.setInterval(eventPause);
   connect(&pause_, &QTimer::timeout, this, &FileWatch::tell);
-  const auto wait = [this] {
-    if (!pause_.isActive()) pause_.start();
+  const auto wait = [this](const QString& path) {
+    if (watched_.contains(path) && !pause_.isActive()) pause_.start();
   };
-  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, wait);
-  connect(&watcher_, &QFileSystemWatcher::fileChanged, this, wait);
+  connect(&PathWatcher::shared(), &QFileSystemWatcher::directoryChanged, this, wait);
+  connect(&PathWatcher::shared(), &QFileSystemWatcher::fileChanged, this, wait);
   watchAgain();
+}
+
+FileWatch::~FileWatch() {
+  for (const QString& each : watched_) PathWatcher::shared().release(each);
 }
 
 void FileWatch::watchAgain() {
@@ -56,12 +95,9 @@ void FileWatch::watchAgain() {
   const QString target = nameOf(closestDirectory(targetOf(file_)));
   if (target != wanted.front()) wanted.append(target);
   if (isThere(file_)) wanted.append(nameOf(file_));
-  QStringList watched = watcher_.directories() + watcher_.files();
-  for (const QString& each : wanted) {
-    // A replaced file is a new file of the same name, no longer watched: watch it again.
-    if (!watched.removeOne(each)) watcher_.addPath(each);
-  }
-  if (!watched.isEmpty()) watcher_.removePaths(watched);
+  for (const QString& each : wanted) PathWatcher::shared().want(each);
+  for (const QString& each : std::exchange(watched_, wanted)) PathWatcher::shared().release(each);
+  for (const QString& each : wanted) PathWatcher::shared().watch(each);
 }
 
 // Renews the watches first, so that later events cause another signal.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QFileSystemWatcher>
 #include <QObject>
+#include <QStringList>
 #include <QTimer>
 #include <filesystem>
 
@@ -9,12 +9,15 @@ namespace quorvane {
 
 // Emits touched() when a file may have been created, replaced, written to or removed, or when its
 // directory appears. Debounced: events within 100 ms cause one signal, at the end of that time.
-// Belongs to the thread that creates it, which needs an event loop.
+// Main thread only, with an event loop; the application object must outlive it.
 class FileWatch final : public QObject {
   Q_OBJECT
 
  public:
   explicit FileWatch(std::filesystem::path file);
+  ~FileWatch() override;
+  FileWatch(const FileWatch&) = delete;
+  FileWatch& operator=(const FileWatch&) = delete;
 
  signals:
   // The file may have changed; it may also be the same.
@@ -27,7 +30,7 @@ class FileWatch final : public QObject {
   void tell();
 
   const std::filesystem::path file_;
-  QFileSystemWatcher watcher_;
+  QStringList watched_;
   QTimer pause_;
 };
 
