@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "presets/setting_value.h"
 #include "protocol/menu_text.h"
 #include "support/text.h"
 
@@ -26,11 +27,6 @@ std::string_view withoutOuterSpace(std::string_view text) {
   const std::size_t begin = text.find_first_not_of(wordBreaks);
   if (begin == std::string_view::npos) return {};
   return text.substr(begin, text.find_last_not_of(wordBreaks) - begin + 1);
-}
-
-// Special values are equal in each of their forms.
-bool isSameValue(TuningParameter parameter, std::int64_t a, std::int64_t b) {
-  return parameter.written(a, {}) == parameter.written(b, {});
 }
 
 }  // namespace
@@ -72,7 +68,10 @@ bool PresetSearch::matches(const TuningPreset& preset) const {
   const bool hasValues =
       std::all_of(values_.begin(), values_.end(), [&](const WantedValue& wanted) {
         const auto value = preset.value(wanted.parameter);
-        return value && (!wanted.value || isSameValue(wanted.parameter, *value, *wanted.value));
+        if (!value || !wanted.value) return value.has_value();
+        // Equal values need not be in range.
+        return *value == *wanted.value ||
+               isSameValue(wanted.parameter, *value, *wanted.value, std::nullopt);
       });
   if (!hasValues || words_.empty()) return hasValues;
   const std::array<std::u32string, 4> texts{foldedCase(preset.name), foldedCase(preset.game),

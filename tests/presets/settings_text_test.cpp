@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "presets/settings_comparison.h"
 
 namespace quorvane {
 namespace {
@@ -47,6 +50,58 @@ TEST(SettingsText, HasEveryValueOfABuiltInPreset) {
   EXPECT_EQ(settingsText(TuningPreset::builtIn().at(2), std::nullopt),
             "SEN AUTO, FF 100, FFS PEAK, FOR 100, SPR 0, DPR 50, NDP 15, NFR 10, FEI 100, INT 3, "
             "NIN 5");
+}
+
+std::vector<std::optional<FanatecProduct>> productsWithMenu() {
+  std::vector<std::optional<FanatecProduct>> products{std::nullopt};
+  for (const FanatecProduct& product : FanatecProduct::all()) {
+    if (product.hasTuningMenu()) products.emplace_back(product);
+  }
+  return products;
+}
+
+// A menu of random bytes, as a preset.
+TuningPreset capturedPreset(const std::optional<FanatecProduct>& product, std::mt19937& random) {
+  Bytes report(TuningSnapshot::length);
+  for (std::uint8_t& byte : report) byte = static_cast<std::uint8_t>(random() & 0xFF);
+  report[0] = TuningSnapshot::reportID;
+  report[1] = TuningSnapshot::subID;
+  return TuningPreset::capture(product, "", TuningSnapshot::fromReport(report, {}).value());
+}
+
+// Expects that the text of a preset is read as the same preset, on every base that its writer and
+// its reader can have.
+void expectSameAfterPasting(const TuningPreset& preset, const std::optional<FanatecProduct>& from,
+                            const std::optional<FanatecProduct>& to) {
+  const std::string text = settingsText(preset, from);
+  const SettingsInText read = settingsInText(text, to);
+  EXPECT_EQ(read.notUnderstood, std::vector<std::string>{}) << text;
+  TuningPreset pasted;
+  pasted.values = read.values;
+  EXPECT_EQ(pasted.parameters(), preset.parameters()) << text;
+  for (const TuningParameter parameter : preset.parameters()) {
+    EXPECT_EQ(*pasted.value(parameter), parameter.written(*preset.value(parameter), from)) << text;
+  }
+  EXPECT_EQ(settingsText(pasted, from), text);
+}
+
+TEST(SettingsText, IsTheSamePresetAfterPastingForEveryProduct) {
+  std::mt19937 random(20);
+  for (const auto& from : productsWithMenu()) {
+    std::vector<TuningPreset> presets = TuningPreset::builtIn();
+    for (int i = 0; i < 20; ++i) presets.push_back(capturedPreset(from, random));
+    for (const auto& to : productsWithMenu()) {
+      for (const TuningPreset& preset : presets) expectSameAfterPasting(preset, from, to);
+    }
+    for (const TuningPreset& preset : presets) {
+      const SettingsInText read = settingsInText(settingsText(preset, from), from);
+      const SettingsComparison comparison(preset.values, read.values, from);
+      for (const ComparedState state :
+           {ComparedState::differs, ComparedState::onlyLeft, ComparedState::onlyRight}) {
+        EXPECT_EQ(comparison.count(state), 0U) << rawValue(state);
+      }
+    }
+  }
 }
 
 }  // namespace
