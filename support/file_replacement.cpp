@@ -89,14 +89,7 @@ bool FileReplacement::create(const path& name) {
   return true;
 }
 
-void FileReplacement::write(std::string_view content) {
-  while (!content.empty()) {
-    const ssize_t written =
-        retrying([&] { return ::write(fd_.get(), content.data(), content.size()); });
-    if (written < 0) failWithErrno(file_);
-    content.remove_prefix(static_cast<std::size_t>(written));
-  }
-}
+void FileReplacement::write(std::string_view content) { writeAll(file_, fd_, content); }
 
 FileVersion FileReplacement::finish() {
   if (previous_) takeOwnership();

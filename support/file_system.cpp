@@ -63,6 +63,14 @@ std::optional<FileStatus> requireOverwritable(const path& file) {
   return status;
 }
 
+void writeAll(const path& file, const UniqueFd& fd, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = retrying([&] { return ::write(fd.get(), text.data(), text.size()); });
+    if (written < 0) failWithErrno(file);
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
 void syncDirectory(const path& directory) {
   const UniqueFd fd(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!fd) failWithErrno(directory);

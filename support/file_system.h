@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 
 #include "support/file.h"
 #include "support/unique_fd.h"
@@ -43,6 +44,9 @@ void requireRegular(const std::filesystem::path& file, const FileStatus& status)
 
 // The status of a file; none when there is no such file. Throws when the file may not be replaced.
 std::optional<FileStatus> requireOverwritable(const std::filesystem::path& file);
+
+// Writes the whole text at the file's position.
+void writeAll(const std::filesystem::path& file, const UniqueFd& fd, std::string_view text);
 
 void syncDirectory(const std::filesystem::path& directory);
 

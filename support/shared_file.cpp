@@ -89,6 +89,32 @@ std::optional<FileVersion> versionOf(const std::optional<FileState>& state) {
   return state->version;
 }
 
+// A file that is open for appending.
+struct Appendable {
+  UniqueFd fd;
+  bool isNew = false;
+};
+
+Appendable openForAppending(const path& file) {
+  constexpr int flags = O_RDWR | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  Appendable opened{UniqueFd(::open(file.c_str(), flags))};
+  if (!opened.fd && errno == ENOENT) {
+    opened = {UniqueFd(::open(file.c_str(), flags | O_CREAT, 0666)), true};  // before the umask
+    if (opened.fd) giveToDirectoryOwner(opened.fd, directoryOf(file));
+  }
+  if (!opened.fd) failWithErrno(file);
+  requireRegular(file, statusOf(file, opened.fd));
+  return opened;
+}
+
+bool endsWithinLine(const path& file, const UniqueFd& fd) {
+  const off_t size = statusOf(file, fd).st_size;
+  if (size == 0) return false;
+  char last = 0;
+  if (retrying([&] { return ::pread(fd.get(), &last, 1, size - 1); }) != 1) failWithErrno(file);
+  return last != '\n';
+}
+
 // The second name of a file that is about to be replaced. The destructor removes the name if the
 // file was not replaced: otherwise every retry would add another one.
 class KeptFile {
@@ -127,13 +153,40 @@ FileError SharedFile::timeoutError() const {
           "end a Quorvane that hangs"};
 }
 
-SharedFile::Result SharedFile::change(const Change& change, Seconds timeout) const {
+// Repeats the attempt while another process holds the lock.
+template <typename Attempt>
+SharedFile::Result SharedFile::persist(const Attempt& attempt, Seconds timeout) const {
   const auto begin = clock_.now();
   for (Place place;;) {
-    if (auto result = tryChange(change, place)) return *std::move(result);
+    if (auto result = attempt(place)) return *std::move(result);
     if (clock_.now() - begin >= timeout) throw timeoutError();
     clock_.sleepFor(pollInterval);
   }
+}
+
+SharedFile::Result SharedFile::change(const Change& change, Seconds timeout) const {
+  return persist([&](Place& place) { return tryChange(change, place); }, timeout);
+}
+
+SharedFile::Result SharedFile::append(std::string_view lines, Sync sync, Seconds timeout) const {
+  return persist([&](Place& place) { return tryAppend(lines, sync, place); }, timeout);
+}
+
+std::optional<SharedFile::Result> SharedFile::tryAppend(std::string_view lines, Sync sync,
+                                                        Place& place) const {
+  const path file = linkTarget(file_);
+  createDirectories(directoryOf(file));
+  const auto lock = tryLockFor(file, place.lockFile_);
+  if (!lock) return std::nullopt;
+  const Appendable opened = openForAppending(file);
+  std::string text = endsWithinLine(file, opened.fd) ? "\n" : "";
+  text += lines;
+  writeAll(file, opened.fd, text);
+  if (sync == Sync::yes) {
+    if (retrying([&] { return ::fsync(opened.fd.get()); }) != 0) failWithErrno(file);
+    if (opened.isNew) syncDirectory(directoryOf(file));
+  }
+  return Result{versionOf(statusOf(file, opened.fd)), {}};
 }
 
 std::optional<SharedFile::Result> SharedFile::tryChange(const Change& change, Place& place) const {

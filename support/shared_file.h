@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "support/clock.h"
 #include "support/file.h"
@@ -77,10 +78,22 @@ class SharedFile {
   // to give up, call Place::leave().
   std::optional<Result> tryChange(const Change& change, Place& place) const;
 
-  // What change() throws on timeout.
+  // Whether an appended text must survive a crash of the system.
+  enum class Sync { no, yes };
+
+  // Appends whole lines in one write, under the same lock. If the file does not end with a line
+  // feed, as after a crash during an earlier append, one is written before them. Creates the file
+  // and its directory. Waits like change(). After an error, the file may end with a part of the
+  // lines.
+  Result append(std::string_view lines, Sync sync, Seconds timeout = longestWait) const;
+
+  // What change() and append() throw on timeout.
   FileError timeoutError() const;
 
  private:
+  template <typename Attempt>
+  Result persist(const Attempt& attempt, Seconds timeout) const;
+  std::optional<Result> tryAppend(std::string_view lines, Sync sync, Place& place) const;
   std::optional<Result> attempt(const std::filesystem::path& file, const Change& change) const;
   bool isSettled(const std::filesystem::path& file, const FileState& state) const;
 

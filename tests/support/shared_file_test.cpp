@@ -420,5 +420,55 @@ TEST_F(Leftovers, AFileThatIsBeingWrittenStays) {
   EXPECT_EQ(contentOf(directory_ / "other"), "theirs");
 }
 
+TEST_F(SharedFileTest, AppendedLinesFollowWhatIsThere) {
+  shared_.append("a\n", SharedFile::Sync::yes);
+  shared_.append("b\n", SharedFile::Sync::no);
+  EXPECT_EQ(contentOf(file_), "a\nb\n");
+  putFile(file_, "torn");
+  const auto result = shared_.append("c\n", SharedFile::Sync::no);
+  EXPECT_EQ(contentOf(file_), "torn\nc\n");
+  EXPECT_EQ(result.version, versionOfFile(file_));
+}
+
+TEST_F(SharedFileTest, AnAppendIsOneWriteAndSyncedIfAsked) {
+  FileCalls calls;
+  shared_.append("a\n", SharedFile::Sync::yes);
+  EXPECT_EQ(calls.count("write"), 1U);
+  EXPECT_EQ(calls.count("fsync"), 2U);  // of the new file and its directory
+  shared_.append("b\n", SharedFile::Sync::yes);
+  EXPECT_EQ(calls.count("fsync"), 3U);
+  shared_.append("c\n", SharedFile::Sync::no);
+  EXPECT_EQ(calls.count("fsync"), 3U);
+  EXPECT_EQ(calls.count("write"), 3U);
+}
+
+TEST_F(SharedFileTest, AShortAppendIsCompleted) {
+  FileCalls calls;
+  calls.shortenWrites(3);
+  shared_.append("seven\n", SharedFile::Sync::no);
+  EXPECT_EQ(contentOf(file_), "seven\n");
+}
+
+TEST_F(SharedFileTest, AnAppendWaitsForOtherPrograms) {
+  EXPECT_EQ(errorText([&] {
+              shared_.change([&](const auto&) -> std::optional<SharedFile::Update> {
+                shared_.append("a\n", SharedFile::Sync::no);
+                return std::nullopt;
+              });
+            }),
+            shared_.timeoutError().what());
+}
+
+TEST_F(SharedFileTest, AnAppendThatFailsIsAnError) {
+  putFile(file_, "a\n");
+  for (const char* const call : {"write", "fsync"}) {
+    const FileCalls calls(FileCalls::failEach(call, ENOSPC));
+    EXPECT_EQ(errorText([&] { shared_.append("b\n", SharedFile::Sync::yes); }), text(ENOSPC));
+  }
+  std::filesystem::remove(file_);
+  std::filesystem::create_directory(file_);
+  EXPECT_EQ(errorText([&] { shared_.append("b\n", SharedFile::Sync::no); }), text(EISDIR));
+}
+
 }  // namespace
 }  // namespace quorvane
