@@ -241,6 +241,7 @@ void WheelBase::sendValue(TuningParameter parameter, std::int64_t value,
   readUnlessSure();
   const TuningSnapshot menu = latestMenu();
   if (meantFor) requireSameSet(menu, *meantFor);
+  menuBeforeSet_ = menu;
   connection_.send(packetFrom(menu, parameter, value));
   if (sendAckBurstAfterWrite) sendAckBurst();
 }
@@ -249,6 +250,7 @@ std::optional<TuningSnapshot> WheelBase::set(TuningParameter parameter, std::int
                                              bool verify,
                                              const std::optional<MenuPlace>& meantFor) {
   const bool isSlot = parameter == TuningParameter::slot;
+  menuBeforeSet_.reset();
   // Throws for an invalid value before waiting for the write lock.
   if (!isSlot) packet(parameter, value);
   const WriteLock lock(connection_, clock_, readTimeout);

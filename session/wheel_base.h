@@ -92,6 +92,10 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   TuningSnapshot fetchTuning(Seconds timeout);
   IdentityReport fetchIdentity(Seconds timeout);
 
+  // The menu that the last set() replaced a byte of; none when it sent no menu. For the caller that
+  // issues the writes.
+  const std::optional<TuningSnapshot>& menuBeforeSet() const { return menuBeforeSet_; }
+
   // The packet to write the value, based on the latest menu. Throws noTuningSnapshot, outOfRange or
   // notAvailable.
   HIDReportPacket packet(TuningParameter parameter, std::int64_t value) const;
@@ -163,6 +167,7 @@ class WheelBase : public std::enable_shared_from_this<WheelBase> {
   Clock& clock_;
   HIDConnection connection_;
   std::atomic<std::uint64_t> lossesMadeUpFor_{0};  // possibleLosses() before the last read
+  std::optional<TuningSnapshot> menuBeforeSet_;
 
   mutable Mutex lock_;
   bool disconnected_ QUORVANE_GUARDED_BY(lock_) = false;
