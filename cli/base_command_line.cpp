@@ -45,6 +45,25 @@ constexpr const char* modeFooter =
     "  quorvanectl mode\n"
     "  quorvanectl mode advanced";
 
+constexpr const char* historyFooter =
+    "The latest write comes first. Quorvane keeps a history for each base.\n\n"
+    "Examples:\n"
+    "  quorvanectl history\n"
+    "  quorvanectl history --json";
+
+constexpr const char* undoFooter =
+    "Each value is read back. A value that was changed since is left alone and named. Undoing\n"
+    "again goes further back. The base must be in the set and mode of that write.\n\n"
+    "Examples:\n"
+    "  quorvanectl undo\n"
+    "  quorvanectl undo --dry-run";
+
+constexpr const char* redoFooter =
+    "Each value is read back. A value that was changed since is left alone and named.\n\n"
+    "Examples:\n"
+    "  quorvanectl redo\n"
+    "  quorvanectl redo --dry-run";
+
 constexpr const char* rotationFooter =
     "Example:\n"
     "  quorvanectl rotation 540";
@@ -95,6 +114,7 @@ struct BaseWords {
   std::string report;
   bool force = false;
   bool yes = false;
+  bool isDryRun = false;
   UdevRuleWish udevRule;
 };
 
@@ -131,6 +151,18 @@ class BaseParser {
         .add_option("mode", words_->mode,
                     "The mode to switch to; nothing is sent when already there")
         ->type_name("standard|advanced");
+  }
+
+  void addHistory() {
+    constexpr const char* dryRunHelp = "Print what would be written, and write nothing";
+    add("history", "List what was written to the base, and what became of it", historyFooter,
+        historyCommand);
+    add("undo", "Write the values before the last write back", undoFooter,
+        [words = words_](auto& context) { return undoCommand(context, words->isDryRun); })
+        .add_flag("--dry-run", words_->isDryRun, dryRunHelp);
+    add("redo", "Write what the last undo took back again", redoFooter,
+        [words = words_](auto& context) { return redoCommand(context, words->isDryRun); })
+        .add_flag("--dry-run", words_->isDryRun, dryRunHelp);
   }
 
   void addDirect() {
@@ -192,6 +224,7 @@ void addBaseCommands(CLI::App& app, ParsedCommands& commands) {
   BaseParser parser(app, commands);
   parser.addLooking();
   parser.addTuning();
+  parser.addHistory();
   parser.addDirect();
   parser.addMachine();
 }

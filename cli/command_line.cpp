@@ -124,8 +124,15 @@ ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
     machine.device(number).withBase(
         [&](SimulatedBase& base) { base.behaviour().layout = *words.options.layout; });
   }
-  const World simulated{machine.platform(world.clock), world.out, world.err, world.interruption,
-                        world.simulatedPresets};
+  const World simulated{machine.platform(world.clock),
+                        world.out,
+                        world.err,
+                        world.interruption,
+                        world.simulatedPresets,
+                        world.simulatedPresets,
+                        {},
+                        world.simulatedHistory,
+                        world.simulatedHistory};
   return command.run({simulated, words.options});
 }
 

@@ -21,6 +21,15 @@ ExitStatus setCommand(const CommandContext& context, const std::vector<std::stri
 // custom set is active already.
 ExitStatus selectCommand(const CommandContext& context, const std::string& word);
 
+// Lists what was written to the base, the latest first. Opens no base.
+ExitStatus historyCommand(const CommandContext& context);
+
+// Writes the values before the last write back, or those of the last undo again. Leaves values
+// alone that were changed meanwhile. Fails when there is nothing to undo or to redo, and when the
+// base is in another set or mode. A dry run prints what would be written.
+ExitStatus undoCommand(const CommandContext& context, bool isDryRun);
+ExitStatus redoCommand(const CommandContext& context, bool isDryRun);
+
 // Shows the mode; with "standard" or "advanced" in either case, switches to it first.
 ExitStatus modeCommand(const CommandContext& context, const std::string& word);
 

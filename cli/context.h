@@ -14,6 +14,7 @@
 #include "cli/root_access.h"
 #include "cli/user_presets.h"
 #include "hid/platform.h"
+#include "history/history.h"
 #include "protocol/commands.h"
 
 namespace quorvane {
@@ -54,6 +55,9 @@ class CommandError : public std::runtime_error {
   std::string kind_;
 };
 
+// The program's name, as in the history.
+inline constexpr const char* programName = "quorvanectl";
+
 // The dependencies of the commands; tests inject their own.
 struct World : Platform {
   std::FILE* out = stdout;  // results
@@ -62,6 +66,8 @@ struct World : Platform {
   std::function<const PresetStore&()> presets = userPresetStore;  // called only when needed
   std::function<const PresetStore&()> simulatedPresets = simulatedPresetStore;  // for --simulate
   RootAccess rootAccess = {};
+  History history = History::ofUser(programName);
+  History simulatedHistory = History::ofSimulation(programName);  // for --simulate
 };
 
 // The options that all commands share.

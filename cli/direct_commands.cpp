@@ -3,6 +3,7 @@
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
+#include "cli/recording.h"
 #include "hid/usb_reset.h"
 #include "protocol/error.h"
 #include "protocol/menu_text.h"
@@ -49,7 +50,8 @@ void setRotation(WheelBase& base, std::int64_t degrees) {
 ExitStatus rotationCommand(const CommandContext& context, const std::string& word) {
   const std::int64_t degrees = parseDegrees(word);
   const OpenBase base(context);
-  setRotation(*base, degrees);
+  recorded(context, *base, {HistoryAction::rotation, {}, std::to_string(degrees)},
+           [&] { setRotation(*base, degrees); });
   if (context.options.json) {
     printJson(context.world, {{"device", deviceJson(base->info())}, {"rotation", degrees}});
   } else {
@@ -61,7 +63,8 @@ ExitStatus rotationCommand(const CommandContext& context, const std::string& wor
 ExitStatus rawCommand(const CommandContext& context, const std::vector<std::string>& words) {
   const HIDReportPacket packet = parsePacket(words);
   const OpenBase base(context);
-  base->sendRaw(packet);
+  recorded(context, *base, {HistoryAction::raw, {}, packet.hexDump()},
+           [&] { base->sendRaw(packet); });
   if (context.options.json) {
     printJson(context.world, {{"device", deviceJson(base->info())}, {"sent", packet.hexDump()}});
   } else {

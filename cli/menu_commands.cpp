@@ -5,6 +5,7 @@
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/json_output.h"
+#include "cli/recording.h"
 #include "cli/suggestion.h"
 #include "protocol/error.h"
 #include "protocol/setting.h"
@@ -60,8 +61,10 @@ std::optional<TuningSnapshot> menuOfName(WheelBase& base, std::int64_t number) {
   return std::nullopt;
 }
 
-TuningSnapshot switchTo(WheelBase& base, std::int64_t set, TuningLayout layout) {
-  TuningSnapshot menu = base.selectSlot(set, layout);
+TuningSnapshot switchTo(const CommandContext& context, WheelBase& base, std::int64_t set) {
+  const auto layout = context.options.layout.value_or(TuningLayout::inPlace);
+  TuningSnapshot menu = recorded(context, base, {HistoryAction::select, {}, std::to_string(set)},
+                                 [&] { return base.selectSlot(set, layout); });
   if (menu.slot() == set) return menu;
   throw CommandError(
       "writeIgnored",
@@ -88,8 +91,7 @@ ExitStatus selectCommand(const CommandContext& context, const std::string& word)
       return ExitStatus::done;
     }
   }
-  const TuningSnapshot menu =
-      switchTo(*base, set.number, context.options.layout.value_or(TuningLayout::inPlace));
+  const TuningSnapshot menu = switchTo(context, *base, set.number);
   report(context, *base, menu, fmt::format("Switched to set {}", menu.slot()));
   return ExitStatus::done;
 }
@@ -102,7 +104,10 @@ ExitStatus modeCommand(const CommandContext& context, const std::string& word) {
     report(context, *base, snapshot, std::string(snapshot.modeName()));
     return ExitStatus::done;
   }
-  if (snapshot.modeName() != mode) snapshot = base->switchMenuMode();
+  if (snapshot.modeName() != mode) {
+    snapshot = recorded(context, *base, {HistoryAction::mode, {}, mode},
+                        [&] { return base->switchMenuMode(); });
+  }
   if (snapshot.modeName() != mode) {
     throw FanatecError::invalidReport(
         fmt::format("the base still reports the {} menu", snapshot.modeName()));
@@ -118,7 +123,8 @@ ExitStatus factoryResetCommand(const CommandContext& context, bool yes) {
         "first (quorvanectl read); then run it again with --yes");
   }
   const OpenBase base(context);
-  const TuningSnapshot snapshot = base->factoryReset();
+  const TuningSnapshot snapshot =
+      recorded(context, *base, {HistoryAction::factoryReset}, [&] { return base->factoryReset(); });
   report(context, *base, snapshot, "Tuning menu reset to factory defaults");
   return ExitStatus::done;
 }

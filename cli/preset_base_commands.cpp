@@ -82,7 +82,9 @@ ExitStatus applyPresetCommand(const CommandContext& context, const std::string& 
     printTo(context.world.err, "Not on the menu of {}, and left out:{}\n",
             oneLine(base->info().displayName()), codes);
   }
-  return writeValues(context, interruption, *base, assignmentsOf(values));
+  const TuningSnapshot menu = base->fetchTuning(WheelBase::readTimeout);
+  return writeValues(context, interruption, *base, menu,
+                     {assignmentsOf(values), {HistoryAction::apply, {}, preset.name}});
 }
 
 ExitStatus savePresetCommand(const CommandContext& context, const PresetTexts& texts,

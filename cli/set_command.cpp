@@ -9,7 +9,8 @@ ExitStatus setCommand(const CommandContext& context, const std::vector<std::stri
   const std::vector<Assignment> values = parseAssignments(words);
   const Interruption interruption = context.world.interruption();
   const OpenBase base(context, OpenBase::Use::writing);
-  return writeValues(context, interruption, *base, values);
+  const TuningSnapshot menu = base->fetchTuning(WheelBase::readTimeout);
+  return writeValues(context, interruption, *base, menu, {values, {HistoryAction::set}});
 }
 
 }  // namespace quorvane

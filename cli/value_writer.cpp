@@ -3,17 +3,19 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
+#include <span>
+#include <utility>
 
-#include "cli/json_output.h"
-#include "protocol/error.h"
+#include "cli/recording.h"
 #include "protocol/menu_text.h"
-#include "session/menu_writer.h"
+#include "session/receipt_writer.h"
 #include "support/printing.h"
 #include "support/text.h"
 
 namespace quorvane {
 namespace {
+
+using Assignments = std::span<const Assignment>;
 
 // The result of writing one value. `wanted` and `readBack` are encoded as written to the base.
 struct Receipt {
@@ -26,50 +28,40 @@ struct Receipt {
 };
 
 // Writes one base's values, one after the other.
-class ReceiptWriter {
+class AssignmentWriter {
  public:
-  ReceiptWriter(WheelBase& base, const TuningSnapshot& menu, Clock& clock)
-      : base_(base), clock_(clock), menu_(menu), writer_(base, menu) {}
+  AssignmentWriter(WheelBase& base, const TuningSnapshot& menu, Clock& clock)
+      : base_(base), menu_(menu), writer_(base, menu, clock) {}
 
   Receipt write(const Assignment& assignment) {
-    Receipt receipt{assignment, std::nullopt, std::nullopt, std::nullopt, 0, ""};
-    const auto begin = clock_.now();
+    const TuningParameter parameter = assignment.parameter;
     const WantedValue wanted = wantedValue(assignment, base_.tuning().value_or(menu_), product());
-    receipt.error = wanted.error;
-    if (wanted.value) {
-      receipt.wanted = assignment.parameter.written(*wanted.value, product());
-      if (!wanted.error) write(*wanted.value, receipt);
-    }
-    receipt.milliseconds =
-        std::chrono::duration_cast<std::chrono::milliseconds>(clock_.now() - begin).count();
+    Receipt receipt{assignment, wanted.value, std::nullopt, wanted.error, 0, ""};
+    if (wanted.value) receipt.wanted = parameter.written(*wanted.value, product());
+    if (wanted.error) return receipt;
+    const ValueReceipt written = written_.emplace_back(writer_.write(parameter, *wanted.value));
+    receipt.readBack = written.readBack;
+    receipt.error = written.error;
+    receipt.milliseconds = written.milliseconds;
+    if (written.readBack) receipt.text = textOf(parameter, *written.readBack);
     return receipt;
   }
+
+  // The values that were tried.
+  std::vector<ValueReceipt> takeWritten() { return std::exchange(written_, {}); }
 
  private:
   std::optional<FanatecProduct> product() const { return base_.product(); }
 
-  void write(std::int64_t value, Receipt& receipt) {
-    const TuningParameter parameter = receipt.assignment.parameter;
-    try {
-      take(writer_.write(parameter, value).settingValue(parameter, product()), receipt);
-    } catch (const FanatecError& error) {
-      receipt.error = error.errorDescription();
-      if (const auto* const ignored = std::get_if<FanatecError::WriteIgnored>(&error.value())) {
-        take(ignored->readBack, receipt);
-      }
-    }
-  }
-
-  void take(std::int64_t readBack, Receipt& receipt) const {
-    const TuningParameter parameter = receipt.assignment.parameter;
-    receipt.readBack = parameter.written(readBack, product());
-    receipt.text = MenuText::text(parameter, readBack, product());
+  std::string textOf(TuningParameter parameter, std::int64_t value) const {
+    return parameter.isSpecial(value, product()) ? MenuText::word(parameter, value, product())
+                                                 : MenuText::text(parameter, value, product());
   }
 
   WheelBase& base_;
-  Clock& clock_;
   TuningSnapshot menu_;  // before the first write
-  MenuWriter writer_;
+  ReceiptWriter writer_;
+  std::vector<ValueReceipt> written_;
 };
 
 // A note if the base stored another value than the wanted one, such as a rounded one.
@@ -101,10 +93,10 @@ Json receiptJson(const Receipt& receipt) {
   return document;
 }
 
-void printJson(const World& world, const std::vector<Receipt>& receipts) {
+Json resultsJson(const std::vector<Receipt>& receipts) {
   Json results = Json::array();
   for (const Receipt& receipt : receipts) results.push_back(receiptJson(receipt));
-  printJson(world, {{"results", std::move(results)}});
+  return results;
 }
 
 void printInterruption(const World& world, const std::vector<Assignment>& wanted,
@@ -116,26 +108,85 @@ void printInterruption(const World& world, const std::vector<Assignment>& wanted
   printTo(world.err, "\n");
 }
 
-// Returns a receipt for each value that was tried.
-std::vector<Receipt> writeEach(const CommandContext& context, const Interruption& interruption,
-                               WheelBase& base, const std::vector<Assignment>& values) {
-  ReceiptWriter writer(base, base.fetchTuning(WheelBase::readTimeout), context.world.clock);
-  std::vector<Receipt> receipts;
+// The values that a record says will be written, as far as they are known before.
+std::vector<ParameterValue> wantedOf(Assignments values, const TuningSnapshot& menu,
+                                     const std::optional<FanatecProduct>& product) {
+  std::vector<ParameterValue> wanted;
   for (const Assignment& assignment : values) {
-    if (interruption.requested()) break;
-    receipts.push_back(writer.write(assignment));
-    if (!context.options.json) print(context.world, receipts.back());
+    const WantedValue value = wantedValue(assignment, menu, product);
+    if (value.value && !value.error) wanted.push_back({assignment.parameter, *value.value});
   }
-  return receipts;
+  return wanted;
 }
+
+// One run of the command.
+class ValueWriter {
+ public:
+  ValueWriter(const CommandContext& context, const Interruption& interruption, WheelBase& base,
+              const TuningSnapshot& menu)
+      : context_(context),
+        interruption_(interruption),
+        base_(base),
+        menu_(menu),
+        writer_(base, menu, context.world.clock) {}
+
+  // Adds a receipt for each value that was tried. A switch to another set is a record of its own:
+  // the values after it belong to that set.
+  void write(Assignments values, const HistoryIntent& intent) {
+    const auto slot = std::find_if(values.begin(), values.end(), [](const Assignment& assignment) {
+      return assignment.parameter == TuningParameter::slot;
+    });
+    const auto before = static_cast<std::size_t>(slot - values.begin());
+    if (before > 0 || values.empty()) writeBatch(values.first(before), intent);
+    if (slot == values.end()) return;
+    writeBatch(values.subspan(before, 1),
+               {HistoryAction::select, {}, std::to_string(slot->number), std::nullopt});
+    if (before + 1 < values.size()) write(values.subspan(before + 1), intent);
+  }
+
+  const std::vector<Receipt>& receipts() const { return receipts_; }
+
+ private:
+  void writeBatch(Assignments values, HistoryIntent intent) {
+    if (interruption_.requested()) return;
+    intent.wanted = wantedOf(values, base_.tuning().value_or(menu_), base_.product());
+    HistoryBatch batch = context_.world.history.begin(base_, intent);
+    const bool isComplete = writeEach(values);
+    batch.end(writer_.takeWritten(), isComplete ? std::nullopt : std::optional("Interrupted"));
+    printIfNotRecorded(context_.world, batch);
+  }
+
+  // False when an interruption ended it.
+  bool writeEach(Assignments values) {
+    for (const Assignment& assignment : values) {
+      if (interruption_.requested()) return false;
+      receipts_.push_back(writer_.write(assignment));
+      if (!context_.options.json) print(context_.world, receipts_.back());
+    }
+    return true;
+  }
+
+  const CommandContext& context_;
+  const Interruption& interruption_;
+  WheelBase& base_;
+  const TuningSnapshot& menu_;
+  AssignmentWriter writer_;
+  std::vector<Receipt> receipts_;
+};
 
 }  // namespace
 
 ExitStatus writeValues(const CommandContext& context, const Interruption& interruption,
-                       WheelBase& base, const std::vector<Assignment>& values) {
+                       WheelBase& base, const TuningSnapshot& menu, WriteRequest request) {
   const World& world = context.world;
-  const std::vector<Receipt> receipts = writeEach(context, interruption, base, values);
-  if (context.options.json) printJson(world, receipts);
+  const std::vector<Assignment>& values = request.values;
+  ValueWriter writer(context, interruption, base, menu);
+  writer.write(values, request.intent);
+  const std::vector<Receipt>& receipts = writer.receipts();
+  if (context.options.json) {
+    request.document["results"] = resultsJson(receipts);
+    printJson(world, request.document);
+  }
 
   const auto failures = std::count_if(receipts.begin(), receipts.end(), [](const Receipt& receipt) {
     return receipt.error.has_value();

@@ -124,7 +124,10 @@ World CommandLineTest::world(std::FILE* out, std::FILE* err) {
           err,
           [this] { return Interruption(UniqueFd(::dup(interruption_.fd()))); },
           [this]() -> const PresetStore& { return store_; },
-          [this]() -> const PresetStore& { return simulatedStore_; }};
+          [this]() -> const PresetStore& { return simulatedStore_; },
+          {},
+          history_,
+          simulatedHistory_};
 }
 
 Outcome CommandLineTest::run(std::string_view line) { return run(wordsOf(line)); }

@@ -135,6 +135,8 @@ class CommandLineTest : public testing::Test {
   const PresetStore store_{directory_ / "data/presets.json", Clock::system(),
                            VersionFolder(state_ / "preset-versions")};
   const PresetStore simulatedStore_{directory_ / "data/simulated/presets.json"};
+  const History history_{state_ / "history", programName};
+  const History simulatedHistory_{state_ / "simulated-history", programName};
   std::vector<std::shared_ptr<FaultyDevice>> devices_;
   std::vector<std::string> expectedViolations_;
   bool inSimulatedTime_ = true;

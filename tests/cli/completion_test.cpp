@@ -44,8 +44,8 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
     Words offered;
   };
   const std::vector<Case> cases{
-      {{"re"}, {"read"}},
-      {{"RE"}, {"read"}},
+      {{"re"}, {"read", "redo"}},
+      {{"RE"}, {"read", "redo"}},
       {{"mo"}, {"mode", "monitor"}},
       {{"nothing"}, {}},
       {{"complete"}, {}},
@@ -59,7 +59,7 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
       {{"presets", "save", "a", "--game", "gran"}, {"Gran Turismo 7"}},
       {{"presets", "list", "--search", ""}, {}},
       {{"read", ""}, {}},
-      {{"nothing", "re"}, {"read"}},
+      {{"nothing", "re"}, {"read", "redo"}},
 
       {{"--js"}, {"--json"}},
       {{"read", "--js"}, {"--json"}},
@@ -123,8 +123,8 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
 TEST_F(Completion, EveryCommandIsOffered) {
   const Words all = offered({""});
   for (const char* const command :
-       {"devices", "read", "set", "select", "mode", "rotation", "raw", "factory-reset", "usb-reset",
-        "presets", "monitor", "udev-rule", "explain"}) {
+       {"devices", "read", "set", "select", "mode", "history", "undo", "redo", "rotation", "raw",
+        "factory-reset", "usb-reset", "presets", "monitor", "udev-rule", "explain"}) {
     EXPECT_EQ(std::count(all.begin(), all.end(), command), 1) << command;
   }
   EXPECT_EQ(offered({}), all);

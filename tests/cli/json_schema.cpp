@@ -144,6 +144,8 @@ std::string schemaOf(const std::vector<std::string>& words) {
       {"usb-reset", "usb-reset"}, {"doctor", "doctor"},
       {"udev-rule", "udev-rule"}, {"presets", "presets"},
       {"--version", "version"},   {"explain", "explain"},
+      {"history", "history"},     {"undo", "undo"},
+      {"redo", "undo"},
   };
   for (const std::string& word : words) {
     const auto found = schemas.find(word);

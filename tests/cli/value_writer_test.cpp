@@ -20,7 +20,10 @@ class ValueWriter : public CommandLineTest {
     const GlobalOptions options{{}, {}, {}, json};
     const CommandContext context{world, options};
     const Interruption interruption = world.interruption();
-    const ExitStatus status = writeValues(context, interruption, *OpenBase(context), values);
+    const OpenBase base(context);
+    const TuningSnapshot menu = base->fetchTuning(WheelBase::readTimeout);
+    const ExitStatus status =
+        writeValues(context, interruption, *base, menu, {values, {HistoryAction::set}});
     return {status, out.text(), err.text()};
   }
 };
