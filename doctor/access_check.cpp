@@ -13,11 +13,14 @@ namespace {
 
 constexpr const char* reload = "sudo udevadm control --reload && sudo udevadm trigger";
 constexpr const char* ruleFile = "/etc/udev/rules.d/70-quorvane.rules";
-constexpr const char* replugOrTrigger =
-    "Unplug the base and plug it in again, or: sudo udevadm trigger";
 constexpr std::uint32_t othersMayAll = 06;
 constexpr std::uint32_t groupMayAll = 060;
 constexpr std::uint32_t groupOrOthers = 066;
+
+// Has udev apply its rules to the base again.
+CommandStep replugOrTrigger(const char* afterwards = "") {
+  return {"Unplug the base and plug it in again, or", "sudo udevadm trigger", afterwards};
+}
 
 // "FILE, line N"
 std::string placeOf(const UdevRuleFacts& facts) {
@@ -105,10 +108,12 @@ Verdict judgeHidden(const HiddenRules& hidden) {
   return Verdict::fail(
       fmt::format("{} hides the rule in {}", hidden.hiddenBy, hidden.file),
       hidden.isMask
-          ? fmt::format("Remove what hides it: sudo rm {} && {}", hidden.hiddenBy, reload)
-          : fmt::format("Rename it, so that both are read: sudo mv {0} {1}/69-local.rules && {2}",
-                        hidden.hiddenBy,
-                        std::filesystem::path(hidden.hiddenBy).parent_path().string(), reload));
+          ? CommandStep{"Remove what hides it",
+                        fmt::format("sudo rm {} && {}", hidden.hiddenBy, reload)}
+          : CommandStep{"Rename it, so that both are read",
+                        fmt::format("sudo mv {0} {1}/69-local.rules && {2}", hidden.hiddenBy,
+                                    std::filesystem::path(hidden.hiddenBy).parent_path().string(),
+                                    reload)});
 }
 
 // There is no rule for the node.
@@ -116,8 +121,8 @@ Verdict judgeMissingRule(const NodeFacts& node, const MachineFacts& machine) {
   if (machine.isRuleLost) {
     return Verdict::fail(
         fmt::format("the rule {} is gone, as an update of the system can do", ruleFile),
-        machine.sandbox ? "Install it again: " + installRuleOutside(*machine.sandbox)
-                        : "Install it again: quorvanectl udev-rule --install");
+        CommandStep{"Install it again", machine.sandbox ? installRuleOutside(*machine.sandbox)
+                                                        : "quorvanectl udev-rule --install"});
   }
   if (machine.sandbox) {
     return Verdict::fail(
@@ -126,12 +131,12 @@ Verdict judgeMissingRule(const NodeFacts& node, const MachineFacts& machine) {
             : fmt::format("{} is not yours to read and write, and this sandbox does not show the "
                           "udev rules outside of it",
                           node.path),
-        "Install the rule: " + installRuleOutside(*machine.sandbox));
+        CommandStep{"Install the rule", installRuleOutside(*machine.sandbox)});
   }
-  return Verdict::fail(fmt::format("no udev rule gives you {}", node.path),
-                       fmt::format("Type quorvanectl udev-rule --install, or do the same by hand. "
-                                   "Install the rule: quorvanectl udev-rule | sudo tee {} && {}",
-                                   ruleFile, reload));
+  return Verdict::fail(
+      fmt::format("no udev rule gives you {}", node.path),
+      CommandStep{"Type quorvanectl udev-rule --install, or do the same by hand. Install the rule",
+                  fmt::format("quorvanectl udev-rule | sudo tee {} && {}", ruleFile, reload)});
 }
 
 // No matching udev rule grants access; find out why.
@@ -143,20 +148,20 @@ Verdict judgeWithoutRule(const NodeFacts& node, const RuleOutcome& rules,
     return Verdict::fail(
         fmt::format("the rule in {} comes too late: access lists are made by 73-seat-late.rules",
                     placeOf(*rules.tooLate)),
-        fmt::format("Give it a number below 73: sudo mv {} {} && {}", file, renumbered(file),
-                    reload));
+        CommandStep{"Give it a number below 73",
+                    fmt::format("sudo mv {} {} && {}", file, renumbered(file), reload)});
   }
   if (rules.grouping != nullptr && node.groupName == rules.grouping->group &&
       !isMember(user, node.group)) {
     return Verdict::fail(fmt::format("{} gives {} to the group {}, which you are not in",
                                      placeOf(*rules.grouping), node.path, node.groupName),
-                         fmt::format("Join the group, then log in again: sudo usermod -aG {} $USER",
-                                     node.groupName));
+                         CommandStep{"Join the group, then log in again",
+                                     fmt::format("sudo usermod -aG {} $USER", node.groupName)});
   }
   if (rules.grouping != nullptr) {
     return Verdict::fail(fmt::format("{} gives {} to the group {}, but has not done so yet",
                                      placeOf(*rules.grouping), node.path, rules.grouping->group),
-                         replugOrTrigger);
+                         replugOrTrigger());
   }
   if (!node.hiddenRules.empty()) return judgeHidden(node.hiddenRules.front());
   return judgeMissingRule(node, machine);
@@ -169,14 +174,14 @@ Verdict judgeHalfRule(const UdevRuleFacts& rule) {
         fmt::format("the rule in {} runs only when the base is added (ACTION==\"add\"): since "
                     "systemd 258 the access comes with change events",
                     placeOf(rule)),
-        fmt::format("Have it run on changes too, without ACTION==\"add\", then: {}", reload));
+        CommandStep{"Have it run on changes too, without ACTION==\"add\", then", reload});
   }
   return Verdict::fail(
       fmt::format(
           "the rule in {} runs only when the base changes (ACTION==\"change\"), not when it "
           "is added",
           placeOf(rule)),
-      fmt::format("Have it run on both, without ACTION==\"change\", then: {}", reload));
+      CommandStep{"Have it run on both, without ACTION==\"change\", then", reload});
 }
 
 // A rule grants access to the user at the seat, but this user has none; find out why.
@@ -189,7 +194,7 @@ Verdict judgeSeat(const NodeFacts& node, const UdevRuleFacts& rule, const Machin
         fmt::format("outside of this sandbox, {} gives {} to whoever sits at the machine, but you "
                     "may not open it",
                     placeOf(rule), node.path),
-        std::string(replugOrTrigger) + ". Log in at the machine itself, not over the network.");
+        replugOrTrigger("Log in at the machine itself, not over the network."));
   }
   if (!machine.seatedUsers) {
     return Verdict::fail(
@@ -209,13 +214,12 @@ Verdict judgeSeat(const NodeFacts& node, const UdevRuleFacts& rule, const Machin
   if (node.isTaggedForSeat != true) {
     return Verdict::fail(
         fmt::format("the rule in {} was not there yet when the base was plugged in", placeOf(rule)),
-        replugOrTrigger);
+        replugOrTrigger());
   }
-  return Verdict::fail(
-      fmt::format("{} should have given you {}, but it has not got the access "
-                  "list",
-                  placeOf(rule), node.path),
-      std::string(replugOrTrigger) + ". If that does not help, restart the computer.");
+  return Verdict::fail(fmt::format("{} should have given you {}, but it has not got the access "
+                                   "list",
+                                   placeOf(rule), node.path),
+                       replugOrTrigger("If that does not help, restart the computer."));
 }
 
 Verdict judgeDenied(const NodeFacts& node, const MachineFacts& machine) {
@@ -223,8 +227,9 @@ Verdict judgeDenied(const NodeFacts& node, const MachineFacts& machine) {
     return Verdict::fail(
         fmt::format("{} is not yours to read and write, and no udev runs here to change that",
                     node.path),
-        fmt::format("{}give yourself the node: sudo setfacl -m u:$USER:rw {}",
-                    machine.isContainer ? "Outside of this container, " : "By hand, ", node.path));
+        CommandStep{fmt::format("{} give yourself the node",
+                                machine.isContainer ? "Outside of this container," : "By hand,"),
+                    fmt::format("sudo setfacl -m u:$USER:rw {}", node.path)});
   }
   const RuleOutcome rules(node.rules);
   if (rules.granting == nullptr) return judgeWithoutRule(node, rules, machine);
@@ -232,12 +237,13 @@ Verdict judgeDenied(const NodeFacts& node, const MachineFacts& machine) {
     return Verdict::fail(
         fmt::format("two rules conflict: {} gives you {}, {} takes it away",
                     placeOf(*rules.granting), node.path, placeOf(*rules.taking)),
-        fmt::format("Remove the second one ({}), then: {}", rules.taking->rule.file, reload));
+        CommandStep{fmt::format("Remove the second one ({}), then", rules.taking->rule.file),
+                    reload});
   }
   if (rules.isForSeat()) return judgeSeat(node, *rules.granting, machine);
   return Verdict::fail(
       fmt::format("the rule in {} has not been applied to {}", placeOf(*rules.granting), node.path),
-      replugOrTrigger);
+      replugOrTrigger());
 }
 
 }  // namespace
@@ -256,8 +262,8 @@ Verdict judgeAccess(const DoctorFacts& facts, const DevicePath& path) {
     const std::string finding =
         fmt::format("the permissions of {} allow it, but opening it is refused", node.path);
     if (facts.machine.sandbox) {
-      return Verdict::fail(
-          finding, "Outside of the sandbox, type: " + allowDevicesOutside(*facts.machine.sandbox));
+      return Verdict::fail(finding, CommandStep{"Outside of the sandbox, type",
+                                                allowDevicesOutside(*facts.machine.sandbox)});
     }
     return Verdict::fail(
         finding,

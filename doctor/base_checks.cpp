@@ -102,7 +102,7 @@ Verdict judgeExclusive(const NodeFacts& node) {
   }
   return Verdict::fail(
       fmt::format("a program that you may not look into keeps {} to itself", node.path),
-      fmt::format("Find out which one, and close it: sudo fuser -v {}", node.path));
+      CommandStep{"Find out which one, and close it", "sudo fuser -v " + node.path});
 }
 
 // A stopped process that holds the write lock blocks all other writers.
@@ -112,7 +112,7 @@ std::optional<Verdict> judgeStopped(const NodeFacts& node) {
     return Verdict::fail(
         fmt::format("{} is stopped while it is writing to the base, and keeps others from writing",
                     nameOf(holder)),
-        fmt::format("Continue it, or end it: kill -CONT {}", holder.process));
+        CommandStep{"Continue it, or end it", fmt::format("kill -CONT {}", holder.process)});
   }
   return std::nullopt;
 }

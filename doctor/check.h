@@ -19,6 +19,7 @@ struct DoctorCheck {
   CheckOutcome outcome = CheckOutcome::notChecked;
   std::string finding;   // what was found, or why it was not checked
   std::string nextStep;  // what to do; empty unless it failed
+  std::string command;   // the part of nextStep to type into a terminal; may be empty
 
   bool operator==(const DoctorCheck&) const = default;
 };

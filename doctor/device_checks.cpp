@@ -24,6 +24,8 @@ constexpr const char* consoleMode =
     "If that is your base, it is in a mode for a console: switch it to PC mode with its mode "
     "button.";
 
+std::string loadDriver() { return fmt::format("Load the driver, then {}", replug); }
+
 std::string nameOf(std::int64_t productID, const std::string& product) {
   if (FanatecProduct::lookup(productID) || product.empty()) {
     return FanatecProduct::describe(productID);
@@ -88,23 +90,24 @@ Verdict judgeOtherDriver(const USBInterfaceFacts& interface) {
                                               replug));
   }
   return Verdict::fail(
-      finding, fmt::format("Give it to usbhid: echo {0} | sudo tee /sys/bus/usb/drivers/{1}/unbind "
-                           "&& echo {0} | sudo tee /sys/bus/usb/drivers/usbhid/bind",
-                           interface.name, interface.driver));
+      finding,
+      CommandStep{"Give it to usbhid",
+                  fmt::format("echo {0} | sudo tee /sys/bus/usb/drivers/{1}/unbind && echo {0} | "
+                              "sudo tee /sys/bus/usb/drivers/usbhid/bind",
+                              interface.name, interface.driver)});
 }
 
 Verdict judgeInterface(const USBInterfaceFacts& interface, const HIDFacts* hid) {
   if (interface.driver.empty()) {
     return Verdict::fail(fmt::format("no driver serves its interface {}", interface.name),
-                         fmt::format("Load the driver, then {}: sudo modprobe usbhid", replug));
+                         CommandStep{loadDriver(), "sudo modprobe usbhid"});
   }
   if (interface.driver != usbDriver) return judgeOtherDriver(interface);
   if (hid == nullptr) {
     return Verdict::fail(
         fmt::format("usbhid serves its interface {}, but has made no HID device", interface.name),
-        fmt::format("Switch the base off and on, or {}. The kernel says why: sudo dmesg | "
-                    "grep -i hid",
-                    replug));
+        CommandStep{fmt::format("Switch the base off and on, or {}. The kernel says why", replug),
+                    "sudo dmesg | grep -i hid"});
   }
   return Verdict::pass(fmt::format("{}, {}", interface.driver, hid->driver));
 }
@@ -114,7 +117,8 @@ Verdict judgeUSBDriver(const DevicePath& path) {
   if (!device.isAuthorized) {
     return Verdict::fail(
         fmt::format("the system's policy keeps the device at {} from being used", device.name),
-        fmt::format("Allow it: echo 1 | sudo tee /sys/bus/usb/devices/{}/authorized", device.name));
+        CommandStep{"Allow it", fmt::format("echo 1 | sudo tee /sys/bus/usb/devices/{}/authorized",
+                                            device.name)});
   }
   const USBInterfaceFacts* const interface = hidInterface(path);
   if (interface == nullptr) {
@@ -150,9 +154,8 @@ Verdict judgeDriver(const DoctorFacts& facts, const DevicePath& path) {
   if (path.isEmpty()) return Verdict::skip(noBaseReason);
   if (facts.machine.isSimulated) return Verdict::skip(simulatedReason);
   if (path.hid != nullptr && path.hid->driver.empty()) {
-    return Verdict::fail(
-        fmt::format("no driver serves the HID device {}", path.hid->name),
-        fmt::format("Load the driver, then {}: sudo modprobe hid-generic", replug));
+    return Verdict::fail(fmt::format("no driver serves the HID device {}", path.hid->name),
+                         CommandStep{loadDriver(), "sudo modprobe hid-generic"});
   }
   if (path.usb != nullptr) return judgeUSBDriver(path);
   if (path.hid != nullptr) return Verdict::pass(path.hid->driver);
@@ -172,9 +175,10 @@ Verdict judgeNode(const DoctorFacts& facts, const DevicePath& path) {
   const std::string& node = path.hid->node->path;
   if (path.node == nullptr) {
     if (facts.machine.sandbox) {
-      return Verdict::fail(node + " is kept from this sandbox",
-                           "Outside of it, type: " + allowDevicesOutside(*facts.machine.sandbox) +
-                               ". If that does not help, " + replug + ".");
+      return Verdict::fail(
+          node + " is kept from this sandbox",
+          CommandStep{"Outside of it, type", allowDevicesOutside(*facts.machine.sandbox),
+                      fmt::format("If that does not help, {}.", replug)});
     }
     return Verdict::fail(
         node + " is missing",
@@ -184,8 +188,8 @@ Verdict judgeNode(const DoctorFacts& facts, const DevicePath& path) {
   }
   if (path.base == nullptr) {
     return Verdict::fail(node + " is there, but udev has not announced it",
-                         "Have udev go through the devices again: sudo udevadm trigger && "
-                         "sudo udevadm settle");
+                         CommandStep{"Have udev go through the devices again",
+                                     "sudo udevadm trigger && sudo udevadm settle"});
   }
   return Verdict::pass(node);
 }

@@ -50,7 +50,8 @@ std::vector<DoctorCheck> judge(const DoctorFacts& facts) {
     Verdict verdict = step.judge(facts, path);
     if (facts.machine.sandbox) verdict.nextStep = forSandbox(verdict.nextStep);
     checks.push_back({std::string(step.id), std::string(step.title), verdict.outcome,
-                      std::move(verdict.finding), std::move(verdict.nextStep)});
+                      std::move(verdict.finding), std::move(verdict.nextStep),
+                      std::move(verdict.command)});
   }
   return checks;
 }

@@ -47,11 +47,10 @@ Verdict judgePresets(const PresetFacts& presets) {
         "XDG_DATA_HOME to a directory on this machine.");
   }
   if (!presets.openFailure.empty()) {
-    return Verdict::fail(
-        presets.openFailure,
-        fmt::format("Make it a file that is yours to read and write: sudo chown $USER \"{0}\" && "
-                    "chmod u+rw \"{0}\"",
-                    presets.file->string()));
+    return Verdict::fail(presets.openFailure,
+                         CommandStep{"Make it a file that is yours to read and write",
+                                     fmt::format(R"(sudo chown $USER "{0}" && chmod u+rw "{0}")",
+                                                 presets.file->string())});
   }
   if (!presets.contentFailure.empty()) {
     return Verdict::fail(

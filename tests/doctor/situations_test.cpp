@@ -533,6 +533,26 @@ TEST(Situations, OnlyWhatFailedHasANextStepAndEveryTextIsOneLine) {
   }
 }
 
+TEST(Situations, ACommandIsPartOfTheNextStepAndNoSudoIsElsewhere) {
+  int commands = 0;
+  for (const Situation& situation : situations()) {
+    SCOPED_TRACE(situation.name);
+    Machine machine;
+    situation.make(machine);
+    for (const DoctorCheck& check : machine.examine().checks) {
+      std::string rest = check.nextStep;
+      if (!check.command.empty()) {
+        ++commands;
+        const std::size_t place = rest.find(": " + check.command);
+        ASSERT_NE(place, std::string::npos) << check.command;
+        rest.erase(place, check.command.size() + 2);
+      }
+      EXPECT_EQ(rest.find("sudo "), std::string::npos) << check.id;
+    }
+  }
+  EXPECT_GT(commands, 15);
+}
+
 std::string findingOf(const Diagnosis& diagnosis, std::string_view id) {
   for (const DoctorCheck& check : diagnosis.checks) {
     if (check.id == id) return check.finding;
