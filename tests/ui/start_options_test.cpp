@@ -43,6 +43,21 @@ TEST(StartOptions, TakeFilesInTheirOrder) {
             Files{"--simulate"});
 }
 
+TEST(StartOptions, LeaveThoseOfTheToolkitToIt) {
+  const QStringList words{QStringLiteral("-reverse"),   QStringLiteral("-platform"),
+                          QStringLiteral("offscreen"),  QStringLiteral("--style"),
+                          QStringLiteral("windows"),    QStringLiteral("-stylesheet=a.css"),
+                          QStringLiteral("--simulate"), QStringLiteral("wet.json"),
+                          QStringLiteral("-session"),   QStringLiteral("1_2")};
+  const Parsed parsed = parse(words);
+  EXPECT_FALSE(parsed.instead) << parsed.text();
+  EXPECT_EQ(parsed.options.simulated.size(), 1U);
+  EXPECT_EQ(parsed.options.files, Files{"wet.json"});
+  EXPECT_EQ(parse({QStringLiteral("--"), QStringLiteral("-reverse")}).options.files,
+            Files{"-reverse"});
+  EXPECT_TRUE(parse({QStringLiteral("-backwards")}).instead);
+}
+
 TEST(StartOptions, NameTheTranscript) {
   const Parsed parsed = parse({QStringLiteral("--simulate"), QStringLiteral("--transcript=t.txt")});
   EXPECT_EQ(parsed.options.simulated.size(), 1U);

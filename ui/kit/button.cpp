@@ -42,16 +42,6 @@ Look look(const Button& button) {
   return {};
 }
 
-void drawChevron(QPainter& painter, const QPointF& centre, const QColor& colour) {
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  constexpr qreal half = chevronWidth / 2.0;
-  painter.drawPolyline(QPolygonF({centre + QPointF(-half, -half / 2), centre + QPointF(0, half / 2),
-                                  centre + QPointF(half, -half / 2)}));
-  painter.restore();
-}
-
 }  // namespace
 
 Button::Button(const QString& text, Kind kind, QWidget* parent)
@@ -92,18 +82,21 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
 
   QRect inner = rect().adjusted(padding, 0, -padding, 0);
   if (!symbol_.isEmpty()) {
-    const qreal y = (height() - Metrics::symbolSize) / 2.0;
-    drawSymbol(painter, QPointF(inner.left(), y), symbol_, Metrics::symbolSize, look.ink);
+    const QRectF symbol(inner.left(), (height() - Metrics::symbolSize) / 2.0, Metrics::symbolSize,
+                        Metrics::symbolSize);
+    drawSymbol(painter, visualRect(*this, symbol).topLeft(), symbol_, Metrics::symbolSize,
+               look.ink);
     inner.setLeft(inner.left() + Metrics::symbolSize + Metrics::gap);
   }
   if (menu() != nullptr) {
-    drawChevron(painter, {inner.right() - chevronWidth / 2.0, height() / 2.0}, look.ink);
+    const QRectF chevron(inner.right() - chevronWidth, 0, chevronWidth, height());
+    drawChevron(painter, visualRect(*this, chevron).center(), Qt::DownArrow, look.ink);
     inner.setRight(inner.right() - chevronWidth - Metrics::gap);
   }
   if (symbolOnly_) return;
   painter.setFont(labelFont());
   painter.setPen(look.ink);
-  painter.drawText(inner, Qt::AlignCenter | Qt::TextShowMnemonic, text());
+  painter.drawText(visualRect(*this, inner), Qt::AlignCenter | Qt::TextShowMnemonic, text());
 }
 
 bool Button::event(QEvent* event) {

@@ -45,7 +45,7 @@ class Paragraph final : public QLabel {
   }
 };
 
-// The background of a hex dump.
+// The background of a text in a fixed font.
 class Well final : public QWidget {
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
@@ -63,6 +63,15 @@ QLabel* selectableLabel(const QString& objectName) {
   label->setFocusPolicy(Qt::StrongFocus);
   label->setWordWrap(true);
   return label;
+}
+
+QWidget* sunken(QLabel* label) {
+  auto* const well = new Well;
+  auto* const inner = new QVBoxLayout(well);
+  inner->setContentsMargins(wellInset, rowPadding, wellInset, rowPadding);
+  label->setFont(Metrics::font(Metrics::Type::fixed));
+  inner->addWidget(label);
+  return well;
 }
 
 class Card::Body final : public QWidget {
@@ -195,12 +204,7 @@ HexRow::HexRow(const QString& label, const QString& objectName, QWidget* parent)
   title->setFixedWidth(hexLabelColumn);
   title->setContentsMargins(0, wellInset / 2, 0, 0);
   row->addWidget(title, 0, Qt::AlignTop);
-  auto* const well = new Well;
-  auto* const inner = new QVBoxLayout(well);
-  inner->setContentsMargins(wellInset, rowPadding, wellInset, rowPadding);
-  bytes_->setFont(Metrics::font(Metrics::Type::fixed));
-  inner->addWidget(bytes_);
-  row->addWidget(well, 1);
+  row->addWidget(sunken(bytes_), 1);
 }
 
 void HexRow::setValue(const QString& bytes) {
@@ -232,7 +236,8 @@ void PageHeader::resizeEvent(QResizeEvent* /*event*/) {
   std::for_each(controls_.rbegin(), controls_.rend(), [&](QWidget* control) {
     const QSize size = control->sizeHint();
     right -= size.width();
-    control->setGeometry(right, (height() - size.height()) / 2, size.width(), size.height());
+    control->setGeometry(visualRect(
+        *this, QRect(right, (height() - size.height()) / 2, size.width(), size.height())));
     right -= Metrics::pageInset;
   });
 }

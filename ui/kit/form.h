@@ -39,6 +39,9 @@ class Card : public QWidget {
 // An empty label that wraps; its text can be selected and copied, also with the keyboard.
 QLabel* selectableLabel(const QString& objectName);
 
+// The label, in a fixed font, in a sunken box.
+QWidget* sunken(QLabel* label);
+
 // "Label   value": the value can be selected and copied.
 class FormRow final : public QWidget {
   Q_OBJECT

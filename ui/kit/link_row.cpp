@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/symbols.h"
 #include "ui/kit/theme.h"
@@ -49,12 +50,14 @@ int LinkRow::heightForWidth(int width) const {
 void LinkRow::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
-  drawSymbol(painter, QPointF(), symbol_, Metrics::symbolSize, t.brandText);
+  const QRectF symbol(0, 0, Metrics::symbolSize, Metrics::symbolSize);
+  drawSymbol(painter, visualRect(*this, symbol).topLeft(), symbol_, Metrics::symbolSize,
+             t.brandText);
   QFont font = Metrics::font(Metrics::Type::callout);
   font.setUnderline(underMouse());
   painter.setFont(font);
   painter.setPen(t.brandText);
-  painter.drawText(rect().adjusted(textLeft, 0, 0, 0),
+  painter.drawText(visualRect(*this, rect().adjusted(textLeft, 0, 0, 0)),
                    Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text());
 }
 

@@ -1,5 +1,9 @@
 #include "ui/kit/painting.h"
 
+#include <QStyle>
+#include <QTransform>
+#include <QWidget>
+
 #include "ui/kit/device_pixels.h"
 #include "ui/kit/metrics.h"
 #include "ui/kit/theme.h"
@@ -27,6 +31,34 @@ QRectF along(QRectF rect, Qt::Edge edge, qreal thickness) {
 }
 
 }  // namespace
+
+QRect visualRect(const QWidget& widget, const QRect& rect) {
+  return QStyle::visualRect(widget.layoutDirection(), widget.rect(), rect);
+}
+
+QRectF visualRect(const QWidget& widget, const QRectF& rect) {
+  if (widget.layoutDirection() == Qt::LeftToRight) return rect;
+  return {widget.width() - rect.right(), rect.top(), rect.width(), rect.height()};
+}
+
+void mirrorFor(QPainter& painter, const QWidget& widget) {
+  if (widget.layoutDirection() == Qt::LeftToRight) return;
+  painter.translate(widget.width(), 0);
+  painter.scale(-1, 1);
+}
+
+void drawChevron(QPainter& painter, const QPointF& centre, Qt::ArrowType pointing,
+                 const QColor& colour) {
+  constexpr qreal half = 4;
+  QTransform turn;
+  turn.rotate(pointing == Qt::DownArrow ? 0 : pointing == Qt::LeftArrow ? 90 : -90);
+  const QPolygonF head({QPointF(-half, -half / 2), QPointF(0, half / 2), QPointF(half, -half / 2)});
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolyline(turn.map(head).translated(centre));
+  painter.restore();
+}
 
 void drawBox(QPainter& painter, const QRectF& rect, qreal radius, const QColor& ground,
              const QColor& border) {

@@ -4,9 +4,24 @@
 #include <QPainter>
 #include <QRectF>
 
+class QWidget;
+
 namespace quorvane {
 
-// All of these align to device pixels, at every scale.
+// Where a rectangle of a widget is drawn: mirrored at the widget's middle if its layout runs from
+// right to left. Places of a widget's parts are reckoned from left to right first.
+QRect visualRect(const QWidget& widget, const QRect& rect);
+QRectF visualRect(const QWidget& widget, const QRectF& rect);
+
+// Mirrors a painter of this widget for shapes of a layout from right to left, such as a slider's
+// marks. Text must not be drawn with it.
+void mirrorFor(QPainter& painter, const QWidget& widget);
+
+// An arrow head without a stem, 8 pixels long.
+void drawChevron(QPainter& painter, const QPointF& centre, Qt::ArrowType pointing,
+                 const QColor& colour);
+
+// All of the following align to device pixels, at every scale.
 
 // A filled box with a border of one device pixel, drawn inside the rectangle. An invalid colour
 // draws nothing.

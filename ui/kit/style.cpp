@@ -39,14 +39,11 @@ void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter, const Q
           : hovered ? t.hover
                     : t.surface,
           border);
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(
-      QPen(enabled ? t.ink2 : t.inkDisabled, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  const QPointF centre(option.rect.right() - chevronRoom / 2.0 + 2, option.rect.center().y() + 1);
-  painter.drawPolyline(
-      QPolygonF({centre + QPointF(-4, -2), centre + QPointF(0, 2), centre + QPointF(4, -2)}));
-  painter.restore();
+  const bool isMirrored = option.direction == Qt::RightToLeft;
+  const qreal inside = chevronRoom / 2.0 - 2;
+  const QPointF centre(isMirrored ? option.rect.left() + inside : option.rect.right() - inside,
+                       option.rect.center().y() + 1);
+  drawChevron(painter, centre, Qt::DownArrow, enabled ? t.ink2 : t.inkDisabled);
 }
 
 void drawStep(QPainter& painter, const QRect& rect, bool plus, bool enabled, bool hovered) {
@@ -253,7 +250,7 @@ QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* o
     return scrollBarRect(*bar, subControl);
   }
   if (control == CC_ComboBox && subControl != SC_ComboBoxListBoxPopup) {
-    return comboBoxRect(option->rect, subControl);
+    return visualRect(option->direction, option->rect, comboBoxRect(option->rect, subControl));
   }
   return QProxyStyle::subControlRect(control, option, subControl, widget);
 }

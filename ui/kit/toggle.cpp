@@ -17,6 +17,9 @@ constexpr int switchHeight = 16;
 constexpr int knobInset = 2;
 constexpr int wordGap = 7;
 
+// The width of the switch with the room for its ring.
+constexpr int switchRoom = Metrics::ringGap + Metrics::ringWidth + switchWidth;
+
 }  // namespace
 
 Toggle::Toggle(const QString& word, QWidget* parent) : QAbstractButton(parent) {
@@ -37,15 +40,14 @@ void Toggle::show(bool on, bool changed) {
 }
 
 QRect Toggle::switchRect() const {
-  return {Metrics::ringGap + Metrics::ringWidth, (height() - switchHeight) / 2, switchWidth,
-          switchHeight};
+  return visualRect(*this, QRect(Metrics::ringGap + Metrics::ringWidth,
+                                 (height() - switchHeight) / 2, switchWidth, switchHeight));
 }
 
 QSize Toggle::sizeHint() const {
   const QFont font = Metrics::font(Metrics::Type::callout);
   const int word = QFontMetrics(font).horizontalAdvance(text());
-  return {switchRect().right() + 1 + wordGap + word,
-          Metrics::atLeast(Metrics::rowControlHeight, font)};
+  return {switchRoom + wordGap + word, Metrics::atLeast(Metrics::rowControlHeight, font)};
 }
 
 void Toggle::paintEvent(QPaintEvent* /*event*/) {
@@ -70,12 +72,13 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
   drawBox(painter, box, box.height() / 2, track, border);
   const qreal inset = pixels.length(knobInset);
   const qreal size = box.height() - 2 * inset;
-  const qreal x = on ? box.right() - inset - size : box.left() + inset;
+  const bool isRight = on == (layoutDirection() == Qt::LeftToRight);
+  const qreal x = isRight ? box.right() - inset - size : box.left() + inset;
   drawDot(painter, QRectF(x, box.top() + inset, size, size), knob);
 
   painter.setFont(Metrics::font(Metrics::Type::callout));
   painter.setPen(t.ink2);
-  painter.drawText(rect().adjusted(switchRect().right() + 1 + wordGap, 0, 0, 0),
+  painter.drawText(visualRect(*this, rect().adjusted(switchRoom + wordGap, 0, 0, 0)),
                    Qt::AlignLeft | Qt::AlignVCenter, text());
 }
 

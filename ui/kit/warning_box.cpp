@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/symbols.h"
@@ -24,7 +25,8 @@ WarningBox::WarningBox(const QString& heading, const QString& body, QWidget* par
   setAccessibleName(QStringLiteral("Warning: ") + heading);
   setAccessibleDescription(body);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(boxInset + warningSymbol + boxInset, boxInset, boxInset, boxInset);
+  column->setContentsMargins(
+      visualMargins(*this, {boxInset + warningSymbol + boxInset, boxInset, boxInset, boxInset}));
   column->setSpacing(2);
   QLabel* const head = PlainText::label(heading);
   head->setObjectName(QStringLiteral("warningHeading"));
@@ -43,8 +45,9 @@ void WarningBox::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   drawBox(painter, rect(), Metrics::cardRadius, t.warningGround, t.warningLine);
-  drawSymbol(painter, QPointF(boxInset, boxInset), QStringLiteral("exclamationmark.triangle.fill"),
-             warningSymbol, t.warningIcon);
+  const QRectF symbol(boxInset, boxInset, warningSymbol, warningSymbol);
+  drawSymbol(painter, visualRect(*this, symbol).topLeft(),
+             QStringLiteral("exclamationmark.triangle.fill"), warningSymbol, t.warningIcon);
 }
 
 }  // namespace quorvane

@@ -64,16 +64,23 @@ void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const int baseline = rect.top() + linePadding() + QFontMetrics(body).ascent();
   painter->setFont(fixed);
   painter->setPen(t.ink2);
-  painter->drawText(rect.left() + sideOf(option), baseline, time);
+  const auto placed = [&](const QRect& part) {
+    return QStyle::visualRect(option.direction, rect, part);
+  };
+  const QFontMetrics timeMetrics(fixed);
+  const QRect timeBox(rect.left() + sideOf(option), baseline - timeMetrics.ascent(),
+                      timeMetrics.horizontalAdvance(longestTime_), timeMetrics.height());
+  painter->drawText(placed(timeBox), Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, time);
   const QRect box = textBox(option).translated(rect.left(), rect.top());
   if (isError) {
     const int top = rect.top() + linePadding() + (QFontMetrics(body).height() - errorSymbol) / 2;
-    drawSymbol(*painter, QPointF(box.left() - gutter, top),
-               QStringLiteral("exclamationmark.triangle.fill"), errorSymbol, t.error);
+    const QRect mark(box.left() - gutter, top, errorSymbol, errorSymbol);
+    drawSymbol(*painter, placed(mark).topLeft(), QStringLiteral("exclamationmark.triangle.fill"),
+               errorSymbol, t.error);
   }
   painter->setFont(body);
   painter->setPen(isError ? t.error : t.ink);
-  painter->drawText(box.translated(0, linePadding()),
+  painter->drawText(placed(box).translated(0, linePadding()),
                     Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
                     index.data(Qt::DisplayRole).toString());
   if (option.state.testFlag(QStyle::State_HasFocus)) {

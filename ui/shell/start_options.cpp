@@ -5,6 +5,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFile>
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 #include <vector>
@@ -17,6 +18,45 @@ namespace quorvane {
 namespace {
 
 constexpr int wrongUsage = 2;
+
+// An option of Qt's, which QApplication handles, with one dash or two.
+struct QtOption {
+  const char* name;
+  bool takesValue;
+};
+
+constexpr std::array qtOptions{
+    QtOption{"display", true},         QtOption{"geometry", true},
+    QtOption{"platform", true},        QtOption{"platformpluginpath", true},
+    QtOption{"platformtheme", true},   QtOption{"plugin", true},
+    QtOption{"qwindowgeometry", true}, QtOption{"qwindowicon", true},
+    QtOption{"qwindowtitle", true},    QtOption{"reverse", false},
+    QtOption{"session", true},         QtOption{"style", true},
+    QtOption{"stylesheet", true},      QtOption{"widgetcount", false},
+};
+
+// The option of Qt's that a word names: "-style", "--style" or "-style=NAME". Null for other words.
+const QtOption* qtOption(const QString& word) {
+  if (!word.startsWith(u'-')) return nullptr;
+  const QString name = word.mid(word.startsWith(QStringLiteral("--")) ? 2 : 1).section(u'=', 0, 0);
+  const auto* const found =
+      std::find_if(qtOptions.begin(), qtOptions.end(),
+                   [&](const QtOption& option) { return name == QLatin1String(option.name); });
+  return found == qtOptions.end() ? nullptr : found;
+}
+
+// The words before "--" without Qt's options and their values, then the rest.
+QStringList withoutQtOptions(const QStringList& words) {
+  QStringList rest;
+  bool isValue = false;
+  for (qsizetype i = 0; i < words.size(); ++i) {
+    if (words[i] == QStringLiteral("--")) return rest + words.mid(i);
+    const QtOption* const option = isValue ? nullptr : qtOption(words[i]);
+    if (option == nullptr && !isValue) rest += words[i];
+    isValue = option != nullptr && option->takesValue && !words[i].contains(u'=');
+  }
+  return rest;
+}
 
 QStringList withProduct(const QStringList& words) {
   std::vector<std::string> plain;
@@ -44,7 +84,8 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
   QCommandLineParser parser;
   parser.setApplicationDescription(
       QStringLiteral("Tunes a Fanatec wheel base.\n"
-                     "Files are settings to import; a window that is open already takes them."));
+                     "Files are settings to import; a window that is open already takes them.\n"
+                     "Qt's own options, such as -reverse, are accepted too."));
   const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                 QStringLiteral("Print this help and end."));
   const QCommandLineOption versionOption(QStringLiteral("version"),
@@ -74,7 +115,7 @@ StartOptions parseStart(const QStringList& words, std::optional<StartText>& inst
                                QStringLiteral("[FILE...]"));
 
   StartOptions options;
-  if (!parser.parse(withProduct(words))) {
+  if (!parser.parse(withProduct(withoutQtOptions(words)))) {
     instead = {parser.errorText() + QStringLiteral("\nRun with --help for more information.\n"),
                wrongUsage};
   } else if (parser.isSet(help)) {

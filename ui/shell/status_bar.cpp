@@ -9,6 +9,7 @@
 #include "support/text.h"
 #include "ui/kit/elided_label.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/spinner.h"
@@ -54,7 +55,7 @@ StatusBar::StatusBar(AppModel& model, QWidget* parent)
   spinner_->setAccessibleName(QStringLiteral("Busy"));
   spinner_->hide();
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(lineLeft, 0, sideInset, 0);
+  row->setContentsMargins(visualMargins(*this, {lineLeft, 0, sideInset, 0}));
   row->setSpacing(Metrics::gap);
   row->addWidget(line_);
   row->addWidget(undo_);
@@ -89,8 +90,8 @@ void StatusBar::renderLine() {
   line_->setText(line);
   line_->setForegroundRole(isError ? QPalette::BrightText : QPalette::Dark);
   line_->setAccessibleName(isError ? QStringLiteral("Error, %1").arg(line) : line);
-  layout()->setContentsMargins(lineLeft + (isError ? errorMark + Metrics::gap : 0), 0, sideInset,
-                               0);
+  const int left = lineLeft + (isError ? errorMark + Metrics::gap : 0);
+  layout()->setContentsMargins(visualMargins(*this, {left, 0, sideInset, 0}));
   QAccessibleEvent change(line_, QAccessible::NameChanged);
   QAccessible::updateAccessibility(&change);
 }
@@ -110,12 +111,12 @@ void StatusBar::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), t.window);
   drawEdge(painter, rect(), Qt::TopEdge, t.line);
-  drawDot(
-      painter,
-      QRectF(sideInset, (height() - Metrics::dotSize) / 2.0, Metrics::dotSize, Metrics::dotSize),
-      model().isConnected() ? t.ok : t.idle);
+  const QRectF dot(sideInset, (height() - Metrics::dotSize) / 2.0, Metrics::dotSize,
+                   Metrics::dotSize);
+  drawDot(painter, visualRect(*this, dot), model().isConnected() ? t.ok : t.idle);
   if (!isError_) return;
-  drawSymbol(painter, QPointF(lineLeft, (height() - errorMark) / 2.0),
+  const QRectF mark(lineLeft, (height() - errorMark) / 2.0, errorMark, errorMark);
+  drawSymbol(painter, visualRect(*this, mark).topLeft(),
              QStringLiteral("exclamationmark.triangle.fill"), errorMark, t.error);
 }
 
