@@ -24,6 +24,7 @@
 #include "ui/log/log_page.h"
 #include "ui/model/addresses.h"
 #include "ui/model/availability.h"
+#include "ui/model/bar.h"
 #include "ui/presets/load_preset.h"
 #include "ui/presets/preset_finder.h"
 #include "ui/presets/presets_page.h"
@@ -33,6 +34,8 @@
 #include "ui/shell/sidebar.h"
 #include "ui/shell/status_bar.h"
 #include "ui/tools/tools_page.h"
+#include "ui/tuning/auto_set_warning.h"
+#include "ui/tuning/save_bar.h"
 #include "ui/tuning/tuning_page.h"
 
 namespace quorvane {
@@ -113,7 +116,7 @@ View* MainWindow::page(Section section) {
 View* MainWindow::buildPage(Section section) {
   switch (section) {
     case Section::tuning:
-      return new TuningPage(model_);
+      return buildTuning();
     case Section::base:
       return new BasePage(model_);
     case Section::presets:
@@ -124,6 +127,15 @@ View* MainWindow::buildPage(Section section) {
       return new LogPage(model_);
   }
   Q_UNREACHABLE();
+}
+
+// Puts the bars in their places, the most important ones first.
+View* MainWindow::buildTuning() {
+  auto* const page = new TuningPage(model_);
+  page->barsAbove().add(new AutoSetWarning(model_));
+  saveBar_ = new SaveBar(model_);
+  page->barsBelow().add(saveBar_);
+  return page;
 }
 
 void MainWindow::buildMenus() {
@@ -306,8 +318,10 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(closing_->mayClose()); }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-  auto* const tuning = qobject_cast<TuningPage*>(pages_->currentWidget());
-  if (event->key() == Qt::Key_Escape && tuning != nullptr && tuning->focusDiscard()) return;
+  if (event->key() == Qt::Key_Escape && saveBar_ != nullptr && saveBar_->isVisible()) {
+    saveBar_->focusDiscard();
+    return;
+  }
   QMainWindow::keyPressEvent(event);
 }
 

@@ -13,6 +13,7 @@ namespace quorvane {
 
 class Button;
 class Closing;
+class SaveBar;
 class Sidebar;
 class StatusBar;
 class View;
@@ -52,6 +53,7 @@ class MainWindow final : public QMainWindow {
   View* page(Section section);
   void showPage(View* next);
   View* buildPage(Section section);
+  View* buildTuning();
   void modelChanged();
   void followRequest();
   void placeFindOutWhy();
@@ -65,6 +67,7 @@ class MainWindow final : public QMainWindow {
   QStackedWidget* pages_;
   Button* findOutWhy_;  // over the section "Tuning", below its message, while there is no base
   std::array<View*, allSections.size()> built_{};
+  SaveBar* saveBar_ = nullptr;  // once the section "Tuning" is built
 
   QAction* save_ = nullptr;
   QAction* discard_ = nullptr;

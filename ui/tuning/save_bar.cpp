@@ -24,7 +24,7 @@ constexpr int countGap = 10;
 }  // namespace
 
 SaveBar::SaveBar(AppModel& model, QWidget* parent)
-    : View(model, parent),
+    : Bar(model, parent),
       count_(PlainText::label({}, this)),
       discard_(new Button(QStringLiteral("Discard"), Button::Kind::plain, this)),
       save_(new Button({}, Button::Kind::prominent, this)) {
@@ -40,11 +40,6 @@ SaveBar::SaveBar(AppModel& model, QWidget* parent)
 }
 
 void SaveBar::focusDiscard() { discard_->setFocus(Qt::ShortcutFocusReason); }
-
-void SaveBar::setNarrow(bool narrow) {
-  isNarrow_ = narrow;
-  place();
-}
 
 QSize SaveBar::sizeHint() const {
   return {0, Metrics::saveBarHeight - Metrics::buttonHeight +
@@ -77,16 +72,19 @@ void SaveBar::render() {
 }
 
 void SaveBar::place() {
-  const int inset = isNarrow_ ? Metrics::narrowInset : Metrics::pageInset;
+  const int inset = Metrics::inset(*this);
   const auto put = [&](QWidget* widget, int right) {
     const QSize size = widget->sizeHint();
-    widget->setGeometry(right - size.width(), (height() - size.height()) / 2, size.width(),
-                        size.height());
+    const QRect place(right - size.width(), (height() - size.height()) / 2, size.width(),
+                      size.height());
+    widget->setGeometry(visualRect(*this, place));
+    return place.left();
   };
-  put(save_, std::min(width(), Metrics::contentWidth) - inset);
-  put(discard_, save_->x() - Metrics::gap);
+  const int save = put(save_, std::min(width(), Metrics::contentWidth) - inset);
+  const int discard = put(discard_, save - Metrics::gap);
   const int left = inset + square + countGap;
-  count_->setGeometry(left, 0, std::max(0, discard_->x() - Metrics::gap - left), height());
+  count_->setGeometry(
+      visualRect(*this, QRect(left, 0, std::max(0, discard - Metrics::gap - left), height())));
 }
 
 void SaveBar::resizeEvent(QResizeEvent* /*event*/) { place(); }
@@ -96,8 +94,9 @@ void SaveBar::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), t.tint);
   drawEdge(painter, rect(), Qt::TopEdge, t.tintLine);
-  const int inset = isNarrow_ ? Metrics::narrowInset : Metrics::pageInset;
-  drawBox(painter, QRect(inset, (height() - square) / 2, square, square), 2, t.signal, QColor());
+  const int inset = Metrics::inset(*this);
+  const QRect mark(inset, (height() - square) / 2, square, square);
+  drawBox(painter, visualRect(*this, mark), 2, t.signal, QColor());
 }
 
 }  // namespace quorvane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/model/view.h"
+#include "ui/model/bar.h"
 
 class QLabel;
 
@@ -9,14 +9,16 @@ namespace quorvane {
 class Button;
 
 // The number of unsaved edits, with buttons to save and discard them.
-class SaveBar final : public View {
+class SaveBar final : public Bar {
   Q_OBJECT
 
  public:
   explicit SaveBar(AppModel& model, QWidget* parent = nullptr);
 
   void focusDiscard();
-  void setNarrow(bool narrow);
+
+  // While there are unsaved edits.
+  bool isWanted() const override { return !model().staged().empty(); }
 
   QSize sizeHint() const override;
 
@@ -29,7 +31,6 @@ class SaveBar final : public View {
   QString countText() const;
   void place();
 
-  bool isNarrow_ = false;
   QLabel* count_;
   Button* discard_;
   Button* save_;

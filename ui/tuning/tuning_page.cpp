@@ -6,15 +6,13 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "protocol/setting.h"
 #include "ui/kit/metrics.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/tab_order.h"
-#include "ui/kit/warning_box.h"
 #include "ui/model/availability.h"
+#include "ui/model/bar.h"
 #include "ui/tuning/parameter_row.h"
 #include "ui/tuning/row_layout.h"
-#include "ui/tuning/save_bar.h"
 #include "ui/tuning/setting_help_panel.h"
 #include "ui/tuning/setting_help_popup.h"
 #include "ui/tuning/tuning_header.h"
@@ -25,14 +23,6 @@ namespace {
 constexpr int pointingTime = 300;     // milliseconds
 constexpr int roomBelowMessage = 44;  // for the window's own button
 
-QWidget* framed(QWidget* widget, int inset) {
-  auto* const frame = new QWidget;
-  auto* const box = new QVBoxLayout(frame);
-  box->setContentsMargins(inset, inset / 2 + 2, inset, inset / 2 + 2);
-  box->addWidget(widget);
-  return frame;
-}
-
 }  // namespace
 
 TuningPage::TuningPage(AppModel& model, QWidget* parent)
@@ -40,16 +30,9 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
       message_(PlainText::label()),
       content_(new QWidget),
       header_(new TuningHeader(model)),
-      warningFrame_(framed(
-          new WarningBox(
-              QStringLiteral("This is the A set, Fanatec's Auto Setup."),
-              QStringLiteral("Games that support Auto Setup control these values, and the base "
-                             "reloads factory defaults at boot. Changes you save here work until "
-                             "the next power cycle. Use set C or an advanced set for values you "
-                             "want to keep.")),
-          Metrics::pageInset)),
+      barsAbove_(new BarPlace(model)),
       list_(new QScrollArea),
-      saveBar_(new SaveBar(model)) {
+      barsBelow_(new BarPlace(model)) {
   setObjectName(QStringLiteral("tuningPage"));
   setAccessibleName(QStringLiteral("Tuning menu"));
   message_->setObjectName(QStringLiteral("tuningMessage"));
@@ -82,9 +65,9 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   inner->setContentsMargins(0, 0, 0, 0);
   inner->setSpacing(0);
   inner->addWidget(header_);
-  inner->addWidget(warningFrame_);
+  inner->addWidget(barsAbove_);
   inner->addWidget(list_, 1);
-  inner->addWidget(saveBar_);
+  inner->addWidget(barsBelow_);
   auto* const outer = new QHBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   outer->setSpacing(0);
@@ -93,19 +76,15 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   connect(&model, &AppModel::menuChangedAtBase, this, &TuningPage::noteChanges);
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget* /*before*/, QWidget* now) { focusMoved(now); });
-  saveBar_->hide();
-  warningFrame_->hide();
+  connect(barsAbove_, &BarPlace::barChanged, this, &TuningPage::fitRows);
+  for (const BarPlace* const place : {barsAbove_, barsBelow_}) {
+    connect(place, &BarPlace::focusLeft, this, &TuningPage::returnToRow);
+  }
   content_->hide();
 }
 
 // A row that is deleted with the focus moves it, when the members here are gone already.
 TuningPage::~TuningPage() { disconnect(qApp, nullptr, this, nullptr); }
-
-bool TuningPage::focusDiscard() {
-  if (!saveBar_->isVisible()) return false;
-  saveBar_->focusDiscard();
-  return true;
-}
 
 const QWidget& TuningPage::mainPart() const { return *list_; }
 
@@ -124,11 +103,7 @@ void TuningPage::render() {
                         : QStringLiteral("Connect a base to edit its tuning menu."));
   message_->setContentsMargins(0, 0, 0, model().isConnected() ? 0 : roomBelowMessage);
   message_->setVisible(!hasMenu);
-  if (hasMenu) {
-    renderRows(*menu);
-    warningFrame_->setVisible(!menu->isAdvancedMode() && menu->slot() == autoSet);
-    showSaveBar(!model().staged().empty());
-  }
+  if (hasMenu) renderRows(*menu);
   content_->setVisible(hasMenu);
   renderHelp();
 }
@@ -188,11 +163,10 @@ void TuningPage::renderHelp() {
   fitRows();
 }
 
-// In a wide window rows are taller if all of them fit, also above the save bar.
+// In a wide window rows are taller if all of them fit, also above a bar.
 void TuningPage::fitRows() {
-  const int above = header_->sizeHint().height() +
-                    (warningFrame_->isHidden() ? 0 : warningFrame_->sizeHint().height());
-  const int room = height() - above - saveBar_->sizeHint().height();
+  const int above = header_->sizeHint().height() + barsAbove_->sizeHint().height();
+  const int room = height() - above - barsBelow_->roomFor();
   const int wanted = RowLayout::roomyHeight * static_cast<int>(rows_.size());
   const bool isRoomy = window()->width() >= Metrics::wideFrom && wanted <= room;
   for (ParameterRow* const row : rows_) row->setRoomy(isRoomy);
@@ -219,14 +193,9 @@ std::optional<std::int64_t> TuningPage::unsaved(TuningParameter parameter) const
   return isSaved ? std::nullopt : std::optional(staged->second);
 }
 
-// When the bar is hidden while it has the focus, the control edited last gets it back.
-void TuningPage::showSaveBar(bool shows) {
-  const bool leavesFocus = saveBar_->isVisible() && !shows &&
-                           (isFocusFree() || saveBar_->isAncestorOf(QApplication::focusWidget()));
-  saveBar_->setVisible(shows);
-  if (leavesFocus && lastEdited_ && lastEdited_->isVisible()) {
-    lastEdited_->setFocus(Qt::OtherFocusReason);
-  }
+// When a bar goes with the focus, the control edited last gets it back.
+void TuningPage::returnToRow() {
+  if (lastEdited_ && lastEdited_->isVisible()) lastEdited_->setFocus(Qt::OtherFocusReason);
 }
 
 void TuningPage::noteChanges(const TuningSnapshot& before) {
@@ -253,7 +222,7 @@ void TuningPage::buildRows(const std::vector<TuningParameter>& parameters) {
     connectRow(row);
   }
   std::vector<QWidget*> inReadingOrder(rows_.begin(), rows_.end());
-  inReadingOrder.push_back(saveBar_);
+  inReadingOrder.push_back(barsBelow_);
   chainTabOrder(inReadingOrder);
 }
 
@@ -271,7 +240,6 @@ void TuningPage::connectRow(ParameterRow* row) {
 void TuningPage::setNarrow(bool narrow) {
   isNarrow_ = narrow;
   header_->setNarrow(narrow);
-  saveBar_->setNarrow(narrow);
   for (ParameterRow* const row : rows_) row->setNarrow(narrow);
 }
 

@@ -12,11 +12,10 @@ class QVBoxLayout;
 
 namespace quorvane {
 
+class BarPlace;
 class ParameterRow;
-class SaveBar;
 class SettingHelpPanel;
 class TuningHeader;
-class WarningBox;
 
 // The section "Tuning": the menu of the connected base, one row per parameter.
 class TuningPage final : public View {
@@ -28,8 +27,10 @@ class TuningPage final : public View {
   TuningPage(const TuningPage&) = delete;
   TuningPage& operator=(const TuningPage&) = delete;
 
-  // For Esc: moves the focus to "Discard". False if there is nothing to discard.
-  bool focusDiscard();
+  // The places of the window's bars, above and below the rows. They are hidden while there is no
+  // menu.
+  BarPlace& barsAbove() { return *barsAbove_; }
+  BarPlace& barsBelow() { return *barsBelow_; }
 
   // Whether the panel "What it does" stands beside the list in wide windows. At first it does.
   void setShowsHelp(bool shows);
@@ -45,7 +46,7 @@ class TuningPage final : public View {
 
  private:
   void renderRows(const TuningSnapshot& menu);
-  void showSaveBar(bool shows);
+  void returnToRow();
   void noteChanges(const TuningSnapshot& before);
   std::optional<std::int64_t> unsaved(TuningParameter parameter) const;
   void buildRows(const std::vector<TuningParameter>& parameters);
@@ -60,10 +61,10 @@ class TuningPage final : public View {
   QLabel* message_;
   QWidget* content_;
   TuningHeader* header_;
-  QWidget* warningFrame_;
+  BarPlace* barsAbove_;
   QScrollArea* list_;
   QVBoxLayout* column_;
-  SaveBar* saveBar_;
+  BarPlace* barsBelow_;
   SettingHelpPanel* help_ = nullptr;  // until it is shown for the first time
   std::vector<ParameterRow*> rows_;
   std::optional<FanatecProduct> product_;  // of the current rows
