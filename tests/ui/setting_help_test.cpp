@@ -143,6 +143,7 @@ TEST_F(SettingHelpUi, ThePanelFollowsTheFocusAndStaysWhenItLeavesTheList) {
 
 TEST_F(SettingHelpUi, WithoutAFocusedRowThePanelFollowsThePointerAfterAMoment) {
   openWide();
+  focus("sectionTuning");
   point("DPRRow", QEvent::Enter);
   EXPECT_EQ(explained(), "SEN");
   EXPECT_EQ(endTimers(), 1);

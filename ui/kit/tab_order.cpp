@@ -1,6 +1,7 @@
 #include "ui/kit/tab_order.h"
 
 #include <QLineEdit>
+#include <algorithm>
 
 #include "ui/kit/button.h"
 
@@ -16,6 +17,16 @@ QWidget* controlFrom(const QWidget& from, Step step, const Fits& fits) {
     }
   }
   return nullptr;
+}
+
+// Adds the controls of a part, and `from` if it is in the part, in its Tab order.
+void addControls(std::vector<QWidget*>& controls, QWidget* part, const QWidget* from) {
+  QWidget* widget = part;
+  do {
+    const bool isInside = widget == part || part->isAncestorOf(widget);
+    if (isInside && (takesTab(*widget) || widget == from)) controls.push_back(widget);
+    widget = widget->nextInFocusChain();
+  } while (widget != part);
 }
 
 }  // namespace
@@ -50,6 +61,18 @@ QWidget* nextControl(const QWidget& from, const Fits& fits) {
 
 QWidget* previousControl(const QWidget& from, const Fits& fits) {
   return controlFrom(from, &QWidget::previousInFocusChain, fits);
+}
+
+QWidget* controlAmong(const std::vector<QWidget*>& parts, const QWidget* from, bool next) {
+  std::vector<QWidget*> controls;
+  for (QWidget* const part : parts) addControls(controls, part, from);
+  if (!next) std::reverse(controls.begin(), controls.end());
+  const auto place = std::find(controls.begin(), controls.end(), from);
+  if (place != controls.end()) std::rotate(controls.begin(), place + 1, controls.end());
+  const auto found = std::find_if(controls.begin(), controls.end(), [from](const QWidget* control) {
+    return control != from && (from == nullptr || !from->isAncestorOf(control));
+  });
+  return found == controls.end() ? nullptr : *found;
 }
 
 }  // namespace quorvane

@@ -22,4 +22,10 @@ using Fits = std::function<bool(const QWidget&)>;
 QWidget* nextControl(const QWidget& from, const Fits& fits = {});
 QWidget* previousControl(const QWidget& from, const Fits& fits = {});
 
+// Where Tab leads to from `from`, or Shift+Tab if `next` is false, in a window whose parts follow
+// each other in this order. Within a part its own Tab order counts. After the last control comes
+// the first one, which is also the next if `from` is in no part. Controls inside of `from` are left
+// out. Null if there is no other control.
+QWidget* controlAmong(const std::vector<QWidget*>& parts, const QWidget* from, bool next);
+
 }  // namespace quorvane

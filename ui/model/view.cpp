@@ -1,6 +1,7 @@
 #include "ui/model/view.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QMetaObject>
 
 #include "ui/kit/tab_order.h"
@@ -44,11 +45,17 @@ QWidget* View::firstControl(const QWidget& part) const {
 
 void View::takeFocus() {
   QWidget* control = focusWidget();
-  if (control == nullptr || control == this || !takesTab(*control)) {
+  if (control == nullptr || control == this || !takesTab(*control) ||
+      qobject_cast<QLineEdit*>(control) != nullptr) {
     control = firstControl(mainPart());
     if (control == nullptr) control = firstControl(*this);
   }
-  (control != nullptr ? control : this)->setFocus(Qt::OtherFocusReason);
+  awaitsControl_ = control == nullptr;
+  if (awaitsControl_) {
+    keepFocus(nullptr);
+  } else {
+    control->setFocus(Qt::OtherFocusReason);
+  }
 }
 
 void View::keepFocus(QWidget* place) {
@@ -58,6 +65,8 @@ void View::keepFocus(QWidget* place) {
 }
 
 void View::returnFocus() {
+  if (awaitsControl_ && window()->focusWidget() == this) takeFocus();
+  awaitsControl_ = awaitsControl_ && window()->focusWidget() == this;
   if (!unfocused_) return;
   if (window()->focusWidget() != this) {
     unfocused_.clear();
@@ -77,14 +86,22 @@ bool View::focusNextPrevChild(bool next) {
       if (qobject_cast<View*>(focused) == nullptr) unfocused_ = focused;
       return true;
     }
-    if (focused == this && place_) {
-      QWidget* const control = next ? nextControl(*place_) : previousControl(*place_);
-      if (control == nullptr) return false;
+    QWidget* const control = focused == this ? controlBeside(next) : nullptr;
+    if (control != nullptr) {
       control->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
       return true;
     }
   }
   return QWidget::focusNextPrevChild(next);
+}
+
+// The view's control before or after the place of the focus, while the view itself has it.
+QWidget* View::controlBeside(bool next) const {
+  if (!place_ && !next) return nullptr;
+  const QWidget* from = this;
+  if (place_) from = place_;
+  QWidget* const control = next ? nextControl(*from) : previousControl(*from);
+  return control != nullptr && isAncestorOf(control) ? control : nullptr;
 }
 
 void View::hideEvent(QHideEvent* event) {

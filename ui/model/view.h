@@ -22,9 +22,9 @@ class View : public QWidget {
   // Whether no control has the keyboard focus: no widget has it, or a view does.
   static bool isFocusFree();
 
-  // Gives the focus to the control that had it last in this view; if that cannot take it, to the
-  // first control of mainPart() that is safe to focus (isSafeToFocus), else of the view, else to
-  // the view.
+  // Gives the focus to the control that had it last in this view, unless that is a text field; if
+  // it cannot take it, to the first control of mainPart() that is safe to focus (isSafeToFocus),
+  // else of the view. Without one the view has the focus until it shows one.
   void takeFocus();
 
  protected:
@@ -45,6 +45,7 @@ class View : public QWidget {
 
  private:
   QWidget* firstControl(const QWidget& part) const;
+  QWidget* controlBeside(bool next) const;
   void schedule();
   void renderIfDue();
   void returnFocus();
@@ -52,6 +53,7 @@ class View : public QWidget {
   AppModel& model_;
   QPointer<QWidget> place_;      // Tab continues from here while the view has the focus
   QPointer<QWidget> unfocused_;  // the control that gets the focus back
+  bool awaitsControl_ = false;   // takeFocus() found none yet
   bool isDue_ = true;
   bool isScheduled_ = false;
 };

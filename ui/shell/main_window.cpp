@@ -20,6 +20,7 @@
 #include "ui/kit/metrics.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/readout.h"
+#include "ui/kit/tab_order.h"
 #include "ui/kit/text.h"
 #include "ui/log/log_page.h"
 #include "ui/model/addresses.h"
@@ -53,6 +54,7 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
       closing_(new Closing(model, *this)),
       sidebar_(new Sidebar(model)),
       pages_(new QStackedWidget),
+      statusBar_(new StatusBar(model)),
       findOutWhy_(new Button(QStringLiteral("Find out why"))) {
   setObjectName(QStringLiteral("mainWindow"));
   PlainText::setWindowTitle(*this, note.isEmpty() ? QStringLiteral("Quorvane")
@@ -66,7 +68,7 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(pages_, 1);
-  column->addWidget(new StatusBar(model));
+  column->addWidget(statusBar_);
   auto* const centre = new QWidget;
   auto* const row = new QHBoxLayout(centre);
   row->setContentsMargins(0, 0, 0, 0);
@@ -102,6 +104,29 @@ void MainWindow::showPage(View* next) {
   if (movesFocus) pages_->setFocus(Qt::OtherFocusReason);
   pages_->setCurrentWidget(next);
   if (movesFocus) next->takeFocus();
+}
+
+// Without a base, "Find out why" is all that there is on the page "Tuning".
+void MainWindow::focusPage() {
+  View* const shown = page(section_);
+  shown->takeFocus();
+  if (focusWidget() == shown && findOutWhy_->isVisible()) {
+    findOutWhy_->setFocus(Qt::OtherFocusReason);
+  }
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  if (!event->spontaneous() && focusWidget() == nullptr) focusPage();
+}
+
+// The page comes first, the sidebar with its links last.
+bool MainWindow::focusNextPrevChild(bool next) {
+  QWidget* const control =
+      controlAmong({page(section_), findOutWhy_, statusBar_, sidebar_}, focusWidget(), next);
+  if (control == nullptr) return QMainWindow::focusNextPrevChild(next);
+  control->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  return true;
 }
 
 View* MainWindow::page(Section section) {
@@ -192,7 +217,7 @@ void MainWindow::buildViewMenu(QMenu* menu) {
         QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(i))), this,
         [this, section] {
           setSection(section);
-          page(section)->takeFocus();
+          focusPage();
         });
     action->setObjectName(QStringLiteral("view%1Action").arg(text(rawValue(section))));
   }

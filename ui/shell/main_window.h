@@ -37,10 +37,12 @@ class MainWindow final : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -52,6 +54,7 @@ class MainWindow final : public QMainWindow {
   void buildHelpMenu(QMenu* menu);
   View* page(Section section);
   void showPage(View* next);
+  void focusPage();
   View* buildPage(Section section);
   View* buildTuning();
   void modelChanged();
@@ -65,6 +68,7 @@ class MainWindow final : public QMainWindow {
   Closing* closing_;
   Sidebar* sidebar_;
   QStackedWidget* pages_;
+  StatusBar* statusBar_;
   Button* findOutWhy_;  // over the section "Tuning", below its message, while there is no base
   std::array<View*, allSections.size()> built_{};
   SaveBar* saveBar_ = nullptr;  // once the section "Tuning" is built

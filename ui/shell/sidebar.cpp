@@ -9,6 +9,7 @@
 #include "ui/kit/link_row.h"
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
+#include "ui/kit/shared_tab_stop.h"
 #include "ui/kit/symbols.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
@@ -68,16 +69,19 @@ class SidebarRow final : public QAbstractButton {
       drawBox(painter, rect(), Metrics::controlRadius, chosen ? t.selection : t.hover, QColor());
     }
     if (chosen) {
-      drawBar(painter, QRectF(0, (height() - markHeight) / 2.0, markWidth, markHeight),
-              t.brandEdge);
+      const QRectF mark(0, (height() - markHeight) / 2.0, markWidth, markHeight);
+      drawBar(painter, visualRect(*this, mark), t.brandEdge);
     }
     const QColor ink = chosen ? t.brandText : t.ink2;
-    drawSymbol(painter, QPointF(symbolInset, (height() - sectionSymbol) / 2.0),
-               text(symbolName(section_)), sectionSymbol, ink);
+    const QRectF symbol(symbolInset, (height() - sectionSymbol) / 2.0, sectionSymbol,
+                        sectionSymbol);
+    drawSymbol(painter, visualRect(*this, symbol).topLeft(), text(symbolName(section_)),
+               sectionSymbol, ink);
     painter.setFont(Metrics::font(chosen ? Metrics::Type::value : Metrics::Type::body));
     painter.setPen(t.ink);
-    painter.drawText(rect().adjusted(symbolInset + sectionSymbol + symbolGap, 0, 0, 0),
-                     Qt::AlignLeft | Qt::AlignVCenter, QAbstractButton::text());
+    const QRect title = rect().adjusted(symbolInset + sectionSymbol + symbolGap, 0, 0, 0);
+    painter.drawText(visualRect(*this, title), Qt::AlignLeft | Qt::AlignVCenter,
+                     QAbstractButton::text());
     if (count_ > 0) drawPill(painter);
   }
 
@@ -92,8 +96,8 @@ class SidebarRow final : public QAbstractButton {
     const QFontMetrics metrics(font);
     const int pillHeight = std::max(Metrics::pillHeight, metrics.height() + 2);
     const int width = std::max(pillHeight, metrics.horizontalAdvance(number) + 2 * pillPadding - 4);
-    const QRect pill(this->width() - symbolInset - width, (height() - pillHeight) / 2, width,
-                     pillHeight);
+    const QRect pill = visualRect(*this, QRect(this->width() - symbolInset - width,
+                                               (height() - pillHeight) / 2, width, pillHeight));
     drawBox(painter, pill, pillHeight / 2.0, t.pill, QColor());
     painter.setFont(font);
     painter.setPen(t.brandText);
@@ -126,17 +130,25 @@ Sidebar::Sidebar(AppModel& model, QWidget* parent) : View(model, parent) {
   auto* const links = new QVBoxLayout;
   links->setContentsMargins(linkInset, 0, linkInset, 0);
   links->setSpacing(linkSpacing);
-  links->addWidget(new LinkRow(QStringLiteral("heart"), QStringLiteral("Support the firmware work"),
-                               Addresses::firmwareSupport(), QStringLiteral("supportLink")));
-  links->addWidget(new LinkRow(QStringLiteral("safari"), Addresses::website().host(),
-                               Addresses::website(), QStringLiteral("websiteLink")));
+  auto* const support =
+      new LinkRow(QStringLiteral("heart"), QStringLiteral("Support the firmware work"),
+                  Addresses::firmwareSupport(), QStringLiteral("supportLink"));
+  auto* const website = new LinkRow(QStringLiteral("safari"), Addresses::website().host(),
+                                    Addresses::website(), QStringLiteral("websiteLink"));
+  links->addWidget(support);
+  links->addWidget(website);
+  new SharedTabStop({support, website}, this);
   column->addLayout(links);
 }
 
+// Only the chosen row is a Tab stop; the arrow keys move to the others.
 void Sidebar::setSection(Section section) {
-  QAbstractButton& row = *rows_[static_cast<std::size_t>(section)];
-  const QSignalBlocker silent(row);
-  row.setChecked(true);
+  SidebarRow* const chosen = rows_[static_cast<std::size_t>(section)];
+  for (SidebarRow* const row : rows_) {
+    row->setFocusPolicy(row == chosen ? Qt::StrongFocus : Qt::ClickFocus);
+  }
+  const QSignalBlocker silent(chosen);
+  chosen->setChecked(true);
 }
 
 void Sidebar::render() {
@@ -147,7 +159,8 @@ void Sidebar::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   painter.fillRect(rect(), t.sidebar);
-  drawEdge(painter, rect(), Qt::RightEdge, t.line);
+  drawEdge(painter, rect(), layoutDirection() == Qt::LeftToRight ? Qt::RightEdge : Qt::LeftEdge,
+           t.line);
   const int divider = layout()->itemAt(layout()->count() - 1)->geometry().top() - linkInset;
   drawEdge(painter, QRect(0, divider, width(), 1), Qt::TopEdge, t.line);
 }
