@@ -150,11 +150,15 @@ class ScriptedSurvey final : public HIDSurvey {
   void beforeTelling(std::function<void()> event) { beforeTelling_ = std::move(event); }
   int timesTold() const { return timesTold_; }
 
+  // The facts to tell from now on; before, those of a simulated machine. No examination may run.
+  void tell(MachineFacts facts) { facts_ = std::move(facts); }
+
   MachineFacts take(std::int64_t vendorID) override;
 
  private:
   std::function<void()> beforeTelling_;
   std::atomic<int> timesTold_ = 0;
+  std::optional<MachineFacts> facts_;
 };
 
 // A model with simulated bases, in the simulated time of the first base unless useRealTime() is

@@ -14,11 +14,13 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <utility>
 
 #include "support/standard_streams.h"
 #include "tests/app/no_panels.h"
 #include "tests/windowless/line_input.h"
 #include "ui/base/base_row.h"
+#include "ui/base/check_fold.h"
 #include "ui/base/check_row.h"
 #include "ui/kit/style.h"
 #include "ui/kit/text.h"
@@ -57,7 +59,13 @@ nlohmann::ordered_json bases(const QWidget& window) {
 nlohmann::ordered_json checks(const QWidget& window) {
   nlohmann::ordered_json json = nlohmann::ordered_json::object();
   for (const CheckRow* const row : window.findChildren<CheckRow*>()) {
-    if (row->isVisible()) json[shownText(*row, "checkTitle")] = shownText(*row, "checkOutcome");
+    if (row->isVisible()) json[shownText(*row, "checkTitle")] = "Failed";
+  }
+  for (const auto& [name, outcome] :
+       {std::pair("passedChecks", "Passed"), std::pair("uncheckedChecks", "Not checked")}) {
+    const auto* const fold = window.findChild<CheckFold*>(QString::fromLatin1(name));
+    if (fold == nullptr || !fold->isVisible()) continue;
+    for (const DoctorCheck& check : fold->checks()) json[check.title] = outcome;
   }
   return json;
 }

@@ -5,11 +5,13 @@
 #include <QLabel>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/ui/window_fixture.h"
 #include "ui/base/check_row.h"
 #include "ui/base/check_text.h"
+#include "ui/kit/form.h"
 
 namespace quorvane {
 namespace {
@@ -32,13 +34,21 @@ class CheckListTest : public WindowTest {
     return model().examination().value().diagnosis.checks;
   }
 
-  // The visible text of each row: "TITLE | Outcome | finding | next step".
+  std::vector<DoctorCheck> checksThat(CheckOutcome outcome) {
+    std::vector<DoctorCheck> found;
+    for (const DoctorCheck& check : checks()) {
+      if (check.outcome == outcome) found.push_back(check);
+    }
+    return found;
+  }
+
+  // The visible text of each failed check: "TITLE | finding | next step | command | afterwards".
   Lines rows() {
     Lines lines;
     for (const CheckRow* const row : find("checkList").findChildren<CheckRow*>()) {
       std::string line;
       for (const char* const part :
-           {"checkTitle", "checkOutcome", "checkFinding", "checkNextStep"}) {
+           {"checkTitle", "checkFinding", "checkNextStep", "checkCommand", "checkAfterwards"}) {
         const auto& label = find<QLabel>(part, *row);
         if (label.isVisible()) line += (line.empty() ? "" : " | ") + textOf(label);
       }
@@ -49,10 +59,42 @@ class CheckListTest : public WindowTest {
 
   Lines expectedRows() {
     Lines lines;
-    for (const DoctorCheck& check : checks()) {
-      std::string line = check.title + " | " + outcomeWord(check.outcome) + " | " + check.finding;
-      if (check.outcome == CheckOutcome::failed) line += " | Next step: " + check.nextStep;
+    for (const DoctorCheck& check : checksThat(CheckOutcome::failed)) {
+      std::string line = check.title + " | " + check.finding + " | " + nextStepText(check);
+      if (!check.command.empty()) line += " | " + check.command;
+      if (!afterCommandText(check).empty()) line += " | " + afterCommandText(check);
       lines.push_back(line);
+    }
+    return lines;
+  }
+
+  // Facts of a base that udev has not announced and to which no rule grants access.
+  void tellUnready() {
+    MachineFacts facts;
+    facts.hasUSB = true;
+    facts.hasUdev = true;
+    facts.seatedUsers = {1000};
+    facts.user.id = 1000;
+    HIDFacts& hid = facts.hid.emplace_back();
+    hid.name = "0003:0EB7:0020.0001";
+    hid.productID = 0x0020;
+    hid.driver = "hid-generic";
+    NodeFacts& node = hid.node.emplace();
+    node.path = "/dev/hidraw3";
+    node.exists = true;
+    node.mode = 0600;
+    survey_.tell(facts);
+  }
+
+  QAbstractButton& line(const std::string& fold) { return find<QAbstractButton>(fold + "Line"); }
+
+  // Title and finding of each row of an unfolded line.
+  Lines unfolded(const std::string& fold) {
+    Lines lines;
+    for (const FormRow* const row : find(fold).findChildren<FormRow*>()) {
+      if (!row->isVisible()) continue;
+      lines.push_back(row->findChild<QLabel*>()->text().toStdString() + " | " +
+                      row->value().toStdString());
     }
     return lines;
   }
@@ -78,18 +120,67 @@ TEST_F(CheckListTest, IsNotBuiltUnasked) {
   EXPECT_EQ(survey_.timesTold(), 0);
 }
 
-TEST_F(CheckListTest, ShowsEveryCheckWithItsOutcomeFindingAndNextStep) {
+TEST_F(CheckListTest, ShowsWhatFailedWithFindingNextStepAndCommand) {
+  tellUnready();
   openBase();
   examine();
   EXPECT_TRUE(isVisible("checkList"));
   EXPECT_EQ(rows(), expectedRows());
-  EXPECT_TRUE(text("checksSummary").starts_with(checksSummary(checks()) + ", at "));
-  EXPECT_EQ(name("checksSummary"), text("checksSummary"));
-  for (const DoctorCheck& check : checks()) {
+  ASSERT_EQ(rows().size(), 2U);
+  EXPECT_EQ(rows()[0],
+            "Device node | /dev/hidraw3 is there, but udev has not announced it | Next step: Have "
+            "udev go through the devices again: | sudo udevadm trigger && sudo udevadm settle");
+  EXPECT_EQ(text("checksSummary"), checksSummary(checks()));
+  EXPECT_TRUE(text("checksTime").starts_with("at "));
+  EXPECT_EQ(name("checksSummary"), text("checksSummary") + ", " + text("checksTime"));
+  for (const DoctorCheck& check : checksThat(CheckOutcome::failed)) {
     const CheckRow& row = find<CheckRow>("check " + check.id);
     EXPECT_EQ(row.accessibleName().toStdString(), spokenCheck(check));
     EXPECT_EQ(find("checkFinding", row).accessibleName().toStdString(), spokenCheck(check));
   }
+}
+
+TEST_F(CheckListTest, CopiesACommand) {
+  tellUnready();
+  openBase();
+  examine();
+  const CheckRow& row = find<CheckRow>("check node");
+  click(find("copyCommandButton", row));
+  EXPECT_EQ(QGuiApplication::clipboard()->text(),
+            QStringLiteral("sudo udevadm trigger && sudo udevadm settle"));
+  EXPECT_EQ(find("copyCommandButton", row).accessibleName(),
+            QStringLiteral("Copy the command, Device node"));
+}
+
+TEST_F(CheckListTest, FoldsWhatPassedOrWasNotCheckedToALineEach) {
+  tellUnready();
+  openBase();
+  examine();
+  for (const auto& [fold, outcome] : {std::pair("passedChecks", CheckOutcome::passed),
+                                      std::pair("uncheckedChecks", CheckOutcome::notChecked)}) {
+    const auto folded = checksThat(outcome);
+    ASSERT_FALSE(folded.empty());
+    Lines wanted;
+    for (const DoctorCheck& check : folded) wanted.push_back(check.title + " | " + check.finding);
+    EXPECT_TRUE(line(fold).isVisible());
+    EXPECT_EQ(textOf(line(fold)), countOf(outcome, folded.size()));
+    EXPECT_EQ(line(fold).accessibleName().toStdString(),
+              countOf(outcome, folded.size()) + ", " + titlesOf(folded));
+    EXPECT_EQ(unfolded(fold), Lines{});
+    click(line(fold));
+    EXPECT_EQ(unfolded(fold), wanted);
+    click(line(fold));
+    EXPECT_EQ(unfolded(fold), Lines{});
+  }
+}
+
+TEST_F(CheckListTest, ALineIsUnfoldedByTheKeyboardToo) {
+  openBase();
+  examine();
+  focus("uncheckedChecksLine");
+  press(Qt::Key_Space);
+  EXPECT_NE(unfolded("uncheckedChecks"), Lines{});
+  EXPECT_EQ(focused(), "uncheckedChecksLine");
 }
 
 TEST_F(CheckListTest, ShowsAnotherOutcomeInTheSameRows) {
@@ -124,8 +215,9 @@ TEST_F(CheckListTest, IsBusyWhileItChecks) {
   }
   gate->open();
   settle();
-  for (const char* const enabled : {"checkAgainButton", "copyReportButton", "saveReportButton"}) {
-    EXPECT_EQ(state(enabled), "enabled");
+  EXPECT_EQ(state("checkAgainButton"), "enabled");
+  for (const char* const reportButton : {"copyReportButton", "saveReportButton"}) {
+    EXPECT_TRUE(state(reportButton).starts_with("enabled: The report is for a bug report: "));
   }
 }
 
@@ -170,17 +262,31 @@ TEST_F(CheckListTest, SavesTheReport) {
 }
 
 TEST_F(CheckListTest, FitsTheSmallestWindow) {
+  tellUnready();
   openBase();
   window().resize(860, 560);
   examine();
   EXPECT_EQ(window().size(), QSize(860, 560));
-  for (const CheckRow* const row : find("checkList").findChildren<CheckRow*>()) {
-    for (const QLabel* const label : row->findChildren<QLabel*>()) {
-      if (!label->isVisible()) continue;
-      EXPECT_GE(label->height(), label->heightForWidth(label->width()))
-          << label->text().toStdString();
-      EXPECT_LE(label->mapTo(row, label->rect().topRight()).x(), row->width());
-    }
+  for (const char* const fold : {"passedChecks", "uncheckedChecks"}) click(line(fold));
+  settle();
+  for (const QLabel* const label : find("checkList").findChildren<QLabel*>()) {
+    if (!label->isVisible()) continue;
+    EXPECT_GE(label->height(), label->heightForWidth(label->width()))
+        << label->text().toStdString();
+    EXPECT_LE(label->mapTo(&find("checkList"), label->rect().topRight()).x(),
+              find("checkList").width());
+  }
+}
+
+TEST_F(CheckListTest, ItsButtonsAreInTheSmallestWindowWithoutScrolling) {
+  tellUnready();
+  openBase();
+  window().resize(860, 560);
+  examine();
+  const QRect page(find("basePage").mapTo(&window(), QPoint()), find("basePage").size());
+  for (const char* const button : {"checkAgainButton", "copyReportButton", "saveReportButton"}) {
+    const QRect place(find(button).mapTo(&window(), QPoint()), find(button).size());
+    EXPECT_TRUE(page.contains(place)) << button;
   }
 }
 

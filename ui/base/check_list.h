@@ -2,16 +2,19 @@
 
 #include <vector>
 
+#include "doctor/check.h"
 #include "ui/kit/form.h"
 
 namespace quorvane {
 
 class AppModel;
 class Button;
+class CheckFold;
 class CheckRow;
 
-// The doctor's checks, with buttons to repeat them and to copy or save a report. Visible while the
-// model needs an examination and one is running or done.
+// The doctor's checks: a summary with buttons to repeat them and to copy or save a report, then
+// each check that failed, then those that passed and those not made, folded to a line each. Visible
+// while the model needs an examination and one is running or done.
 class CheckList final : public Card {
   Q_OBJECT
 
@@ -31,14 +34,20 @@ class CheckList final : public Card {
   void rebuilt();
 
  private:
+  QWidget* summaryRow();
   void showSummary(const AppModel& model);
+  void showChecks(const std::vector<DoctorCheck>& checks);
   void build(std::size_t count);
 
   QLabel* summary_;
-  std::vector<CheckRow*> rows_;
+  QLabel* time_;
   Button* again_;
   Button* copy_;
   Button* save_;
+  std::vector<CheckRow*> rows_;  // of the checks that failed
+  CheckFold* passed_;
+  CheckFold* notChecked_;
+  std::vector<DoctorCheck> checks_;  // what is shown
 };
 
 }  // namespace quorvane

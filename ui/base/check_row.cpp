@@ -1,13 +1,17 @@
 #include "ui/base/check_row.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
 
 #include "ui/base/check_text.h"
+#include "ui/kit/button.h"
 #include "ui/kit/form.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/symbols.h"
@@ -17,85 +21,79 @@
 namespace quorvane {
 namespace {
 
-constexpr int markSize = 14;
-constexpr int markGap = 6;
-constexpr int textGap = 2;
-
-QVBoxLayout* column(QWidget* first, QWidget* second) {
-  auto* const column = new QVBoxLayout;
-  column->setSpacing(textGap);
-  column->addWidget(first);
-  column->addWidget(second);
-  column->addStretch();
-  return column;
-}
+constexpr int failureMark = 16;
+constexpr int failurePadding = 12;  // above and below
+constexpr int failureIndent = Metrics::cardInset + failureMark + 14;
+constexpr int findingGap = 2;
+constexpr int stepGap = 6;
 
 }  // namespace
-
-// The outcome as a word after a coloured mark.
-class OutcomeMark final : public QLabel {
- public:
-  OutcomeMark() {
-    setTextFormat(Qt::PlainText);
-    setObjectName(QStringLiteral("checkOutcome"));
-    setFont(Metrics::font(Metrics::Type::callout));
-    setIndent(markSize + markGap);
-  }
-
-  void show(CheckOutcome outcome) {
-    outcome_ = outcome;
-    setText(QString::fromLatin1(outcomeWord(outcome)));
-    update();
-  }
-
- protected:
-  void paintEvent(QPaintEvent* event) override {
-    QLabel::paintEvent(event);
-    const Theme& t = theme();
-    QPainter painter(this);
-    if (outcome_ == CheckOutcome::failed) {
-      drawSymbol(painter, QPointF(0, (height() - markSize) / 2.0),
-                 QStringLiteral("exclamationmark.triangle.fill"), markSize, t.error);
-      return;
-    }
-    drawDot(painter,
-            QRectF((markSize - Metrics::dotSize) / 2.0, (height() - Metrics::dotSize) / 2.0,
-                   Metrics::dotSize, Metrics::dotSize),
-            outcome_ == CheckOutcome::passed ? t.ok : t.idle);
-  }
-
- private:
-  CheckOutcome outcome_ = CheckOutcome::notChecked;
-};
 
 CheckRow::CheckRow(QWidget* parent)
     : QWidget(parent),
       title_(PlainText::label()),
-      outcome_(new OutcomeMark),
       finding_(selectableLabel(QStringLiteral("checkFinding"))),
-      nextStep_(selectableLabel(QStringLiteral("checkNextStep"))) {
+      nextStep_(selectableLabel(QStringLiteral("checkNextStep"))),
+      command_(selectableLabel(QStringLiteral("checkCommand"))),
+      copy_(new Button(QStringLiteral("Copy"))),
+      block_(commandBlock()),
+      afterwards_(selectableLabel(QStringLiteral("checkAfterwards"))) {
   title_->setObjectName(QStringLiteral("checkTitle"));
-  title_->setForegroundRole(QPalette::Dark);
-  title_->setWordWrap(true);
-  title_->setFixedWidth(Metrics::labelColumn);
-  auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(Metrics::cardInset, Metrics::cardLinePadding, Metrics::cardInset,
-                          Metrics::cardLinePadding);
+  title_->setFont(Metrics::font(Metrics::Type::value));
+  finding_->setForegroundRole(QPalette::Dark);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(
+      visualMargins(*this, {failureIndent, failurePadding, Metrics::cardInset, failurePadding}));
+  column->setSpacing(0);
+  column->addWidget(title_);
+  column->addSpacing(findingGap);
+  column->addWidget(finding_);
+  column->addSpacing(stepGap);
+  for (QWidget* const part :
+       {static_cast<QWidget*>(nextStep_), block_, static_cast<QWidget*>(afterwards_)}) {
+    column->addWidget(part);
+  }
+}
+
+QWidget* CheckRow::commandBlock() {
+  copy_->setObjectName(QStringLiteral("copyCommandButton"));
+  copy_->setSymbol(QStringLiteral("doc.on.doc"));
+  PlainText::setToolTip(*copy_, QStringLiteral("Copy the command"));
+  connect(copy_, &Button::clicked, this, &CheckRow::copy);
+  auto* const block = new QWidget;
+  auto* const row = new QHBoxLayout(block);
+  row->setContentsMargins(0, stepGap, 0, 0);
   row->setSpacing(Metrics::gap);
-  row->addLayout(column(title_, outcome_));
-  row->addLayout(column(finding_, nextStep_), 1);
+  row->addWidget(sunken(command_), 1);
+  row->addWidget(copy_);
+  return block;
 }
 
 void CheckRow::show(const DoctorCheck& check) {
   setObjectName(QStringLiteral("check ") + text(check.id));
   setAccessibleName(text(spokenCheck(check)));
   title_->setText(text(check.title));
-  outcome_->show(check.outcome);
   finding_->setText(text(check.finding));
   finding_->setAccessibleName(text(spokenCheck(check)));
   nextStep_->setText(text(nextStepText(check)));
   nextStep_->setAccessibleName(nextStep_->text());
-  nextStep_->setVisible(!check.nextStep.empty());
+  command_->setText(text(check.command));
+  command_->setAccessibleName(QStringLiteral("Command, %1").arg(command_->text()));
+  copy_->setAccessibleName(QStringLiteral("Copy the command, %1").arg(title_->text()));
+  block_->setVisible(!check.command.empty());
+  afterwards_->setText(text(afterCommandText(check)));
+  afterwards_->setAccessibleName(afterwards_->text());
+  afterwards_->setVisible(!afterwards_->text().isEmpty());
+}
+
+void CheckRow::copy() const { QGuiApplication::clipboard()->setText(command_->text()); }
+
+void CheckRow::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const int middle = title_->geometry().center().y() + 1;
+  const QRectF mark(Metrics::cardInset, middle - failureMark / 2.0, failureMark, failureMark);
+  drawSymbol(painter, visualRect(*this, mark).topLeft(),
+             QStringLiteral("exclamationmark.triangle.fill"), failureMark, theme().error);
 }
 
 }  // namespace quorvane

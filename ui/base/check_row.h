@@ -8,9 +8,10 @@ class QLabel;
 
 namespace quorvane {
 
-class OutcomeMark;
+class Button;
 
-// One of the doctor's checks: its title and outcome, and beside them its finding and next step.
+// A check of the doctor's that failed: its title, its finding, the next step, and its command to
+// select or to copy.
 class CheckRow final : public QWidget {
   Q_OBJECT
 
@@ -20,11 +21,20 @@ class CheckRow final : public QWidget {
   void show(const DoctorCheck& check);
   using QWidget::show;
 
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
  private:
+  QWidget* commandBlock();
+  void copy() const;
+
   QLabel* title_;
-  OutcomeMark* outcome_;
   QLabel* finding_;
   QLabel* nextStep_;
+  QLabel* command_;
+  Button* copy_;
+  QWidget* block_;  // command_ and copy_
+  QLabel* afterwards_;
 };
 
 }  // namespace quorvane
