@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTimer>
 #include <functional>
 #include <string>
@@ -17,10 +19,14 @@ using P = TuningParameter;
 
 class ClosingTest : public WindowTest {
  protected:
-  void openStaged() {
+  void openCounting() {
     open();
-    stage(P::forceFeedback, 80);
     QObject::connect(&window().closing(), &Closing::ended, &window(), [this] { ++ended_; });
+  }
+
+  void openStaged() {
+    openCounting();
+    stage(P::forceFeedback, 80);
   }
 
   void close() {
@@ -118,10 +124,13 @@ TEST_F(ClosingTest, SaveSavesAndThenCloses) {
 TEST_F(ClosingTest, WhatTheBaseDidNotTakeKeepsTheWindowOpen) {
   openStaged();
   behave([](SimulatedBehaviour& b) { b.ignored = {P::forceFeedback}; });
+  visit(Section::log);
   close();
   click("closeSaveButton");
   settle();
   EXPECT_TRUE(isOpen());
+  EXPECT_EQ(ended_, 0);
+  EXPECT_EQ(window().section(), Section::tuning);
   EXPECT_EQ(dialog(), nullptr);
   EXPECT_EQ(staged(), "FF=80");
   EXPECT_TRUE(text("statusLine").starts_with("Saved 0 of 1; the base rejected FF: "));
@@ -129,43 +138,62 @@ TEST_F(ClosingTest, WhatTheBaseDidNotTakeKeepsTheWindowOpen) {
   EXPECT_EQ(question(), "1 change is not on the base");
 }
 
-TEST_F(ClosingTest, ASaveIsFinishedFirst) {
+TEST_F(ClosingTest, ASaveThatTheQuestionBeganIsShownUntilItEnds) {
+  openStaged();
+  close();
+  whileWriting([this] { click("closeSaveButton"); },
+               [this] {
+                 EXPECT_TRUE(isOpen());
+                 EXPECT_EQ(text("unsavedCount"), "Saving 1 of 1…");
+               });
+  EXPECT_FALSE(isOpen());
+}
+
+TEST_F(ClosingTest, ASaveIsFinishedFirstWithTheWindowHidden) {
   openStaged();
   whileWriting([this] { model().saveStaged(); },
                [this] {
                  close();
-                 EXPECT_TRUE(isOpen());
-                 ASSERT_NE(dialog(), nullptr);
-                 EXPECT_EQ(question(), "Finishing what is being written…");
-                 close();
-                 EXPECT_TRUE(isOpen());
+                 EXPECT_FALSE(isOpen());
+                 EXPECT_EQ(dialog(), nullptr);
+                 EXPECT_EQ(ended_, 0);
                });
   EXPECT_FALSE(isOpen());
-  EXPECT_EQ(dialog(), nullptr);
+  EXPECT_EQ(ended_, 1);
   EXPECT_EQ(valueOnBase(P::forceFeedback), 80);
 }
 
+TEST_F(ClosingTest, WhatAHiddenWindowCouldNotSaveIsAskedAbout) {
+  openStaged();
+  behave([](SimulatedBehaviour& b) { b.ignored = {P::forceFeedback}; });
+  whileWriting([this] { model().saveStaged(); }, [this] { close(); });
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(ended_, 0);
+  EXPECT_EQ(question(), "1 change is not on the base");
+}
+
 TEST_F(ClosingTest, AnApplyIsFinishedFirst) {
-  open();
+  openCounting();
   whileWriting([this] { model().apply(TuningPreset::builtIn()[2]); },
                [this] {
                  close();
-                 EXPECT_TRUE(isOpen());
+                 EXPECT_EQ(ended_, 0);
                });
-  EXPECT_FALSE(isOpen());
+  EXPECT_EQ(ended_, 1);
   EXPECT_EQ(takeLog(),
             (Lines{"[log] Applied \"Redline Lab 2025, Gran Turismo 7 (8 Nm)\" (11 values)"}));
 }
 
-TEST_F(ClosingTest, ClosingWhileSomethingIsWrittenCanBeTakenBack) {
+TEST_F(ClosingTest, AHiddenWindowThatIsShownAgainStaysOpen) {
   openStaged();
   whileWriting([this] { model().saveStaged(); },
                [this] {
                  close();
-                 click("keepOpenButton");
+                 window().show();
                });
   EXPECT_TRUE(isOpen());
-  EXPECT_EQ(dialog(), nullptr);
+  EXPECT_EQ(ended_, 0);
+  EXPECT_FALSE(find<QTimer>("closingTimeout").isActive());
 }
 
 TEST_F(ClosingTest, ChangesMadeDuringASaveAreAskedAboutAfterIt) {
@@ -190,6 +218,7 @@ TEST_F(ClosingTest, ItIsNotWaitedForLongerThanTenSeconds) {
                  ASSERT_TRUE(QMetaObject::invokeMethod(&timeout, "timeout"));
                  settleEvents();
                  EXPECT_FALSE(isOpen());
+                 EXPECT_EQ(ended_, 1);
                });
 }
 
@@ -227,8 +256,8 @@ TEST_F(ClosingTest, TerminationFinishesASave) {
                [this] {
                  window().closing().terminate();
                  settleEvents();
+                 EXPECT_FALSE(isOpen());
                  EXPECT_EQ(ended_, 0);
-                 press(Qt::Key_Escape);
                });
   EXPECT_EQ(ended_, 1);
   EXPECT_EQ(valueOnBase(P::forceFeedback), 80);

@@ -80,19 +80,4 @@ void CloseDialog::render() {
   setAccessibleDescription(message_->text());
 }
 
-FinishingNotice::FinishingNotice(QWidget* parent)
-    : Dialog(QStringLiteral("Finishing what is being written…"), parent) {
-  setObjectName(QStringLiteral("finishingNotice"));
-  QLabel* const message = PlainText::label(QStringLiteral(
-      "Values are on their way to the base. Quorvane closes when they are there, after "
-      "10 seconds at the latest."));
-  message->setObjectName(QStringLiteral("dialogMessage"));
-  message->setForegroundRole(QPalette::Dark);
-  message->setWordWrap(true);
-  content().addWidget(message);
-  setAccessibleDescription(message->text());
-  addButton(closeButton("Keep open", Button::Kind::plain, "keepOpenButton"), false);
-  setFixedWidth(closeDialogWidth);
-}
-
 }  // namespace quorvane

@@ -25,12 +25,4 @@ class CloseDialog final : public Dialog {
   QLabel* message_;
 };
 
-// Says that values are still being written. Rejected: keep the window open.
-class FinishingNotice final : public Dialog {
-  Q_OBJECT
-
- public:
-  explicit FinishingNotice(QWidget* parent);
-};
-
 }  // namespace quorvane

@@ -1,8 +1,11 @@
 #include "ui/shell/closing.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QWidget>
+#include <string>
 
+#include "ui/model/section.h"
 #include "ui/shell/close_dialog.h"
 
 namespace quorvane {
@@ -13,6 +16,7 @@ Closing::Closing(AppModel& model, QWidget& window)
   timeout_.setSingleShot(true);
   timeout_.setInterval(longestWait);
   connect(&timeout_, &QTimer::timeout, this, &Closing::giveUp);
+  window.installEventFilter(this);
   connect(&model, &AppModel::changed, this, [this] {
     if (isFinishing_ || question_)
       QMetaObject::invokeMethod(this, &Closing::look, Qt::QueuedConnection);
@@ -21,7 +25,6 @@ Closing::Closing(AppModel& model, QWidget& window)
 
 bool Closing::mayClose() {
   if (mayCloseAnyway_) return true;
-  if (isFinishing_) return false;
   if (model_.isWriting()) {
     finish(After::close);
     return false;
@@ -56,16 +59,18 @@ void Closing::finish(After after) {
   timeout_.start();
   if (!model_.isWriting()) {
     finished();
-    return;
+  } else if (after != After::closeWhenSaved) {
+    window_.hide();
   }
-  if (notice_) return;
-  notice_ = new FinishingNotice(&window_);
-  connect(notice_, &QDialog::rejected, this, [this] {
-    if (after_ == After::end) return;
+}
+
+// A window that is shown while it waits to end stays open.
+bool Closing::eventFilter(QObject* /*watched*/, QEvent* event) {
+  if (event->type() == QEvent::Show && isFinishing_ && after_ == After::close) {
     isFinishing_ = false;
     timeout_.stop();
-  });
-  notice_->open();
+  }
+  return false;
 }
 
 // Called after each change of the model while finishing or asking.
@@ -77,30 +82,42 @@ void Closing::look() {
 void Closing::finished() {
   isFinishing_ = false;
   timeout_.stop();
-  if (notice_) notice_->accept();
   switch (after_) {
     case After::end:
-      mayCloseAnyway_ = true;
-      emit ended();
+      end();
       break;
-    case After::closeWhenSaved:  // failed values stay staged; the status line names them
-      if (model_.staged().empty()) window_.close();
+    case After::closeWhenSaved:
+      closeWhenSaved();
       break;
     case After::close:
-      window_.close();
+      if (model_.staged().empty()) {
+        end();
+      } else {
+        window_.show();
+        window_.close();
+      }
       break;
+  }
+}
+
+// Values that failed stay staged: their rows and the status line say why.
+void Closing::closeWhenSaved() {
+  if (model_.staged().empty()) {
+    window_.close();
+  } else {
+    model_.setRequestedSection(std::string(rawValue(Section::tuning)));
   }
 }
 
 void Closing::giveUp() {
   isFinishing_ = false;
+  end();
+}
+
+void Closing::end() {
   mayCloseAnyway_ = true;
-  if (notice_) notice_->accept();
-  if (after_ == After::end) {
-    emit ended();
-  } else {
-    window_.close();
-  }
+  window_.hide();
+  emit ended();
 }
 
 bool Closing::sessionEnds(bool mayAsk) {

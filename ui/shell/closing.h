@@ -12,10 +12,9 @@ class QWidget;
 namespace quorvane {
 
 class CloseDialog;
-class Dialog;
 
-// Closes the window without data loss: waits for running writes first, and asks the user about
-// unsaved changes. Main thread; only sessionEnds() blocks.
+// Closes the window without data loss: finishes running writes first, with the window hidden, and
+// asks the user about unsaved changes. Main thread; only sessionEnds() blocks.
 class Closing final : public QObject {
   Q_OBJECT
 
@@ -25,11 +24,12 @@ class Closing final : public QObject {
 
   Closing(AppModel& model, QWidget& window);
 
-  // Whether the window may close now. If not, shows what it waits for or asks the user, and closes
-  // the window later.
+  // Whether the window may close now. If not, asks the user, or hides the window until the writes
+  // have ended and then emits ended(). Showing the window meanwhile keeps it open.
   bool mayClose();
 
-  // Emits ended() when no write is running any more, or after longestWait. Asks no questions.
+  // Hides the window and emits ended() when no write is running any more, or after longestWait.
+  // Asks no questions.
   void terminate();
 
   // For the end of the desktop session: blocks until no write is running, longestWait at most.
@@ -40,6 +40,9 @@ class Closing final : public QObject {
  signals:
   void ended();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   enum class After { close, closeWhenSaved, end };
 
@@ -47,12 +50,13 @@ class Closing final : public QObject {
   void finish(After after);
   void look();
   void finished();
+  void closeWhenSaved();
+  void end();
   void giveUp();
 
   AppModel& model_;
   QWidget& window_;
   QPointer<CloseDialog> question_;
-  QPointer<Dialog> notice_;  // about running writes
   QTimer timeout_;
   bool isFinishing_ = false;
   bool mayCloseAnyway_ = false;
