@@ -159,6 +159,10 @@ class AppModel final : public QObject {
   void shareCurrentSettings();
   void importSettingsFile();
   void importSettings(const std::filesystem::path& file);
+
+  // Imports the files in this order, each with its own line in the log. After several files another
+  // line says how many could be imported.
+  void importAll(const std::vector<std::filesystem::path>& files);
   void exportPresets() { presets_.exportAll(); }
 
  signals:

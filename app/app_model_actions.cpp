@@ -155,8 +155,17 @@ void AppModel::importSettingsFile() {
                            });
 }
 
-void AppModel::importSettings(const std::filesystem::path& file) {
-  if (presets_.importFrom(file, isConnected())) setRequestedSection("Presets");
+void AppModel::importSettings(const std::filesystem::path& file) { importAll({file}); }
+
+void AppModel::importAll(const std::vector<std::filesystem::path>& files) {
+  std::size_t imported = 0;
+  for (const std::filesystem::path& file : files) {
+    if (presets_.importFrom(file, isConnected())) ++imported;
+  }
+  if (files.size() > 1) {
+    log_.append(Messages::importedFiles(imported, files.size()), imported < files.size());
+  }
+  if (imported > 0) setRequestedSection("Presets");
 }
 
 }  // namespace quorvane

@@ -151,4 +151,9 @@ std::string couldNotImport(std::string_view reason) {
   return fmt::format("Could not import {}", reason);
 }
 
+std::string importedFiles(std::size_t imported, std::size_t all) {
+  if (imported == all) return fmt::format("Imported {}", counted(all, "file"));
+  return fmt::format("Imported {} of {}", imported, counted(all, "file"));
+}
+
 }  // namespace quorvane::Messages

@@ -67,4 +67,7 @@ std::string imported(const std::vector<TuningPreset>& presets, const std::filesy
                      bool isConnected);
 std::string couldNotImport(std::string_view reason);
 
+// For several files that were imported together.
+std::string importedFiles(std::size_t imported, std::size_t all);
+
 }  // namespace quorvane::Messages

@@ -102,7 +102,7 @@ int show(const AppModel::World& world, DesktopPanels& panels, SingleInstance& in
   window.raise();
   window.activateWindow();
   setIconLater(window);
-  for (const auto& file : options.files) model.importSettings(file);
+  model.importAll(options.files);
   return QApplication::exec();
 }
 

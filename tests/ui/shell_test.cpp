@@ -142,8 +142,9 @@ TEST_F(Shell, ImportsFilesOneAfterAnotherInTheOrderGiven) {
   window().importFiles({FileURI::of(wet), FileURI::of(dry)});
   settle();
   EXPECT_EQ(presetNames(), (Lines{"Wet", "Dry"}));
-  EXPECT_EQ(takeLog(), (Lines{"[log] Imported \"Wet\" from " + wet.string(),
-                              "[log] Imported \"Dry\" from " + dry.string()}));
+  EXPECT_EQ(takeLog(),
+            (Lines{"[log] Imported \"Wet\" from " + wet.string(),
+                   "[log] Imported \"Dry\" from " + dry.string(), "[log] Imported 2 files"}));
   EXPECT_EQ(window().section(), Section::presets);
 }
 
@@ -153,10 +154,11 @@ TEST_F(Shell, OneFileThatCannotBeReadKeepsNoOtherFromComingIn) {
   window().importFiles({QStringLiteral("https://quorvane.example/wet.json"),
                         FileURI::of(directory_ / "missing.json"), FileURI::of(dry)});
   const Lines log = takeLog();
-  ASSERT_EQ(log.size(), 3U);
+  ASSERT_EQ(log.size(), 4U);
   EXPECT_TRUE(log[0].starts_with("[error] Could not import https:")) << log[0];
   EXPECT_TRUE(log[1].starts_with("[error] Could not import ")) << log[1];
   EXPECT_EQ(log[2], "[log] Imported \"Dry\" from " + dry.string() + "; connect a base to apply it");
+  EXPECT_EQ(log[3], "[error] Imported 1 of 3 files");
 }
 
 TEST_F(Shell, DroppedFilesAreImportedInOrder) {
@@ -167,10 +169,30 @@ TEST_F(Shell, DroppedFilesAreImportedInOrder) {
   enter.ignore();
   QApplication::sendEvent(&window(), &enter);
   EXPECT_TRUE(enter.isAccepted());
+  EXPECT_TRUE(isVisible("dropFrame"));
+  EXPECT_EQ(name("dropFrame"), "Add the presets in 2 files to your own");
+  EXPECT_EQ(find("dropFrame").geometry(), find("dropFrame").parentWidget()->rect());
   QDropEvent drop({50, 50}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&window(), &drop);
   settle();
+  EXPECT_FALSE(isVisible("dropFrame"));
   EXPECT_EQ(presetNames(), (Lines{"Wet", "Dry"}));
+}
+
+TEST_F(Shell, ADraggedFileThatLeavesTheWindowTakesTheFrameWithIt) {
+  open();
+  QMimeData file;
+  file.setUrls({urlOf(fileOf("Wet & dry"))});
+  QDragEnterEvent enter({50, 50}, Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window(), &enter);
+  EXPECT_EQ(name("dropFrame"), "Add the presets in Wet & dry.json to your own");
+  window().resize(1300, 800);
+  settle();
+  EXPECT_EQ(find("dropFrame").geometry(), find("dropFrame").parentWidget()->rect());
+  QDragLeaveEvent leave;
+  QApplication::sendEvent(&window(), &leave);
+  EXPECT_FALSE(isVisible("dropFrame"));
+  EXPECT_TRUE(presetNames().empty());
 }
 
 TEST_F(Shell, OtherThingsCannotBeDropped) {
@@ -506,6 +528,7 @@ TEST_F(Shell, EscFirstEndsWhatIsBeingTyped) {
 
 TEST_F(Shell, TheSheetListsTheKeys) {
   open();
+  focus("sectionTuning");
   press(Qt::Key_F1);
   ASSERT_NE(dialog(), nullptr);
   EXPECT_EQ(dialog()->objectName(), QStringLiteral("shortcutsSheet"));

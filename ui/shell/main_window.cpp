@@ -31,6 +31,7 @@
 #include "ui/presets/presets_page.h"
 #include "ui/shell/about_dialog.h"
 #include "ui/shell/closing.h"
+#include "ui/shell/drop_frame.h"
 #include "ui/shell/shortcuts_sheet.h"
 #include "ui/shell/sidebar.h"
 #include "ui/shell/status_bar.h"
@@ -76,6 +77,7 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
   row->addWidget(sidebar_);
   row->addWidget(detail, 1);
   setCentralWidget(centre);
+  dropFrame_ = new DropFrame(detail);
   findOutWhy_->setParent(detail);
   findOutWhy_->setObjectName(QStringLiteral("findOutWhyButton"));
   connect(findOutWhy_, &Button::clicked, this, &MainWindow::findOutWhy);
@@ -324,16 +326,20 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 
 // A URI that is not a local file is passed on as a file name, so that the error names it.
 void MainWindow::importFiles(const QStringList& uris) {
-  for (const QString& uri : uris) {
-    model_.importSettings(FileURI::toPath(uri).value_or(text(uri)));
-  }
+  std::vector<std::filesystem::path> files;
+  files.reserve(static_cast<std::size_t>(uris.size()));
+  for (const QString& uri : uris) files.push_back(FileURI::toPath(uri).value_or(text(uri)));
+  model_.importAll(files);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+  if (dropFrame_->offer(*event->mimeData())) event->acceptProposedAction();
 }
 
+void MainWindow::dragLeaveEvent(QDragLeaveEvent* /*event*/) { dropFrame_->hide(); }
+
 void MainWindow::dropEvent(QDropEvent* event) {
+  dropFrame_->hide();
   QStringList uris;
   for (const QUrl& url : event->mimeData()->urls()) uris += url.toString(QUrl::FullyEncoded);
   importFiles(uris);

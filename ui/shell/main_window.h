@@ -13,6 +13,7 @@ namespace quorvane {
 
 class Button;
 class Closing;
+class DropFrame;
 class SaveBar;
 class Sidebar;
 class StatusBar;
@@ -30,7 +31,8 @@ class MainWindow final : public QMainWindow {
   Section section() const { return section_; }
   void setSection(Section section);
 
-  // Imports settings files, one after another in the order given.
+  // Imports settings files, one after another in the order given. Several are also reported in one
+  // line together.
   void importFiles(const QStringList& uris);
 
   Closing& closing() { return *closing_; }
@@ -39,6 +41,7 @@ class MainWindow final : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -69,6 +72,7 @@ class MainWindow final : public QMainWindow {
   Sidebar* sidebar_;
   QStackedWidget* pages_;
   StatusBar* statusBar_;
+  DropFrame* dropFrame_ = nullptr;
   Button* findOutWhy_;  // over the section "Tuning", below its message, while there is no base
   std::array<View*, allSections.size()> built_{};
   SaveBar* saveBar_ = nullptr;  // once the section "Tuning" is built
