@@ -231,6 +231,7 @@ void AppModel::disconnect() {
   if (opening_) retire(std::exchange(opening_, nullptr));
   if (base_) retire(std::exchange(base_, nullptr));
   staged_.clear();
+  outcomes_.clear();
   connectedName_.reset();
   identity_.reset();
   tuning_.reset();

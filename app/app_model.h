@@ -14,6 +14,7 @@
 #include "app/examiner.h"
 #include "app/file_panels.h"
 #include "app/log.h"
+#include "app/outcome.h"
 #include "app/own_presets.h"
 #include "app/staging.h"
 #include "hid/device_watcher.h"
@@ -103,6 +104,11 @@ class AppModel final : public QObject {
   const std::optional<TuningPreset>& deletedPreset() const { return presets_.deleted(); }
   const StagedValues& staged() const { return staged_; }
 
+  // What the last save, or the applying of a preset, meant for values. `taken` holds until the next
+  // of them, the others until the value is edited, reverted, discarded or taken. Empty without a
+  // base.
+  const Outcomes& outcomes() const { return outcomes_; }
+
   // Whether an examination could help: no base is connected or being opened, the connected one did
   // not answer the last time its menu was read, or an examination is there or running.
   bool needsExamination() const;
@@ -135,6 +141,9 @@ class AppModel final : public QObject {
 
   // Writes the staged edits, each verified by a read-back; edits that failed stay staged.
   void saveStaged();
+
+  // Writes one staged edit, like a save of this value alone. Does nothing if it is not staged.
+  void trySaving(TuningParameter parameter);
 
   void selectSlot(std::int64_t slot);
   void toggleMode();
@@ -173,6 +182,9 @@ class AppModel final : public QObject {
   // with the wheel's buttons. Emitted after changed().
   void menuChangedAtBase(const quorvane::TuningSnapshot& before);
 
+  // The connected base has taken a value of a save that may still be running.
+  void valueTaken(quorvane::TuningParameter parameter);
+
  private:
   using Session = std::shared_ptr<WheelBase>;
 
@@ -209,8 +221,11 @@ class AppModel final : public QObject {
   void reportProgress(Progress progress);
   void beginExchange();
   void endExchange();
+  void startSave(const StagedValues& wanted);
   void write(WheelBase& base, Save& save);
   void saved(const Session& base, const Save& save);
+  void keepOutcomes(const Save& save);
+  void noteLeftUnsaved(const WheelBase* base);
 
   const World world_;
   const std::string deviceSelector_;  // the base to connect to automatically; empty: the first
@@ -225,6 +240,7 @@ class AppModel final : public QObject {
   int writes_ = 0;  // of the exchanges, those that change the base
   std::optional<Progress> progress_;
   StagedValues staged_;
+  Outcomes outcomes_;
   std::optional<std::string> requestedSection_;
   std::optional<HIDDeviceInfo> tried_;  // the base that was connected to last
   std::string waiting_;  // last log line about the awaited base; empty after a connect

@@ -22,11 +22,14 @@ void AppModel::stage(TuningParameter parameter, std::int64_t value) {
     revert(parameter);
     return;
   }
+  const auto before = staged_.find(parameter);
+  if (before == staged_.end() || before->second != value) eraseUnsaved(outcomes_, parameter);
   staged_[parameter] = value;
   emit changed();
 }
 
 void AppModel::revert(TuningParameter parameter) {
+  eraseUnsaved(outcomes_, parameter);
   if (staged_.erase(parameter) > 0) emit changed();
 }
 
@@ -37,16 +40,25 @@ void AppModel::stagePreset(const TuningPreset& preset) {
 
 void AppModel::discardStaged() {
   const std::size_t count = std::exchange(staged_, {}).size();
+  outcomes_.clear();
   if (count > 0) log_.append(Messages::discarded(count));
 }
 
-void AppModel::saveStaged() {
-  if (!base_ || staged_.empty()) return;
+void AppModel::saveStaged() { startSave(staged_); }
+
+void AppModel::trySaving(TuningParameter parameter) {
+  const auto edit = staged_.find(parameter);
+  if (edit != staged_.end()) startSave({*edit});
+}
+
+void AppModel::startSave(const StagedValues& wanted) {
+  if (!base_ || wanted.empty()) return;
   ++writes_;
+  eraseTaken(outcomes_);
   beginExchange();
-  log_.append(Messages::saving(staged_.size()));
+  log_.append(Messages::saving(wanted.size()));
   const auto failure =
-      enqueue(work_, [this, base = base_, save = Save{staged_, tuning_, {}, {}}]() mutable {
+      enqueue(work_, [this, base = base_, save = Save{wanted, tuning_, {}, {}}]() mutable {
         write(*base, save);
         post(this, [this, base, save] { saved(base, save); });
       });
@@ -63,6 +75,9 @@ void AppModel::write(WheelBase& base, Save& save) {
     reportProgress(progress);
     try {
       writer.write(parameter, value);
+      post(this, [this, session = &base, taken = parameter] {
+        if (session == base_.get()) emit valueTaken(taken);
+      });
     } catch (const FanatecError& error) {
       save.failed[parameter] = value;
       save.rejections.push_back(Messages::rejection(parameter, error.errorDescription()));
@@ -81,6 +96,7 @@ void AppModel::saved(const Session& base, const Save& save) {
       return wanted != save.wanted.end() && wanted->second == edit.second;
     });
     staged_.insert(save.failed.begin(), save.failed.end());
+    keepOutcomes(save);
   }
   --writes_;
   endExchange();
@@ -89,6 +105,26 @@ void AppModel::saved(const Session& base, const Save& save) {
   } else {
     log_.append(Messages::partlySaved(save.wanted.size(), save.rejections), true);
   }
+}
+
+// A value that was edited during the save has no outcome.
+void AppModel::keepOutcomes(const Save& save) {
+  for (const auto& [parameter, value] : save.wanted) {
+    const auto edit = staged_.find(parameter);
+    outcomes_.erase(parameter);
+    if (!save.failed.contains(parameter)) {
+      outcomes_[parameter] = Outcome::taken;
+    } else if (edit->second == value) {
+      outcomes_[parameter] = Outcome::notTaken;
+    }
+  }
+}
+
+void AppModel::noteLeftUnsaved(const WheelBase* base) {
+  if (base != base_.get() || staged_.empty()) return;
+  eraseTaken(outcomes_);
+  for (const auto& edit : staged_) outcomes_.try_emplace(edit.first, Outcome::leftUnsaved);
+  emit changed();
 }
 
 void AppModel::selectSlot(std::int64_t slot) {
@@ -109,6 +145,7 @@ void AppModel::apply(const TuningPreset& preset) {
       ++progress.done;
       reportProgress(progress);
     });
+    post(this, [this, session = &base] { noteLeftUnsaved(session); });
     return Messages::applied(preset, results);
   });
 }
