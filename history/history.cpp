@@ -61,19 +61,43 @@ std::optional<path> History::fileOf(const HIDDeviceInfo& base) const {
   return *folder_ / historyFileName(base);
 }
 
-HistoryBatch History::begin(const WheelBase& base, const HistoryIntent& intent) const {
+HistoryRecord History::newRecord(const HIDDeviceInfo& base, HistoryAction action) const {
   HistoryRecord record;
   record.id = UUID::random();
   record.time = wholeSeconds(WallClock::now());
   record.program = program_;
-  record.base = base.info().displayName();
-  record.productID = base.info().productID;
-  record.action = intent.action;
+  record.base = base.displayName();
+  record.productID = base.productID;
+  record.action = action;
+  return record;
+}
+
+HistoryBatch History::begin(const WheelBase& base, const HistoryIntent& intent) const {
+  HistoryRecord record = newRecord(base.info(), intent.action);
   record.detail = intent.detail;
   record.reverses = intent.reverses;
   record.menu = base.tuning();
   record.wanted = intent.wanted;
   return {fileOf(base.info()), base, std::move(record)};
+}
+
+void History::addWheelChanges(const HIDDeviceInfo& base, const TuningSnapshot& before,
+                              const TuningSnapshot& after) const {
+  const auto file = fileOf(base);
+  if (!file) return;
+  HistoryRecord record = newRecord(base, HistoryAction::wheel);
+  record.menu = before;
+  HistoryOutcome outcome;
+  outcome.menu = after;
+  const auto product = record.product();
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
+    if (before.rawValue(parameter) == after.rawValue(parameter)) continue;
+    const std::int64_t was = parameter.written(before.value(parameter, product), product);
+    const std::int64_t now = parameter.written(after.value(parameter, product), product);
+    outcome.values.push_back({parameter, was, now, now, 0, {}});
+  }
+  HistoryFile(*file).append(record);
+  HistoryFile(*file).append(record.id, outcome);
 }
 
 HistoryContents History::read(const HIDDeviceInfo& base) const {

@@ -89,11 +89,17 @@ class History {
     }
   }
 
+  // Records values that the user changed with the base's own buttons, from one menu to another of
+  // the same set. Throws FileError; does nothing without a folder.
+  void addWheelChanges(const HIDDeviceInfo& base, const TuningSnapshot& before,
+                       const TuningSnapshot& after) const;
+
   // The base's records. Empty without a folder. Throws FileError.
   HistoryContents read(const HIDDeviceInfo& base) const;
 
  private:
   std::optional<std::filesystem::path> fileOf(const HIDDeviceInfo& base) const;
+  HistoryRecord newRecord(const HIDDeviceInfo& base, HistoryAction action) const;
 
   std::optional<std::filesystem::path> folder_;
   std::string program_;
