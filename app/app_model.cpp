@@ -54,6 +54,8 @@ AppModel::AppModel(const World& world, std::string which)
 
 // Ends every thread that posts before the fields are destroyed.
 AppModel::~AppModel() {
+  const auto gathered = base_ ? wheelChanges_.take() : std::nullopt;
+  const auto record = gathered ? recordingOf(*gathered) : nullptr;
   watcher_.reset();
   examiner_.stop();
   if (opening_) retire(std::exchange(opening_, nullptr));
@@ -61,6 +63,7 @@ AppModel::~AppModel() {
   work_.stop();
   for (const Session& base : retired_) base->connection().join();
   presets_.finish();
+  if (record) record();
 }
 
 // Sets a field and emits changed(); does nothing if the value is equal.
@@ -228,10 +231,12 @@ void AppModel::baseGone(const WheelBase* base) {
 }
 
 void AppModel::disconnect() {
+  recordWheelChanges();
   if (opening_) retire(std::exchange(opening_, nullptr));
   if (base_) retire(std::exchange(base_, nullptr));
   staged_.clear();
   outcomes_.clear();
+  lastWrite_.reset();
   connectedName_.reset();
   identity_.reset();
   tuning_.reset();
@@ -257,7 +262,9 @@ void AppModel::menuReported(const TuningSnapshot& menu) {
   if (base_) examiner_.setAnswered(true);
   tuning_ = menu;
   emit changed();
-  if (!busy() && before && before->raw() != menu.raw()) emit menuChangedAtBase(*before);
+  if (busy() || !before || before->raw() == menu.raw()) return;
+  gatherWheelChange(*before, menu);
+  emit menuChangedAtBase(*before);
 }
 
 void AppModel::refresh() {
@@ -293,8 +300,13 @@ void AppModel::read(const std::string& title, DeviceAction action) {
   perform(title, std::move(action), false);
 }
 
-void AppModel::change(const std::string& title, DeviceAction action) {
-  perform(title, std::move(action), true);
+void AppModel::change(const std::string& title, const HistoryIntent& intent,
+                      const DeviceAction& action) {
+  const auto recorded = [this, intent, action](WheelBase& base) {
+    return world_.history.during(
+        base, intent, [&] { return action(base); }, [](const HistoryBatch& /*batch*/) {});
+  };
+  perform(title, recorded, true);
 }
 
 void AppModel::perform(const std::string& title, DeviceAction action, bool isWrite) {
@@ -302,6 +314,7 @@ void AppModel::perform(const std::string& title, DeviceAction action, bool isWri
     log_.append(Messages::notConnected, true);
     return;
   }
+  recordWheelChanges();
   if (isWrite) ++writes_;
   beginExchange();
   const auto failure =

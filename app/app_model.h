@@ -19,6 +19,9 @@
 #include "app/staging.h"
 #include "hid/device_watcher.h"
 #include "hid/platform.h"
+#include "history/history.h"
+#include "history/undo_plan.h"
+#include "history/wheel_changes.h"
 #include "presets/preset_store.h"
 #include "session/wheel_base.h"
 #include "support/work_queue.h"
@@ -41,6 +44,7 @@ class AppModel final : public QObject {
   struct World : Platform {
     FilePanels& panels;
     const PresetStore& store = PresetStore::shared();
+    History history{std::nullopt, "quorvane"};  // of what is written to bases
   };
 
   // The progress of writing several values.
@@ -50,6 +54,14 @@ class AppModel final : public QObject {
     std::size_t total = 0;
 
     bool operator==(const Progress&) const = default;
+  };
+
+  // A save, the applying of a preset, an undo or a redo that has ended.
+  struct LastWrite {
+    HistoryRecord record;                     // with its outcome
+    std::optional<std::string> notInHistory;  // why it was not recorded; none if it was
+
+    bool operator==(const LastWrite&) const = default;
   };
 
   // The state of the session with an attached base.
@@ -93,6 +105,9 @@ class AppModel final : public QObject {
 
   // Set while a save or the applying of a preset runs.
   const std::optional<Progress>& progress() const { return progress_; }
+
+  // The last write of values to the connected base; none before one.
+  const std::optional<LastWrite>& lastWrite() const { return lastWrite_; }
 
   const std::string& statusLine() const { return log_.statusLine(); }
 
@@ -144,6 +159,11 @@ class AppModel final : public QObject {
 
   // Writes one staged edit, like a save of this value alone. Does nothing if it is not staged.
   void trySaving(TuningParameter parameter);
+  // Writes the values before the last write back, or those of the last undo again, each verified.
+  // Values that were changed meanwhile are left alone and named in the log. Nothing is sent when
+  // the base is in another set or mode than that of the write. Undoing again goes further back.
+  void undo() { reverse(UndoDirection::undo); }
+  void redo() { reverse(UndoDirection::redo); }
 
   void selectSlot(std::int64_t slot);
   void toggleMode();
@@ -213,7 +233,7 @@ class AppModel final : public QObject {
 
   // Exchanges.
   void read(const std::string& title, DeviceAction action);
-  void change(const std::string& title, DeviceAction action);
+  void change(const std::string& title, const HistoryIntent& intent, const DeviceAction& action);
   void perform(const std::string& title, DeviceAction action, bool isWrite);
   void performed(const Session& base, const std::string& text, bool isError);
   std::optional<std::string> readMenuAndIdentity(WheelBase& base);
@@ -227,6 +247,16 @@ class AppModel final : public QObject {
   void keepOutcomes(const Save& save);
   void noteLeftUnsaved(const WheelBase* base);
 
+  // The history. Those with a base run on the work queue.
+  void reverse(UndoDirection direction);
+  std::string reverseOn(WheelBase& base, UndoDirection direction);
+  std::vector<ValueReceipt> writeRecorded(
+      WheelBase& base, const HistoryIntent& intent, const std::optional<TuningSnapshot>& menu,
+      const std::function<void(const ValueReceipt&)>& whenTried);
+  void gatherWheelChange(const TuningSnapshot& before, const TuningSnapshot& after);
+  void recordWheelChanges();
+  WorkQueue::Job recordingOf(const WheelChanges::Gathered& gathered) const;
+
   const World world_;
   const std::string deviceSelector_;  // the base to connect to automatically; empty: the first
 
@@ -239,6 +269,8 @@ class AppModel final : public QObject {
   int exchanges_ = 0;
   int writes_ = 0;  // of the exchanges, those that change the base
   std::optional<Progress> progress_;
+  std::optional<LastWrite> lastWrite_;
+  WheelChanges wheelChanges_;
   StagedValues staged_;
   Outcomes outcomes_;
   std::optional<std::string> requestedSection_;

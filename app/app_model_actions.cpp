@@ -5,7 +5,6 @@
 #include "app/messages.h"
 #include "app/post.h"
 #include "protocol/error.h"
-#include "session/menu_writer.h"
 
 namespace quorvane {
 
@@ -53,6 +52,7 @@ void AppModel::trySaving(TuningParameter parameter) {
 
 void AppModel::startSave(const StagedValues& wanted) {
   if (!base_ || wanted.empty()) return;
+  recordWheelChanges();
   ++writes_;
   eraseTaken(outcomes_);
   beginExchange();
@@ -70,20 +70,21 @@ void AppModel::startSave(const StagedValues& wanted) {
 // Runs on the work queue.
 void AppModel::write(WheelBase& base, Save& save) {
   Progress progress{{}, 0, save.wanted.size()};
-  MenuWriter writer(base, save.menu);
-  for (const auto& [parameter, value] : save.wanted) {
-    reportProgress(progress);
-    try {
-      writer.write(parameter, value);
-      post(this, [this, session = &base, taken = parameter] {
+  std::vector<ParameterValue> wanted;
+  wanted.reserve(save.wanted.size());
+  for (const auto& [parameter, value] : save.wanted) wanted.push_back({parameter, value});
+  reportProgress(progress);
+  writeRecorded(base, {HistoryAction::save, wanted}, save.menu, [&](const ValueReceipt& receipt) {
+    if (receipt.error) {
+      save.failed[receipt.parameter] = receipt.wanted;
+      save.rejections.push_back(Messages::rejection(receipt.parameter, *receipt.error));
+    } else {
+      post(this, [this, session = &base, taken = receipt.parameter] {
         if (session == base_.get()) emit valueTaken(taken);
       });
-    } catch (const FanatecError& error) {
-      save.failed[parameter] = value;
-      save.rejections.push_back(Messages::rejection(parameter, error.errorDescription()));
     }
-    ++progress.done;
-  }
+    if (++progress.done < progress.total) reportProgress(progress);
+  });
 }
 
 void AppModel::saved(const Session& base, const Save& save) {
@@ -128,30 +129,35 @@ void AppModel::noteLeftUnsaved(const WheelBase* base) {
 }
 
 void AppModel::selectSlot(std::int64_t slot) {
-  change("Switch set", [slot](WheelBase& base) {
+  change("Switch set", {HistoryAction::select, {}, std::to_string(slot)}, [slot](WheelBase& base) {
     return Messages::switchedToSet(base.selectSlot(slot, TuningLayout::inPlace));
   });
 }
 
 void AppModel::toggleMode() {
-  change("Toggle mode", [](WheelBase& base) { return Messages::nowInMode(base.switchMenuMode()); });
+  change("Toggle mode", {HistoryAction::mode},
+         [](WheelBase& base) { return Messages::nowInMode(base.switchMenuMode()); });
 }
 
 void AppModel::apply(const TuningPreset& preset) {
-  change("Apply preset", [this, preset](WheelBase& base) {
-    Progress progress{preset.id, 0, preset.applicable(base.product()).size()};
+  const auto write = [this, preset](WheelBase& base) {
+    const HistoryIntent intent{HistoryAction::apply, preset.applicable(base.product()),
+                               preset.name};
+    Progress progress{preset.id, 0, intent.wanted.size()};
     reportProgress(progress);
-    const auto results = base.apply(preset, [&](const WheelBase::ApplyResult& /*result*/) {
-      ++progress.done;
-      reportProgress(progress);
-    });
+    const auto receipts =
+        writeRecorded(base, intent, base.tuning(), [&](const ValueReceipt& /*receipt*/) {
+          ++progress.done;
+          reportProgress(progress);
+        });
     post(this, [this, session = &base] { noteLeftUnsaved(session); });
-    return Messages::applied(preset, results);
-  });
+    return Messages::applied(preset, receipts);
+  };
+  perform("Apply preset", write, true);
 }
 
 void AppModel::factoryReset() {
-  change("Factory reset", [](WheelBase& base) {
+  change("Factory reset", {HistoryAction::factoryReset}, [](WheelBase& base) {
     base.factoryReset();
     return Messages::factoryReset;
   });

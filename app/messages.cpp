@@ -11,6 +11,15 @@ namespace {
 
 std::string inQuotes(std::string_view name) { return fmt::format("\"{}\"", name); }
 
+// A line for each value that failed.
+std::vector<std::string> rejectionsOf(const std::vector<ValueReceipt>& receipts) {
+  std::vector<std::string> lines;
+  for (const ValueReceipt& receipt : receipts) {
+    if (receipt.error) lines.push_back(rejection(receipt.parameter, *receipt.error));
+  }
+  return lines;
+}
+
 }  // namespace
 
 std::string setName(const std::optional<TuningSnapshot>& menu) {
@@ -80,17 +89,37 @@ std::string nowInMode(const TuningSnapshot& menu) {
   return fmt::format("Now in {} mode", menu.modeName());
 }
 
-std::string applied(const TuningPreset& preset,
-                    const std::vector<WheelBase::ApplyResult>& results) {
-  std::vector<std::string> failures;
-  for (const auto& result : results) {
-    if (result.error) failures.push_back(rejection(result.parameter, *result.error));
-  }
+std::string applied(const TuningPreset& preset, const std::vector<ValueReceipt>& receipts) {
+  const auto failures = rejectionsOf(receipts);
   if (failures.empty()) {
-    return fmt::format("Applied {} ({} values)", inQuotes(preset.name), results.size());
+    return fmt::format("Applied {} ({} values)", inQuotes(preset.name), receipts.size());
   }
   return fmt::format("Applied {} with {} failures: {}", inQuotes(preset.name), failures.size(),
                      fmt::join(failures, "; "));
+}
+
+std::string rejections(const std::vector<ValueReceipt>& receipts) {
+  return fmt::format("{}", fmt::join(rejectionsOf(receipts), "; "));
+}
+
+std::string nothingToReverse(UndoDirection direction) {
+  return direction == UndoDirection::undo ? "Nothing to undo" : "Nothing to redo";
+}
+
+std::string inAnotherSet(const HistoryRecord& record) {
+  return fmt::format("the write was to set {} of the {} menu; choose that first",
+                     record.menu->slot(), record.menu->modeName());
+}
+
+std::string reversed(UndoDirection direction, const UndoPlan& plan, const TuningSnapshot& menu) {
+  std::string text =
+      fmt::format("{} {} in set {}", direction == UndoDirection::undo ? "Undid" : "Redid",
+                  counted(plan.writes.size(), "change"), menu.setName());
+  if (plan.leftAlone.empty()) return text;
+  std::vector<std::string_view> codes;
+  codes.reserve(plan.leftAlone.size());
+  for (const ValueLeftAlone& value : plan.leftAlone) codes.push_back(value.parameter.code());
+  return text + fmt::format("; left alone, since changed meanwhile: {}", fmt::join(codes, ", "));
 }
 
 std::string usbResetFailed(std::string_view reason) {

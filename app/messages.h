@@ -7,8 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "history/undo_plan.h"
 #include "presets/tuning_preset.h"
 #include "protocol/tuning_snapshot.h"
+#include "session/value_receipt.h"
 #include "session/wheel_base.h"
 
 // The texts of log lines and of the status line.
@@ -48,7 +50,19 @@ std::string rejection(TuningParameter parameter, std::string_view reason);
 
 std::string switchedToSet(const TuningSnapshot& menu);
 std::string nowInMode(const TuningSnapshot& menu);
-std::string applied(const TuningPreset& preset, const std::vector<WheelBase::ApplyResult>& results);
+std::string applied(const TuningPreset& preset, const std::vector<ValueReceipt>& receipts);
+
+// The rejections of the values that failed, with semicolons between; empty when none did.
+std::string rejections(const std::vector<ValueReceipt>& receipts);
+
+std::string nothingToReverse(UndoDirection direction);
+
+// Why a write cannot be undone or redone while the base is in another set or mode than its own.
+std::string inAnotherSet(const HistoryRecord& record);
+
+// After an undo or a redo: how many values were written, and those that were left alone.
+std::string reversed(UndoDirection direction, const UndoPlan& plan, const TuningSnapshot& menu);
+
 std::string usbResetFailed(std::string_view reason);
 
 std::string reportSaved(const std::filesystem::path& file);

@@ -153,11 +153,15 @@ int start(const StartOptions& options, const QVariantMap& platformData) {
     QObject::connect(&*dark, &DarkPreference::told, style, &Style::setPrefersDark);
   }
   DesktopPanels panels(bus);
-  if (options.simulated.empty()) return show({{}, panels}, panels, instance, options);
+  if (options.simulated.empty()) {
+    return show({{}, panels, PresetStore::shared(), History::ofUser("quorvane")}, panels, instance,
+                options);
+  }
   SimulatedMachine machine(options.simulated);
   if (options.state && !keepState(machine, *options.state)) return 1;
-  const int status =
-      show({machine.platform(), panels, PresetStore::simulated()}, panels, instance, options);
+  const int status = show(
+      {machine.platform(), panels, PresetStore::simulated(), History::ofSimulation("quorvane")},
+      panels, instance, options);
   if (options.transcript) writeTranscripts(machine, *options.transcript);
   return status;
 }

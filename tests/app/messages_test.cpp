@@ -89,6 +89,12 @@ TEST(Messages, OfEditsAndSaves) {
   });
 }
 
+ValueReceipt taken(P parameter) { return {parameter, 0, 1, 1, 250, {}}; }
+
+ValueReceipt rejected(P parameter, std::string error) {
+  return {parameter, 0, 1, {}, 250, std::move(error)};
+}
+
 TEST(Messages, OfActions) {
   const TuningPreset preset = presetOf("Wet", {});
   expectTexts({
@@ -100,15 +106,35 @@ TEST(Messages, OfActions) {
       {Messages::nowInMode(menuWithStatus(0x01)), "Now in advanced mode"},
       {Messages::nowInMode(menuWithStatus(0x81)), "Now in standard mode"},
       {Messages::applied(preset, {}), "Applied \"Wet\" (0 values)"},
-      {Messages::applied(preset, {{P::forceFeedback, 80, {}}}), "Applied \"Wet\" (1 values)"},
-      {Messages::applied(preset, {{P::sensitivity, 900, {}}, {P::forceFeedback, 80, {}}}),
+      {Messages::applied(preset, {taken(P::forceFeedback)}), "Applied \"Wet\" (1 values)"},
+      {Messages::applied(preset, {taken(P::sensitivity), taken(P::forceFeedback)}),
        "Applied \"Wet\" (2 values)"},
-      {Messages::applied(preset, {{P::sensitivity, 900, {}}, {P::brakeForce, 80, "a"}}),
+      {Messages::applied(preset, {taken(P::sensitivity), rejected(P::brakeForce, "a")}),
        "Applied \"Wet\" with 1 failures: brF: a"},
-      {Messages::applied(
-           preset,
-           {{P::sensitivity, 1, "a"}, {P::forceFeedback, 80, {}}, {P::naturalInertia, 2, "b"}}),
+      {Messages::applied(preset, {rejected(P::sensitivity, "a"), taken(P::forceFeedback),
+                                  rejected(P::naturalInertia, "b")}),
        "Applied \"Wet\" with 2 failures: SEN: a; NIN: b"},
+  });
+}
+
+TEST(Messages, OfUndo) {
+  const TuningSnapshot menu = menuWithStatus(0x82);
+  HistoryRecord record;
+  record.menu = menu;
+  const std::vector<ParameterValue> writes{{P::forceFeedback, 65}, {P::sensitivity, 0}};
+  const std::vector<ValueLeftAlone> leftAlone{{P::vibration, 10, 20}, {P::brakeForce, 10, 20}};
+  expectTexts({
+      {Messages::nothingToReverse(UndoDirection::undo), "Nothing to undo"},
+      {Messages::nothingToReverse(UndoDirection::redo), "Nothing to redo"},
+      {Messages::inAnotherSet(record),
+       "the write was to set 2 of the standard menu; choose that first"},
+      {Messages::reversed(UndoDirection::undo, {writes, {}}, menu),
+       "Undid 2 changes in set C (Custom)"},
+      {Messages::reversed(UndoDirection::redo, {{}, leftAlone}, menu),
+       "Redid 0 changes in set C (Custom); left alone, since changed meanwhile: SHO, brF"},
+      {Messages::rejections({taken(P::forceFeedback)}), ""},
+      {Messages::rejections({rejected(P::forceFeedback, "a"), rejected(P::vibration, "b")}),
+       "FF: a; SHO: b"},
   });
 }
 

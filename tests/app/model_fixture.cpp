@@ -257,7 +257,7 @@ std::int64_t ModelTest::valueOnBase(TuningParameter parameter) {
 
 AppModel& ModelTest::create(const std::string& which) {
   model_ = std::make_unique<AppModel>(
-      AppModel::World{{backend_, usb_, clock_, survey_}, panels_, *store_}, which);
+      AppModel::World{{backend_, usb_, clock_, survey_}, panels_, *store_, history_}, which);
   QObject::connect(model_.get(), &AppModel::changed, [this] { heardChange(); });
   logTaken_ = 0;
   return *model_;

@@ -234,6 +234,8 @@ class ModelTest : public testing::Test {
   ScriptedUSBBus usb_;
   ScriptedSurvey survey_;
   std::optional<PresetStore> store_;
+  TemporaryDirectory state_;
+  const History history_{state_.path(), "quorvane"};
   std::atomic<int> changes_ = 0;
 
  private:

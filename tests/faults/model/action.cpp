@@ -163,6 +163,22 @@ Action saving() {
   return save;
 }
 
+Action savingOne() {
+  Action save = saving();
+  save.name = "trySaving";
+  save.run = [](World& world) { world.model().trySaving(P::forceFeedback); };
+  save.dialogue = {meantWrite("FF", "65")};
+  save.lines = [](const Errors& errors) {
+    const std::string outcome =
+        errors.front() ? "[error] Saved 0 of 1; the base rejected FF: " + *errors.front()
+                       : "[log] Saved 1 change to set C (Custom)";
+    return Lines{"[log] Saving 1 change\u2026", outcome};
+  };
+  save.staged = "FF=80";
+  save.stagedAfter = [](const Errors& errors) { return errors.front() ? "FF=80" : ""; };
+  return save;
+}
+
 Action applying() {
   Action apply;
   apply.name = "apply";
@@ -253,6 +269,16 @@ std::vector<Action> edits() {
       staging(
           "discardStaged", [](World& world) { world.model().discardStaged(); },
           {"[log] Discarded 1 unsaved change"}, "")};
+}
+
+// Nothing was written before, so there is nothing to send.
+std::vector<Action> reversals() {
+  Action undo = staging(
+      "undo", [](World& world) { world.model().undo(); }, {"[log] Nothing to undo"}, "SHO=50");
+  Action redo = staging(
+      "redo", [](World& world) { world.model().redo(); }, {"[log] Nothing to redo"}, "SHO=50");
+  undo.withoutBase = redo.withoutBase = notConnectedLine;
+  return {undo, redo};
 }
 
 std::string couldNotSavePresets(const std::string& reason) {
@@ -368,8 +394,8 @@ const std::vector<Action>& actions() {
   static const std::vector<Action> all = [] {
     std::vector<Action> list;
     for (const auto& some :
-         {connecting(), exchanges(), std::vector{saving(), applying(), resetting(), examining()},
-          edits(), presetChanges(), exports()}) {
+         {connecting(), exchanges(), std::vector{saving(), savingOne(), applying(), resetting(), examining()},
+          reversals(), edits(), presetChanges(), exports()}) {
       list.insert(list.end(), some.begin(), some.end());
     }
     return list;

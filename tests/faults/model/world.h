@@ -32,6 +32,7 @@ class World : public ModelTest {
   using ModelTest::create;
   using ModelTest::directory_;
   using ModelTest::end;
+  using ModelTest::history_;
   using ModelTest::info;
   using ModelTest::model;
   using ModelTest::panels_;
@@ -39,7 +40,9 @@ class World : public ModelTest {
   using ModelTest::simulate;
   using ModelTest::staged;
   using ModelTest::start;
+  using ModelTest::state_;
   using ModelTest::store_;
+  using ModelTest::takeTranscript;
   using ModelTest::usb_;
   using ModelTest::waitUntil;
 

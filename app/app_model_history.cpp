@@ -1,0 +1,84 @@
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+#include <stdexcept>
+#include <utility>
+
+#include "app/app_model.h"
+#include "app/messages.h"
+#include "app/post.h"
+#include "session/receipt_writer.h"
+
+namespace quorvane {
+
+// Runs on the work queue, like the three below.
+std::vector<ValueReceipt> AppModel::writeRecorded(
+    WheelBase& base, const HistoryIntent& intent, const std::optional<TuningSnapshot>& menu,
+    const std::function<void(const ValueReceipt&)>& whenTried) {
+  HistoryBatch batch = world_.history.begin(base, intent);
+  ReceiptWriter writer(base, menu, world_.clock);
+  std::vector<ValueReceipt> receipts;
+  receipts.reserve(intent.wanted.size());
+  for (const auto& [parameter, value] : intent.wanted) {
+    receipts.push_back(writer.write(parameter, value));
+    whenTried(receipts.back());
+  }
+  batch.end(receipts);
+  post(this, [this, session = &base, last = LastWrite{batch.record(), batch.failure()}] {
+    if (session != base_.get()) return;
+    lastWrite_ = last;
+    emit changed();
+  });
+  return receipts;
+}
+
+void AppModel::reverse(UndoDirection direction) {
+  perform(
+      direction == UndoDirection::undo ? "Undo" : "Redo",
+      [this, direction](WheelBase& base) { return reverseOn(base, direction); }, true);
+}
+
+std::string AppModel::reverseOn(WheelBase& base, UndoDirection direction) {
+  const auto record = nextToReverse(world_.history.read(base.info()).records, direction);
+  if (!record) return Messages::nothingToReverse(direction);
+  const TuningSnapshot menu = base.fetchTuning(WheelBase::readTimeout);
+  if (!isOfSameSet(*record, menu)) throw std::runtime_error(Messages::inAnotherSet(*record));
+  const UndoPlan plan = undoPlan(*record, direction, menu);
+  const bool isUndo = direction == UndoDirection::undo;
+  Progress progress{{}, 0, plan.writes.size()};
+  const auto receipts = writeRecorded(
+      base, {isUndo ? HistoryAction::undo : HistoryAction::redo, plan.writes, {}, record->id}, menu,
+      [&](const ValueReceipt& /*receipt*/) {
+        ++progress.done;
+        reportProgress(progress);
+      });
+  const std::string rejected = Messages::rejections(receipts);
+  if (!rejected.empty()) throw std::runtime_error("the base rejected " + rejected);
+  return Messages::reversed(direction, plan, menu);
+}
+
+void AppModel::gatherWheelChange(const TuningSnapshot& before, const TuningSnapshot& after) {
+  if (!base_) return;
+  const auto ended = wheelChanges_.add(before, after, world_.clock.now());
+  if (ended) enqueue(work_, recordingOf(*ended));
+  QTimer::singleShot(std::chrono::duration_cast<std::chrono::milliseconds>(WheelChanges::period),
+                     this, [this] { recordWheelChanges(); });
+}
+
+void AppModel::recordWheelChanges() {
+  if (!base_) return;
+  if (const auto gathered = wheelChanges_.take()) enqueue(work_, recordingOf(*gathered));
+}
+
+// Nobody waits for these records, so a failure is not reported.
+WorkQueue::Job AppModel::recordingOf(const WheelChanges::Gathered& gathered) const {
+  return [history = world_.history, info = base_->info(), gathered] {
+    try {
+      history.addWheelChanges(info, gathered.before, gathered.after);
+    } catch (const std::exception&) {
+      return;
+    }
+  };
+}
+
+}  // namespace quorvane
