@@ -339,7 +339,11 @@ choose.run = [](World& world) {
   world.panels_.answerAtOnce(world.directory_ / sharedFile);
   world.model().importSettingsFile();
 };
-return {capture, remove, undo, import, choose};
+
+Action all = import;
+all.name = "importAll";
+all.run = [](World& world) { world.model().importAll({world.directory_ / sharedFile}); };
+return {capture, remove, undo, import, all, choose};
 }  // namespace quorvane
 
 Action exporting(std::string name, void (AppModel::*write)(), const std::string& success,
@@ -394,8 +398,9 @@ const std::vector<Action>& actions() {
   static const std::vector<Action> all = [] {
     std::vector<Action> list;
     for (const auto& some :
-         {connecting(), exchanges(), std::vector{saving(), savingOne(), applying(), resetting(), examining()},
-          reversals(), edits(), presetChanges(), exports()}) {
+         {connecting(), exchanges(),
+          std::vector{saving(), savingOne(), applying(), resetting(), examining()}, reversals(),
+          edits(), presetChanges(), exports()}) {
       list.insert(list.end(), some.begin(), some.end());
     }
     return list;
