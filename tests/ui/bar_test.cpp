@@ -105,11 +105,11 @@ TEST_F(Bars, TheWarningOfSetAIsTheOneAbove) {
   first_->want(true);
   model().selectSlot(1);
   settle();
-  EXPECT_TRUE(isVisible("warningBox"));
+  EXPECT_TRUE(isVisible("warningBar"));
   EXPECT_FALSE(first_->isVisible());
   model().selectSlot(2);
   settle();
-  EXPECT_FALSE(isVisible("warningBox"));
+  EXPECT_FALSE(isVisible("warningBar"));
   EXPECT_TRUE(first_->isVisible());
 }
 

@@ -144,7 +144,7 @@ TEST_F(ClosingTest, ASaveThatTheQuestionBeganIsShownUntilItEnds) {
   whileWriting([this] { click("closeSaveButton"); },
                [this] {
                  EXPECT_TRUE(isOpen());
-                 EXPECT_EQ(text("unsavedCount"), "Saving 1 of 1…");
+                 EXPECT_EQ(text("unsavedCount"), "Saving 0 of 1…");
                });
   EXPECT_FALSE(isOpen());
 }

@@ -55,7 +55,7 @@ class ValueSliderTest : public ControlTest<ValueSlider> {
  protected:
   ValueSliderTest() {
     slider_.setScale(0, 120, 10);
-    slider_.show(50, std::nullopt);
+    slider_.show(50, std::nullopt, Mark::none);
     QObject::connect(&slider_, &ValueSlider::chosen,
                      [this](int value) { chosen_.push_back(value); });
     ControlTest::show(slider_);
@@ -76,7 +76,7 @@ TEST_F(ValueSliderTest, MovesInItsStepByKeys) {
                                 {Qt::Key_Down, 40},  {Qt::Key_PageUp, 60}, {Qt::Key_PageDown, 40},
                                 {Qt::Key_Home, 0},   {Qt::Key_End, 120}};
   for (const Case& c : cases) {
-    slider_.show(50, std::nullopt);
+    slider_.show(50, std::nullopt, Mark::none);
     chosen_.clear();
     press(slider_, c.key);
     EXPECT_EQ(chosen_, std::vector<int>{c.value}) << c.key;
@@ -96,7 +96,7 @@ TEST_F(ValueSliderTest, APageIsATenthOfTheRangeInSteps) {
 }
 
 TEST_F(ValueSliderTest, AtItsEndNothingIsChosen) {
-  slider_.show(120, std::nullopt);
+  slider_.show(120, std::nullopt, Mark::none);
   press(slider_, Qt::Key_Right);
   EXPECT_TRUE(chosen_.empty());
 }
@@ -115,10 +115,10 @@ TEST_F(ValueSliderTest, ADragIsChosenWhenItEnds) {
 
 TEST_F(ValueSliderTest, IsLeftAloneUnderTheFinger) {
   mouse(slider_, QEvent::MouseButtonPress, at(80), Qt::LeftButton);
-  slider_.show(20, std::nullopt);
+  slider_.show(20, std::nullopt, Mark::none);
   EXPECT_EQ(slider_.value(), 80);
   mouse(slider_, QEvent::MouseButtonRelease, at(80), Qt::NoButton);
-  slider_.show(20, std::nullopt);
+  slider_.show(20, std::nullopt, Mark::none);
   EXPECT_EQ(slider_.value(), 20);
 }
 
@@ -142,7 +142,7 @@ class ReadoutTest : public ControlTest<Readout> {
  protected:
   ReadoutTest() {
     readout_.setScale(0, 120, 10, QStringLiteral("%"));
-    readout_.show(50, {}, false);
+    readout_.show(50, {}, Mark::none);
     QObject::connect(&readout_, &Readout::chosen, [this](int value) { chosen_.push_back(value); });
     ControlTest::show(readout_);
     edit_ = readout_.findChild<QLineEdit*>();
@@ -161,9 +161,9 @@ class ReadoutTest : public ControlTest<Readout> {
 
 TEST_F(ReadoutTest, ShowsTheValueWithItsUnit) {
   EXPECT_EQ(readout_.text(), QStringLiteral("50 %"));
-  readout_.show(100, QStringLiteral("OFF"), true);
+  readout_.show(100, QStringLiteral("OFF"), Mark::changed);
   EXPECT_EQ(readout_.text(), QStringLiteral("OFF"));
-  EXPECT_TRUE(readout_.isChanged());
+  EXPECT_EQ(readout_.mark(), static_cast<int>(Mark::changed));
 }
 
 TEST_F(ReadoutTest, WhatIsTypedIsRoundedKeptInTheRangeAndChosenOnEnter) {
@@ -180,7 +180,7 @@ TEST_F(ReadoutTest, WhatIsTypedIsRoundedKeptInTheRangeAndChosenOnEnter) {
       {"", {}, 50},       {"9999999999999", {120}, 120},
   };
   for (const Case& c : cases) {
-    readout_.show(50, {}, false);
+    readout_.show(50, {}, Mark::none);
     chosen_.clear();
     type(QString::fromLatin1(c.typed));
     press(readout_, Qt::Key_Return);
@@ -201,7 +201,7 @@ TEST_F(ReadoutTest, StepsByItsStepAndNotFromAWord) {
   press(readout_, Qt::Key_Up);
   press(readout_, Qt::Key_Down);
   EXPECT_EQ(chosen_, (std::vector<int>{60, 50}));
-  readout_.show(100, QStringLiteral("OFF"), false);
+  readout_.show(100, QStringLiteral("OFF"), Mark::none);
   press(readout_, Qt::Key_Up);
   EXPECT_EQ(chosen_.size(), 2U);
 }
@@ -210,7 +210,7 @@ TEST(ToggleTest, TellsOfClicksAndNotOfWhatItIsToldToShow) {
   Toggle toggle(QStringLiteral("AUTO"));
   std::vector<bool> chosen;
   QObject::connect(&toggle, &Toggle::chosen, [&](bool on) { chosen.push_back(on); });
-  toggle.show(true, false);
+  toggle.show(true, Mark::none);
   EXPECT_TRUE(chosen.empty());
   toggle.click();
   toggle.click();
@@ -224,7 +224,7 @@ TEST(SegmentsTest, OneIsChosenAtATime) {
   Segments segments(scaling);
   std::vector<int> chosen;
   QObject::connect(&segments, &Segments::chosen, [&](int value) { chosen.push_back(value); });
-  segments.show(1, false);
+  segments.show(1, Mark::none);
   EXPECT_TRUE(segments.buttons()[1]->isChecked());
   segments.buttons()[0]->click();
   EXPECT_EQ(chosen, std::vector<int>{0});
@@ -234,18 +234,18 @@ TEST(SegmentsTest, OneIsChosenAtATime) {
 TEST(PickerTest, KeepsItsListWhileTheChoicesAreTheSame) {
   Picker picker;
   picker.setChoices(scaling);
-  picker.show(1, false);
+  picker.show(1, Mark::none);
   EXPECT_EQ(picker.currentText(), QStringLiteral("PEA, Peak"));
   picker.setChoices(scaling);
   EXPECT_EQ(picker.currentIndex(), 1);
-  picker.show(7, false);
+  picker.show(7, Mark::none);
   EXPECT_EQ(picker.currentIndex(), -1);
 }
 
 TEST(PickerTest, TheWheelDoesNothingWithoutTheFocus) {
   Picker picker;
   picker.setChoices(scaling);
-  picker.show(0, false);
+  picker.show(0, Mark::none);
   EXPECT_FALSE(turnWheel(picker, -120));
   EXPECT_EQ(picker.currentIndex(), 0);
 }

@@ -511,14 +511,14 @@ TEST_F(Row, TheFocusGoesToTheSwitchWhereTheSliderIsOfNoUse) {
   }
 }
 
-TEST_F(Row, TheSwitchKeepsTheFocusThatItTookFromTheSlider) {
+TEST_F(Row, TheSwitchHasTheFocusOfTheSliderWhileItIsOn) {
   open();
   focus("SENSlider");
   stage(P::sensitivity, 0);
   EXPECT_EQ(focused(), "SENToggle");
   press(Qt::Key_Space);
   EXPECT_EQ(staged(), "");
-  EXPECT_EQ(focused(), "SENToggle");
+  EXPECT_EQ(focused(), "SENSlider");
 }
 
 TEST_F(Row, BackspaceAndDeleteRevert) {

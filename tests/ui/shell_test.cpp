@@ -519,7 +519,7 @@ TEST_F(Shell, EscFirstEndsWhatIsBeingTyped) {
   focus("FFReadout");
   type("8");
   press(Qt::Key_Escape);
-  EXPECT_EQ(focused(), "FFReadout");
+  EXPECT_EQ(focused(), "FFSlider");
   EXPECT_EQ(text("FFReadout"), "65 %");
   press(Qt::Key_Escape);
   EXPECT_EQ(focused(), "discardButton");

@@ -64,6 +64,13 @@ TEST_P(ThemeColours, TextStandsOutFromItsGrounds) {
       {"error on surface", t.error, t.surface},
       {"error on window", t.error, t.window},
       {"error on its ground", t.error, t.errorGround},
+      {"error on its plate", t.error, t.errorPlate},
+      {"ink on a refused row", t.ink, t.errorGround},
+      {"secondary on a refused row", t.ink2, t.errorGround},
+      {"link on a refused row", t.brandText, t.errorGround},
+      {"error on the save bar", t.error, t.tint},
+      {"value that was taken", t.okText, t.surface},
+      {"value that was taken, on an explained row", t.okText, t.soft},
   };
   for (const Pair& pair : pairs) EXPECT_GE(contrast(pair.ink, pair.ground), 4.5) << pair.what;
 }
@@ -91,6 +98,13 @@ TEST_P(ThemeColours, MarksStandOutFromTheirGrounds) {
       {"unsaved value's mark on a changed row", t.signal, t.tint},
       {"knob of an unsaved switch", t.knobOff, t.signal},
       {"mark on an unsaved value's cap", t.onBrand, t.signal},
+      {"refused value's mark on its row", t.error, t.errorGround},
+      {"refused value's mark on surface", t.error, t.surface},
+      {"mark on a refused value's cap", t.surface, t.error},
+      {"edge on a refused row", t.edge, t.errorGround},
+      {"slider's empty part on a refused row", t.track, t.errorGround},
+      {"slider's filled part on a refused row", t.fill, t.errorGround},
+      {"focus ring on a refused row", t.ring, t.errorGround},
       {"switch that is off on surface", t.switchOff, t.surface},
       {"switch that is off on a changed row", t.switchOff, t.tint},
       {"switch that is on on surface", t.switchOn, t.surface},

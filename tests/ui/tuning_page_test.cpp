@@ -32,7 +32,7 @@ class Tuning : public WindowTest {
   void expectOnly(const std::string& message) {
     EXPECT_EQ(text("tuningMessage"), message);
     EXPECT_TRUE(isVisible("tuningMessage"));
-    for (const char* const part : {"tuningHeader", "warningBox", "parameterList", "saveBar"}) {
+    for (const char* const part : {"tuningHeader", "warningBar", "parameterList", "saveBar"}) {
       EXPECT_FALSE(isVisible(part)) << part;
     }
   }
@@ -194,7 +194,7 @@ TEST_F(Tuning, AnotherProductHasOtherRows) {
 
 TEST_F(Tuning, TheAutoSetIsWarnedOf) {
   openIn(1, false);
-  EXPECT_TRUE(isVisible("warningBox"));
+  EXPECT_TRUE(isVisible("warningBar"));
   EXPECT_EQ(text("warningHeading"), "This is the A set, Fanatec's Auto Setup.");
   EXPECT_EQ(text("warningBody"),
             "Games that support Auto Setup control these values, and the base reloads factory "
@@ -218,7 +218,7 @@ TEST_F(Tuning, NoOtherSetIsWarnedOf) {
   for (const auto& [set, isAdvanced, save] : cases) {
     simulate([](SimulatedBase& simulated) { simulated.menu().reset(); });
     openIn(set, isAdvanced);
-    EXPECT_FALSE(isVisible("warningBox"));
+    EXPECT_FALSE(isVisible("warningBar"));
     stage(P::forceFeedback, 80);
     EXPECT_EQ(text("saveButton"), save);
     closeWindow();
@@ -228,13 +228,13 @@ TEST_F(Tuning, NoOtherSetIsWarnedOf) {
 
 TEST_F(Tuning, TheWarningComesAndGoesWithTheSet) {
   open();
-  EXPECT_FALSE(isVisible("warningBox"));
+  EXPECT_FALSE(isVisible("warningBar"));
   model().selectSlot(1);
   settle();
-  EXPECT_TRUE(isVisible("warningBox"));
+  EXPECT_TRUE(isVisible("warningBar"));
   model().toggleMode();
   settle();
-  EXPECT_FALSE(isVisible("warningBox"));
+  EXPECT_FALSE(isVisible("warningBar"));
 }
 
 TEST_F(Tuning, TheStandardMenuHasTwoSets) {
@@ -489,13 +489,13 @@ TEST_F(Tuning, ARowThatGetsTheFocusScrollsIntoView) {
   settle();
   focus("SENSlider");
   std::string before;
-  while (focused() != "FULReadout" && focused() != before) {
+  while (focused() != "FULSlider" && focused() != before) {
     before = focused();
     press(Qt::Key_Tab);
     if (focused().size() < 4) break;
   }
-  ASSERT_EQ(focused(), "FULReadout");
-  EXPECT_TRUE(isInView(find("FULReadout")));
+  ASSERT_EQ(focused(), "FULSlider");
+  EXPECT_TRUE(isInView(find("FULSlider")));
 }
 
 TEST_F(Tuning, TheLargestMenuFitsTheWindowWithTheSaveBar) {

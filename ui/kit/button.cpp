@@ -17,7 +17,6 @@ namespace {
 
 constexpr int padding = 12;
 constexpr int chevronWidth = 8;
-constexpr int iconButtonSize = 28;
 
 struct Look {
   QColor ground;
@@ -70,7 +69,7 @@ QSize Button::sizeHint() const {
   const QFontMetrics metrics(labelFont());
   int width = 2 * padding;
   if (!symbolOnly_) width += metrics.horizontalAdvance(text().remove(u'&'));
-  if (!symbol_.isEmpty()) width += Metrics::symbolSize + (symbolOnly_ ? 0 : Metrics::gap);
+  if (!symbol_.isEmpty()) width += Metrics::symbolSide() + (symbolOnly_ ? 0 : Metrics::gap);
   if (menu() != nullptr) width += Metrics::gap + chevronWidth;
   return {width, Metrics::atLeast(Metrics::buttonHeight, labelFont())};
 }
@@ -82,11 +81,10 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
 
   QRect inner = rect().adjusted(padding, 0, -padding, 0);
   if (!symbol_.isEmpty()) {
-    const QRectF symbol(inner.left(), (height() - Metrics::symbolSize) / 2.0, Metrics::symbolSize,
-                        Metrics::symbolSize);
-    drawSymbol(painter, visualRect(*this, symbol).topLeft(), symbol_, Metrics::symbolSize,
-               look.ink);
-    inner.setLeft(inner.left() + Metrics::symbolSize + Metrics::gap);
+    const int side = Metrics::symbolSide();
+    const QRectF symbol(inner.left(), (height() - side) / 2.0, side, side);
+    drawSymbol(painter, visualRect(*this, symbol).topLeft(), symbol_, side, look.ink);
+    inner.setLeft(inner.left() + side + Metrics::gap);
   }
   if (menu() != nullptr) {
     const QRectF chevron(inner.right() - chevronWidth, 0, chevronWidth, height());
@@ -111,23 +109,27 @@ IconButton::IconButton(QString symbol, bool destructive, QWidget* parent)
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void IconButton::setProminent(bool prominent) {
-  prominent_ = prominent;
+void IconButton::setMark(Mark mark) {
+  if (mark_ == mark) return;
+  mark_ = mark;
   update();
 }
 
-QSize IconButton::sizeHint() const { return {iconButtonSize, iconButtonSize}; }
+QSize IconButton::sizeHint() const {
+  const int side = Metrics::iconButtonSide();
+  return {side, side};
+}
 
 void IconButton::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   const bool active = isEnabled() && (underMouse() || isDown());
   if (active) drawBox(painter, rect(), Metrics::controlRadius, t.hover, QColor());
-  QColor ink = prominent_ ? t.brandText : t.ink2;
+  QColor ink = markText(mark_, t.ink2);
   if (active && destructive_) ink = t.error;
   if (!isEnabled()) ink = t.inkDisabled;
-  const int inset = (iconButtonSize - Metrics::symbolSize) / 2;
-  drawSymbol(painter, QPointF(inset, inset), symbol_, Metrics::symbolSize, ink);
+  const int side = Metrics::symbolSide();
+  drawSymbol(painter, QPointF((width() - side) / 2, (height() - side) / 2), symbol_, side, ink);
 }
 
 bool isDestructive(const QWidget& widget) {

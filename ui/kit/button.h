@@ -2,6 +2,8 @@
 
 #include <QPushButton>
 
+#include "ui/kit/mark.h"
+
 namespace quorvane {
 
 // A button with a text, and optionally a symbol before it or a menu after it.
@@ -43,7 +45,7 @@ class IconButton final : public QAbstractButton {
   explicit IconButton(QString symbol, bool destructive = false, QWidget* parent = nullptr);
 
   bool isDestructive() const { return destructive_; }
-  void setProminent(bool prominent);  // in the brand's colour
+  void setMark(Mark mark);  // draws the symbol in the colour of texts about marked values
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
@@ -54,7 +56,7 @@ class IconButton final : public QAbstractButton {
  private:
   const QString symbol_;
   const bool destructive_;
-  bool prominent_ = false;
+  Mark mark_ = Mark::none;
 };
 
 // Whether the widget is a button for a destructive action.

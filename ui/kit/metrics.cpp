@@ -10,6 +10,8 @@ namespace quorvane::Metrics {
 namespace {
 
 constexpr int textMargin = 8;
+constexpr int iconMargin = 10;
+constexpr qreal symbolPart = 0.9;  // of the height of body text
 
 QFont systemFont(qreal step, QFont::Weight weight = QFont::Normal) {
   QFont font = QApplication::font();
@@ -33,6 +35,16 @@ int inset(const QWidget& widget) {
 int atLeast(int height, const QFont& font) {
   return std::max(height, QFontMetrics(font).height() + textMargin);
 }
+
+int symbolSide() {
+  return std::max(symbolSize, qRound(QFontMetrics(font(Type::body)).height() * symbolPart));
+}
+
+int iconButtonSide() {
+  return std::max(iconButtonSize, QFontMetrics(font(Type::body)).height() + iconMargin);
+}
+
+int stepButton() { return atLeast(stepButtonWidth, font(Type::body)); }
 
 QFont font(Type type) {
   switch (type) {

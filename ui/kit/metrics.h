@@ -47,6 +47,7 @@ inline constexpr int rowControlHeight = 26;
 inline constexpr int pillHeight = 16;
 inline constexpr int symbolSize = 16;
 inline constexpr int dotSize = 8;  // of a state indicator
+inline constexpr int iconButtonSize = 28;
 inline constexpr int stepButtonWidth = 23;
 
 inline constexpr int ringWidth = 2;
@@ -57,6 +58,12 @@ int inset(const QWidget& widget);
 
 // The larger of `height` and the height that a line of the font needs.
 int atLeast(int height, const QFont& font);
+
+// The sides of a symbol beside body text, of a button with only a symbol, and the width of a
+// readout's minus and plus. They grow with the system font.
+int symbolSide();
+int iconButtonSide();
+int stepButton();
 
 enum class Type { pageTitle, dialogTitle, body, value, unit, caption, callout, pill, fixed };
 

@@ -48,7 +48,7 @@ class Segment final : public QRadioButton {
     const int beyond = 2 * Metrics::controlRadius;
     const QRect box = rect().adjusted(isFirst ? 0 : -beyond, 0, isLast ? 0 : beyond, 0);
     QColor ground = isChecked() ? t.selection : underMouse() && isEnabled() ? t.hover : t.surface;
-    const QColor border = group_.isChanged() ? t.signal : isEnabled() ? t.edge : t.line;
+    const QColor border = markColour(group_.mark(), isEnabled() ? t.edge : t.line);
     drawBox(painter, box, Metrics::controlRadius, ground, border);
     if (!isFirst) drawEdge(painter, rect(), Qt::LeftEdge, border);
     painter.setFont(Metrics::font(isChecked() ? Metrics::Type::value : Metrics::Type::body));
@@ -79,12 +79,12 @@ void Picker::setChoices(const std::vector<Choice>& choices) {
   updateGeometry();
 }
 
-void Picker::show(int value, bool changed) {
+void Picker::show(int value, Mark mark) {
   if (view()->isVisible()) return;
   const QSignalBlocker silent(this);
   setCurrentIndex(findData(value));
-  if (changed_ == changed) return;
-  changed_ = changed;
+  if (mark_ == mark) return;
+  mark_ = mark;
   update();
 }
 
@@ -121,13 +121,16 @@ Segments::Segments(std::vector<Choice> choices, QWidget* parent)
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void Segments::show(int value, bool changed) {
-  changed_ = changed;
+void Segments::show(int value, Mark mark) {
+  mark_ = mark;
   const bool hasFocus = std::any_of(buttons_.begin(), buttons_.end(),
                                     [](const QRadioButton* button) { return button->hasFocus(); });
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
     const QSignalBlocker silent(buttons_[i]);
-    if (choices_[i].value == value) {
+    // The chosen one is the group's Tab stop.
+    const bool isChosen = choices_[i].value == value;
+    buttons_[i]->setFocusPolicy(isChosen ? Qt::StrongFocus : Qt::ClickFocus);
+    if (isChosen) {
       buttons_[i]->setChecked(true);
       if (hasFocus) buttons_[i]->setFocus(Qt::OtherFocusReason);
     }

@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <vector>
 
+#include "ui/kit/mark.h"
+
 namespace quorvane {
 
 // One of a few values to choose from.
@@ -18,7 +20,7 @@ struct Choice {
 // A drop-down list of choices. The mouse wheel changes it only while it has the keyboard focus.
 class Picker final : public QComboBox {
   Q_OBJECT
-  Q_PROPERTY(bool changed READ isChanged)  // the style reads it
+  Q_PROPERTY(int mark READ mark)  // the style reads it
 
  public:
   explicit Picker(QWidget* parent = nullptr);
@@ -27,8 +29,8 @@ class Picker final : public QComboBox {
   void setChoices(const std::vector<Choice>& choices);
 
   // Shows no choice if `value` is none of them.
-  void show(int value, bool changed);
-  bool isChanged() const { return changed_; }
+  void show(int value, Mark mark);
+  int mark() const { return static_cast<int>(mark_); }
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
@@ -41,7 +43,7 @@ class Picker final : public QComboBox {
 
  private:
   std::vector<Choice> choices_;
-  bool changed_ = false;
+  Mark mark_ = Mark::none;
 };
 
 // Two or three choices as joined buttons, all visible.
@@ -51,8 +53,8 @@ class Segments final : public QWidget {
  public:
   explicit Segments(std::vector<Choice> choices, QWidget* parent = nullptr);
 
-  void show(int value, bool changed);
-  bool isChanged() const { return changed_; }
+  void show(int value, Mark mark);
+  Mark mark() const { return mark_; }
 
   const std::vector<QRadioButton*>& buttons() const { return buttons_; }
 
@@ -62,7 +64,7 @@ class Segments final : public QWidget {
  private:
   std::vector<Choice> choices_;
   std::vector<QRadioButton*> buttons_;
-  bool changed_ = false;
+  Mark mark_ = Mark::none;
 };
 
 }  // namespace quorvane

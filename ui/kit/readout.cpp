@@ -15,8 +15,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int numberMargin = 6;
-constexpr const char* widestText = "2520 deg";
+constexpr int numberMargin = 2;  // on each side
 
 }  // namespace
 
@@ -61,7 +60,7 @@ class Readout::Edit final : public QLineEdit {
 Readout::Readout(QWidget* parent) : QSpinBox(parent) {
   setLineEdit(new Edit(*this));
   setKeyboardTracking(false);
-  setFocusPolicy(Qt::StrongFocus);
+  setFocusPolicy(Qt::ClickFocus);
   setFont(Metrics::font(Metrics::Type::value));
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   // Emitted only for changes by assistive technology; this class blocks it for its own.
@@ -75,25 +74,36 @@ void Readout::setScale(int lowest, int highest, int step, const QString& unit) {
   setSingleStep(step);
 }
 
-void Readout::show(int value, const QString& word, bool changed) {
+void Readout::show(int value, const QString& word, Mark mark) {
   if (isEditing()) return;
-  if (value == this->value() && word == word_ && changed == changed_) return;
+  if (value == this->value() && word == word_ && mark == mark_) return;
   word_ = word;
-  changed_ = changed;
+  mark_ = mark;
   restoreTo(value);
 }
 
 bool Readout::isEditing() const { return lineEdit()->hasFocus() && lineEdit()->isModified(); }
 
+void Readout::startTyping(const QString& begun) {
+  setFocus(Qt::OtherFocusReason);
+  lineEdit()->selectAll();
+  if (begun.isEmpty()) return;
+  lineEdit()->insert(begun);
+  lineEdit()->setModified(true);
+}
+
 QSize Readout::sizeHint() const {
   const QFont font = Metrics::font(Metrics::Type::value);
-  const int text = QFontMetrics(font).horizontalAdvance(QString::fromLatin1(widestText));
-  return {text + 2 * (Metrics::stepButtonWidth + numberMargin),
+  const QFontMetrics metrics(font);
+  const int text = std::max(metrics.horizontalAdvance(number(minimum())),
+                            metrics.horizontalAdvance(number(maximum())));
+  return {text + 2 * (Metrics::stepButton() + numberMargin),
           Metrics::atLeast(Metrics::rowControlHeight, font)};
 }
 
-QString Readout::textFromValue(int value) const {
-  if (!word_.isEmpty()) return word_;
+QString Readout::textFromValue(int value) const { return word_.isEmpty() ? number(value) : word_; }
+
+QString Readout::number(int value) const {
   return unit_.isEmpty() ? QString::number(value) : QString::number(value) + u' ' + unit_;
 }
 
@@ -175,14 +185,12 @@ void Readout::keyPressEvent(QKeyEvent* event) {
       commit();
       lineEdit()->selectAll();
       event->accept();
+      emit finished();
       return;
     case Qt::Key_Escape:
-      if (isEditing()) {
-        restoreTo(value());
-        event->accept();
-      } else {
-        event->ignore();
-      }
+      if (isEditing()) restoreTo(value());
+      event->accept();
+      emit finished();
       return;
     default:
       QSpinBox::keyPressEvent(event);

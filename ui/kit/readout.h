@@ -3,13 +3,16 @@
 #include <QSpinBox>
 #include <cstdint>
 
+#include "ui/kit/mark.h"
+
 namespace quorvane {
 
 // A spin box for a value with its unit, between minus and plus buttons. Enter or losing the focus
-// commits what was typed, rounded to the step and clamped to the range; Esc restores the value.
+// commits what was typed, rounded to the step and clamped to the range; Esc restores the value. It
+// takes no Tab focus: a key in its row or a click begins the typing.
 class Readout final : public QSpinBox {
   Q_OBJECT
-  Q_PROPERTY(bool changed READ isChanged)  // the style reads it
+  Q_PROPERTY(int mark READ mark)  // the style reads it
 
  public:
   explicit Readout(QWidget* parent = nullptr);
@@ -17,10 +20,13 @@ class Readout final : public QSpinBox {
   void setScale(int lowest, int highest, int step, const QString& unit);
 
   // Shows the value, or a word for a special value. Does nothing while the user is typing.
-  void show(int value, const QString& word, bool changed);
+  void show(int value, const QString& word, Mark mark);
 
-  bool isChanged() const { return changed_; }
+  int mark() const { return static_cast<int>(mark_); }
   bool isEditing() const;
+
+  // Takes the focus to type: after `begun`, or over the value.
+  void startTyping(const QString& begun = {});
 
   // Commits what was typed, like Enter.
   void commit();
@@ -30,6 +36,9 @@ class Readout final : public QSpinBox {
 
  signals:
   void chosen(int value);
+
+  // Enter or Esc has ended the typing.
+  void finished();
 
  protected:
   QString textFromValue(int value) const override;
@@ -48,10 +57,11 @@ class Readout final : public QSpinBox {
   void take(int value);
   void restoreTo(int value);
   int rounded(std::int64_t value) const;
+  QString number(int value) const;  // with the unit
 
   QString unit_;
   QString word_;
-  bool changed_ = false;
+  Mark mark_ = Mark::none;
 };
 
 }  // namespace quorvane

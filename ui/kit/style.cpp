@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "ui/kit/device_pixels.h"
+#include "ui/kit/mark.h"
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/theme.h"
@@ -23,17 +24,16 @@ constexpr int scrollBarWidth = 12;
 constexpr int handleInset = 3;
 constexpr int leastHandle = 32;
 
-// The control's property "changed": whether it shows a value that is not on the base yet.
-bool isChanged(const QWidget* widget) {
-  return widget != nullptr && widget->property("changed").toBool();
+// The control's property "mark": how it marks its value.
+Mark markOf(const QWidget* widget) {
+  return widget == nullptr ? Mark::none : static_cast<Mark>(widget->property("mark").toInt());
 }
 
 void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter, const QWidget* widget) {
   const Theme& t = theme();
   const bool enabled = option.state.testFlag(QStyle::State_Enabled);
   const bool hovered = enabled && option.state.testFlag(QStyle::State_MouseOver);
-  QColor border = enabled ? t.edge : t.line;
-  if (isChanged(widget)) border = t.signal;
+  const QColor border = markColour(markOf(widget), enabled ? t.edge : t.line);
   drawBox(painter, option.rect, Metrics::controlRadius,
           !enabled  ? t.window
           : hovered ? t.hover
@@ -65,7 +65,7 @@ void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainte
   const Theme& t = theme();
   const bool enabled = option.state.testFlag(QStyle::State_Enabled);
   drawBox(painter, option.rect, Metrics::controlRadius, t.surface,
-          isChanged(widget) ? t.signal : t.edge);
+          markColour(markOf(widget), t.edge));
   const QRect minus =
       style.subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxDown, widget);
   const QRect plus =
@@ -82,14 +82,14 @@ void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainte
 }
 
 QRect spinBoxRect(const QRect& all, QStyle::SubControl part) {
+  const int step = Metrics::stepButton();
   switch (part) {
     case QStyle::SC_SpinBoxDown:
-      return {all.left(), all.top(), Metrics::stepButtonWidth, all.height()};
+      return {all.left(), all.top(), step, all.height()};
     case QStyle::SC_SpinBoxUp:
-      return {all.right() + 1 - Metrics::stepButtonWidth, all.top(), Metrics::stepButtonWidth,
-              all.height()};
+      return {all.right() + 1 - step, all.top(), step, all.height()};
     case QStyle::SC_SpinBoxEditField:
-      return all.adjusted(Metrics::stepButtonWidth + 1, 1, -Metrics::stepButtonWidth - 1, -1);
+      return all.adjusted(step + 1, 1, -step - 1, -1);
     default:
       return all;
   }

@@ -24,9 +24,9 @@ QSize TextLink::sizeHint() const {
 void TextLink::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   QFont underlined = font();
-  underlined.setUnderline(underMouse());
+  underlined.setUnderline(underMouse() && isEnabled());
   painter.setFont(underlined);
-  painter.setPen(theme().brandText);
+  painter.setPen(isEnabled() ? theme().brandText : theme().inkDisabled);
   painter.drawText(rect(), Qt::AlignCenter, text());
 }
 

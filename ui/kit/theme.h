@@ -23,6 +23,7 @@ struct Theme {
   QColor switchOff, switchOn, knobOff, knobOn;
   QColor warningGround, warningLine, warningIcon;
   QColor error, errorGround, errorLine;
+  QColor errorPlate;  // code plate and pill of a value that the base did not take
   QColor ok, okText, idle;
 
   static const Theme& light();

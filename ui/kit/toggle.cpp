@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "ui/kit/device_pixels.h"
 #include "ui/kit/metrics.h"
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int switchWidth = 30;
 constexpr int switchHeight = 16;
+constexpr int switchText = 18;  // height of the text that this size is for
 constexpr int knobInset = 2;
 constexpr int wordGap = 7;
 
@@ -31,17 +33,21 @@ Toggle::Toggle(const QString& word, QWidget* parent) : QAbstractButton(parent) {
   connect(this, &QAbstractButton::toggled, this, &Toggle::chosen);
 }
 
-void Toggle::show(bool on, bool changed) {
-  if (on == isChecked() && changed == changed_) return;
-  changed_ = changed;
+void Toggle::show(bool on, Mark mark) {
+  if (on == isChecked() && mark == mark_) return;
+  mark_ = mark;
   const QSignalBlocker silent(this);
   setChecked(on);
   update();
 }
 
+// Grows with the font, in its proportions.
 QRect Toggle::switchRect() const {
-  return visualRect(*this, QRect(Metrics::ringGap + Metrics::ringWidth,
-                                 (height() - switchHeight) / 2, switchWidth, switchHeight));
+  const int text = QFontMetrics(Metrics::font(Metrics::Type::body)).height();
+  const int wide = std::max(switchWidth, text * switchWidth / switchText);
+  const int tall = wide * switchHeight / switchWidth;
+  return visualRect(
+      *this, QRect(Metrics::ringGap + Metrics::ringWidth, (height() - tall) / 2, wide, tall));
 }
 
 QSize Toggle::sizeHint() const {
@@ -58,10 +64,10 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
   QColor track = on ? t.switchOn : t.switchOff;
   QColor border;
   QColor knob = on ? t.knobOn : t.knobOff;
-  if (changed_) {
-    track = on ? t.signal : t.surface;
-    border = t.signal;
-    knob = on ? t.knobOff : t.signal;
+  if (mark_ != Mark::none) {
+    border = markColour(mark_, t.edge);
+    track = on ? border : t.surface;
+    knob = !on ? border : mark_ == Mark::refused ? t.surface : t.knobOff;
   } else if (!isEnabled()) {
     track = on ? t.inkDisabled : t.graduation;
   } else if (hovered) {

@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 
+#include "ui/kit/mark.h"
+
 namespace quorvane {
 
 // A switch with a label at its right.
@@ -11,8 +13,8 @@ class Toggle final : public QAbstractButton {
  public:
   explicit Toggle(const QString& word, QWidget* parent = nullptr);
 
-  // Shows the state; in the brand colour if `changed`, that is, not on the base yet.
-  void show(bool on, bool changed);
+  // Shows the state, in the colour of the mark.
+  void show(bool on, Mark mark);
 
   QRect switchRect() const;
   QSize sizeHint() const override;
@@ -25,7 +27,7 @@ class Toggle final : public QAbstractButton {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  bool changed_ = false;
+  Mark mark_ = Mark::none;
 };
 
 }  // namespace quorvane

@@ -48,10 +48,11 @@ void ValueSlider::setScale(int lowest, int highest, int step) {
       std::max(step, static_cast<int>(std::lround((highest - lowest) / 10.0 / step)) * step));
 }
 
-void ValueSlider::show(int value, std::optional<int> saved) {
+void ValueSlider::show(int value, std::optional<int> saved, Mark mark) {
   if (isSliderDown()) return;
-  if (value == this->value() && saved == saved_ && !isSpecial_) return;
+  if (value == this->value() && saved == saved_ && mark == mark_ && !isSpecial_) return;
   isSpecial_ = false;
+  mark_ = mark;
   saved_ = saved;
   const QScopedValueRollback showing(isShowing_, true);
   setValue(value);
@@ -132,16 +133,17 @@ void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
   }
   const qreal now = place(value());
   const bool isChanged = saved_ && *saved_ != value();
+  const QColor marked = markColour(mark_, t.signal);
   const qreal before = isChanged ? place(*saved_) : now;
   line(margin, std::min(now, before), fillHeight, isEnabled() ? t.fill : t.graduation);
   if (isChanged) {
-    line(std::min(now, before), std::max(now, before), fillHeight, t.signal);
+    line(std::min(now, before), std::max(now, before), fillHeight, marked);
     drawBar(painter, QRectF(std::round(before) - 1, middle - tickHeight / 2.0, 2, tickHeight),
             t.ink);
   }
-  QColor ground = isChanged ? t.signal : t.cap;
-  QColor edge = isChanged ? t.signal : hovered ? t.capHoverEdge : t.capEdge;
-  QColor hairline = isChanged ? t.onBrand : t.isDark ? t.surface : t.capEdge;
+  QColor ground = isChanged ? marked : t.cap;
+  QColor edge = isChanged ? marked : hovered ? t.capHoverEdge : t.capEdge;
+  QColor hairline = isChanged ? onMark(mark_) : t.isDark ? t.surface : t.capEdge;
   if (t.isDark && hovered && !isChanged) ground = t.capHoverEdge;
   if (!isEnabled()) {
     edge = hairline = t.graduation;

@@ -3,11 +3,13 @@
 #include <QAbstractSlider>
 #include <optional>
 
+#include "ui/kit/mark.h"
+
 namespace quorvane {
 
 // A slider for one value of the menu. It draws a change as a distance: the track is filled up to
-// the lower of the saved and the new value, and has the brand colour between the two, with a tick
-// at the saved value.
+// the lower of the saved and the new value, and has the colour of its mark between the two, with a
+// tick at the saved value.
 //
 // Emits chosen() when a drag ends and for every key press, not during a drag.
 class ValueSlider final : public QAbstractSlider {
@@ -19,8 +21,9 @@ class ValueSlider final : public QAbstractSlider {
   // Sets the range, and the step to which all values are rounded.
   void setScale(int lowest, int highest, int step);
 
-  // Shows a value; `saved` is the saved value if it differs. Does nothing during a drag.
-  void show(int value, std::optional<int> saved);
+  // Shows a value; `saved` is the saved value if it differs, and `mark` colours the difference.
+  // Does nothing during a drag.
+  void show(int value, std::optional<int> saved, Mark mark);
 
   // Shows that a special value is active; `place` is the value after switching it off.
   void showSpecial(int place);
@@ -51,6 +54,7 @@ class ValueSlider final : public QAbstractSlider {
   void drag(qreal x);
 
   std::optional<int> saved_;
+  Mark mark_ = Mark::changed;  // of a value that differs
   bool isSpecial_ = false;
   bool isShowing_ = false;  // the program moves the slider, not the user
 };

@@ -10,7 +10,7 @@ BarPlace::BarPlace(AppModel& model, QWidget* parent) : View(model, parent) {
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
 }
 
 void BarPlace::add(Bar* bar) {
@@ -23,7 +23,10 @@ void BarPlace::add(Bar* bar) {
 
 int BarPlace::roomFor() const {
   int room = 0;
-  for (const Bar* const bar : bars_) room = std::max(room, bar->sizeHint().height());
+  for (const Bar* const bar : bars_) {
+    const bool wraps = bar->hasHeightForWidth();
+    room = std::max(room, wraps ? bar->heightForWidth(width()) : bar->sizeHint().height());
+  }
   return room;
 }
 

@@ -7,7 +7,7 @@
 namespace quorvane {
 
 // A bar of the window's frame, above or below the rows of a section. A BarPlace shows and hides it.
-// Its height is that of its size hint.
+// Its height is that of its size hint, or that for its width if it has one.
 class Bar : public View {
   Q_OBJECT
 

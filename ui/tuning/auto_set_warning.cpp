@@ -3,16 +3,14 @@
 #include <QVBoxLayout>
 
 #include "protocol/setting.h"
-#include "ui/kit/metrics.h"
-#include "ui/kit/warning_box.h"
+#include "ui/kit/warning_bar.h"
 
 namespace quorvane {
 
 AutoSetWarning::AutoSetWarning(AppModel& model, QWidget* parent) : Bar(model, parent) {
-  constexpr int inset = Metrics::pageInset;
   auto* const box = new QVBoxLayout(this);
-  box->setContentsMargins(inset, inset / 2 + 2, inset, inset / 2 + 2);
-  box->addWidget(new WarningBox(
+  box->setContentsMargins(0, 0, 0, 0);
+  box->addWidget(new WarningBar(
       QStringLiteral("This is the A set, Fanatec's Auto Setup."),
       QStringLiteral("Games that support Auto Setup control these values, and the base reloads "
                      "factory defaults at boot. Changes you save here work until the next power "

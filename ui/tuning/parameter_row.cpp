@@ -12,6 +12,7 @@
 #include "ui/kit/plain_text.h"
 #include "ui/kit/readout.h"
 #include "ui/kit/text.h"
+#include "ui/kit/text_link.h"
 #include "ui/kit/toggle.h"
 #include "ui/kit/value_slider.h"
 #include "ui/model/availability.h"
@@ -21,6 +22,7 @@ namespace quorvane {
 namespace {
 
 constexpr int noticeTime = 4000;  // milliseconds
+constexpr int takenTime = 2500;
 
 QString partName(TuningParameter parameter, const char* part) {
   return text(parameter.code()) + QString::fromLatin1(part);
@@ -62,12 +64,13 @@ void ParameterRow::build() {
       break;
   }
   buildButtons();
+  watchKeys();
 }
 
 void ParameterRow::buildButtons() {
   revert_ = new IconButton(QStringLiteral("arrow.uturn.backward"), false, this);
   revert_->setObjectName(partName(state_.parameter, "Revert"));
-  revert_->setProminent(true);
+  revert_->setFocusPolicy(Qt::NoFocus);  // Backspace does the same
   connect(revert_, &IconButton::clicked, this, [this] {
     const bool hadFocus = revert_->hasFocus();
     emit reverted(state_.parameter);
@@ -95,12 +98,14 @@ void ParameterRow::buildSlider() {
   if (const auto& special = settingOf(state_.parameter).special) {
     toggle_ = new Toggle(text(special->switchWord), this);
     toggle_->setObjectName(partName(state_.parameter, "Toggle"));
+    toggle_->setFocusPolicy(Qt::ClickFocus);
     connect(toggle_, &Toggle::chosen, this, &ParameterRow::toggle);
   }
   readout_ = new Readout(this);
   readout_->setObjectName(partName(state_.parameter, "Readout"));
   readout_->setScale(lowest, highest, step, text(state_.parameter.unit()));
   connect(readout_, &Readout::chosen, this, [this](int value) { stage(value); });
+  connect(readout_, &Readout::finished, this, &ParameterRow::takeFocus);
 }
 
 void ParameterRow::buildSegments() {
@@ -135,27 +140,55 @@ QWidget* ParameterRow::mainControl() const {
 void ParameterRow::show(const RowState& state, const QString& whyNot) {
   if (!isTouched_ && state == state_ && whyNot == whyNot_) return;
   isTouched_ = false;
+  // The tick is about the value that was saved.
+  if (notice_ == Notice::taken && !isChanged() && state.current != state_.current) endNotice();
   state_ = state;
   whyNot_ = whyNot;
   render();
 }
 
-void ParameterRow::noteChangeAtBase() {
-  notice_.start(noticeTime, this);
+void ParameterRow::noteChangeAtBase() { notify(Notice::changedAtBase, noticeTime); }
+
+void ParameterRow::noteTaken() { notify(Notice::taken, takenTime); }
+
+// `time` in milliseconds.
+void ParameterRow::notify(Notice notice, int time) {
+  notice_ = notice;
+  noticeEnd_.start(time, this);
   describe();
+  place();
   update();
+}
+
+QString ParameterRow::noticeText() const {
+  switch (notice_) {
+    case Notice::none:
+      return {};
+    case Notice::changedAtBase:
+      return QStringLiteral("changed on the base");
+    case Notice::taken:
+      return QStringLiteral("Taken");
+  }
+  return {};
+}
+
+void ParameterRow::endNotice() {
+  noticeEnd_.stop();
+  notice_ = Notice::none;
 }
 
 void ParameterRow::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != notice_.timerId()) return;
-  notice_.stop();
+  if (event->timerId() != noticeEnd_.timerId()) return;
+  endNotice();
   describe();
+  place();
   update();
 }
 
-void ParameterRow::setNarrow(bool isNarrow) {
-  if (isNarrow_ == isNarrow) return;
-  isNarrow_ = isNarrow;
+void ParameterRow::setColumns(const RowLayout::Columns& columns) {
+  if (columns_ == columns) return;
+  columns_ = columns;
+  updateGeometry();
   place();
   update();
 }
@@ -186,9 +219,9 @@ void ParameterRow::renderHelp() {
 }
 
 QSize ParameterRow::sizeHint() const {
-  const int least = isRoomy_ ? RowLayout::roomyHeight : Metrics::tuningRowHeight;
+  const int least = isRoomy_ ? std::max(RowLayout::roomyHeight, columns_.height) : columns_.height;
   return {Metrics::minimumWidth - Metrics::sidebarWidth,
-          Metrics::atLeast(least, Metrics::font(Metrics::Type::body))};
+          least + (note_.isEmpty() ? 0 : RowLayout::noteHeight(columns_.form))};
 }
 
 void ParameterRow::stage(std::int64_t value) {
@@ -203,7 +236,7 @@ void ParameterRow::toggle(bool on) {
 
 // Shows the dragged value in the readout without staging it.
 void ParameterRow::previewDrag(int value) {
-  readout_->show(value, {}, value != state_.current);
+  readout_->show(value, {}, value != state_.current ? Mark::changed : Mark::none);
   update();
 }
 
@@ -213,20 +246,30 @@ void ParameterRow::render() {
   renderControl(enabled);
   revert_->setVisible(isChanged());
   revert_->setEnabled(enabled);
+  revert_->setMark(mark());
+  const QString note = text(noteOf(state_));
+  if (note.isEmpty() != note_.isEmpty()) updateGeometry();
+  note_ = note;
+  renderRetry(enabled);
   renderHelp();
   describe();
   explain();
   place();
   update();
+  passFocusOn();
 }
 
 void ParameterRow::renderControl(bool enabled) {
   const int shown = static_cast<int>(state_.shown());
   if (segments_ != nullptr) {
-    segments_->show(shown, isChanged());
+    segments_->show(shown, mark());
+    // Qt leaves the focus nowhere when the parent of its control is disabled.
+    QWidget* const focused = window()->focusWidget();
+    const bool hadFocus = focused != nullptr && segments_->isAncestorOf(focused);
     segments_->setEnabled(enabled);
+    if (hadFocus && !enabled) keepFocusOf(focused);
   } else if (picker_ != nullptr) {
-    picker_->show(shown, isChanged());
+    picker_->show(shown, mark());
     picker_->setEnabled(enabled);
   } else {
     renderSlider(enabled);
@@ -240,28 +283,46 @@ void ParameterRow::renderSlider(bool enabled) {
   if (special) {
     slider_->showSpecial(ordinary);
   } else {
-    slider_->show(
-        shown, isChanged() ? std::optional<int>(static_cast<int>(state_.current)) : std::nullopt);
-  }
-  // Only the switch can be used now: queue its setFocus() after the view has taken the focus from
-  // the slider.
-  if (special && enabled && slider_->hasFocus()) {
-    QMetaObject::invokeMethod(
-        toggle_, [toggle = toggle_] { toggle->setFocus(Qt::OtherFocusReason); },
-        Qt::QueuedConnection);
+    slider_->show(shown,
+                  isChanged() ? std::optional<int>(static_cast<int>(state_.current)) : std::nullopt,
+                  mark());
   }
   slider_->setEnabled(enabled && !special);
   if (toggle_ != nullptr) {
     const bool wasSpecial =
         RowState{state_.parameter, state_.current, {}, state_.product}.isSpecial();
-    toggle_->show(special, isChanged() && special != wasSpecial);
+    toggle_->show(special, special != wasSpecial ? mark() : Mark::none);
     toggle_->setEnabled(enabled && (special || state_.parameter.hasSpecial(state_.product)));
+    // While it is on, the switch takes the slider's place as the row's Tab stop.
+    const bool wasStop = toggle_->focusPolicy() == Qt::StrongFocus;
+    toggle_->setFocusPolicy(special ? Qt::StrongFocus : Qt::ClickFocus);
+    if (wasStop && !special && toggle_->hasFocus()) takeFocus();
   }
   if (!slider_->isSliderDown()) {
     readout_->show(special ? ordinary : shown,
-                   text(MenuText::word(state_.parameter, shown, state_.product)), isChanged());
+                   text(MenuText::word(state_.parameter, shown, state_.product)), mark());
   }
   readout_->setEnabled(enabled);
+}
+
+Mark ParameterRow::mark() const {
+  if (!isChanged()) return Mark::none;
+  return state_.isNotTaken() ? Mark::refused : Mark::changed;
+}
+
+void ParameterRow::renderRetry(bool enabled) {
+  const bool shows = state_.isNotTaken();
+  if (retry_ == nullptr) {
+    if (!shows) return;
+    retry_ = new TextLink(QStringLiteral("Try again"), this);
+    retry_->setObjectName(partName(state_.parameter, "TryAgain"));
+    retry_->setAccessibleName(QStringLiteral("%1, try again").arg(text(state_.parameter.title())));
+    PlainText::setToolTip(*retry_, QStringLiteral("Write this value once more (Ctrl+Return)"));
+    retry_->setFocusPolicy(Qt::NoFocus);
+    connect(retry_, &TextLink::clicked, this, [this] { emit triedAgain(state_.parameter); });
+  }
+  retry_->setVisible(shows);
+  retry_->setEnabled(enabled);
 }
 
 std::vector<QWidget*> ParameterRow::controls() const {
@@ -273,9 +334,9 @@ std::vector<QWidget*> ParameterRow::controls() const {
 // Sets the accessible names for a screen reader.
 void ParameterRow::describe() {
   QString name = text(spokenName(state_));
-  if (notice_.isActive())
-    name += QStringLiteral(", %1").arg(QString::fromLatin1(RowLayout::notice));
+  if (notice_ == Notice::changedAtBase) name += QStringLiteral(", %1").arg(noticeText());
   const QString title = text(state_.parameter.title());
+  setAccessibleName(name);
   for (QWidget* const control : controls()) control->setAccessibleName(name);
   if (toggle_ != nullptr) {
     toggle_->setAccessibleName(
@@ -312,24 +373,8 @@ void ParameterRow::explain() {
                QStringLiteral("Back to %1").arg(text(format(state_, state_.current))));
 }
 
-void ParameterRow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) {
-    emit helpWanted(state_.parameter);
-    return;
-  }
-  const bool reverts = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
-  if (!reverts || !isChanged() || !revert_->isEnabled()) {
-    QWidget::keyPressEvent(event);
-    return;
-  }
-  emit reverted(state_.parameter);
-}
-
 bool ParameterRow::event(QEvent* event) {
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-    updateGeometry();
-    place();
-  }
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) place();
   if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
     renderHelp();
     emit pointed(event->type() == QEvent::Enter);

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QBasicTimer>
+#include <QPointer>
 #include <QWidget>
 #include <optional>
 #include <vector>
 
+#include "ui/kit/mark.h"
+#include "ui/tuning/row_layout.h"
 #include "ui/tuning/row_text.h"
 
 namespace quorvane {
@@ -14,10 +17,16 @@ class IconButton;
 class Picker;
 class Readout;
 class Segments;
+class TextLink;
 class Toggle;
 class ValueSlider;
 
-// One parameter of the menu: its name, control and value, and the old value if it is changed.
+// One parameter of the menu: its name, control and value, the old value if it is changed, and what
+// became of the change.
+//
+// It is one Tab stop: its slider or picker, or its switch while that is all that can be used. While
+// a control with the focus cannot have it, the row keeps it. Digits, Return and F2 begin typing a
+// value; Space presses the switch.
 class ParameterRow final : public QWidget {
   Q_OBJECT
 
@@ -30,8 +39,17 @@ class ParameterRow final : public QWidget {
   void show(const RowState& state, const QString& whyNot);
   using QWidget::show;
 
+  // The places of its parts, in its coordinates.
+  const RowLayout::Places& places() const { return places_; }
+
+  // Puts the focus on the row's Tab stop.
+  void takeFocus();
+
   // Shows for a few seconds that the value was changed at the base.
   void noteChangeAtBase();
+
+  // Shows for a moment that the base took the value.
+  void noteTaken();
 
   // Whether the keyboard focus is in the row. The page tells.
   void setCurrent(bool current);
@@ -43,14 +61,23 @@ class ParameterRow final : public QWidget {
   // Whether the row is taller, for windows with room to spare.
   void setRoomy(bool roomy);
 
-  // The layout for narrow windows: smaller columns, and the state in two lines.
-  void setNarrow(bool narrow);
+  // The widths that its texts and controls need.
+  RowLayout::Needs needs() const;
+
+  // The columns that it shares with the other rows.
+  void setColumns(const RowLayout::Columns& columns);
 
   QSize sizeHint() const override;
 
  signals:
   void staged(quorvane::TuningParameter parameter, std::int64_t value);
   void reverted(quorvane::TuningParameter parameter);
+
+  // The user wants to write the value that was not taken once more.
+  void triedAgain(quorvane::TuningParameter parameter);
+
+  // The user wants to go to the next row, or the previous one.
+  void neighbourWanted(bool next);
 
   // The user wants to read what the setting does.
   void helpWanted(quorvane::TuningParameter parameter);
@@ -63,13 +90,24 @@ class ParameterRow final : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   bool event(QEvent* event) override;
 
  private:
+  // What happened a moment ago, shown in the place of the state or below it.
+  enum class Notice { none, changedAtBase, taken };
+
   void build();
   void buildSlider();
   void buildSegments();
   void buildList();
+  void watchKeys();
+  bool takesKey(const QKeyEvent& event);
+  bool takesEditingKey(const QKeyEvent& event);
+  void keepFocusOf(QWidget* control);
+  void passFocusOn();
   void place();
   void render();
   void renderControl(bool enabled);
@@ -78,25 +116,39 @@ class ParameterRow final : public QWidget {
   void renderHelp();
   void describe();
   void explain();
+  void renderRetry(bool enabled);
+  void notify(Notice notice, int time);
+  void endNotice();
+  QString noticeText() const;
   void paintName(QPainter& painter) const;
   void paintState(QPainter& painter) const;
-  QRect stateRect() const;
+  void paintChange(QPainter& painter) const;
+  void paintNotice(QPainter& painter, const QRect& rect) const;
+  void paintNote(QPainter& painter) const;
+  RowLayout::Extras extras() const;
+  int stateWidth() const;
+  QString oldValue() const;
   std::vector<QWidget*> controls() const;
   void stage(std::int64_t value);
   void toggle(bool on);
   void previewDrag(int value);
   QWidget* mainControl() const;
   bool isChanged() const { return state_.staged.has_value(); }
+  Mark mark() const;
 
   RowState state_;
   QString whyNot_;
-  QBasicTimer notice_;  // runs while the row shows a change at the base
-  bool isNarrow_ = false;
+  QString note_;
+  Notice notice_ = Notice::none;
+  QBasicTimer noticeEnd_;
+  RowLayout::Columns columns_;
+  RowLayout::Places places_;
   bool isCurrent_ = false;
   bool isExplainedBeside_ = false;
   bool isRoomy_ = false;
   bool isTouched_ = false;  // a control was moved and may differ from the state
   std::optional<std::int64_t> lastOrdinary_;
+  QPointer<QWidget> unfocused_;  // the control that gets the focus back from the row
 
   ElidedLabel* title_ = nullptr;
   ValueSlider* slider_ = nullptr;
@@ -105,6 +157,7 @@ class ParameterRow final : public QWidget {
   Picker* picker_ = nullptr;
   Readout* readout_ = nullptr;
   IconButton* revert_ = nullptr;
+  TextLink* retry_ = nullptr;   // until a value was not taken for the first time
   IconButton* help_ = nullptr;  // in the place of revert_ while the value is not changed
 };
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "app/outcome.h"
 #include "protocol/product.h"
 #include "protocol/tuning_parameter.h"
 
@@ -16,6 +17,7 @@ struct RowState {
   std::int64_t current = 0;            // on the base
   std::optional<std::int64_t> staged;  // not on the base yet
   std::optional<FanatecProduct> product;
+  std::optional<Outcome> outcome = std::nullopt;
 
   std::int64_t shown() const { return staged.value_or(current); }
 
@@ -24,6 +26,10 @@ struct RowState {
 
   // Whether the row has a switch for a special value ("AUTO", "OFF") and it is on.
   bool isSpecial() const;
+
+  // Whether the staged value was not taken by the base, or not part of a preset that was applied.
+  bool isNotTaken() const { return staged && outcome == Outcome::notTaken; }
+  bool isLeftUnsaved() const { return staged && outcome == Outcome::leftUnsaved; }
 
   bool operator==(const RowState&) const = default;
 };
@@ -36,7 +42,14 @@ std::string format(const RowState& row, std::int64_t value);
 std::int64_t ordinaryValue(const RowState& row, std::int64_t value,
                            std::optional<std::int64_t> lastOrdinary);
 
-// The accessible name of the row's control: title, shown value, and the old value if changed.
+// The value of the parameter whose text is the longest.
+std::string longestFormat(const RowState& row);
+
+// What became of the staged value, below the title: "Not taken · still 50 %". Empty for none.
+std::string noteOf(const RowState& row);
+
+// The accessible name of the row and its control: title, shown value, the old value if changed, and
+// what became of the staged one.
 std::string spokenName(const RowState& row);
 
 }  // namespace quorvane

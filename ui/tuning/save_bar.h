@@ -8,7 +8,8 @@ namespace quorvane {
 
 class Button;
 
-// The number of unsaved edits, with buttons to save and discard them.
+// The number of unsaved edits, with buttons to save and discard them. During a save it counts the
+// values; afterwards it says how many were not taken.
 class SaveBar final : public Bar {
   Q_OBJECT
 
@@ -21,6 +22,8 @@ class SaveBar final : public Bar {
   bool isWanted() const override { return !model().staged().empty(); }
 
   QSize sizeHint() const override;
+  bool hasHeightForWidth() const override { return true; }
+  int heightForWidth(int width) const override;
 
  protected:
   void render() override;
@@ -28,10 +31,19 @@ class SaveBar final : public Bar {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  struct Layout;
+
+  bool isSaving() const;
+  bool hasFailed() const;
   QString countText() const;
+  QString failureText() const;
+  Layout layoutFor(int width) const;
+  int markSize() const;
+  void setTextOf(QLabel* label, const QString& text);
   void place();
 
   QLabel* count_;
+  QLabel* failure_;
   Button* discard_;
   Button* save_;
 };

@@ -46,7 +46,7 @@ class Plate final : public QWidget {
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(RowLayout::pillPadding, 0, RowLayout::pillPadding, 0);
     row->addWidget(code, 0, Qt::AlignCenter);
-    setMinimumSize(RowLayout::plateWidth, RowLayout::plateHeight);
+    setMinimumSize(RowLayout::plateSize());
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   }
 

@@ -23,6 +23,10 @@ constexpr int groupGap = 20;
 constexpr int afterTitle = 28;
 constexpr int narrowGap = 12;
 constexpr int narrowTop = 8;
+constexpr int betweenLines = 12;
+constexpr int lastBottom = 10;
+constexpr std::size_t afterTitleGroup = 1;
+constexpr std::size_t afterModeGroup = 3;
 
 QLabel* label(const QString& text, Metrics::Type type, QPalette::ColorRole role, QWidget* parent) {
   QLabel* const label = PlainText::label(text, parent);
@@ -66,10 +70,13 @@ TuningHeader::TuningHeader(AppModel& model, QWidget* parent)
   sources_->setMenu(sourcesMenu());
   readAgain_->setObjectName(QStringLiteral("readAgainButton"));
   readAgain_->setSymbol(QStringLiteral("arrow.clockwise"));
+  readAgain_->setAccessibleName(QStringLiteral("Read again"));
   connect(set_, &Picker::chosen, this, [this](int number) { this->model().selectSlot(number); });
   connect(switchMode_, &Button::clicked, this, [this] { this->model().toggleMode(); });
   connect(readAgain_, &Button::clicked, this, [this] { this->model().refresh(); });
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+  policy.setHeightForWidth(true);
+  setSizePolicy(policy);
 }
 
 QMenu* TuningHeader::sourcesMenu() {
@@ -97,24 +104,12 @@ QMenu* TuningHeader::sourcesMenu() {
   return menu;
 }
 
-void TuningHeader::setNarrow(bool narrow) {
-  if (isNarrow_ == narrow) return;
-  isNarrow_ = narrow;
-  updateGeometry();
-  place();
-}
-
-QSize TuningHeader::sizeHint() const {
-  const int line = Metrics::atLeast(Metrics::buttonHeight, font());
-  const int extra = line - Metrics::buttonHeight;
-  return {0, (isNarrow_ ? Metrics::tallTuningHeaderHeight + extra
-                        : Metrics::tuningHeaderHeight + extra)};
-}
+QSize TuningHeader::sizeHint() const { return {0, heightForWidth(width())}; }
 
 void TuningHeader::renderSets(const TuningSnapshot& menu) {
   const bool hasStaged = !model().staged().empty();
   set_->setChoices(sets(menu));
-  set_->show(menu.slot(), false);
+  set_->show(menu.slot(), Mark::none);
   setAvailable(*set_, hasStaged
                           ? QStringLiteral("Save or discard your changes before switching sets")
                           : whyWait(model()));
@@ -130,41 +125,100 @@ void TuningHeader::render() {
                                 : QStringLiteral("Switch to advanced"));
   setAvailable(*switchMode_, whyWait(model()));
   setAvailable(*readAgain_, whyWait(model()), QStringLiteral("Read the menu again"));
+  updateGeometry();
   place();
 }
 
-void TuningHeader::place() {
-  const int inset = isNarrow_ ? Metrics::narrowInset : Metrics::pageInset;
-  const int right = std::min(width(), Metrics::contentWidth) - inset;
-  const int line = Metrics::atLeast(Metrics::buttonHeight, font());
-  const int gap = isNarrow_ ? narrowGap : groupGap;
-  int top = (height() - line) / 2;
-  int x = inset;
-  const auto put = [&](QWidget* widget, int after) {
-    const QSize size = widget->sizeHint();
-    widget->setGeometry(x, top + (line - size.height()) / 2, size.width(), size.height());
-    x += size.width() + after;
-  };
-  if (isNarrow_) {
-    const QSize size = title_->sizeHint();
-    title_->setGeometry(x, narrowTop, size.width(), size.height());
-    top = height() - line - 10;
-  } else {
-    put(title_, afterTitle);
-  }
-  put(setLabel_, labelGap);
-  put(set_, gap);
-  put(mode_, narrowGap);
-  put(switchMode_, gap);
+int TuningHeader::Group::width() const {
+  int width = labelGap * (static_cast<int>(controls.size()) - 1);
+  for (const QWidget* const control : controls) width += control->sizeHint().width();
+  return width;
+}
 
-  readAgain_->setSymbolOnly(false);
-  const int wanted = sources_->sizeHint().width() + labelGap + readAgain_->sizeHint().width();
-  readAgain_->setSymbolOnly(x + wanted > right);
-  readAgain_->setAccessibleName(QStringLiteral("Read again"));
-  x = right - readAgain_->sizeHint().width();
-  put(readAgain_, 0);
-  x = readAgain_->x() - labelGap - sources_->sizeHint().width();
-  put(sources_, 0);
+int TuningHeader::Group::height() const {
+  int height = 0;
+  for (const QWidget* const control : controls) {
+    height = std::max(height, control->sizeHint().height());
+  }
+  return height;
+}
+
+int TuningHeader::widthOf(const Line& line) {
+  int width = line.empty() ? 0 : -line.back().gapAfter;
+  for (const Group& group : line) width += group.width() + group.gapAfter;
+  return width;
+}
+
+int TuningHeader::heightOf(const Line& line) {
+  int height = 0;
+  for (const Group& group : line) height = std::max(height, group.height());
+  return height;
+}
+
+// All controls in reading order. The last group stands at the right.
+TuningHeader::Line TuningHeader::groups() const {
+  const int gap = Metrics::inset(*this) == Metrics::narrowInset ? narrowGap : groupGap;
+  return {{{title_}, afterTitle},
+          {{setLabel_, set_}, gap},
+          {{mode_}, narrowGap},
+          {{switchMode_}, gap},
+          {{sources_, readAgain_}, 0}};
+}
+
+// One line; else a break after the title, or after the mode; else as many groups in a line as fit.
+std::vector<TuningHeader::Line> TuningHeader::lines(int width) const {
+  const Line all = groups();
+  const int room = std::min(width, Metrics::contentWidth) - 2 * Metrics::inset(*this);
+  for (const std::size_t end : {all.size(), afterTitleGroup, afterModeGroup}) {
+    const auto middle = all.begin() + static_cast<std::ptrdiff_t>(end);
+    const Line first(all.begin(), middle);
+    const Line second(middle, all.end());
+    if (widthOf(first) > room || widthOf(second) > room) continue;
+    return second.empty() ? std::vector<Line>{first} : std::vector<Line>{first, second};
+  }
+  std::vector<Line> flowing(1);
+  for (const Group& group : all) {
+    Line longer = flowing.back();
+    longer.push_back(group);
+    if (flowing.back().empty() || widthOf(longer) <= room) {
+      flowing.back() = longer;
+    } else {
+      flowing.push_back({group});
+    }
+  }
+  return flowing;
+}
+
+int TuningHeader::heightForWidth(int width) const {
+  const std::vector<Line> all = lines(width);
+  if (all.size() == 1) {
+    return Metrics::tuningHeaderHeight - Metrics::buttonHeight + heightOf(all.front());
+  }
+  int height = narrowTop + lastBottom - betweenLines;
+  for (const Line& line : all) height += heightOf(line) + betweenLines;
+  return height;
+}
+
+void TuningHeader::place() {
+  const std::vector<Line> all = lines(width());
+  const int inset = Metrics::inset(*this);
+  const int right = std::min(width(), Metrics::contentWidth) - inset;
+  int top = all.size() == 1 ? (height() - heightOf(all.front())) / 2 : narrowTop;
+  for (const Line& line : all) {
+    const int tall = heightOf(line);
+    int x = inset;
+    for (const Group& group : line) {
+      const bool isLast = group.controls.back() == readAgain_;
+      if (isLast) x = right - group.width();
+      for (QWidget* const control : group.controls) {
+        const QSize size = control->sizeHint();
+        control->setGeometry(x, top + (tall - size.height()) / 2, size.width(), size.height());
+        x += size.width() + labelGap;
+      }
+      x += group.gapAfter - labelGap;
+    }
+    top += tall + betweenLines;
+  }
 }
 
 void TuningHeader::resizeEvent(QResizeEvent* /*event*/) { place(); }

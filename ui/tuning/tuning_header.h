@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "ui/model/view.h"
 
 class QLabel;
@@ -11,17 +13,17 @@ namespace quorvane {
 class Button;
 class Picker;
 
-// The header of the section "Tuning": title, set, mode, and a menu to load or share values.
+// The header of the section "Tuning": title, set, mode, and a menu to load or share values. Where
+// they do not fit into one line, it breaks between them.
 class TuningHeader final : public View {
   Q_OBJECT
 
  public:
   explicit TuningHeader(AppModel& model, QWidget* parent = nullptr);
 
-  // The layout in two lines, the title above the rest.
-  void setNarrow(bool narrow);
-
   QSize sizeHint() const override;
+  bool hasHeightForWidth() const override { return true; }
+  int heightForWidth(int width) const override;
 
  protected:
   void render() override;
@@ -29,11 +31,24 @@ class TuningHeader final : public View {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  // Controls that stay together.
+  struct Group {
+    std::vector<QWidget*> controls;
+    int gapAfter = 0;  // to the next group in the same line
+
+    int width() const;
+    int height() const;
+  };
+  using Line = std::vector<Group>;
+
+  static int widthOf(const Line& line);
+  static int heightOf(const Line& line);
   QMenu* sourcesMenu();
+  Line groups() const;
+  std::vector<Line> lines(int width) const;
   void place();
   void renderSets(const TuningSnapshot& menu);
 
-  bool isNarrow_ = false;
   QLabel* title_;
   QLabel* setLabel_;
   Picker* set_;

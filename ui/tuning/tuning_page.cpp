@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -73,7 +74,9 @@ TuningPage::TuningPage(AppModel& model, QWidget* parent)
   outer->setSpacing(0);
   outer->addWidget(message_, 1);
   outer->addWidget(content_, 1);
+  list_->installEventFilter(this);
   connect(&model, &AppModel::menuChangedAtBase, this, &TuningPage::noteChanges);
+  connect(&model, &AppModel::valueTaken, this, &TuningPage::noteTaken);
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget* /*before*/, QWidget* now) { focusMoved(now); });
   connect(barsAbove_, &BarPlace::barChanged, this, &TuningPage::fitRows);
@@ -108,6 +111,14 @@ void TuningPage::render() {
   renderHelp();
 }
 
+void TuningPage::focusNeighbour(const ParameterRow* row, bool next) {
+  const auto place = std::ranges::find(rows_, row) - rows_.begin() + (next ? 1 : -1);
+  if (place < 0 || place >= std::ssize(rows_)) return;
+  ParameterRow* const neighbour = rows_[static_cast<std::size_t>(place)];
+  neighbour->takeFocus();
+  list_->ensureWidgetVisible(neighbour, 0, 0);
+}
+
 void TuningPage::setShowsHelp(bool shows) {
   showsHelp_ = shows;
   renderHelp();
@@ -118,7 +129,7 @@ void TuningPage::focusMoved(QWidget* now) {
   if (isInList) lastEdited_ = now;
   ParameterRow* row = nullptr;
   for (ParameterRow* const each : rows_) {
-    if (isInList && each->isAncestorOf(now)) row = each;
+    if (isInList && (each == now || each->isAncestorOf(now))) row = each;
   }
   if (row == focusedRow_) return;
   if (focusedRow_) focusedRow_->setCurrent(false);
@@ -163,13 +174,25 @@ void TuningPage::renderHelp() {
   fitRows();
 }
 
-// In a wide window rows are taller if all of them fit, also above a bar.
+void TuningPage::measureRows() {
+  needs_ = {};
+  for (const ParameterRow* const row : rows_) needs_.include(row->needs());
+  fitRows();
+}
+
+// Gives all rows the same columns. The room for a scroll bar is kept free, so that the columns do
+// not depend on it. In a wide window rows are taller if all of them fit, also above a bar.
 void TuningPage::fitRows() {
-  const int above = header_->sizeHint().height() + barsAbove_->sizeHint().height();
-  const int room = height() - above - barsBelow_->roomFor();
+  const int width = list_->width() - list_->verticalScrollBar()->sizeHint().width();
+  const RowLayout::Columns columns = RowLayout::columns(needs_, width, Metrics::inset(*this));
+  const int room = list_->height() - (barsBelow_->shown() != nullptr ? 0 : barsBelow_->roomFor());
   const int wanted = RowLayout::roomyHeight * static_cast<int>(rows_.size());
-  const bool isRoomy = window()->width() >= Metrics::wideFrom && wanted <= room;
-  for (ParameterRow* const row : rows_) row->setRoomy(isRoomy);
+  const bool isRoomy = window()->width() >= Metrics::wideFrom && wanted <= room &&
+                       columns.height <= RowLayout::roomyHeight;
+  for (ParameterRow* const row : rows_) {
+    row->setColumns(columns);
+    row->setRoomy(isRoomy);
+  }
 }
 
 void TuningPage::renderRows(const TuningSnapshot& menu) {
@@ -179,7 +202,8 @@ void TuningPage::renderRows(const TuningSnapshot& menu) {
   }
   for (ParameterRow* const row : rows_) {
     const TuningParameter parameter = row->parameter();
-    row->show({parameter, menu.value(parameter, product_), unsaved(parameter), product_},
+    row->show({parameter, menu.value(parameter, product_), unsaved(parameter), product_,
+               outcomeOf(parameter)},
               whyWait(model()));
   }
 }
@@ -191,6 +215,11 @@ std::optional<std::int64_t> TuningPage::unsaved(TuningParameter parameter) const
   const bool isSaved =
       model().progress() && isCurrentValue({parameter, staged->second}, model().tuning(), product_);
   return isSaved ? std::nullopt : std::optional(staged->second);
+}
+
+std::optional<Outcome> TuningPage::outcomeOf(TuningParameter parameter) const {
+  const auto found = model().outcomes().find(parameter);
+  return found == model().outcomes().end() ? std::nullopt : std::optional(found->second);
 }
 
 // When a bar goes with the focus, the control edited last gets it back.
@@ -214,13 +243,13 @@ void TuningPage::buildRows(const std::vector<TuningParameter>& parameters) {
   for (ParameterRow* const row : rows_) delete row;
   rows_.clear();
   for (const TuningParameter parameter : parameters) {
-    auto* const row =
-        new ParameterRow({parameter, model().tuning()->value(parameter, product_), {}, product_});
-    row->setNarrow(isNarrow_);
+    auto* const row = new ParameterRow(
+        RowState{parameter, model().tuning()->value(parameter, product_), {}, product_});
     column_->insertWidget(static_cast<int>(rows_.size()), row);
     rows_.push_back(row);
     connectRow(row);
   }
+  measureRows();
   std::vector<QWidget*> inReadingOrder(rows_.begin(), rows_.end());
   inReadingOrder.push_back(barsBelow_);
   chainTabOrder(inReadingOrder);
@@ -231,22 +260,35 @@ void TuningPage::connectRow(ParameterRow* row) {
           [this](TuningParameter changed, std::int64_t value) { model().stage(changed, value); });
   connect(row, &ParameterRow::reverted, this,
           [this](TuningParameter changed) { model().revert(changed); });
+  connect(row, &ParameterRow::triedAgain, this,
+          [this](TuningParameter again) { model().trySaving(again); });
   connect(row, &ParameterRow::helpWanted, this, [this](TuningParameter wanted) {
     (new SettingHelpPopup(model(), wanted, window()))->open();
   });
+  connect(row, &ParameterRow::neighbourWanted, this,
+          [this, row](bool next) { focusNeighbour(row, next); });
   connect(row, &ParameterRow::pointed, this, [this, row](bool isOver) { rowPointed(row, isOver); });
 }
 
-void TuningPage::setNarrow(bool narrow) {
-  isNarrow_ = narrow;
-  header_->setNarrow(narrow);
-  for (ParameterRow* const row : rows_) row->setNarrow(narrow);
+void TuningPage::noteTaken(TuningParameter parameter) {
+  for (ParameterRow* const row : rows_) {
+    if (row->parameter() == parameter) row->noteTaken();
+  }
 }
 
 void TuningPage::resizeEvent(QResizeEvent* event) {
-  setNarrow(window()->width() < Metrics::narrowBelow);
   renderHelp();
   View::resizeEvent(event);
+}
+
+void TuningPage::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) measureRows();
+  View::changeEvent(event);
+}
+
+bool TuningPage::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == list_ && event->type() == QEvent::Resize) fitRows();
+  return View::eventFilter(watched, event);
 }
 
 }  // namespace quorvane

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "ui/model/view.h"
+#include "ui/tuning/row_layout.h"
 
 class QLabel;
 class QScrollArea;
@@ -43,20 +44,25 @@ class TuningPage final : public View {
   void render() override;
   void resizeEvent(QResizeEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void renderRows(const TuningSnapshot& menu);
   void returnToRow();
   void noteChanges(const TuningSnapshot& before);
+  void noteTaken(TuningParameter parameter);
   std::optional<std::int64_t> unsaved(TuningParameter parameter) const;
+  std::optional<Outcome> outcomeOf(TuningParameter parameter) const;
   void buildRows(const std::vector<TuningParameter>& parameters);
   void connectRow(ParameterRow* row);
   void focusMoved(QWidget* now);
+  void focusNeighbour(const ParameterRow* row, bool next);
   void rowPointed(ParameterRow* row, bool isOver);
   void explain(TuningParameter parameter);
   void renderHelp();
   void fitRows();
-  void setNarrow(bool narrow);
+  void measureRows();
 
   QLabel* message_;
   QWidget* content_;
@@ -69,7 +75,7 @@ class TuningPage final : public View {
   std::vector<ParameterRow*> rows_;
   std::optional<FanatecProduct> product_;  // of the current rows
   QPointer<QWidget> lastEdited_;           // the last control of the list with the focus
-  bool isNarrow_ = false;
+  RowLayout::Needs needs_;                 // of the rows
 
   bool showsHelp_ = true;
   std::optional<TuningParameter> explained_;  // by the panel
