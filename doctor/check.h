@@ -17,9 +17,9 @@ struct DoctorCheck {
   std::string id;     // for programs: "usb", "access", ...; stable across versions
   std::string title;  // for people: "Permission"
   CheckOutcome outcome = CheckOutcome::notChecked;
-  std::string finding;   // what was found, or why it was not checked
-  std::string nextStep;  // what to do; empty unless it failed
-  std::string command;   // the part of nextStep to type into a terminal; may be empty
+  std::string finding;    // what was found, or why it was not checked
+  std::string nextStep;   // what to do; empty unless it failed
+  std::string command{};  // the part of nextStep to type into a terminal; may be empty
 
   bool operator==(const DoctorCheck&) const = default;
 };
