@@ -3,21 +3,27 @@
 //   quorvane-screenshots DIRECTORY [SCENE...]     without SCENE: all scenes
 //
 // A picture is a grab of the real window on the display, with a simulated base:
-// SCENE-SCHEME-SIZE.png for the schemes light and dark and each of the sizes. Qt's environment
-// variables (QT_SCALE_FACTOR) apply.
+// SCENE-SCHEME-SIZE.png for the schemes light and dark and each of the sizes. Some scenes are also
+// taken in light with larger fonts and from right to left: SCENE-13pt-light-SIZE.png, and so on.
+// Qt's environment variables (QT_SCALE_FACTOR) apply.
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -177,6 +183,21 @@ struct Scene {
   bool isWideToo = false;  // also in a wide window, where the screen has room for one
 };
 
+// The application's font and direction for a picture.
+struct Look {
+  const char* suffix;
+  double points = 0;  // of the font; 0: the system's
+  Qt::LayoutDirection direction = Qt::LeftToRight;
+};
+
+constexpr Look usualLook{""};
+constexpr std::array otherLooks{Look{"-13pt", 13}, Look{"-16pt", 16},
+                                Look{"-rtl", 0, Qt::RightToLeft}};
+
+// The scenes that are taken in the other looks too.
+constexpr std::array<const char*, 5> variedScenes{"tuning", "presets", "base-checks-failed",
+                                                  "tools", "log"};
+
 void stageEdits(Stage& stage) {
   stage.model().stage(sensitivity, 540);
   stage.model().stage(forceFeedback, 80);
@@ -208,6 +229,28 @@ void logSomething(Stage& stage) {
   stage.model().toggleMode();
   stage.model().selectSlot(4);
   stage.untilIdle();
+}
+
+// A value that the base does not take.
+void saveInVain(Stage& stage) {
+  stage.device().withBase([](SimulatedBase& base) { base.behaviour().ignored = {brakeForce}; });
+  stage.model().stage(forceFeedback, 80);
+  stage.model().stage(brakeForce, 70);
+  stage.model().saveStaged();
+  stage.untilIdle();
+}
+
+void addPresets(Stage& stage) {
+  for (int number = 1; number <= 298; ++number) {
+    stage.model().saveCurrentAsPreset("Track " + std::to_string(number));
+  }
+}
+
+void drag(Stage& stage) {
+  QMimeData files;
+  files.setUrls({QUrl::fromLocalFile(QStringLiteral("/home/driver/Spa, wet.quorvane"))});
+  QDragEnterEvent enter({50, 50}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&stage.window(), &enter);
 }
 
 void askToSwitch(Stage& stage) {
@@ -264,7 +307,7 @@ void examineSilent(Stage& stage) {
 const std::vector<Scene>& scenes() {
   const auto nothing = [](Stage&) {};
   static const std::vector<Scene> all{
-      {"tuning", Section::tuning, {usual}, stageEdits},
+      {"tuning", Section::tuning, {usual}, stageEdits, true},
       {"tuning-unchanged", Section::tuning, {usual}, nothing},
       {"tuning-auto-warning",
        Section::tuning,
@@ -306,7 +349,17 @@ const std::vector<Scene>& scenes() {
            });
          }
        }},
-      {"presets", Section::presets, {usual}, nothing},
+      {"tuning-not-taken", Section::tuning, {usual}, saveInVain},
+      {"tuning-closing",
+       Section::tuning,
+       {usual},
+       [](Stage& stage) {
+         stageEdits(stage);
+         stage.window().close();
+       }},
+      {"presets", Section::presets, {usual}, nothing, true},
+      {"presets-many", Section::presets, {usual}, addPresets},
+      {"presets-dragged", Section::presets, {usual}, drag},
       {"presets-confirm",
        Section::presets,
        {usual},
@@ -332,7 +385,15 @@ const std::vector<Scene>& scenes() {
       {"base-two", Section::base, {0x0006, usual}, nothing},
       {"base-three", Section::base, {0x0001, usual, usual}, nothing},
       {"base-switch", Section::base, {0x0006, usual}, askToSwitch},
-      {"base-checks-failed", Section::base, {}, examineUnready},
+      {"base-checks-failed", Section::base, {}, examineUnready, true},
+      {"base-checks-unfolded",
+       Section::base,
+       {},
+       [](Stage& stage) {
+         examineUnready(stage);
+         stage.click("passedChecksLine");
+         stage.click("uncheckedChecksLine");
+       }},
       {"base-checks-silent", Section::base, {usual}, examineSilent},
       {"tools", Section::tools, {usual}, nothing},
       {"tools-confirm",
@@ -372,13 +433,24 @@ bool isTaken(const Scene& scene, QSize size) {
   return scene.isWideToo && size.boundedTo(screen) == size;
 }
 
-bool take(const Scene& scene, QSize size, const QString& scheme,
+bool isVaried(const Scene& scene) {
+  return std::any_of(variedScenes.begin(), variedScenes.end(),
+                     [&](const char* name) { return std::string_view(scene.name) == name; });
+}
+
+bool take(const Scene& scene, QSize size, const QString& scheme, const Look& look,
           const std::filesystem::path& scratch, const QDir& directory) {
+  const QFont usualFont = QApplication::font();
+  QFont font = usualFont;
+  if (look.points > 0) font.setPointSizeF(look.points);
+  QApplication::setFont(font);
+  QApplication::setLayoutDirection(look.direction);
+  const auto restore = qScopeGuard([&] { QApplication::setFont(usualFont); });
   Stage stage(scratch, size, scene.bases);
   stage.window().setSection(scene.section);
   scene.prepare(stage);
-  const QString name = QStringLiteral("%1-%2-%3x%4.png")
-                           .arg(QString::fromLatin1(scene.name), scheme)
+  const QString name = QStringLiteral("%1%2-%3-%4x%5.png")
+                           .arg(QString::fromLatin1(scene.name), QLatin1String(look.suffix), scheme)
                            .arg(size.width())
                            .arg(size.height());
   std::printf("%s\n", qPrintable(name));
@@ -407,7 +479,11 @@ int main(int argc, char** argv) {
       for (const Scene& scene : scenes()) {
         const bool isWanted = wanted.empty() || wanted.contains(QString::fromLatin1(scene.name));
         if (!isWanted || !isTaken(scene, size)) continue;
-        if (!take(scene, size, scheme, text(scratch.path()), directory)) return 1;
+        if (!take(scene, size, scheme, usualLook, text(scratch.path()), directory)) return 1;
+        if (isDark || !isVaried(scene)) continue;
+        for (const Look& look : otherLooks) {
+          if (!take(scene, size, scheme, look, text(scratch.path()), directory)) return 1;
+        }
       }
     }
   }
