@@ -70,6 +70,7 @@ QWidget* sunken(QLabel* label) {
   auto* const inner = new QVBoxLayout(well);
   inner->setContentsMargins(wellInset, rowPadding, wellInset, rowPadding);
   label->setFont(Metrics::font(Metrics::Type::fixed));
+  label->setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
   inner->addWidget(label);
   return well;
 }

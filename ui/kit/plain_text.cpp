@@ -11,6 +11,10 @@ QLabel* label(const QString& text, QWidget* parent) {
   auto* const label = new QLabel(parent);
   label->setTextFormat(Qt::PlainText);
   label->setText(text);
+  // Qt would align a text by its own direction, not by that of the layout.
+  if (label->layoutDirection() == Qt::RightToLeft) {
+    label->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+  }
   return label;
 }
 
