@@ -81,7 +81,7 @@ void StatusBar::render() {
   update();
 }
 
-// An error has a triangle and the error's ink until the next line.
+// An error has a triangle and the error's ink until the next line, and is announced at once.
 void StatusBar::renderLine() {
   const QString line = text(model().statusLine());
   const bool isError = tellsError(model());
@@ -94,6 +94,9 @@ void StatusBar::renderLine() {
   layout()->setContentsMargins(visualMargins(*this, {left, 0, sideInset, 0}));
   QAccessibleEvent change(line_, QAccessible::NameChanged);
   QAccessible::updateAccessibility(&change);
+  if (!isError) return;
+  QAccessibleEvent alert(line_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
 }
 
 // The link is visible until the next status line.
