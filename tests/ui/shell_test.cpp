@@ -314,8 +314,8 @@ TEST_F(Shell, MenusHoldTheirEntriesInOrder) {
   }
   EXPECT_EQ(titles, (Lines{"File", "Edit", "View", "Help"}));
   EXPECT_EQ(entriesOf(menu(0)), (Lines{"Import…", "Share…", "Export mine…", "-", "Quit"}));
-  EXPECT_EQ(entriesOf(menu(1)),
-            (Lines{"Save to set", "Discard", "Read again", "-", "Load preset…"}));
+  EXPECT_EQ(entriesOf(menu(1)), (Lines{"Save to set", "Discard", "Read again", "-", "Load preset…",
+                                       "Save as preset…"}));
   EXPECT_EQ(entriesOf(menu(2)), (Lines{"Base", "Tuning", "Presets", "Tools", "Log", "-",
                                        "What it does", "Keyboard shortcuts"}));
   EXPECT_EQ(entriesOf(menu(3)), (Lines{"Quorvane website", "Support the firmware work",
@@ -350,6 +350,18 @@ TEST_F(Shell, EntriesAreAvailableWhenTheyCanDoSomething) {
               (Lines{"enabled", "enabled", "enabled", "enabled", wait, wait, wait, wait}));
   });
   EXPECT_EQ(states(), Lines(8, "enabled"));
+}
+
+TEST_F(Shell, SavingAsAPresetNeedsAMenu) {
+  openWithoutBase();
+  EXPECT_EQ(stateOf(find<QAction>("savePresetAction")),
+            "disabled: Connect a base first: its menu is what gets saved");
+  base();
+  settle();
+  EXPECT_EQ(stateOf(find<QAction>("savePresetAction")), "enabled");
+  trigger("savePresetAction");
+  EXPECT_EQ(window().section(), Section::presets);
+  EXPECT_EQ(focused(), "presetNameField");
 }
 
 TEST_F(Shell, SharingNeedsAMenu) {
@@ -587,6 +599,22 @@ TEST_F(Shell, AnErrorIsMarkedInTheStatusBarUntilTheNextLine) {
   settle();
   EXPECT_EQ(look(), usual);
   EXPECT_EQ(name("statusLine"), "Saved preset \"Wet\"");
+}
+
+TEST_F(Shell, EveryKindOfErrorIsMarked) {
+  open();
+  const auto isMarked = [this] {
+    settle();
+    return find("statusLine").foregroundRole() == QPalette::BrightText;
+  };
+  model().importSettings(directory_ / "missing.json");
+  EXPECT_TRUE(isMarked());
+  model().saveCurrentAsPreset("Wet");
+  EXPECT_FALSE(isMarked());
+  behave([](SimulatedBehaviour& b) { b.ignored = {P::forceFeedback}; });
+  stage(P::forceFeedback, 80);
+  model().saveStaged();
+  EXPECT_TRUE(isMarked()) << model().statusLine();
 }
 
 TEST_F(Shell, AStatusThatHasNoRoomIsItsTooltip) {

@@ -172,4 +172,6 @@ void PresetsPage::renderQuestion() {
   }
 }
 
+void PresetsPage::focusNewName() { saveBar_->focusName(); }
+
 }  // namespace quorvane

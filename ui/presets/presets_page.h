@@ -24,6 +24,9 @@ class PresetsPage final : public View {
  public:
   explicit PresetsPage(AppModel& model, QWidget* parent = nullptr);
 
+  // Puts the focus into the field for the name of a new preset.
+  void focusNewName();
+
  protected:
   void render() override;
 

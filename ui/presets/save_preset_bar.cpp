@@ -67,6 +67,8 @@ SavePresetBar::SavePresetBar(AppModel& model, QWidget* parent)
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
+void SavePresetBar::focusName() { name_->setFocus(Qt::ShortcutFocusReason); }
+
 // The trimmed name, as it will be saved.
 std::string SavePresetBar::newName() const { return text(name_->text().trimmed()); }
 

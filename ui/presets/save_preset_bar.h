@@ -18,6 +18,8 @@ class SavePresetBar final : public View {
  public:
   explicit SavePresetBar(AppModel& model, QWidget* parent = nullptr);
 
+  void focusName();
+
  protected:
   void render() override;
   void paintEvent(QPaintEvent* event) override;

@@ -11,6 +11,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "app/environment.h"
 #include "ui/base/base_page.h"
@@ -44,6 +45,22 @@ namespace quorvane {
 namespace {
 
 constexpr int messageGap = 16;
+
+// Adds the entry that leads to the name of a new preset.
+template <typename Action>
+void addSavePreset(AppModel& model, QMenu* menu, Action action) {
+  QAction* const entry =
+      menu->addAction(QStringLiteral("Save as &preset…"),
+                      QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), menu, std::move(action));
+  entry->setObjectName(QStringLiteral("savePresetAction"));
+  const auto render = [&model, entry] {
+    setAvailable(entry, model.tuning()
+                            ? QString()
+                            : QStringLiteral("Connect a base first: its menu is what gets saved"));
+  };
+  QObject::connect(&model, &AppModel::changed, entry, render);
+  render();
+}
 
 Section firstSection() { return section(Environment::section()).value_or(Section::tuning); }
 
@@ -209,6 +226,10 @@ void MainWindow::buildEditMenu(QMenu* menu) {
   loadPreset_ = menu->addAction(QStringLiteral("&Load preset…"), QKeySequence(Qt::CTRL | Qt::Key_L),
                                 this, [this] { (new PresetFinder(model_, this))->open(); });
   loadPreset_->setObjectName(QStringLiteral("loadPresetAction"));
+  addSavePreset(model_, menu, [this] {
+    setSection(Section::presets);
+    static_cast<PresetsPage*>(page(Section::presets))->focusNewName();
+  });
 }
 
 void MainWindow::buildViewMenu(QMenu* menu) {

@@ -30,6 +30,7 @@ constexpr std::array sheet{
     Key{"Backspace, Delete", "On a changed row's slider or switch: back to the saved value"},
     Key{"Ctrl+R, F5", "Read again"},
     Key{"Ctrl+L", "Load preset…: find one by typing, and fill its values in"},
+    Key{"Ctrl+Shift+S", "Save as preset…: name the menu that the base has now"},
     Key{"Ctrl+I", "Import…"},
     Key{"Ctrl+E", "Share…"},
     Key{"Arrow keys", "On a slider: one step. Up and Down in a number field: one step"},
