@@ -115,8 +115,11 @@ class AppModel final : public QObject {
   const std::vector<LogEntry>& log() const { return log_.entries(); }
   const std::vector<TuningPreset>& userPresets() const { return presets_.all(); }
 
-  // The last deleted preset, for undoDelete(); none before a deletion and after undoDelete().
+  // The preset that undoPresets() would bring back; none if the last change was no deletion.
   const std::optional<TuningPreset>& deletedPreset() const { return presets_.deleted(); }
+
+  // The user's preset that was added or brought back last by the window, of several the first.
+  const std::optional<UUID>& addedPreset() const { return presets_.added(); }
   const StagedValues& staged() const { return staged_; }
 
   // What the last save, or the applying of a preset, meant for values. `taken` holds until the next
@@ -183,8 +186,22 @@ class AppModel final : public QObject {
   void saveCurrentAsPreset(const std::string& name);
   void deletePreset(const TuningPreset& preset) { presets_.remove(preset); }
 
-  // Restores deletedPreset() at its old place, with its old id. Does nothing without one.
-  void undoDelete() { presets_.undoDelete(); }
+  // Changes of the user's presets. The record keeps its id, and its place unless it is moved.
+  // editPreset() writes all fields of `after`; replacePreset() replaces the values by those of the
+  // menu, and does nothing without one.
+  void editPreset(const TuningPreset& before, const TuningPreset& after) {
+    presets_.edit(before, after);
+  }
+  void replacePreset(const TuningPreset& preset);
+  void movePreset(const TuningPreset& preset, const PresetChange::Destination& destination) {
+    presets_.move(preset, destination);
+  }
+
+  // Adds a copy, after the preset if that is the user's.
+  void duplicatePreset(const TuningPreset& preset) { presets_.duplicate(preset); }
+
+  // Takes back the last deletion, edit, replacement, move or copy; does nothing without one.
+  void undoPresets() { presets_.undo(); }
   void shareCurrentSettings();
   void importSettingsFile();
   void importSettings(const std::filesystem::path& file);

@@ -184,6 +184,11 @@ void AppModel::saveCurrentAsPreset(const std::string& name) {
   presets_.add(preset);
 }
 
+void AppModel::replacePreset(const TuningPreset& preset) {
+  if (!tuning_) return;
+  presets_.replaceValues(preset, TuningPreset::capture(product(), preset.name, *tuning_).values);
+}
+
 void AppModel::shareCurrentSettings() {
   if (!base_ || !tuning_) return;
   const std::string base = base_->info().displayName();

@@ -142,7 +142,35 @@ std::string notDeleted(std::string_view name) {
 
 std::string presetDeleted(std::string_view name) { return "Deleted " + inQuotes(name); }
 
+std::string presetEdited(std::string_view before, std::string_view after) {
+  std::string line = "Edited preset " + inQuotes(after);
+  if (before != after) line += ", before " + inQuotes(before);
+  return line;
+}
+
+std::string valuesReplaced(std::string_view name) {
+  return "Replaced the values of preset " + inQuotes(name);
+}
+
+std::string presetDuplicated(std::string_view name, std::string_view copy) {
+  return fmt::format("Duplicated preset {} as {}", inQuotes(name), inQuotes(copy));
+}
+
+std::string presetMoved(std::string_view name, std::size_t place, std::size_t count) {
+  return fmt::format("Moved preset {} to place {} of {}", inQuotes(name), place, count);
+}
+
 std::string presetBroughtBack(std::string_view name) { return "Brought back " + inQuotes(name); }
+
+std::string formerTexts(std::string_view name) { return inQuotes(name) + " has its former texts"; }
+
+std::string formerValues(std::string_view name) {
+  return inQuotes(name) + " has its former values";
+}
+
+std::string copyRemoved(std::string_view copy) { return "Removed the copy " + inQuotes(copy); }
+
+std::string movedBack(std::string_view name) { return "Moved preset " + inQuotes(name) + " back"; }
 
 std::string couldNotSavePresets(std::string_view reason) {
   return fmt::format("Could not save presets: {}", reason);

@@ -69,9 +69,20 @@ std::string reportSaved(const std::filesystem::path& file);
 std::string couldNotSaveReport(std::string_view reason);
 
 std::string presetSaved(std::string_view name);
+std::string presetEdited(std::string_view before, std::string_view after);
+std::string valuesReplaced(std::string_view name);
+std::string presetDuplicated(std::string_view name, std::string_view copy);
+std::string presetMoved(std::string_view name, std::size_t place, std::size_t count);
 std::string presetDeleted(std::string_view name);
 std::string notDeleted(std::string_view name);
+
+// A change of a preset was taken back.
 std::string presetBroughtBack(std::string_view name);
+std::string formerTexts(std::string_view name);
+std::string formerValues(std::string_view name);
+std::string copyRemoved(std::string_view copy);
+std::string movedBack(std::string_view name);
+
 std::string couldNotSavePresets(std::string_view reason);
 std::string versionNotKept(std::string_view reason);
 std::string exportedSettings(const std::filesystem::path& file);

@@ -2,7 +2,10 @@
 
 #include <QPointer>
 #include <algorithm>
+#include <iterator>
 #include <utility>
+
+#include "presets/preset_copy.h"
 
 namespace quorvane {
 namespace {
@@ -25,33 +28,87 @@ OwnPresets::OwnPresets(const PresetStore& store, FilePanels& panels, Log& log)
     log_.append(Messages::versionNotKept(reason), true);
   });
   connect(&shared_, &SharedPresets::removalRefused, this, [this](const TuningPreset& preset) {
-    if (deleted_ == preset) deleted_.reset();
+    if (undo_.deleted == preset) undo_ = {};
     log_.append(Messages::notDeleted(preset.name), true);
   });
 }
 
+std::vector<TuningPreset>::const_iterator OwnPresets::find(const TuningPreset& preset) const {
+  return std::find_if(all().begin(), all().end(),
+                      [&](const TuningPreset& own) { return own.id == preset.id; });
+}
+
+void OwnPresets::change(const PresetChange& change, const std::string& line, Undo undo) {
+  undo_ = std::move(undo);
+  log_.append(line);
+  shared_.change(change);
+  emit changed();
+}
+
 void OwnPresets::add(const TuningPreset& preset) {
+  added_ = preset.id;
   shared_.change(PresetChange::add({preset}));
   log_.append(Messages::presetSaved(preset.name));
 }
 
-void OwnPresets::remove(const TuningPreset& preset) {
-  const auto found = std::find_if(all().begin(), all().end(),
-                                  [&](const TuningPreset& own) { return own.id == preset.id; });
-  if (found == all().end()) return;
-  deleted_ = *found;
-  deletedPlace_ = PresetChange::placeOf(all(), static_cast<std::size_t>(found - all().begin()));
-  log_.append(Messages::presetDeleted(deleted_->name));
-  shared_.change(PresetChange::remove(*deleted_));
-  emit changed();
+void OwnPresets::edit(const TuningPreset& before, const TuningPreset& after) {
+  if (after == before) return;
+  change(PresetChange::replace(before, after), Messages::presetEdited(before.name, after.name),
+         {PresetChange::replace(after, before), Messages::formerTexts(before.name), {}});
 }
 
-void OwnPresets::undoDelete() {
-  if (!deleted_) return;
-  const TuningPreset preset = *std::exchange(deleted_, std::nullopt);
-  log_.append(Messages::presetBroughtBack(preset.name));
-  shared_.change(PresetChange::insert(preset, deletedPlace_));
-  emit changed();
+void OwnPresets::replaceValues(const TuningPreset& preset, const TuningPreset::Values& values) {
+  const auto found = find(preset);
+  if (found == all().end()) return;
+  const TuningPreset before = *found;
+  TuningPreset after = before;
+  after.values = values;
+  change(PresetChange::replace(before, after), Messages::valuesReplaced(before.name),
+         {PresetChange::replace(after, before), Messages::formerValues(before.name), {}});
+}
+
+void OwnPresets::duplicate(const TuningPreset& preset) {
+  const auto found = find(preset);
+  const auto place =
+      static_cast<std::size_t>(found - all().begin()) + (found == all().end() ? 0 : 1);
+  const TuningPreset copy = copyOf(preset, copyName(preset.name, all()));
+  added_ = copy.id;
+  change(PresetChange::insert(copy, PresetChange::placeOf(all(), place)),
+         Messages::presetDuplicated(preset.name, copy.name),
+         {PresetChange::remove(copy), Messages::copyRemoved(copy.name), {}});
+}
+
+void OwnPresets::move(const TuningPreset& preset, const PresetChange::Destination& destination) {
+  using Destination = PresetChange::Destination;
+  const auto found = find(preset);
+  if (found == all().end()) return;
+  const TuningPreset moved = *found;
+  Destination former{Destination::Where::first, {}};
+  if (found != all().begin()) former = {Destination::Where::after, *std::prev(found)};
+  const PresetChange move = PresetChange::move(moved, destination);
+  std::vector<TuningPreset> after = all();
+  move.apply(after);
+  if (after == all()) return;
+  const auto place = std::find(after.begin(), after.end(), moved) - after.begin() + 1;
+  change(move, Messages::presetMoved(moved.name, static_cast<std::size_t>(place), after.size()),
+         {PresetChange::move(moved, former), Messages::movedBack(moved.name), {}});
+}
+
+void OwnPresets::remove(const TuningPreset& preset) {
+  const auto found = find(preset);
+  if (found == all().end()) return;
+  const TuningPreset removed = *found;
+  const auto place = PresetChange::placeOf(all(), static_cast<std::size_t>(found - all().begin()));
+  change(
+      PresetChange::remove(removed), Messages::presetDeleted(removed.name),
+      {PresetChange::insert(removed, place), Messages::presetBroughtBack(removed.name), removed});
+}
+
+void OwnPresets::undo() {
+  if (!undo_.change) return;
+  const Undo undo = std::exchange(undo_, {});
+  if (undo.deleted) added_ = undo.deleted->id;
+  change(*undo.change, undo.line, {});
 }
 
 bool OwnPresets::importFrom(const std::filesystem::path& file, bool isConnected) {
@@ -64,6 +121,7 @@ bool OwnPresets::importFrom(const std::filesystem::path& file, bool isConnected)
   }
   log_.append(Messages::imported(presets, file, isConnected));
   if (presets.empty()) return false;
+  added_ = presets.front().id;
   shared_.change(PresetChange::add(std::move(presets)));
   emit changed();
   return true;

@@ -23,12 +23,26 @@ class OwnPresets final : public QObject {
 
   const std::vector<TuningPreset>& all() const { return shared_.presets(); }
 
-  // The last deleted preset, for undoDelete(); none before a deletion and after undoDelete().
-  const std::optional<TuningPreset>& deleted() const { return deleted_; }
+  // The preset that undo() would bring back; none if the last change was no deletion.
+  const std::optional<TuningPreset>& deleted() const { return undo_.deleted; }
+
+  // The preset that was added or brought back last here, of several the first; none before that.
+  const std::optional<UUID>& added() const { return added_; }
 
   void add(const TuningPreset& preset);
+
+  // These four can be taken back by undo(), until the next one of them. A preset that is not in the
+  // list is left alone, except that `after` of edit() is always kept.
+  void edit(const TuningPreset& before, const TuningPreset& after);
+  void replaceValues(const TuningPreset& preset, const TuningPreset::Values& values);
+  void move(const TuningPreset& preset, const PresetChange::Destination& destination);
   void remove(const TuningPreset& preset);
-  void undoDelete();
+
+  // Adds a copy after the preset, or at the end for a built-in one. undo() removes it.
+  void duplicate(const TuningPreset& preset);
+
+  // Takes the last such change back. Does nothing without one.
+  void undo();
 
   // Returns whether there were presets in the file. `isConnected` completes the line in the log.
   bool importFrom(const std::filesystem::path& file, bool isConnected);
@@ -44,14 +58,24 @@ class OwnPresets final : public QObject {
   void changed();
 
  private:
+  // How to take the last change back.
+  struct Undo {
+    std::optional<PresetChange> change;
+    std::string line;                     // for the log
+    std::optional<TuningPreset> deleted;  // the preset that it brings back
+  };
+
+  std::vector<TuningPreset>::const_iterator find(const TuningPreset& preset) const;
+  void change(const PresetChange& change, const std::string& line, Undo undo);
+
   template <typename Export>
   void exportTo(const FilePanels::Request& request, Export run);
 
   FilePanels& panels_;
   Log& log_;
   SharedPresets shared_;
-  std::optional<TuningPreset> deleted_;
-  PresetChange::Place deletedPlace_;
+  Undo undo_;
+  std::optional<UUID> added_;
 };
 
 }  // namespace quorvane

@@ -144,6 +144,15 @@ TEST(Messages, OfPresetsAndFiles) {
   const TuningPreset dry = presetOf("Dry", {});
   expectTexts({
       {Messages::presetSaved("Wet"), "Saved preset \"Wet\""},
+      {Messages::presetEdited("Wet", "Wet"), R"(Edited preset "Wet")"},
+      {Messages::presetEdited("Wet", "Rain"), R"(Edited preset "Rain", before "Wet")"},
+      {Messages::valuesReplaced("Wet"), R"(Replaced the values of preset "Wet")"},
+      {Messages::presetDuplicated("Wet", "Wet copy"), R"(Duplicated preset "Wet" as "Wet copy")"},
+      {Messages::presetMoved("Wet", 2, 6), R"(Moved preset "Wet" to place 2 of 6)"},
+      {Messages::formerTexts("Wet"), R"("Wet" has its former texts)"},
+      {Messages::formerValues("Wet"), R"("Wet" has its former values)"},
+      {Messages::copyRemoved("Wet copy"), R"(Removed the copy "Wet copy")"},
+      {Messages::movedBack("Wet"), R"(Moved preset "Wet" back)"},
       {Messages::notDeleted("Spa"), "\"Spa\" was changed by another program and not deleted"},
       {Messages::couldNotSavePresets("the reason"), "Could not save presets: the reason"},
       {Messages::exportedSettings(file), "Exported settings to /home/me/my settings.quorvane"},

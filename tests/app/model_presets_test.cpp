@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <regex>
 #include <string>
 #include <vector>
@@ -165,19 +166,118 @@ TEST_F(ModelPresets, TheLastDeletedOneComesBackToItsPlaceWithItsID) {
   store_->save(presets);
   startWithoutBase();
   EXPECT_FALSE(model().deletedPreset());
-  model().undoDelete();
+  model().undoPresets();
   EXPECT_EQ(takeLog(), Lines{});
   model().deletePreset(presets[0]);
   model().deletePreset(presets[1]);
   EXPECT_EQ(model().deletedPreset(), presets[1]);
-  model().undoDelete();
+  model().undoPresets();
   EXPECT_EQ(model().userPresets(), (std::vector<TuningPreset>{presets[1], presets[2]}));
   EXPECT_EQ(store_->read(), model().userPresets());
   EXPECT_FALSE(model().deletedPreset());
-  model().undoDelete();
+  model().undoPresets();
   EXPECT_EQ(model().userPresets().size(), 2U);
   EXPECT_EQ(takeLog(), (Lines{"[log] Deleted \"Wet\"", "[log] Deleted \"Dry\"",
                               "[log] Brought back \"Dry\""}));
+}
+
+TEST_F(ModelPresets, EachChangeCanBeTakenBack) {
+  const std::vector<TuningPreset> presets{presetOf("Wet", {{P::forceFeedback, 80}}),
+                                          presetOf("Dry", {}), presetOf("Spa", {})};
+  store_->save(presets);
+  start();
+  TuningPreset rain = presets[0];
+  rain.name = "Rain";
+  rain.notes = "Gain 78 %";
+  using Where = PresetChange::Destination::Where;
+  struct Case {
+    std::function<void()> change;
+    std::vector<std::string> names;
+    Lines log;
+  };
+  const std::vector<Case> cases{
+      {[&] { model().editPreset(presets[0], rain); },
+       {"Rain", "Dry", "Spa"},
+       {R"([log] Edited preset "Rain", before "Wet")", R"([log] "Wet" has its former texts)"}},
+      {[&] { model().replacePreset(presets[0]); },
+       {"Wet", "Dry", "Spa"},
+       {R"([log] Replaced the values of preset "Wet")", R"([log] "Wet" has its former values)"}},
+      {[&] { model().duplicatePreset(presets[0]); },
+       {"Wet", "Wet copy", "Dry", "Spa"},
+       {R"([log] Duplicated preset "Wet" as "Wet copy")", R"([log] Removed the copy "Wet copy")"}},
+      {[&] {
+         model().movePreset(presets[1], {Where::first, {}});
+       },
+       {"Dry", "Wet", "Spa"},
+       {R"([log] Moved preset "Dry" to place 1 of 3)", R"([log] Moved preset "Dry" back)"}},
+      {[&] {
+         model().movePreset(presets[0], {Where::after, presets[2]});
+       },
+       {"Dry", "Spa", "Wet"},
+       {R"([log] Moved preset "Wet" to place 3 of 3)", R"([log] Moved preset "Wet" back)"}},
+      {[&] { model().deletePreset(presets[1]); },
+       {"Wet", "Spa"},
+       {R"([log] Deleted "Dry")", R"([log] Brought back "Dry")"}},
+  };
+  for (const Case& each : cases) {
+    each.change();
+    EXPECT_EQ(namesOf(model().userPresets()), each.names) << each.log[0];
+    EXPECT_NE(model().userPresets(), presets) << each.log[0];
+    EXPECT_EQ(store_->read(), model().userPresets());
+    model().undoPresets();
+    EXPECT_EQ(model().userPresets(), presets) << each.log[0];
+    EXPECT_EQ(store_->read(), presets);
+    EXPECT_EQ(takeLog(), each.log);
+  }
+  model().undoPresets();
+  EXPECT_EQ(takeLog(), Lines{});
+  EXPECT_EQ(takeTranscript(), Lines{});
+}
+
+TEST_F(ModelPresets, ReplacedOnesHaveTheMenusValuesAndTheirOwnTexts) {
+  TuningPreset wet = presetOf("Wet", {{P::forceFeedback, 80}});
+  wet.notes = "Gain 78 %";
+  store_->save({wet});
+  start();
+  model().replacePreset(wet);
+  wet.values = TuningPreset::capture(model().product(), "", *model().tuning()).values;
+  EXPECT_EQ(model().userPresets(), (std::vector<TuningPreset>{wet}));
+}
+
+TEST_F(ModelPresets, WithoutAMenuNothingIsReplaced) {
+  store_->save({presetOf("Wet", {})});
+  startWithoutBase();
+  const std::vector<TuningPreset> presets = model().userPresets();
+  model().replacePreset(presets[0]);
+  EXPECT_EQ(model().userPresets(), presets);
+  EXPECT_EQ(takeLog(), Lines{});
+}
+
+TEST_F(ModelPresets, WhatChangesNothingIsNoChange) {
+  const std::vector<TuningPreset> presets{presetOf("Wet", {}), presetOf("Dry", {})};
+  store_->save(presets);
+  startWithoutBase();
+  model().editPreset(presets[0], presets[0]);
+  model().movePreset(presets[0], {PresetChange::Destination::Where::first, {}});
+  model().movePreset(presetOf("Gone", {}), {});
+  model().replacePreset(presetOf("Gone", {}));
+  EXPECT_EQ(model().userPresets(), presets);
+  EXPECT_EQ(takeLog(), Lines{});
+}
+
+TEST_F(ModelPresets, TheOneAddedLastIsKnown) {
+  store_->save({presetOf("Wet", {})});
+  start();
+  EXPECT_FALSE(model().addedPreset());
+  model().saveCurrentAsPreset("Dry");
+  EXPECT_EQ(model().addedPreset(), model().userPresets()[1].id);
+  model().duplicatePreset(model().userPresets()[0]);
+  EXPECT_EQ(model().addedPreset(), model().userPresets()[1].id);
+  const UUID wet = model().userPresets()[0].id;
+  model().deletePreset(model().userPresets()[0]);
+  EXPECT_NE(model().addedPreset(), wet);
+  model().undoPresets();
+  EXPECT_EQ(model().addedPreset(), wet);
 }
 
 TEST_F(ModelPresets, OneOfTheListItselfCanBeDeleted) {

@@ -139,7 +139,7 @@ TEST_F(ModelSharedPresets, ADeletedOneComesBackToItsPlaceAmongWhatOthersSaved) {
   startWithoutBase();
   model().deletePreset(dry_);
   changeElsewhere(PresetChange::insert(presetOf("New", {}), {}));
-  model().undoDelete();
+  model().undoPresets();
   EXPECT_EQ(stored(), (PresetNames{"New", "Wet", "Dry", "Spa"}));
   EXPECT_EQ(store_->read()[2], dry_);
   EXPECT_EQ(takeLog(), (Lines{"[log] Deleted \"Dry\"", "[log] Brought back \"Dry\""}));
@@ -156,7 +156,7 @@ TEST_F(ModelSharedPresets, OneThatAnotherProgramChangedIsNotDeleted) {
   EXPECT_EQ(model().userPresets(), std::vector<TuningPreset>{changed});
   EXPECT_EQ(takeLog(), (Lines{"[log] Deleted \"Wet\"",
                               "[error] \"Wet\" was changed by another program and not deleted"}));
-  model().undoDelete();  // nothing to bring back
+  model().undoPresets();  // nothing to bring back
   EXPECT_EQ(store_->read(), std::vector<TuningPreset>{changed});
 }
 

@@ -62,7 +62,7 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
   auto* const undo = new QAction(this);
   undo->setObjectName(QStringLiteral("undoDeleteAction"));
   undo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
-  connect(undo, &QAction::triggered, this, [this] { this->model().undoDelete(); });
+  connect(undo, &QAction::triggered, this, [this] { this->model().undoPresets(); });
   addAction(undo);
   connect(page_, &FormPage::scrolled, this, &PresetsPage::makeRows);
   connect(own_, &PresetList::resized, this, &PresetsPage::makeRows);

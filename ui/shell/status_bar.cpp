@@ -46,7 +46,7 @@ StatusBar::StatusBar(AppModel& model, QWidget* parent)
   undo_->setObjectName(QStringLiteral("undoDeleteLink"));
   PlainText::setToolTip(*undo_, QStringLiteral("Bring the deleted preset back (Ctrl+Z)"));
   undo_->hide();
-  connect(undo_, &TextLink::clicked, this, [this] { this->model().undoDelete(); });
+  connect(undo_, &TextLink::clicked, this, [this] { this->model().undoPresets(); });
   progress_->setObjectName(QStringLiteral("progress"));
   progress_->setFont(Metrics::font(Metrics::Type::callout));
   progress_->setForegroundRole(QPalette::Dark);

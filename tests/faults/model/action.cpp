@@ -309,18 +309,74 @@ std::vector<Action> presetChanges() {
   remove.presets = remove.presetsInFile = "";
 
   Action undo;
-  undo.name = "undoDelete";
+  undo.name = "undoPresets";
   undo.prepare = [](World& world) {
     world.model().deletePreset(world.model().userPresets().front());
     world.takeSeen();
   };
-  undo.run = [](World& world) { world.model().undoDelete(); };
+  undo.run = [](World& world) { world.model().undoPresets(); };
   undo.lines = always({"[log] Brought back \"Own\""});
   undo.withoutBase = {"[log] Brought back \"Own\""};
   undo.unwritten = [](const std::string& reason) {
     return Lines{"[log] Brought back \"Own\"", couldNotSavePresets(reason)};
   };
   undo.presetsInFileBefore = "";
+
+  const auto loggedThenUnwritten = [](const std::string& line) {
+    return [line](const std::string& reason) { return Lines{line, couldNotSavePresets(reason)}; };
+  };
+
+  Action edit;
+  edit.name = "editPreset";
+  edit.run = [](World& world) {
+    const TuningPreset before = world.model().userPresets().front();
+    TuningPreset after = before;
+    after.name = "Edited";
+    world.model().editPreset(before, after);
+  };
+  const std::string edited = R"([log] Edited preset "Edited", before "Own")";
+  edit.lines = always({edited});
+  edit.withoutBase = {edited};
+  edit.unwritten = loggedThenUnwritten(edited);
+  edit.presets = edit.presetsInFile = "Edited";
+
+  Action replace;
+  replace.name = "replacePreset";
+  replace.run = [](World& world) {
+    world.model().replacePreset(world.model().userPresets().front());
+  };
+  const std::string replaced = R"([log] Replaced the values of preset "Own")";
+  replace.lines = always({replaced});
+  replace.withoutBase = absentStatus;
+  replace.unwritten = loggedThenUnwritten(replaced);
+
+  Action duplicate;
+  duplicate.name = "duplicatePreset";
+  duplicate.run = [](World& world) {
+    world.model().duplicatePreset(TuningPreset::builtIn().front());
+  };
+  const std::string duplicated =
+      R"([log] Duplicated preset "Fanatec factory defaults" as "Fanatec factory defaults copy")";
+  duplicate.lines = always({duplicated});
+  duplicate.withoutBase = {duplicated};
+  duplicate.unwritten = loggedThenUnwritten(duplicated);
+  duplicate.presets = duplicate.presetsInFile = "Own Fanatec factory defaults copy";
+
+  Action move;
+  move.name = "movePreset";
+  move.prepare = [](World& world) {
+    world.model().duplicatePreset(TuningPreset::builtIn().front());
+    world.takeSeen();
+  };
+  move.run = [](World& world) {
+    world.model().movePreset(world.model().userPresets().front(), {});
+  };
+  const std::string moved = R"([log] Moved preset "Own" to place 2 of 2)";
+  move.lines = always({moved});
+  move.withoutBase = {moved};
+  move.unwritten = loggedThenUnwritten(moved);
+  move.presets = move.presetsInFile = "Fanatec factory defaults copy Own";
+  move.presetsInFileBefore = "Own Fanatec factory defaults copy";
 
   Action import;
   import.name = "importSettings";
@@ -343,7 +399,7 @@ choose.run = [](World& world) {
 Action all = import;
 all.name = "importAll";
 all.run = [](World& world) { world.model().importAll({world.directory_ / sharedFile}); };
-return {capture, remove, undo, import, all, choose};
+return {capture, remove, undo, import, all, choose, edit, replace, duplicate, move};
 }  // namespace quorvane
 
 Action exporting(std::string name, void (AppModel::*write)(), const std::string& success,
