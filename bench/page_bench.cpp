@@ -1,13 +1,16 @@
 // The time to open the section "Presets" with many user presets, until all is laid out and painted.
-// Prints the median in milliseconds.
+// Prints the median in milliseconds. With "search", the time after a letter is typed into the
+// search field of the open section: the 95th percentile.
 //
-//   page_bench PRESETS
+//   page_bench PRESETS [search]
 
 #include <QApplication>
+#include <QLineEdit>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "bench/samples.h"
@@ -40,7 +43,42 @@ void handleEvents() {
   for (int round = 0; round < rounds; ++round) QApplication::processEvents();
 }
 
-void run(int count) {
+double openingTime(AppModel& model) {
+  Samples samples;
+  for (int i = 0; i < openings; ++i) {
+    MainWindow window(model);
+    window.setSection(Section::log);
+    window.show();
+    handleEvents();
+    timed(samples, [&] {
+      window.setSection(Section::presets);
+      handleEvents();
+    });
+  }
+  return samples.quantile(0.5);
+}
+
+double searchTime(AppModel& model) {
+  MainWindow window(model);
+  window.setSection(Section::presets);
+  window.show();
+  handleEvents();
+  auto& field = *window.findChild<QLineEdit*>(QStringLiteral("presetSearchField"));
+  Samples samples;
+  for (int i = 0; i < openings; ++i) {
+    field.clear();
+    handleEvents();
+    for (const QChar letter : QStringLiteral("preset 12 gran")) {
+      timed(samples, [&] {
+        field.insert(letter);
+        handleEvents();
+      });
+    }
+  }
+  return samples.quantile(0.95);
+}
+
+void run(int count, bool isSearch) {
   const auto device = SimulatedDevice::create(*FanatecProduct::lookup(defaultSimulatedProduct),
                                               SimulatedDevice::Time::real);
   SimulatedBackend backend;
@@ -56,18 +94,7 @@ void run(int count) {
     while (!model.tuning() || model.busy()) {
       QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
-    Samples samples;
-    for (int i = 0; i < openings; ++i) {
-      MainWindow window(model);
-      window.setSection(Section::log);
-      window.show();
-      handleEvents();
-      timed(samples, [&] {
-        window.setSection(Section::presets);
-        handleEvents();
-      });
-    }
-    std::printf("%.2f\n", samples.quantile(0.5) / 1e6);
+    std::printf("%.2f\n", (isSearch ? searchTime(model) : openingTime(model)) / 1e6);
   }
   std::filesystem::remove(file);
 }
@@ -78,11 +105,17 @@ void run(int count) {
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setStyle(new quorvane::Style);
-  const int count = argc == 2 ? std::atoi(argv[1]) : 0;
-  if (count < 1) {
-    std::fputs("usage: page_bench PRESETS\n", stderr);
+  const int count = argc == 2 || argc == 3 ? std::atoi(argv[1]) : 0;
+  const bool isSearch = argc == 3 && std::string_view(argv[2]) == "search";
+  if (count < 1 || (argc == 3 && !isSearch)) {
+    std::fputs("usage: page_bench PRESETS [search]\n", stderr);
     return 2;
   }
-  quorvane::run(count);
+  // What the window remembers is not the user's.
+  const auto state = std::filesystem::temp_directory_path() /
+                     ("quorvane-bench-" + quorvane::UUID::random().text());
+  qputenv("XDG_STATE_HOME", QByteArray::fromStdString(state.string()));
+  quorvane::run(count, isSearch);
+  std::filesystem::remove_all(state);
   return EXIT_SUCCESS;
 }

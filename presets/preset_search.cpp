@@ -64,6 +64,13 @@ PresetSearch::Reading PresetSearch::readValue(const std::string& word, const std
   return isUnit ? Reading::valueAndUnit : Reading::value;
 }
 
+std::vector<TuningParameter> PresetSearch::parameters() const {
+  std::vector<TuningParameter> parameters;
+  parameters.reserve(values_.size());
+  for (const WantedValue& wanted : values_) parameters.push_back(wanted.parameter);
+  return parameters;
+}
+
 bool PresetSearch::matches(const TuningPreset& preset) const {
   const bool hasValues =
       std::all_of(values_.begin(), values_.end(), [&](const WantedValue& wanted) {

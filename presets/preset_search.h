@@ -21,6 +21,10 @@ class PresetSearch {
 
   bool matches(const TuningPreset& preset) const;
 
+  // The words to find in the texts, in lower case, and the settings whose values are compared.
+  const std::vector<std::u32string>& words() const { return words_; }
+  std::vector<TuningParameter> parameters() const;
+
  private:
   struct WantedValue {
     TuningParameter parameter = TuningParameter::slot;

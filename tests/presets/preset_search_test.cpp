@@ -99,6 +99,13 @@ TEST(PresetSearch, BytesThatAreNoTextAreFoundAsTheyAre) {
   EXPECT_FALSE(PresetSearch("\u00FF").matches(preset));
 }
 
+TEST(PresetSearch, SaysWhatItLooksFor) {
+  const PresetSearch search("Spa FF=80 WET sen=");
+  EXPECT_EQ(search.words(), (std::vector<std::u32string>{U"spa", U"wet"}));
+  EXPECT_EQ(search.parameters(), (std::vector<TuningParameter>{TuningParameter::forceFeedback,
+                                                               TuningParameter::sensitivity}));
+}
+
 TEST(PresetSearch, AGameIsComparedAsAWhole) {
   struct Case {
     std::string game;

@@ -159,17 +159,25 @@ TEST_F(Accessibility, TabGoesThroughThePresetsInReadingOrder) {
   open();
   model().saveCurrentAsPreset("Wet");
   visit(Section::presets);
+  const Lines header{"gamePicker", "presetSearchField"};
   const Lines rest{"presetNameField", "importButton", "exportButton"};
-  Lines rows;
-  for (int row = 0; row < 5; ++row) rows.insert(rows.end(), {"loadButton", "applyButton"});
-  EXPECT_EQ(tabOrder(), joined({{"sectionPresets"}, links_, rows, {"trashButton"}, rest}));
-  model().saveCurrentAsPreset("Dry");
-  settle();
-  EXPECT_EQ(tabOrder(), joined({{"sectionPresets"},
-                                links_,
-                                rows,
-                                {"trashButton", "loadButton", "applyButton", "trashButton"},
-                                rest}));
+  const auto rows = [](const std::vector<TuningPreset>& presets) {
+    Lines names;
+    for (const TuningPreset& preset : presets) names.push_back("preset-" + preset.id.text());
+    return names;
+  };
+  for (const char* const added : {"Dry", "Night"}) {
+    EXPECT_EQ(tabOrder(), joined({{"sectionPresets"},
+                                  links_,
+                                  header,
+                                  {"builtInCaption"},
+                                  rows(TuningPreset::builtIn()),
+                                  {"mineCaption"},
+                                  rows(model().userPresets()),
+                                  rest}));
+    model().saveCurrentAsPreset(added);
+    settle();
+  }
 }
 
 TEST_F(Accessibility, TabGoesThroughTheOtherSectionsInReadingOrder) {

@@ -167,6 +167,7 @@ TEST_F(PlainTextEverywhere, EveryPageTooltipAndDialog) {
     for (QAbstractButton* const apply :
          find("minePresets").findChildren<QAbstractButton*>(QStringLiteral("applyButton"))) {
       apply->click();
+      settle();
       ASSERT_NE(dialog(), nullptr);
       EXPECT_EQ(offendersIn(*dialog()), Lines{}) << markup;
       EXPECT_TRUE(textOf(find("dialogTitle", *dialog())).find(markup) != std::string::npos);

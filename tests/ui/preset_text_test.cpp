@@ -139,11 +139,11 @@ TEST(PresetText, AsksBeforeAPresetIsApplied) {
 TEST(PresetText, OnlyTheAutoSetIsWarnedOf) {
   const std::string warning = " This is the Auto set, so they will not survive a power cycle.";
   for (const std::uint8_t status : Bytes{0x81, 0x01}) {
-    EXPECT_EQ(applyConsequence(menuWithStatus(status)),
+    EXPECT_EQ(applyConsequence(menuWithStatus(status), 0),
               "Values will be written to set A (Auto Setup) and verified one by one." + warning);
   }
   for (const std::uint8_t status : Bytes{0x82, 0x85, 0x02, 0x04}) {
-    EXPECT_EQ(applyConsequence(menuWithStatus(status)),
+    EXPECT_EQ(applyConsequence(menuWithStatus(status), 0),
               "Values will be written to set C (Custom) and verified one by one.");
   }
 }

@@ -129,7 +129,9 @@ TEST_F(Presets, ARowNamesGameAndNotes) {
     EXPECT_EQ(shown == nullptr ? "" : textOf(*shown), game);
     const auto* const notes = row.findChild<QLabel*>(QStringLiteral("presetNotes"));
     ASSERT_EQ(notes != nullptr, hasNotes) << game;
-    EXPECT_EQ(row.accessibleDescription().toStdString(), row.preset().notes);
+    const std::string values = name("presetValues", row);
+    EXPECT_EQ(row.accessibleDescription().toStdString(),
+              hasNotes ? row.preset().notes + "\n" + values : values);
     if (hasNotes) {
       EXPECT_EQ(textOf(*notes), row.preset().notes);
     }

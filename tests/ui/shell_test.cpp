@@ -317,7 +317,7 @@ TEST_F(Shell, MenusHoldTheirEntriesInOrder) {
   EXPECT_EQ(entriesOf(menu(1)), (Lines{"Save to set", "Discard", "Read again", "-", "Load preset…",
                                        "Save as preset…"}));
   EXPECT_EQ(entriesOf(menu(2)), (Lines{"Base", "Tuning", "Presets", "Tools", "Log", "-",
-                                       "What it does", "Keyboard shortcuts"}));
+                                       "What it does", "Compact presets", "Keyboard shortcuts"}));
   EXPECT_EQ(entriesOf(menu(3)), (Lines{"Quorvane website", "Support the firmware work",
                                        "Email support", "-", "User guide", "About Quorvane"}));
 }
@@ -409,9 +409,10 @@ TEST_F(Shell, KeysPutTheFocusOnTheSectionsFirstRowOrBackWhereItWas) {
   press(Qt::Key_2, controlKey);
   EXPECT_EQ(focused(), "SENSlider");
   focus("NDPSlider");
+  const std::string firstPreset = "preset-" + TuningPreset::builtIn().front().id.text();
   for (const auto& [key, wanted] :
        std::vector<std::pair<int, std::string>>{{Qt::Key_1, "connectionStatus"},
-                                                {Qt::Key_3, "loadButton"},
+                                                {Qt::Key_3, firstPreset},
                                                 {Qt::Key_4, "rereadButton"},
                                                 {Qt::Key_5, "errorsOnlyToggle"},
                                                 {Qt::Key_2, "NDPSlider"}}) {

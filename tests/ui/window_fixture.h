@@ -119,6 +119,7 @@ class WindowTest : public ModelTest {
 
  private:
   const ScopedVariable noSection_{"QUORVANE_SECTION"};
+  const ScopedVariable stateHome_{"XDG_STATE_HOME", (directory_ / "state").string()};
   std::unique_ptr<MainWindow> window_;
 };
 

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QToolTip>
 
+#include "ui/kit/hits.h"
 #include "ui/kit/plain_text.h"
 
 namespace quorvane {
@@ -22,6 +23,12 @@ QSize ElidedLabel::minimumSizeHint() const {
   return {fontMetrics().horizontalAdvance(QStringLiteral("…")) * 3, fontMetrics().height()};
 }
 
+void ElidedLabel::highlight(const QStringList& words) {
+  if (words == hits_) return;
+  hits_ = words;
+  update();
+}
+
 bool ElidedLabel::isElided() const {
   return fontMetrics().horizontalAdvance(text()) > contentsRect().width();
 }
@@ -30,8 +37,9 @@ void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setPen(
       palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, foregroundRole()));
-  painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine,
-                   fontMetrics().elidedText(text(), mode_, contentsRect().width()));
+  const QString shown = fontMetrics().elidedText(text(), mode_, contentsRect().width());
+  drawHits(painter, contentsRect(), shown, hits_, font());
+  painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shown);
 }
 
 bool ElidedLabel::event(QEvent* event) {

@@ -15,6 +15,9 @@ class ElidedLabel final : public QLabel {
   // Also sets the accessible name.
   void setText(const QString& text);
 
+  // Gives these words the ground of a search's hits, whatever their case.
+  void highlight(const QStringList& words);
+
   QSize minimumSizeHint() const override;
 
  protected:
@@ -25,6 +28,7 @@ class ElidedLabel final : public QLabel {
   bool isElided() const;
 
   const Qt::TextElideMode mode_;
+  QStringList hits_;
 };
 
 }  // namespace quorvane

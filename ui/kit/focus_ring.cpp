@@ -29,6 +29,10 @@ QRect ringRect(const QWidget& widget) {
   if (const auto* const toggle = qobject_cast<const Toggle*>(&widget)) {
     return toggle->switchRect();
   }
+  // A row of a list has its ring inside.
+  if (widget.property("ringInside").toBool()) {
+    return widget.rect().adjusted(reach, reach, -reach, -reach);
+  }
   return widget.rect();
 }
 

@@ -1,12 +1,10 @@
 #include "ui/kit/form.h"
 
-#include <QCoreApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -253,7 +251,6 @@ FormPage::FormPage(const QString& title, int widestCard, int cardGap, QWidget* p
     : QWidget(parent),
       widestCard_(widestCard),
       cardGap_(cardGap),
-      outer_(new QVBoxLayout(this)),
       column_(new QVBoxLayout),
       scroll_(new QScrollArea) {
   column_->setSpacing(cardGap_);
@@ -265,30 +262,11 @@ FormPage::FormPage(const QString& title, int widestCard, int cardGap, QWidget* p
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll_->setFocusPolicy(Qt::NoFocus);
   scroll_->setWidget(cards);
-  outer_->setContentsMargins(0, 0, 0, 0);
-  outer_->setSpacing(0);
-  outer_->addWidget(new PageHeader(title));
-  outer_->addWidget(scroll_, 1);
-  connect(scroll_->verticalScrollBar(), &QScrollBar::valueChanged, this, &FormPage::scrolled);
-  connect(scroll_->verticalScrollBar(), &QScrollBar::rangeChanged, this, &FormPage::scrolled);
-}
-
-void FormPage::pin(QWidget* widget) { outer_->insertWidget(outer_->indexOf(scroll_), widget); }
-
-QRect FormPage::visiblePart(const QWidget& widget) const {
-  const QRect view = scroll_->viewport()->rect();
-  return view.translated(widget.mapFrom(scroll_->viewport(), QPoint())) & widget.rect();
-}
-
-void FormPage::scrollBy(int distance, const QWidget& changed) {
-  if (distance == 0) return;
-  QWidget* const cards = scroll_->widget();
-  for (const QWidget* widget = &changed; widget != cards; widget = widget->parentWidget()) {
-    if (QLayout* const layout = widget->parentWidget()->layout()) layout->activate();
-  }
-  QEvent layOut(QEvent::LayoutRequest);
-  QCoreApplication::sendEvent(cards, &layOut);
-  scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->value() + distance);
+  auto* const outer = new QVBoxLayout(this);
+  outer->setContentsMargins(0, 0, 0, 0);
+  outer->setSpacing(0);
+  outer->addWidget(new PageHeader(title));
+  outer->addWidget(scroll_, 1);
 }
 
 void FormPage::centreInWideWindows() { centresCards_ = true; }

@@ -93,19 +93,6 @@ class FormPage final : public QWidget {
   // show.
   void centreInWideWindows();
 
-  // Puts a widget between the title and the scrolled part.
-  void pin(QWidget* widget);
-
-  // The visible part of a widget on this page, in the widget's coordinates.
-  QRect visiblePart(const QWidget& widget) const;
-
-  // Updates the layout at once, from the widget up to the page, then scrolls by `distance` pixels.
-  void scrollBy(int distance, const QWidget& changed);
-
- signals:
-  // The visible part of the page has changed.
-  void scrolled();
-
  protected:
   void resizeEvent(QResizeEvent* event) override;
 
@@ -113,7 +100,6 @@ class FormPage final : public QWidget {
   const int widestCard_;
   const int cardGap_;
   bool centresCards_ = false;
-  QVBoxLayout* outer_;
   QVBoxLayout* column_;
   QScrollArea* scroll_;
 };

@@ -7,6 +7,13 @@
 #include "ui/kit/tab_order.h"
 
 namespace quorvane {
+namespace {
+
+bool canHaveFocus(const QWidget& widget) {
+  return widget.isVisible() && widget.isEnabled() && widget.focusPolicy() != Qt::NoFocus;
+}
+
+}  // namespace
 
 View::View(AppModel& model, QWidget* parent) : QWidget(parent), model_(model) {
   connect(&model, &AppModel::changed, this, &View::schedule);
@@ -45,7 +52,7 @@ QWidget* View::firstControl(const QWidget& part) const {
 
 void View::takeFocus() {
   QWidget* control = focusWidget();
-  if (control == nullptr || control == this || !takesTab(*control) ||
+  if (control == nullptr || control == this || !canHaveFocus(*control) ||
       qobject_cast<QLineEdit*>(control) != nullptr) {
     control = firstControl(mainPart());
     if (control == nullptr) control = firstControl(*this);
@@ -70,7 +77,7 @@ void View::returnFocus() {
   if (!unfocused_) return;
   if (window()->focusWidget() != this) {
     unfocused_.clear();
-  } else if (takesTab(*unfocused_)) {
+  } else if (canHaveFocus(*unfocused_)) {
     unfocused_->setFocus(Qt::OtherFocusReason);
     unfocused_.clear();
   }

@@ -1,7 +1,6 @@
 #include "ui/presets/codes_bar.h"
 
 #include <QPainter>
-#include <algorithm>
 #include <utility>
 
 #include "ui/kit/metrics.h"
@@ -9,7 +8,6 @@
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
 #include "ui/model/menu_text.h"
-#include "ui/presets/preset_strip.h"
 #include "ui/presets/preset_text.h"
 
 namespace quorvane {
@@ -28,10 +26,9 @@ CodesBar::CodesBar(AppModel& model, QWidget* parent) : View(model, parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void CodesBar::follow(int left, int width) {
-  if (left == left_ && width == stripWidth_) return;
-  left_ = left;
-  stripWidth_ = width;
+void CodesBar::follow(const Place& place) {
+  if (place == place_) return;
+  place_ = place;
   updateGeometry();
   update();
 }
@@ -58,21 +55,24 @@ void CodesBar::render() {
   update();
 }
 
-// The title is at the right of the values where there is room, else above the codes.
-bool CodesBar::isTitleAbove() const {
-  const StripColumns grid{static_cast<int>(cells_.size()), stripWidth_};
-  const int right = std::min(width(), Metrics::contentWidth) - Metrics::inset(*this);
+// The title is before or after the values where there is room, else above the codes; then it is at
+// the top.
+QRect CodesBar::titleRect() const {
+  const int line = QFontMetrics(titleFont()).height();
   const int needed = QFontMetrics(titleFont()).horizontalAdvance(title_) + Metrics::gap;
-  return !title_.isEmpty() && left_ + grid.count * grid.pitch() + needed > right;
+  const int valueTop = barPadding + QFontMetrics(barCodeFont()).height();
+  const int end = place_.left + columns().lineWidth();
+  if (place_.left - place_.titleLeft >= needed) return {place_.titleLeft, valueTop, needed, line};
+  if (place_.right - end >= needed) return {place_.right - needed, valueTop, needed, line};
+  return {place_.left, barPadding, place_.right - place_.left, line};
 }
 
 QSize CodesBar::sizeHint() const {
-  const StripColumns grid{static_cast<int>(cells_.size()), stripWidth_};
-  if (grid.lines() > 1) return {0, 0};
+  if (place_.width == 0 || columns().lines() > 1) return {0, 0};
   int height = 2 * barPadding + QFontMetrics(barCodeFont()).height();
-  if (!title_.isEmpty()) height += QFontMetrics(barValueFont()).height();
-  if (isTitleAbove()) height += QFontMetrics(titleFont()).height();
-  return {0, height};
+  if (title_.isEmpty()) return {0, height};
+  height += QFontMetrics(barValueFont()).height();
+  return {0, titleRect().top() > barPadding ? height : height + titleRect().height()};
 }
 
 void CodesBar::paintEvent(QPaintEvent* /*event*/) {
@@ -80,29 +80,27 @@ void CodesBar::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), t.window);
   drawEdge(painter, rect(), Qt::BottomEdge, t.line);
-  const StripColumns grid{static_cast<int>(cells_.size()), stripWidth_};
-  const int right = std::min(width(), Metrics::contentWidth) - Metrics::inset(*this);
   int top = barPadding;
-  painter.setFont(titleFont());
-  painter.setPen(t.quiet);
-  if (isTitleAbove()) {
-    const int line = QFontMetrics(titleFont()).height();
-    painter.drawText(QRect(left_, top, right - left_, line), Qt::TextSingleLine, title_);
-    top += line;
-  } else {
-    painter.drawText(QRect(left_, 0, right - left_, height()),
-                     Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, title_);
+  if (!title_.isEmpty()) {
+    const QRect title = titleRect();
+    const bool isAtEnd = title.left() > place_.left;
+    painter.setFont(titleFont());
+    painter.setPen(t.quiet);
+    painter.drawText(title, (isAtEnd ? Qt::AlignRight : Qt::AlignLeft) | Qt::TextSingleLine,
+                     title_);
+    if (title.top() == barPadding) top += title.height();
   }
   const QFontMetrics codes(barCodeFont());
-  int x = left_;
-  for (const Cell& cell : cells_) {
+  const StripColumns grid = columns();
+  for (std::size_t i = 0; i < cells_.size(); ++i) {
+    const int x = place_.left + grid.left(static_cast<int>(i));
     painter.setFont(barCodeFont());
     painter.setPen(t.ink2);
-    painter.drawText(x, top + codes.ascent(), cell.code);
+    painter.drawText(x, top + codes.ascent(), cells_[i].code);
     painter.setFont(barValueFont());
     painter.setPen(t.ink);
-    painter.drawText(x, top + codes.height() + QFontMetrics(barValueFont()).ascent(), cell.value);
-    x += grid.pitch();
+    painter.drawText(x, top + codes.height() + QFontMetrics(barValueFont()).ascent(),
+                     cells_[i].value);
   }
 }
 

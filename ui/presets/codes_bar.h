@@ -1,19 +1,30 @@
 #pragma once
 
 #include "ui/model/view.h"
+#include "ui/presets/strip_columns.h"
 
 namespace quorvane {
 
 // The codes of the settings above the presets' values, with the values on the base now. It has no
-// height while a strip needs several lines, since these repeat the codes.
+// height while there is no strip or a strip needs several lines, since these repeat the codes.
 class CodesBar final : public View {
   Q_OBJECT
 
  public:
   explicit CodesBar(AppModel& model, QWidget* parent = nullptr);
 
-  // Puts the codes above a strip of this width that begins at `left`.
-  void follow(int left, int width);
+  // Puts the codes above a strip of this width that begins at `left`; hides them for a width of 0.
+  // Its title may use the room from `titleLeft` to `right`.
+  struct Place {
+    int left = 0;
+    int width = 0;
+    int titleLeft = 0;
+    int right = 0;
+    bool isCompact = false;
+
+    bool operator==(const Place&) const = default;
+  };
+  void follow(const Place& place);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
@@ -30,12 +41,14 @@ class CodesBar final : public View {
     bool operator==(const Cell&) const = default;
   };
 
-  bool isTitleAbove() const;
+  StripColumns columns() const {
+    return {static_cast<int>(cells_.size()), place_.width, place_.isCompact};
+  }
+  QRect titleRect() const;
 
   std::vector<Cell> cells_;
   QString title_;  // "On the base now, set C"; empty without a menu
-  int left_ = 0;
-  int stripWidth_ = 0;
+  Place place_;
 };
 
 }  // namespace quorvane

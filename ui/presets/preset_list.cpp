@@ -9,11 +9,13 @@
 
 #include "ui/kit/painting.h"
 #include "ui/kit/theme.h"
+#include "ui/presets/preset_notes.h"
 
 namespace quorvane {
 namespace {
 
 constexpr int lineBetween = 1;
+constexpr int dropLine = 3;
 constexpr std::size_t spareRows = 6;  // above and below the visible part
 
 // The number of the row at this height; the nearest one if there is none.
@@ -22,16 +24,31 @@ std::size_t numberAt(const std::vector<int>& tops, int y) {
   return static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, after - tops.begin() - 1));
 }
 
+// Where a dragged row would land.
+class DropMark final : public QWidget {
+ public:
+  explicit DropMark(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    hide();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter(this).fillRect(rect(), theme().brandEdge);
+  }
+};
+
 }  // namespace
 
 PresetList::PresetList(NewRow newRow, QWidget* parent)
-    : QWidget(parent), newRow_(std::move(newRow)) {
+    : QWidget(parent), newRow_(std::move(newRow)), dropMark_(new DropMark(this)) {
   QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
 }
 
-void PresetList::clear() {
+void PresetList::start(const PresetForm& form) {
+  form_ = form;
   for (const Entry& entry : std::exchange(entries_, {})) delete entry.row;
 }
 
@@ -50,13 +67,12 @@ void PresetList::setPresets(const std::vector<TuningPreset>& presets) {
   adopt(before);
   const QWidget* const focused = window()->focusWidget();
   const auto left = std::find_if(before.begin(), before.end(), [&](const Entry& entry) {
-    return entry.row != nullptr && entry.row->isAncestorOf(focused);
+    return entry.row != nullptr && (entry.row == focused || entry.row->isAncestorOf(focused));
   });
   const auto number = static_cast<std::size_t>(left - before.begin());
   if (left != before.end()) emit focusLeft(rowBefore(number));
   for (const Entry& entry : before) delete entry.row;
-  // The height of the list is computed from a created row, so there must be one.
-  if (!entries_.empty() && rows().empty()) emit made({make(entries_.front())}, nullptr);
+  hideDrop();
   updateGeometry();
   place();
   emit resized();
@@ -85,7 +101,9 @@ void PresetList::replace(Entry& entry, PresetRow* former) {
   const bool hasFocus = former->isAncestorOf(focused);
   PresetRow* const row = make(entry);
   emit made({row}, former);
-  if (hasFocus) {
+  if (former == focused) {
+    row->setFocus(Qt::OtherFocusReason);
+  } else if (hasFocus) {
     if (auto* const control = row->findChild<QWidget*>(focused->objectName())) {
       control->setFocus(Qt::OtherFocusReason);
     }
@@ -96,6 +114,11 @@ void PresetList::replace(Entry& entry, PresetRow* former) {
 PresetRow* PresetList::make(Entry& entry) {
   entry.row = newRow_(entry.preset);
   entry.row->setParent(this);
+  connect(entry.row, &PresetRow::grown, this, [this] {
+    updateGeometry();
+    place();
+    emit resized();
+  });
   entry.row->show();
   return entry.row;
 }
@@ -107,6 +130,48 @@ std::vector<PresetRow*> PresetList::rows() const {
   }
   return rows;
 }
+
+std::size_t PresetList::numberOf(const PresetRow& row) const {
+  const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                  [&](const Entry& entry) { return entry.row == &row; });
+  return static_cast<std::size_t>(found - entries_.begin());
+}
+
+PresetRow* PresetList::rowAt(std::size_t number) {
+  if (number >= entries_.size()) return nullptr;
+  Entry& entry = entries_[number];
+  if (entry.row == nullptr) {
+    PresetRow* const before = rowBefore(number);
+    emit made({make(entry)}, before);
+    place();
+  }
+  return entry.row;
+}
+
+PresetRow* PresetList::rowOf(const UUID& id) {
+  const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                  [&](const Entry& entry) { return entry.preset.id == id; });
+  return rowAt(static_cast<std::size_t>(found - entries_.begin()));
+}
+
+PresetRow* PresetList::rowFrom(const PresetRow& row, int by) {
+  const auto last = static_cast<std::ptrdiff_t>(entries_.size()) - 1;
+  const auto number = static_cast<std::ptrdiff_t>(numberOf(row)) + by;
+  return rowAt(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(number, 0, last)));
+}
+
+std::size_t PresetList::showDropAt(int y) {
+  if (entries_.empty()) return 0;
+  std::size_t number = numberAt(tops_, y);
+  if (y > (tops_[number] + tops_[number + 1]) / 2) ++number;
+  const int top = std::clamp(tops_[number] - dropLine, 0, std::max(0, height() - dropLine));
+  dropMark_->setGeometry(0, top, width(), dropLine);
+  dropMark_->raise();
+  dropMark_->show();
+  return number;
+}
+
+void PresetList::hideDrop() { dropMark_->hide(); }
 
 PresetRow* PresetList::rowBefore(std::size_t number) const {
   for (std::size_t i = std::min(number, entries_.size()); i > 0; --i) {
@@ -153,23 +218,26 @@ int PresetList::takeShiftAt(int y) {
 }
 
 void PresetList::measureNotes() {
-  for (Entry& entry : entries_) entry.notesAdvance = PresetRow::notesAdvance(entry.preset);
-}
-
-int PresetList::heightWithoutNotes(int width) const {
-  for (const Entry& entry : entries_) {
-    if (entry.row == nullptr) continue;
-    return entry.row->heightForWidth(width) - PresetRow::notesHeight(entry.notesAdvance, width);
+  for (Entry& entry : entries_) {
+    const auto [known, isNew] = advances_.try_emplace(entry.preset.notes, 0);
+    if (isNew) known->second = PresetNotes::advanceOf(entry.preset);
+    entry.notesAdvance = known->second;
   }
-  return 0;
 }
 
 std::vector<int> PresetList::tops(int width) const {
-  const int base = heightWithoutNotes(width) + lineBetween;
+  const PresetRowLayout bare = PresetRowLayout::of(width, form_, 0);
+  const int oneLine = form_.isCompact ? 0 : PresetNotes::heightOf(1, 1);
   std::vector<int> tops{0};
   tops.reserve(entries_.size() + 1);
   for (const Entry& entry : entries_) {
-    tops.push_back(tops.back() + base + PresetRow::notesHeight(entry.notesAdvance, width));
+    const int lines = entry.notesAdvance == 0                    ? 0
+                      : entry.notesAdvance <= bare.notes.width() ? 1
+                                                                 : 2;
+    const int height = entry.row != nullptr && entry.row->isUnfolded()
+                           ? entry.row->heightForWidth(width)
+                           : bare.height + lines * oneLine;
+    tops.push_back(tops.back() + height + lineBetween);
   }
   return tops;
 }
@@ -178,10 +246,7 @@ int PresetList::heightForWidth(int width) const {
   return std::max(0, tops(width).back() - lineBetween);
 }
 
-QSize PresetList::sizeHint() const {
-  const PresetRow* const row = rowBefore(entries_.size());
-  return {row == nullptr ? 0 : row->sizeHint().width(), heightForWidth(width())};
-}
+QSize PresetList::sizeHint() const { return {0, heightForWidth(width())}; }
 
 void PresetList::place() {
   tops_ = tops(width());
@@ -198,6 +263,7 @@ void PresetList::resizeEvent(QResizeEvent* /*event*/) {
 
 bool PresetList::event(QEvent* event) {
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    advances_.clear();
     measureNotes();
     updateGeometry();
     place();

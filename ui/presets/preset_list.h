@@ -2,6 +2,8 @@
 
 #include <QWidget>
 #include <functional>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "presets/tuning_preset.h"
@@ -9,9 +11,8 @@
 
 namespace quorvane {
 
-// A vertical list of presets in rows that are equally high but for their notes. The widget of a row
-// is created lazily, when the row comes near the visible part, so that a long list opens as fast as
-// a short one.
+// A vertical list of presets. The widget of a row is created lazily, when the row comes near the
+// visible part, so that a long list opens as fast as a short one.
 class PresetList final : public QWidget {
   Q_OBJECT
 
@@ -24,13 +25,30 @@ class PresetList final : public QWidget {
   // the new widget of a changed one keeps the focus on the same button.
   void setPresets(const std::vector<TuningPreset>& presets);
 
-  // Removes all presets and their widgets, so that setPresets() creates new widgets.
-  void clear();
+  // Removes all presets and their widgets. The next ones have this form.
+  void start(const PresetForm& form);
 
   std::size_t count() const { return entries_.size(); }
 
   // The rows created so far, from top to bottom.
   std::vector<PresetRow*> rows() const;
+
+  // The preset's row, which is created if needed; null if the preset is not in the list.
+  PresetRow* rowOf(const UUID& id);
+
+  // The row `by` places further on, the last or the first one if there are not that many; null in
+  // an empty list.
+  PresetRow* rowFrom(const PresetRow& row, int by);
+  PresetRow* rowAt(std::size_t number);
+
+  // The number of the row; count() if it is none of this list.
+  std::size_t numberOf(const PresetRow& row) const;
+  const TuningPreset& presetAt(std::size_t number) const { return entries_[number].preset; }
+
+  // Shows where a dragged row would land for this place in the list, and hides it. Returns the
+  // number of the row that it would land before, count() for the end.
+  std::size_t showDropAt(int y);
+  void hideDrop();
 
   // By how many pixels the last setPresets() moved the row that was at height `y` before, or the
   // next row that still exists. Later calls return 0.
@@ -61,7 +79,7 @@ class PresetList final : public QWidget {
  private:
   struct Entry {
     TuningPreset preset;
-    int notesAdvance = 0;      // PresetRow::notesAdvance()
+    int notesAdvance = 0;      // PresetNotes::advanceOf()
     PresetRow* row = nullptr;  // null until it is created
   };
 
@@ -69,12 +87,14 @@ class PresetList final : public QWidget {
   void replace(Entry& entry, PresetRow* former);
   PresetRow* make(Entry& entry);
   PresetRow* rowBefore(std::size_t number) const;
-  int heightWithoutNotes(int width) const;
   std::vector<int> tops(int width) const;
   void measureNotes();
   void place();
 
   const NewRow newRow_;
+  PresetForm form_;
+  QWidget* dropMark_;
+  std::map<std::string, int> advances_;  // PresetNotes::advanceOf() of notes seen before
   std::vector<Entry> entries_;
   std::vector<int> tops_;        // of the rows at the current width, and of the row after the last
   std::vector<UUID> idsBefore_;  // before the last setPresets()

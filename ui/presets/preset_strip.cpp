@@ -17,29 +17,30 @@
 namespace quorvane {
 namespace {
 
-constexpr int widestCell = 37;
-constexpr int narrowestCell = 32;
 constexpr int barHeight = 3;
 constexpr int barGap = 2;
 constexpr int lineGap = 6;
+constexpr int hitPadding = 2;
+constexpr int hitCornerOfValue = 2;
 
 QFont codeFont() { return Metrics::font(Metrics::Type::fixed); }
 QFont valueFont(bool isStrong) {
   return Metrics::font(isStrong ? Metrics::Type::caption : Metrics::Type::callout);
 }
 
-int cellHeight(bool hasCode) {
-  return (hasCode ? QFontMetrics(codeFont()).height() : 0) +
-         QFontMetrics(valueFont(true)).height() + barGap + barHeight;
+int cellHeight(bool hasCode, bool isCompact) {
+  const int value = QFontMetrics(valueFont(true)).height();
+  if (isCompact) return value;
+  return (hasCode ? QFontMetrics(codeFont()).height() : 0) + value + barGap + barHeight;
 }
 
 }  // namespace
 
 PresetStrip::PresetStrip(const TuningPreset& preset, const std::optional<FanatecProduct>& product,
-                         QWidget* parent)
-    : QWidget(parent), product_(product) {
+                         bool isCompact, QWidget* parent)
+    : QWidget(parent), product_(product), isCompact_(isCompact) {
   for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
-    Cell cell{text(parameter.code()), {}, {}, {}, {}};
+    Cell cell{parameter, text(parameter.code()), {}, {}, {}, {}};
     if (const auto value = preset.value(parameter)) {
       const ParameterValue pair{parameter, *value};
       cell.value = text(presetValue(pair, product));
@@ -63,41 +64,38 @@ void PresetStrip::compare(const std::optional<TuningSnapshot>& menu) {
   }
 }
 
-int StripColumns::perLine() const {
-  return std::clamp((width + gap) / (narrowestCell + gap), 1, std::max(1, count));
+void PresetStrip::highlight(const std::vector<TuningParameter>& parameters) {
+  for (Cell& cell : cells_) {
+    const bool isHit =
+        std::find(parameters.begin(), parameters.end(), cell.parameter) != parameters.end();
+    if (std::exchange(cell.isHit, isHit) != isHit) update();
+  }
 }
 
-int StripColumns::pitch() const { return std::min(widestCell + gap, (width + gap) / perLine()); }
-
-int StripColumns::lines() const { return std::max(1, (count + perLine() - 1) / perLine()); }
-
-int PresetStrip::narrowestLine() const {
-  return static_cast<int>(cells_.size()) * (narrowestCell + StripColumns::gap) - StripColumns::gap;
+int PresetStrip::heightOf(const StripColumns& columns) {
+  const int lines = columns.lines();
+  return lines * cellHeight(lines > 1, columns.isCompact) + (lines - 1) * lineGap;
 }
 
-int PresetStrip::heightForWidth(int width) const {
-  const int lines = columns(width).lines();
-  return lines * cellHeight(lines > 1) + (lines - 1) * lineGap;
-}
+int PresetStrip::heightForWidth(int width) const { return heightOf(columns(width)); }
 
 QSize PresetStrip::sizeHint() const {
-  const int width =
-      static_cast<int>(cells_.size()) * (widestCell + StripColumns::gap) - StripColumns::gap;
-  return {width, cellHeight(false)};
+  const int count = static_cast<int>(cells_.size());
+  const int width = StripColumns::narrowestLine(count, isCompact_);
+  return {width, heightForWidth(width)};
 }
 
-QSize PresetStrip::minimumSizeHint() const { return {narrowestCell, cellHeight(false)}; }
+QSize PresetStrip::minimumSizeHint() const { return {0, cellHeight(false, isCompact_)}; }
 
 void PresetStrip::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const StripColumns grid = columns(width());
-  const int height = cellHeight(grid.lines() > 1);
+  const int height = cellHeight(grid.lines() > 1, isCompact_);
   for (std::size_t i = 0; i < cells_.size(); ++i) {
     const int column = static_cast<int>(i) % grid.perLine();
     const int line = static_cast<int>(i) / grid.perLine();
     paint(painter, cells_[i],
-          QRect(column * grid.pitch(), line * (height + lineGap), grid.pitch() - StripColumns::gap,
-                height));
+          QRect(grid.left(column), line * (height + lineGap), grid.cellWidth(column), height));
   }
 }
 
@@ -116,15 +114,20 @@ void PresetStrip::paint(QPainter& painter, const Cell& cell, const QRect& rect) 
   const QFontMetrics values(font);
   painter.setFont(font);
   painter.setPen(isQuiet ? t.quiet : t.ink);
+  const int room = rect.width() + (isCompact_ ? StripColumns::compactGap : StripColumns::gap) - 1;
   const QString value =
-      isSet ? values.elidedText(cell.value, Qt::ElideRight, rect.width() + StripColumns::gap - 1)
-            : QStringLiteral("·");
+      isSet ? values.elidedText(cell.value, Qt::ElideRight, room) : QStringLiteral("·");
+  if (cell.isHit && isSet) {
+    const QRect ground(rect.left(), top, values.horizontalAdvance(value), values.height());
+    drawBox(painter, ground.adjusted(-hitPadding, 0, hitPadding, 0), hitCornerOfValue, t.selection,
+            QColor());
+  }
   painter.drawText(rect.left(), top + values.ascent(), value);
   paintBar(painter, cell, rect);
 }
 
 void PresetStrip::paintBar(QPainter& painter, const Cell& cell, const QRect& rect) const {
-  if (!cell.place) return;
+  if (!cell.place || isCompact_) return;
   const Theme& t = theme();
   const qreal top = rect.bottom() + 1 - barHeight;
   const DevicePixels pixels(painter);

@@ -5,64 +5,58 @@
 #include <vector>
 
 #include "presets/tuning_preset.h"
+#include "ui/presets/strip_columns.h"
 
 namespace quorvane {
-
-// Where the cells of a strip are, one for each setting of a base; they wrap into further lines.
-struct StripColumns {
-  static constexpr int gap = 6;
-
-  int count = 0;  // cells
-  int width = 0;  // available
-
-  int perLine() const;
-  int pitch() const;  // from one cell to the next
-  int lines() const;
-};
 
 // A preset's values side by side: one cell for each setting of the base, so that presets in a list
 // can be compared. A bar shows the position of a number in its range; a dot stands for a setting
 // that the preset does not change. The page shows the settings' codes once, above all presets; a
-// strip of several lines repeats them above each cell.
+// strip of several lines repeats them above each cell. A compact strip has numbers only, in one
+// line.
 class PresetStrip final : public QWidget {
   Q_OBJECT
 
  public:
   PresetStrip(const TuningPreset& preset, const std::optional<FanatecProduct>& product,
-              QWidget* parent = nullptr);
+              bool isCompact = false, QWidget* parent = nullptr);
 
   // Shows which values the base has: they are drawn quietly. Without a menu all are drawn alike.
   void compare(const std::optional<TuningSnapshot>& menu);
 
-  // The width that all cells need in one line.
-  int narrowestLine() const;
+  // Gives the values of these settings the ground of a search's hits.
+  void highlight(const std::vector<TuningParameter>& parameters);
+
+  // The height of a strip with these cells.
+  static int heightOf(const StripColumns& columns);
 
   bool hasHeightForWidth() const override { return true; }
   int heightForWidth(int width) const override;
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
- signals:
-  void resized();
-
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* /*event*/) override { emit resized(); }
 
  private:
   struct Cell {
+    TuningParameter parameter = TuningParameter::slot;
     QString code;
     QString value;               // empty: the preset does not change the setting
     std::optional<qreal> place;  // in the range, 0 to 1; numbers only
     std::optional<ParameterValue> wanted;
     std::optional<bool> isOnBase;  // none without a menu
+    bool isHit = false;
   };
 
-  StripColumns columns(int width) const { return {static_cast<int>(cells_.size()), width}; }
+  StripColumns columns(int width) const {
+    return {static_cast<int>(cells_.size()), width, isCompact_};
+  }
   void paint(QPainter& painter, const Cell& cell, const QRect& rect) const;
   void paintBar(QPainter& painter, const Cell& cell, const QRect& rect) const;
 
   const std::optional<FanatecProduct> product_;
+  const bool isCompact_;
   std::vector<Cell> cells_;
 };
 

@@ -97,11 +97,15 @@ std::string applyQuestion(const TuningPreset& preset) {
   return fmt::format("Apply \"{}\" to the active set?", oneLine(preset.name));
 }
 
-std::string applyConsequence(const TuningSnapshot& menu) {
+std::string applyConsequence(const TuningSnapshot& menu, std::size_t staged) {
   const bool isAutoSet = menu.slot() == autoSet;
   std::string text = fmt::format("Values will be written to set {} and verified one by one.",
                                  isAutoSet ? "A (Auto Setup)" : "C (Custom)");
   if (isAutoSet) text += " This is the Auto set, so they will not survive a power cycle.";
+  if (staged > 0) {
+    text += fmt::format("\nYour {} {} and {} not part of this.", counted(staged, "unsaved change"),
+                        staged == 1 ? "stays" : "stay", staged == 1 ? "is" : "are");
+  }
   return text;
 }
 

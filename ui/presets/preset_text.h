@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -33,8 +34,9 @@ struct PresetBadge {
 PresetBadge presetBadge(const TuningPreset& preset, const std::optional<TuningSnapshot>& menu,
                         const std::optional<FanatecProduct>& product);
 
-// The question before a preset is applied, and the consequence of a yes.
+// The question before a preset is applied, and the consequence of a yes; with staged edits, a line
+// of its own says that they stay.
 std::string applyQuestion(const TuningPreset& preset);
-std::string applyConsequence(const TuningSnapshot& menu);
+std::string applyConsequence(const TuningSnapshot& menu, std::size_t staged);
 
 }  // namespace quorvane

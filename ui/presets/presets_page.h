@@ -1,23 +1,37 @@
 #pragma once
 
-#include <QPointer>
-#include <vector>
+#include <optional>
 
 #include "ui/model/view.h"
+#include "ui/presets/preset_action.h"
+#include "ui/presets/preset_filter.h"
+#include "ui/presets/preset_mover.h"
+#include "ui/presets/preset_row_layout.h"
 
-class QLabel;
+class QHBoxLayout;
+class QMenu;
 
 namespace quorvane {
 
-class Card;
 class CodesBar;
-class ConfirmDialog;
-class FormPage;
+class PageHeader;
+class Picker;
+class PresetActions;
+class PresetGroup;
 class PresetList;
+class PresetPanel;
 class PresetRow;
+class PresetScroll;
 class SavePresetBar;
+class SearchField;
 
-// The section "Presets": the built-in presets and the user's own. Asks before one is applied.
+// The section "Presets": the built-in presets and the user's own, with a search and a filter by
+// game.
+//
+// In wide windows a panel shows what the preset whose row was entered last would change.
+//
+// Up, Down, Home and End move the focus from row to row. A preset that is added is scrolled to and
+// marked until another one is entered.
 class PresetsPage final : public View {
   Q_OBJECT
 
@@ -27,33 +41,72 @@ class PresetsPage final : public View {
   // Puts the focus into the field for the name of a new preset.
   void focusNewName();
 
+  // Compact rows are half as high and have no notes. The window remembers it. The page switches it
+  // on by itself when there are 40 presets of the user's for the first time.
+  void setCompact(bool isCompact);
+  static bool isCompactRemembered();
+
+ signals:
+  void compactChanged(bool isCompact);
+
+  // The menu of a preset's row is about to open: entries may be added.
+  void menuOpened(QMenu& menu, const quorvane::TuningPreset& preset);
+
  protected:
   void render() override;
+  const QWidget& mainPart() const override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
-  void renderRows();
-  void renderQuestion();
-  void buildBuiltIn();
-  void showMine();
+  void buildHeader();
+  void addKeys();
+  void connectList(PresetList& list, PresetGroup& group);
+  void startRows();
+  void renderGames();
+  void list();
+  void search();
+  void leaveSearch();
   void makeRows();
-  void orderControls();
-  void orderRows(const std::vector<PresetRow*>& rows, PresetRow* before);
+  void alignCodes();
+  void orderRows(const PresetGroup& group, const std::vector<PresetRow*>& rows, PresetRow* before);
   PresetRow* newRow(const TuningPreset& preset);
   void renderRow(PresetRow& row);
-  void alignCodes();
-  void ask(const TuningPreset& preset);
+  void renderRows();
+  void compactIfMany();
+  void revealAdded();
+  void mark(const std::optional<UUID>& preset);
+  void choose(const UUID& preset);
+  void renderPanel();
+  void placePanel();
+  void goTo(PresetRow* row);
+  void step(PresetRow& row, PresetStep step);
+  void act(const TuningPreset& preset, PresetAction action);
+  PresetList& listOf(const PresetRow& row) const;
 
-  FormPage* page_;
+  PageHeader* header_;
+  Picker* games_;
+  SearchField* search_;
   CodesBar* codes_;
-  Card* builtIn_;
-  Card* mine_;
-  QLabel* hint_;
+  PresetList* builtIn_;
   PresetList* own_;
+  PresetGroup* builtInGroup_;
+  PresetGroup* ownGroup_;
+  PresetScroll* scroll_;
+  QHBoxLayout* body_;
+  PresetPanel* panel_ = nullptr;  // created when the window is wide
   SavePresetBar* saveBar_;
-  std::vector<PresetRow*> builtInRows_;
-  std::optional<FanatecProduct> product_;  // of the current rows
-  bool isBuilt_ = false;
-  QPointer<ConfirmDialog> question_;  // while it is open
+  PresetActions* actions_;
+  PresetMover mover_;
+  QStringList gameNames_;
+  PresetFilter filter_;
+  std::optional<PresetForm> form_;  // of the current rows; none before the first
+  bool isCompact_;
+  std::optional<UUID> added_;   // the last added preset that was revealed
+  std::optional<UUID> chosen_;  // the preset that the panel shows
+  std::optional<UUID> marked_;  // the preset whose row is marked
 };
 
 }  // namespace quorvane

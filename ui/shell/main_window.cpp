@@ -163,8 +163,12 @@ View* MainWindow::buildPage(Section section) {
       return buildTuning();
     case Section::base:
       return new BasePage(model_);
-    case Section::presets:
-      return new PresetsPage(model_);
+    case Section::presets: {
+      auto* const presets = new PresetsPage(model_);
+      connect(presets, &PresetsPage::compactChanged,
+              findChild<QAction*>(QStringLiteral("compactPresetsAction")), &QAction::setChecked);
+      return presets;
+    }
     case Section::tools:
       return new ToolsPage(model_);
     case Section::log:
@@ -251,6 +255,14 @@ void MainWindow::buildViewMenu(QMenu* menu) {
   help->setChecked(true);
   connect(help, &QAction::toggled, this, [this](bool shows) {
     static_cast<TuningPage*>(page(Section::tuning))->setShowsHelp(shows);
+  });
+  QAction* const compact = menu->addAction(QStringLiteral("&Compact presets"));
+  compact->setObjectName(QStringLiteral("compactPresetsAction"));
+  compact->setCheckable(true);
+  connect(menu, &QMenu::aboutToShow, compact,
+          [compact] { compact->setChecked(PresetsPage::isCompactRemembered()); });
+  connect(compact, &QAction::triggered, this, [this](bool isCompact) {
+    static_cast<PresetsPage*>(page(Section::presets))->setCompact(isCompact);
   });
   QAction* const sheet =
       menu->addAction(QStringLiteral("&Keyboard shortcuts"), QKeySequence(Qt::Key_F1), this,

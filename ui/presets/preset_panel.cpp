@@ -1,0 +1,116 @@
+#include "ui/presets/preset_panel.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "support/text.h"
+#include "ui/kit/button.h"
+#include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
+#include "ui/kit/plain_text.h"
+#include "ui/kit/text.h"
+#include "ui/kit/theme.h"
+#include "ui/presets/change_table.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int presetPanelWidth = 460;
+constexpr int presetPanelLines = 27;  // the least width, as a multiple of the font's height
+constexpr int presetPanelInset = 24;
+constexpr int presetPanelGap = 10;
+
+QLabel* panelText(const char* objectName, Metrics::Type type, QPalette::ColorRole role) {
+  QLabel* const label = PlainText::label();
+  label->setObjectName(QString::fromLatin1(objectName));
+  label->setFont(Metrics::font(type));
+  label->setForegroundRole(role);
+  label->setWordWrap(true);
+  return label;
+}
+
+// "9 differ from the base, 7 are the same".
+QString countOf(std::size_t differing, std::size_t same, bool hasMenu) {
+  if (!hasMenu) return QStringLiteral("Values");
+  if (differing == 0) return QStringLiteral("All %1 are on the base now").arg(same);
+  return QStringLiteral("%1 %2 from the base, %3 %4 the same")
+      .arg(differing)
+      .arg(differing == 1 ? QStringLiteral("differs") : QStringLiteral("differ"))
+      .arg(same)
+      .arg(same == 1 ? QStringLiteral("is") : QStringLiteral("are"));
+}
+
+}  // namespace
+
+PresetPanel::PresetPanel(AppModel& model, QWidget* parent)
+    : View(model, parent),
+      scroll_(new QScrollArea),
+      name_(panelText("panelPresetName", Metrics::Type::dialogTitle, QPalette::WindowText)),
+      details_(panelText("panelPresetDetails", Metrics::Type::callout, QPalette::Dark)),
+      notes_(panelText("panelPresetNotes", Metrics::Type::body, QPalette::WindowText)),
+      count_(panelText("panelPresetCount", Metrics::Type::caption, QPalette::Dark)),
+      changes_(new ChangeTable),
+      edit_(new Button(QStringLiteral("Edit…"))) {
+  setObjectName(QStringLiteral("presetPanel"));
+  setAccessibleName(QStringLiteral("Chosen preset"));
+  changes_->setObjectName(QStringLiteral("panelPresetChanges"));
+  edit_->setObjectName(QStringLiteral("panelEditButton"));
+  connect(edit_, &Button::clicked, this, [this] { emit editAsked(*preset_); });
+  auto* const content = new QWidget;
+  auto* const column = new QVBoxLayout(content);
+  column->setContentsMargins(presetPanelInset, presetPanelInset, presetPanelInset,
+                             presetPanelInset);
+  column->setSpacing(presetPanelGap);
+  for (QWidget* const part :
+       std::initializer_list<QWidget*>{name_, details_, notes_, count_, changes_, edit_}) {
+    column->addWidget(part);
+  }
+  column->addStretch();
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setWidgetResizable(true);
+  scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll_->setFocusPolicy(Qt::NoFocus);
+  scroll_->setWidget(content);
+  auto* const outer = new QVBoxLayout(this);
+  outer->setContentsMargins(1, 0, 0, 0);  // the line at the left
+  outer->addWidget(scroll_);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+}
+
+QSize PresetPanel::sizeHint() const {
+  return {std::max(presetPanelWidth, presetPanelLines * fontMetrics().height()), 0};
+}
+
+void PresetPanel::explain(const TuningPreset& preset) {
+  if (preset_ == preset) return;
+  preset_ = preset;
+  render();
+}
+
+void PresetPanel::render() {
+  if (!preset_) return;
+  name_->setText(text(oneLine(preset_->name)));
+  QString details =
+      QStringLiteral("Source: ") +
+      (preset_->source.empty() ? QStringLiteral("none") : text(oneLine(preset_->source)));
+  if (!preset_->game.empty() && preset_->game != "Any") {
+    details = text(oneLine(preset_->game)) + QStringLiteral(" · ") + details;
+  }
+  details_->setText(details);
+  notes_->setText(text(safeLines(preset_->notes)));
+  notes_->setVisible(!preset_->notes.empty());
+  const std::size_t same = changes_->show(*preset_, model().tuning(), model().product());
+  count_->setText(countOf(changes_->count(), same, model().tuning().has_value()));
+  edit_->setVisible(!preset_->isBuiltIn);
+}
+
+void PresetPanel::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  drawEdge(painter, rect(), Qt::LeftEdge, theme().line);
+}
+
+}  // namespace quorvane
