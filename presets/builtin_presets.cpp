@@ -31,7 +31,7 @@ constexpr std::array<Heading, presetCount> headings{{
      "steering sensitivity 5."},
 }};
 
-constexpr std::int64_t none = -1;  // the preset leaves the parameter alone
+constexpr std::int64_t skip = -1;  // the preset leaves the parameter alone
 
 // A column for each preset.
 struct Row {
@@ -41,11 +41,11 @@ struct Row {
 
 constexpr std::array rows{
     Row{P::sensitivity, {0, 0, 0, 0}},          Row{P::forceFeedback, {100, 100, 100, 100}},
-    Row{P::vibration, {100, none, none, none}}, Row{P::brakeLevelIndicator, {101, 101, none, 75}},
+    Row{P::vibration, {100, skip, skip, skip}}, Row{P::brakeLevelIndicator, {101, 101, skip, 75}},
     Row{P::forceFeedbackScaling, {1, 1, 1, 1}}, Row{P::forceEffect, {100, 100, 100, 100}},
     Row{P::springEffect, {100, 100, 0, 100}},   Row{P::damperEffect, {100, 100, 50, 100}},
     Row{P::naturalDamper, {50, 25, 15, 70}},    Row{P::naturalFriction, {0, 25, 10, 35}},
-    Row{P::brakeForce, {50, none, none, 90}},   Row{P::forceEffectIntensity, {100, 100, 100, 100}},
+    Row{P::brakeForce, {50, skip, skip, 90}},   Row{P::forceEffectIntensity, {100, 100, 100, 100}},
     Row{P::interpolation, {11, 0, 3, 3}},       Row{P::naturalInertia, {0, 0, 5, 5}},
 };
 
@@ -53,7 +53,7 @@ TuningPreset preset(std::size_t column) {
   const Heading& heading = headings[column];
   std::vector<ParameterValue> values;
   for (const Row& row : rows) {
-    if (row.values[column] != none) values.push_back({row.parameter, row.values[column]});
+    if (row.values[column] != skip) values.push_back({row.parameter, row.values[column]});
   }
   return {UUID::random(),
           std::string(heading.name),

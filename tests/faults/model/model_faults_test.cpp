@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "app/file_watch.h"
 #include "tests/faults/company.h"
 #include "tests/faults/fault.h"
 #include "tests/faults/fault_table.h"
@@ -135,6 +136,7 @@ class Cell {
   static std::string nameOrNone(const std::string& names) { return names.empty() ? "none" : names; }
 
   const testing::ScopedTrace trace_;
+  const FileWatch firstWatch_{"/"};  // the first one opens a descriptor for the whole process
   const NoLeftovers noLeftovers_;
   const Action& action_;
   const std::string fault_;
