@@ -8,7 +8,7 @@
 namespace quorvane::Fuzz {
 namespace {
 
-constexpr std::array<Property, 9> all{{
+constexpr std::array<Property, 10> all{{
     {"descriptor", descriptor},
     {"elements", elements},
     {"reports", reports},
@@ -17,6 +17,7 @@ constexpr std::array<Property, 9> all{{
     {"uevent", uevent},
     {"words", words},
     {"demo_stage", demoStage},
+    {"settings_text", settingsText},
     {"simbase", simbase},
 }};
 
