@@ -3,9 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 
-#include "app/staging.h"
+#include "presets/settings_comparison.h"
 #include "protocol/menu_text.h"
 #include "protocol/setting.h"
 #include "support/text.h"
@@ -17,36 +16,6 @@ namespace {
 std::string_view shortTitle(TuningParameter parameter) {
   const std::string_view title = parameter.title();
   return title.substr(0, title.find(" ("));
-}
-
-// The settings that make the wheel pull harder.
-constexpr std::array strengths{TuningParameter::Case::forceFeedback,
-                               TuningParameter::Case::forceEffect,
-                               TuningParameter::Case::fullForce};
-constexpr std::int64_t muchStronger = 25;
-
-// The setting that a preset raises so far that the wheel could hurt unprepared hands: by much, or
-// with the product of two strengths grown by half.
-std::optional<ParameterValue> raised(const TuningPreset& preset, const TuningSnapshot& menu,
-                                     const std::optional<FanatecProduct>& product) {
-  std::optional<ParameterValue> most;
-  std::int64_t mostBy = 0;
-  for (const ParameterValue& wanted : preset.applicable(product)) {
-    const auto by = wanted.value - menu.value(wanted.parameter, product);
-    const bool isStrength =
-        std::find(strengths.begin(), strengths.end(), wanted.parameter) != strengths.end();
-    if (!isStrength || by <= mostBy) continue;
-    most = wanted;
-    mostBy = by;
-  }
-  if (mostBy >= muchStronger) return most;
-  const auto total = [&](auto valueOf) {
-    return valueOf(TuningParameter::forceFeedback) * valueOf(TuningParameter::forceEffect);
-  };
-  const auto now = total([&](TuningParameter p) { return menu.value(p, product); });
-  const auto then =
-      total([&](TuningParameter p) { return preset.value(p).value_or(menu.value(p, product)); });
-  return 2 * then >= 3 * now && then > now ? most : std::nullopt;
 }
 
 }  // namespace
@@ -77,17 +46,21 @@ std::string presetSummary(const TuningPreset& preset,
 
 PresetBadge presetBadge(const TuningPreset& preset, const std::optional<TuningSnapshot>& menu,
                         const std::optional<FanatecProduct>& product) {
-  const std::vector<ParameterValue> values = preset.applicable(product);
-  if (!menu || values.empty()) return {};
-  const auto differing = std::count_if(
-      values.begin(), values.end(),
-      [&](const ParameterValue& value) { return !isCurrentValue(value, menu, product); });
+  if (!menu || preset.applicable(product).empty()) return {};
+  const TuningPreset now = TuningPreset::capture(product, "", *menu);
+  const SettingsComparison comparison(now.values, preset.values, product);
+  const auto differing =
+      std::count_if(comparison.rows().begin(), comparison.rows().end(), [](const ComparedRow& row) {
+        return row.right && row.state != ComparedState::same &&
+               row.state != ComparedState::notOnBase;
+      });
   if (differing == 0) return {PresetBadge::Kind::same, "On the base now"};
-  if (const auto more = raised(preset, *menu, product)) {
-    const ParameterValue now{more->parameter, menu->value(more->parameter, product)};
+  if (const auto stronger = comparison.stronger()) {
+    const auto textIn = [&](const TuningPreset& side) {
+      return presetValue({*stronger, *side.value(*stronger)}, product);
+    };
     return {PresetBadge::Kind::stronger,
-            fmt::format("Stronger: {} {} → {}", more->parameter.code(), presetValue(now, product),
-                        presetValue(*more, product))};
+            fmt::format("Stronger: {} {} → {}", stronger->code(), textIn(now), textIn(preset))};
   }
   return {PresetBadge::Kind::differs,
           fmt::format("{} {}", differing, differing == 1 ? "differs" : "differ")};
