@@ -25,6 +25,21 @@ constexpr const char* explainFooter =
     "  quorvanectl explain NDP\n"
     "  quorvanectl explain NDP --json";
 
+constexpr const char* diffFooter =
+    "A SIDE is: base (the active set), preset:NAME, a settings file, FILE#NAME for one preset of "
+    "a\n"
+    "file with several, or - for standard input. A file may also be text as people send it, such "
+    "as\n"
+    "\"SEN AUTO, FF: 100, FFS peak, NDP 25%\". One side is compared with the base. Two values are\n"
+    "the same when the base keeps the same for both. What a side leaves alone does not differ "
+    "from\n"
+    "the base.\n\n"
+    "Exit status: 0 the sides are the same, 1 they differ, 2 trouble, such as no base.\n\n"
+    "Examples:\n"
+    "  quorvanectl diff \"preset:My GT7\"\n"
+    "  quorvanectl diff \"preset:Fanatec factory defaults\" friend.quorvane\n"
+    "  quorvanectl diff - --json < message.txt";
+
 constexpr const char* setFooter =
     "Codes are those of the base's own display (quorvanectl read lists them).\n"
     "Words work as values too: SEN=AUTO BLI=OFF FFS=PEA ACP=CbP. So do units: FF=80% SEN=900deg.\n"
@@ -32,7 +47,8 @@ constexpr const char* setFooter =
     "Examples:\n"
     "  quorvanectl set SEN=900 FF=80\n"
     "  quorvanectl set SEN=AUTO BLI=OFF\n"
-    "  quorvanectl set FF+=5";
+    "  quorvanectl set FF+=5\n"
+    "  quorvanectl set FF=80 NDP=25 --dry-run";
 
 constexpr const char* selectFooter =
     "In the standard menu, A is set 1. C is set 2, unless another custom set is active already.\n\n"
@@ -106,6 +122,7 @@ constexpr const char* udevRuleFooter =
 // The arguments of one command, filled in by CLI11.
 struct BaseWords {
   std::vector<std::string> assignments;
+  std::vector<std::string> sides;
   std::vector<std::string> bytes;
   std::string code;
   std::string set;
@@ -135,12 +152,34 @@ class BaseParser {
         ->required();
   }
 
+  void addComparing() {
+    CLI::App& comparing =
+        add("diff", "Compare the base, presets, settings files or text, value by value", diffFooter,
+            [words = words_](auto& context) { return diffCommand(context, words->sides); });
+    const auto addSide = [words = words_](const std::string& side) {
+      words->sides.push_back(side);
+    };
+    comparing
+        .add_option_function<std::string>("side", addSide, "One of: base, preset:NAME, a file, -")
+        ->type_name("SIDE")
+        ->required();
+    comparing
+        .add_option_function<std::string>("other", addSide,
+                                          "The right side (default: the base is the left one)")
+        ->type_name("SIDE");
+    commands_.back().whenFailed = ExitStatus::wrongUsage;
+  }
+
   void addTuning() {
-    add("set", "Write values into the active set, one at a time, each read back", setFooter,
-        [words = words_](auto& context) { return setCommand(context, words->assignments); })
-        .add_option("values", words_->assignments, "What to write, such as SEN=900 FF=80")
+    CLI::App& setting =
+        add("set", "Write values into the active set, one at a time, each read back", setFooter,
+            [words = words_](auto& context) {
+              return setCommand(context, words->assignments, words->isDryRun);
+            });
+    setting.add_option("values", words_->assignments, "What to write, such as SEN=900 FF=80")
         ->type_name("CODE=VALUE")
         ->required();
+    setting.add_flag("--dry-run", words_->isDryRun, "Only print what would be written");
     add("select", "Make another tuning set active", selectFooter,
         [words = words_](auto& context) { return selectCommand(context, words->set); })
         .add_option("set", words_->set, "The set's number, 1 to 5, or its name, A or C")
@@ -223,6 +262,7 @@ class BaseParser {
 void addBaseCommands(CLI::App& app, ParsedCommands& commands) {
   BaseParser parser(app, commands);
   parser.addLooking();
+  parser.addComparing();
   parser.addTuning();
   parser.addHistory();
   parser.addDirect();

@@ -136,12 +136,11 @@ ExitStatus run(const ParsedCommand& command, Words& words, const World& world) {
   return command.run({simulated, words.options});
 }
 
-ExitStatus reportFailure(const World& world, const GlobalOptions& options,
-                         const std::exception& failure) {
+void reportFailure(const World& world, const GlobalOptions& options,
+                   const std::exception& failure) {
   if (options.json) printJson(world, errorJson(failure));
   printTo(world.err, "{}\n", oneLine(failure.what()));
   if (const auto step = nextStep(failure, options)) printTo(world.err, "{}\n", *step);
-  return ExitStatus::failed;
 }
 
 // Runs the command and prints its errors.
@@ -153,10 +152,11 @@ ExitStatus runReporting(const ParsedCommand& command, Words& words,
     return reportWrongUsage(world, words.options.json || asksForJson(line),
                             explainRefusal(*command.parser, error, line));
   } catch (const FanatecError& error) {
-    return reportFailure(world, words.options, error);
+    reportFailure(world, words.options, error);
   } catch (const std::runtime_error& error) {  // CommandError, FileError, std::system_error, ...
-    return reportFailure(world, words.options, error);
+    reportFailure(world, words.options, error);
   }
+  return command.whenFailed;
 }
 
 ExitStatus printVersion(const World& world, bool json) {

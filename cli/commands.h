@@ -16,7 +16,15 @@ ExitStatus readCommand(const CommandContext& context);
 // Says what the setting with this code does. Needs no base.
 ExitStatus explainCommand(const CommandContext& context, const std::string& code);
 
-ExitStatus setCommand(const CommandContext& context, const std::vector<std::string>& words);
+// Compares two sides, or the base with one side; see readDiffSides(). `failed` means that they
+// differ, `wrongUsage` that they could not be compared or printed. Also throws FileError and
+// DecodingError.
+ExitStatus diffCommand(const CommandContext& context, const std::vector<std::string>& words);
+
+// With `isDryRun`, only prints what it would write.
+ExitStatus setCommand(const CommandContext& context, const std::vector<std::string>& words,
+                      bool isDryRun);
+
 // A set's number or, of the standard menu, its name: "A" is set 1, "C" is set 2 unless another
 // custom set is active already.
 ExitStatus selectCommand(const CommandContext& context, const std::string& word);

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "cli/base_access.h"
+#include "cli/diff_sides.h"
 #include "cli/preset_library.h"
 #include "cli/preset_names.h"
 #include "protocol/menu_text.h"
@@ -174,11 +175,24 @@ Candidates games(const CompletionPlace& place, const World& world) {
   return result;
 }
 
+// The sides of a comparison that have a name; any file is one, too.
+Candidates sides(const CompletionPlace& place, const World& world) {
+  Candidates result{{"base", "The active set"}};
+  CompletionPlace preset = place;
+  const bool isPreset = place.typed.starts_with(presetSidePrefix);
+  preset.typed = isPreset ? place.typed.substr(presetSidePrefix.size()) : "";
+  for (const CompletionCandidate& named : presets(preset, world)) {
+    result.push_back({std::string(presetSidePrefix) + named.word, named.description});
+  }
+  return result;
+}
+
 }  // namespace
 
 CompletionChoice completionValues(const CompletionPlace& place, const World& world) {
   const std::string type = place.value->get_type_name();
   if (type == "FILE") return {{}, true};
+  if (type == "SIDE") return {sides(place, world), true};
   if (type == "SET") return {sets()};
   if (type == "CODE") return {settings()};
   if (type == "CODE=VALUE") return {assignments(place)};

@@ -15,6 +15,7 @@ namespace quorvane {
 struct ParsedCommand {
   CLI::App* parser;
   std::function<ExitStatus(const CommandContext&)> run;
+  ExitStatus whenFailed = ExitStatus::failed;  // after an exception of `run`
 };
 
 using ParsedCommands = std::vector<ParsedCommand>;

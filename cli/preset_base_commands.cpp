@@ -11,6 +11,7 @@
 #include "cli/preset_names.h"
 #include "cli/preset_texts.h"
 #include "cli/value_writer.h"
+#include "cli/write_plan.h"
 #include "support/printing.h"
 #include "support/text.h"
 
@@ -72,16 +73,18 @@ PresetLibrary withReplaced(const World& world, TuningPreset& preset, const Prese
 
 }  // namespace
 
-ExitStatus applyPresetCommand(const CommandContext& context, const std::string& which) {
+ExitStatus applyPresetCommand(const CommandContext& context, const std::string& which,
+                              bool isDryRun) {
   const TuningPreset preset = PresetLibrary(context.world).named(which);
   const Interruption interruption = context.world.interruption();
-  const OpenBase base(context, OpenBase::Use::writing);
+  const OpenBase base(context, isDryRun ? OpenBase::Use::reading : OpenBase::Use::writing);
   const std::vector<ParameterValue> values = preset.applicable(base->product());
   if (values.empty()) return nothingApplicable(context, preset, base->info().displayName());
   if (const std::string codes = missingCodes(preset, base->product()); !codes.empty()) {
     printTo(context.world.err, "Not on the menu of {}, and left out:{}\n",
             oneLine(base->info().displayName()), codes);
   }
+  if (isDryRun) return printWritePlan(context, *base, assignmentsOf(values));
   const TuningSnapshot menu = base->fetchTuning(WheelBase::readTimeout);
   return writeValues(context, interruption, *base, menu,
                      {assignmentsOf(values), {HistoryAction::apply, {}, preset.name}});

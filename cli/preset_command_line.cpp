@@ -32,8 +32,9 @@ constexpr const char* showFooter =
 constexpr const char* applyFooter =
     "Writes what the base has of the preset, one value at a time, each read back.\n"
     "Ctrl-C finishes the value in flight.\n\n"
-    "Example:\n"
-    "  quorvanectl presets apply \"fanatec factory defaults\"";
+    "Examples:\n"
+    "  quorvanectl presets apply \"fanatec factory defaults\"\n"
+    "  quorvanectl presets apply \"My GT7\" --dry-run";
 
 constexpr const char* saveFooter =
     "Examples:\n"
@@ -75,10 +76,12 @@ constexpr const char* restoreFooter =
 
 constexpr const char* importFooter =
     "Takes share files, exported lists and files with a single preset.\n"
-    "FILE \"-\" is standard input.\n\n"
+    "FILE \"-\" is standard input. With --text, FILE is a text such as \"SEN AUTO, FF: 100\",\n"
+    "and becomes one preset; what was not understood is listed, and kept as its notes.\n\n"
     "Examples:\n"
     "  quorvanectl presets import friend.quorvane quorvane-presets.json\n"
-    "  quorvanectl presets import - < shared-presets.json";
+    "  quorvanectl presets import - < shared-presets.json\n"
+    "  quorvanectl presets import --text - --name \"From the forum\" < message.txt";
 
 constexpr const char* exportFooter =
     "FILE \"-\" is standard output.\n\n"
@@ -104,6 +107,8 @@ struct PresetWords {
   std::string number;
   bool force = false;
   bool yes = false;
+  bool dryRun = false;
+  bool text = false;
 };
 
 // Adds the commands one by one. The commands' functions share ownership of the words.
@@ -129,9 +134,7 @@ class PresetParser {
   }
 
   void addUsing() {
-    addWhich(
-        add("apply", "Write a preset into the active set", applyFooter,
-            [words = words_](auto& context) { return applyPresetCommand(context, words->which); }));
+    addApply();
     addSave();
     addWhich(add(
         "delete", "Delete a preset of your own", deleteFooter,
@@ -157,11 +160,7 @@ class PresetParser {
   }
 
   void addExchange() {
-    add("import", "Add the presets in files to your own", importFooter,
-        [words = words_](auto& context) { return importPresetsCommand(context, words->files); })
-        .add_option("files", words_->files, "The files to read")
-        ->type_name("FILE")
-        ->required();
+    addImport();
     CLI::App& exporting =
         add("export", "Write your own presets, or those named, to a file", exportFooter,
             [words = words_](auto& context) {
@@ -180,6 +179,30 @@ class PresetParser {
     parser.footer(end);
     commands_.push_back({&parser, std::move(run)});
     return parser;
+  }
+
+  void addApply() {
+    CLI::App& applying = add("apply", "Write a preset into the active set", applyFooter,
+                             [words = words_](auto& context) {
+                               return applyPresetCommand(context, words->which, words->dryRun);
+                             });
+    addWhich(applying);
+    applying.add_flag("--dry-run", words_->dryRun, "Only print what would be written");
+  }
+
+  void addImport() {
+    CLI::App& importing =
+        add("import", "Add the presets in files to your own", importFooter,
+            [words = words_](auto& context) {
+              if (!words->text && words->texts.name) throw UsageError("--name is for --text");
+              return words->text ? importPresetTextCommand(context, words->files, words->texts.name)
+                                 : importPresetsCommand(context, words->files);
+            });
+    importing.add_option("files", words_->files, "The files to read")
+        ->type_name("FILE")
+        ->required();
+    importing.add_flag("--text", words_->text, "Read settings from text that people send");
+    addText(importing, "--name", words_->texts.name, "NAME", "With --text: the new preset's name");
   }
 
   void addSave() {

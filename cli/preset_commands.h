@@ -20,7 +20,10 @@ struct PresetFilter {
 
 ExitStatus listPresetsCommand(const CommandContext& context, const PresetFilter& filter);
 ExitStatus showPresetCommand(const CommandContext& context, const std::string& which);
-ExitStatus applyPresetCommand(const CommandContext& context, const std::string& which);
+
+// With `isDryRun`, only prints what it would write.
+ExitStatus applyPresetCommand(const CommandContext& context, const std::string& which,
+                              bool isDryRun);
 
 // The texts of a preset as they were typed; none for those that were not given.
 struct PresetTexts {
@@ -67,6 +70,13 @@ ExitStatus restorePresetsCommand(const CommandContext& context, const std::strin
 // The file "-" is standard input. Blocks until the end of a pipe.
 ExitStatus importPresetsCommand(const CommandContext& context,
                                 const std::vector<std::string>& files);
+
+// Adds one preset of the settings in a text, see settingsInText(), and says what was not
+// understood, which becomes the preset's notes. Takes exactly one file; "-" is standard input.
+// Without a name, the preset is named after the file.
+ExitStatus importPresetTextCommand(const CommandContext& context,
+                                   const std::vector<std::string>& files,
+                                   const std::optional<std::string>& name);
 
 // Without names: all of the user's own. Throws FileError if the file exists, unless `replace` is
 // set; so does sharing.

@@ -1,7 +1,7 @@
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "cli/base_access.h"
+#include "cli/input_file.h"
 #include "cli/json_output.h"
 #include "cli/output_file.h"
 #include "cli/preset_commands.h"
@@ -10,7 +10,6 @@
 #include "presets/preset_coding.h"
 #include "presets/preset_store.h"
 #include "support/printing.h"
-#include "support/read_pipe.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -22,16 +21,8 @@ struct Imported {
   std::vector<TuningPreset> presets;
 };
 
-constexpr const char* standardInputName = "standard input";
-
-std::vector<TuningPreset> presetsIn(const std::string& file) {
-  constexpr std::uint64_t longest = PresetStore::longestImport;
-  if (file == standardInput) {
-    const std::string content = readToEnd(STDIN_FILENO, standardInputName, longest);
-    return PresetStore::importPresets(standardInputName, content);
-  }
-  const auto piped = readPipe(file, longest);
-  return piped ? PresetStore::importPresets(file, *piped) : PresetStore::importPresets(file);
+Imported presetsIn(const InputFile& file) {
+  return {file.name, PresetStore::importPresets(file.name, file.content)};
 }
 
 // An import of several files; skips those that cannot be read.
@@ -41,7 +32,7 @@ class Import {
 
   void read(const std::string& file) {
     try {
-      files_.push_back({file == standardInput ? standardInputName : file, presetsIn(file)});
+      files_.push_back(presetsIn(readInputFile(file)));
     } catch (const std::runtime_error& failure) {  // FileError, DecodingError
       printTo(context_.world.err, "{}\n", oneLine(failure.what()));
       if (failure_.is_null()) failure_ = errorJson(failure);

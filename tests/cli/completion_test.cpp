@@ -97,6 +97,10 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
       {{"explain", "SL"}, {"SLOT"}},
       {{"explain", "NDP", ""}, {}},
 
+      {{"diff", "b"}, {"base", "<files>"}},
+      {{"diff", "base", "x"}, {"<files>"}},
+      {{"diff", "a", "b", ""}, {}},
+
       {{"set", "s"}, {"SEN=", "SHO=", "SPR="}},
       {{"set", "SEN=900", "spr=10", "s"}, {"SHO="}},
       {{"set", "SEN="}, {"SEN=AUTO"}},
@@ -124,7 +128,7 @@ TEST_F(Completion, EveryCommandIsOffered) {
   const Words all = offered({""});
   for (const char* const command :
        {"devices", "read", "set", "select", "mode", "history", "undo", "redo", "rotation", "raw",
-        "factory-reset", "usb-reset", "presets", "monitor", "udev-rule", "explain"}) {
+        "factory-reset", "usb-reset", "presets", "monitor", "udev-rule", "explain", "diff"}) {
     EXPECT_EQ(std::count(all.begin(), all.end(), command), 1) << command;
   }
   EXPECT_EQ(offered({}), all);

@@ -67,12 +67,25 @@ class HostileText : public PresetTest {
 };
 
 TEST_F(HostileText, OfADeviceReachesNoStream) {
-  const std::vector<std::string> lines{
-      "devices",        "read",       "set FF=80",         "set FF=120",
-      "select 3",       "mode",       "rotation 540",      "raw ff 03 02",
-      "usb-reset",      "doctor",     "doctor --report -", "factory-reset --yes",
-      "presets save X", "explain FF", "history",           "undo",
-      "redo --dry-run"};
+  const std::vector<std::string> lines{"devices",
+                                       "read",
+                                       "set FF=80",
+                                       "set FF=120",
+                                       "select 3",
+                                       "mode",
+                                       "rotation 540",
+                                       "raw ff 03 02",
+                                       "usb-reset",
+                                       "doctor",
+                                       "doctor --report -",
+                                       "factory-reset --yes",
+                                       "presets save X",
+                                       "explain FF",
+                                       "history",
+                                       "undo",
+                                       "redo --dry-run",
+                                       "diff base base",
+                                       "set FF=80 --dry-run"};
   for (const std::string& line : lines) expectSafeRun(wordsOf(line));
   expectedViolations_.assign(2, "3 bytes on report 0xff instead of 64");
 }

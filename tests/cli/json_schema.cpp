@@ -145,15 +145,16 @@ std::string schemaOf(const std::vector<std::string>& words) {
       {"udev-rule", "udev-rule"}, {"presets", "presets"},
       {"--version", "version"},   {"explain", "explain"},
       {"history", "history"},     {"undo", "undo"},
-      {"redo", "undo"},
+      {"redo", "undo"},           {"diff", "diff"},
   };
   for (const std::string& word : words) {
     const auto found = schemas.find(word);
     if (found == schemas.end()) continue;
-    if (word != "presets") return found->second;
     const auto has = [&](const char* other) {
       return std::find(words.begin(), words.end(), other) != words.end();
     };
+    if (has("--dry-run") && (word == "set" || word == "presets")) return "plan";
+    if (word != "presets") return found->second;
     if (has("apply")) return "results";
     return has("versions") ? "preset-versions" : found->second;
   }
@@ -207,7 +208,8 @@ Faults documentFaults(const std::vector<std::string>& words, const Outcome& outc
   if (document.is_discarded()) return {"standard output is no document: " + outcome.out};
   const bool isError = document.size() == 1 && document.contains("error");
   if (isError && outcome.status == ExitStatus::done) return {"an error, and status 0"};
-  if (outcome.status == ExitStatus::wrongUsage &&
+  const bool compares = std::find(words.begin(), words.end(), "diff") != words.end();
+  if (outcome.status == ExitStatus::wrongUsage && !compares &&
       (!isError || document["error"]["kind"] != "wrongUsage")) {
     return {"wrong usage without an error that says so: " + outcome.out};
   }

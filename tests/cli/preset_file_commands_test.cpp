@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "support/wall_time.h"
+#include "tests/cli/piped_input.h"
 #include "tests/cli/preset_fixture.h"
 #include "tests/support/child_process.h"
 
@@ -153,23 +154,6 @@ TEST_F(ImportPresets, SaysWhatIsWrongWithAFile) {
     EXPECT_FALSE(std::filesystem::exists(store_.fileURL()));
   }
 }
-
-// RAII: replaces standard input with a pipe that contains some text.
-class PipedInput {
- public:
-  explicit PipedInput(const std::string& content) : before_(::dup(STDIN_FILENO)) {
-    Pipe pipe;
-    EXPECT_EQ(::write(pipe.writing.get(), content.data(), content.size()),
-              static_cast<ssize_t>(content.size()));
-    ::dup2(pipe.reading.get(), STDIN_FILENO);
-  }
-  ~PipedInput() { ::dup2(before_.get(), STDIN_FILENO); }
-  PipedInput(const PipedInput&) = delete;
-  PipedInput& operator=(const PipedInput&) = delete;
-
- private:
-  UniqueFd before_;
-};
 
 TEST_F(ImportPresets, ReadsPipes) {
   for (const char* const file : {"-", "/dev/stdin", "/dev/fd/0"}) {

@@ -149,6 +149,7 @@ const std::vector<StreamsCase>& streamsCases() {
       {{"explain", "NDP"}},
       {{"--json", "explain", "NDP"}},
       {{"--simulate", "set", "FF=80", "NFR=20"}},
+      {{"--simulate", "set", "FF=80", "NFR=20", "--dry-run"}},
       {{"--simulate", "set", "FF=120", "NFR=20"}, 1},
       {{"--simulate", "--json", "set", "FF=120"}, 1},
       {{"--simulate", "set", "FF=80"}, 130, false, true},

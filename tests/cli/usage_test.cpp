@@ -41,7 +41,7 @@ std::string withoutJsonOption(std::string text) {
 TEST_F(Usage, WrongWordsTouchNoBase) {
   const std::vector<std::pair<std::string, std::string>> cases{
       {"", "Usage: quorvanectl [OPTION...] COMMAND [ARGUMENT...]"},
-      {"--layout sdk", "A command is needed: devices, read, explain, set,"},
+      {"--layout sdk", "A command is needed: devices, read, explain, diff,"},
       {"frobnicate", "frobnicate"},
       {"READ", "READ"},
       {"--frobnicate read", "--frobnicate"},
@@ -235,6 +235,7 @@ std::vector<std::string> allCommands() {
   return {"devices",
           "read",
           "explain",
+          "diff",
           "set",
           "select",
           "mode",
@@ -309,17 +310,29 @@ TEST_F(Usage, HelpNamesTheCommandsAndOptions) {
   const Outcome outcome = run("--help");
   EXPECT_EQ(outcome.status, ExitStatus::done);
   EXPECT_EQ(outcome.err, "");
-  for (const char* const word : {"--device WHICH", "--simulate [=PRODUCT]",
-                                 "--report-id N",  "--layout sdk|linux ",
-                                 "--json",         "--version",
-                                 "--help",         "\n  devices ",
-                                 "\n  read ",      "\n  explain ",
-                                 "\n  set ",       "\n  select ",
-                                 "\n  mode ",      "\n  rotation ",
-                                 "\n  raw ",       "\n  factory-reset ",
-                                 "\n  usb-reset ", "\n  monitor ",
-                                 "\n  doctor ",    "\n  udev-rule ",
-                                 "\n  presets ",   "Exit status: 0 done, 1 "}) {
+  for (const char* const word : {"--device WHICH",
+                                 "--simulate [=PRODUCT]",
+                                 "--report-id N",
+                                 "--layout sdk|linux ",
+                                 "--json",
+                                 "--version",
+                                 "--help",
+                                 "\n  devices ",
+                                 "\n  read ",
+                                 "\n  explain ",
+                                 "\n  diff ",
+                                 "\n  set ",
+                                 "\n  select ",
+                                 "\n  mode ",
+                                 "\n  rotation ",
+                                 "\n  raw ",
+                                 "\n  factory-reset ",
+                                 "\n  usb-reset ",
+                                 "\n  monitor ",
+                                 "\n  doctor ",
+                                 "\n  udev-rule ",
+                                 "\n  presets ",
+                                 "Exit status: 0 done, 1 "}) {
     EXPECT_NE(outcome.out.find(word), std::string::npos) << word << "\n" << outcome.out;
   }
 }
@@ -329,7 +342,8 @@ TEST_F(Usage, HelpOfACommandNamesItsArguments) {
       {"devices", {"List the attached bases"}},
       {"read", {"Show who the base is"}},
       {"explain", {"CODE", "No base is needed", "explain NDP"}},
-      {"set", {"CODE=VALUE", "SEN=AUTO", "Ctrl-C"}},
+      {"diff", {"SIDE", "preset:NAME", "FILE#NAME", "1 they differ, 2 trouble"}},
+      {"set", {"CODE=VALUE", "SEN=AUTO", "Ctrl-C", "--dry-run"}},
       {"select", {"SET", "1 to 5"}},
       {"mode", {"standard|advanced "}},
       {"history", {"what was written"}},
@@ -347,7 +361,7 @@ TEST_F(Usage, HelpOfACommandNamesItsArguments) {
         "\n  export ", "\n  share ", "presets apply \"My GT7\""}},
       {"presets list", {"List the built-in presets and your own", "--search TEXT", "--game GAME"}},
       {"presets show", {"WHICH", "name or id", "presets show \"Fanatec factory defaults\""}},
-      {"presets apply", {"WHICH", "Ctrl-C", "presets apply"}},
+      {"presets apply", {"WHICH", "Ctrl-C", "--dry-run", "presets apply"}},
       {"presets save", {"NAME", "presets save \"My GT7\""}},
       {"presets delete", {"WHICH", "presets delete \"My GT7\""}},
       {"presets edit", {"WHICH", "--name NAME", "--game GAME", "--source TEXT", "--notes TEXT"}},
@@ -355,7 +369,7 @@ TEST_F(Usage, HelpOfACommandNamesItsArguments) {
       {"presets move", {"--before WHICH", "--after WHICH", "--first", "--last"}},
       {"presets versions", {"former versions"}},
       {"presets restore", {"NUMBER", "--yes"}},
-      {"presets import", {"FILE ...", "presets import friend.quorvane"}},
+      {"presets import", {"FILE ...", "--text", "--name NAME", "presets import friend.quorvane"}},
       {"presets export", {"FILE", "WHICH ...", "presets export quorvane-presets.json"}},
       {"presets share", {"FILE", "--preset WHICH", "presets share my-base.quorvane"}},
   };
