@@ -50,8 +50,8 @@ void words(ByteView bytes);
 // The parser of edits to stage. Input: their text.
 void demoStage(ByteView bytes);
 
-// Settings in a text survive as a text, and every part of it that is no setting is listed. Input: the
-// text.
+// Settings in a text survive as a text, and every part of it that is no setting is listed. Input:
+// the text.
 void settingsText(ByteView bytes);
 
 // A simulated base accepts any packets, keeps a menu that is valid for its product, answers
