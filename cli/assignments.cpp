@@ -7,6 +7,7 @@
 
 #include "cli/context.h"
 #include "cli/suggestion.h"
+#include "presets/setting_value.h"
 #include "protocol/error.h"
 #include "protocol/menu_text.h"
 #include "support/text.h"
@@ -120,11 +121,6 @@ std::vector<std::string> accepted(std::vector<std::string> words) {
   } catch (const UsageError&) {
     return {};
   }
-}
-
-bool isOnMenu(TuningParameter parameter, const std::optional<FanatecProduct>& product) {
-  const auto menu = TuningParameter::available(product);
-  return std::find(menu.begin(), menu.end(), parameter) != menu.end();
 }
 
 }  // namespace

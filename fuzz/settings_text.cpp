@@ -13,11 +13,11 @@ namespace {
 
 // All words of the texts, one after the other.
 std::string allWords(const std::vector<std::string>& texts) {
-  std::string all;
+  std::string joined;
   for (const std::string& text : texts) {
-    for (const TextWord& word : textWords(text)) all += word.text;
+    for (const TextWord& word : textWords(text)) joined += word.text;
   }
-  return all;
+  return joined;
 }
 
 void expectPieces(const std::string& text, const std::vector<std::string>& pieces) {

@@ -54,22 +54,14 @@ void Button::setSymbol(const QString& name) {
   updateGeometry();
 }
 
-void Button::setSymbolOnly(bool alone) {
-  if (symbolOnly_ == alone) return;
-  symbolOnly_ = alone;
-  updateGeometry();
-  update();
-}
-
 QFont Button::labelFont() const {
   return Metrics::font(kind_ == Kind::prominent ? Metrics::Type::value : Metrics::Type::body);
 }
 
 QSize Button::sizeHint() const {
   const QFontMetrics metrics(labelFont());
-  int width = 2 * padding;
-  if (!symbolOnly_) width += metrics.horizontalAdvance(text().remove(u'&'));
-  if (!symbol_.isEmpty()) width += Metrics::symbolSide() + (symbolOnly_ ? 0 : Metrics::gap);
+  int width = 2 * padding + metrics.horizontalAdvance(text().remove(u'&'));
+  if (!symbol_.isEmpty()) width += Metrics::symbolSide() + Metrics::gap;
   if (menu() != nullptr) width += Metrics::gap + chevronWidth;
   return {width, Metrics::atLeast(Metrics::buttonHeight, labelFont())};
 }
@@ -91,7 +83,6 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
     drawChevron(painter, visualRect(*this, chevron).center(), Qt::DownArrow, look.ink);
     inner.setRight(inner.right() - chevronWidth - Metrics::gap);
   }
-  if (symbolOnly_) return;
   painter.setFont(labelFont());
   painter.setPen(look.ink);
   painter.drawText(visualRect(*this, inner), Qt::AlignCenter | Qt::TextShowMnemonic, text());

@@ -17,9 +17,8 @@ class Button final : public QPushButton {
 
   Kind kind() const { return kind_; }
 
-  // The symbol is shown before the text, or alone.
+  // The symbol is shown before the text.
   void setSymbol(const QString& name);
-  void setSymbolOnly(bool alone);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
@@ -33,7 +32,6 @@ class Button final : public QPushButton {
 
   const Kind kind_;
   QString symbol_;
-  bool symbolOnly_ = false;
 };
 
 // A flat square button with only a symbol.

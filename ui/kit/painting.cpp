@@ -41,12 +41,6 @@ QRectF visualRect(const QWidget& widget, const QRectF& rect) {
   return {widget.width() - rect.right(), rect.top(), rect.width(), rect.height()};
 }
 
-void mirrorFor(QPainter& painter, const QWidget& widget) {
-  if (widget.layoutDirection() == Qt::LeftToRight) return;
-  painter.translate(widget.width(), 0);
-  painter.scale(-1, 1);
-}
-
 void drawChevron(QPainter& painter, const QPointF& centre, Qt::ArrowType pointing,
                  const QColor& colour) {
   constexpr qreal half = 4;

@@ -13,10 +13,6 @@ namespace quorvane {
 QRect visualRect(const QWidget& widget, const QRect& rect);
 QRectF visualRect(const QWidget& widget, const QRectF& rect);
 
-// Mirrors a painter of this widget for shapes of a layout from right to left, such as a slider's
-// marks. Text must not be drawn with it.
-void mirrorFor(QPainter& painter, const QWidget& widget);
-
 // An arrow head without a stem, 8 pixels long.
 void drawChevron(QPainter& painter, const QPointF& centre, Qt::ArrowType pointing,
                  const QColor& colour);

@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "app/staging.h"
+#include "presets/setting_value.h"
 #include "protocol/menu_text.h"
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
@@ -33,7 +33,8 @@ std::size_t ChangeTable::show(const TuningPreset& preset, const std::optional<Tu
   std::size_t same = 0;
   QStringList words;
   for (const ParameterValue& value : preset.applicable(product)) {
-    if (menu && isCurrentValue(value, menu, product)) {
+    if (menu &&
+        isSameValue(value.parameter, value.value, menu->value(value.parameter, product), product)) {
       ++same;
       continue;
     }

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "app/staging.h"
+#include "presets/setting_value.h"
 #include "ui/kit/device_pixels.h"
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
@@ -59,7 +59,9 @@ void PresetStrip::compare(const std::optional<TuningSnapshot>& menu) {
   for (Cell& cell : cells_) {
     if (!cell.wanted) continue;
     const auto isOnBase =
-        menu ? std::optional(isCurrentValue(*cell.wanted, menu, product_)) : std::nullopt;
+        menu ? std::optional(isSameValue(cell.wanted->parameter, cell.wanted->value,
+                                         menu->value(cell.wanted->parameter, product_), product_))
+             : std::nullopt;
     if (std::exchange(cell.isOnBase, isOnBase) != isOnBase) update();
   }
 }
