@@ -23,10 +23,10 @@ using Product = std::optional<FanatecProduct>;
 using State = ComparedState;
 using Values = TuningPreset::Values;
 
-constexpr std::int64_t directDrive = 0x0020;
-constexpr std::int64_t podium = 0x0006;
-constexpr std::int64_t elite = 0x0E03;
-constexpr std::int64_t classic = 0x0001;
+constexpr std::int64_t directDriveID = 0x0020;
+constexpr std::int64_t podiumID = 0x0006;
+constexpr std::int64_t eliteID = 0x0E03;
+constexpr std::int64_t classicID = 0x0001;
 constexpr int pairsOfProduct = 1430;  // 10,000 for all seven products
 
 TEST(SettingsComparison, HasARowForEachCodeInMenuOrder) {
@@ -44,7 +44,7 @@ TEST(SettingsComparison, HasARowForEachCodeInMenuOrder) {
       {"FFS", State::onlyRight, {}}, {"DRI", State::notOnBase, {}}, {"NDP", State::outOfRange, {}},
       {"brF", State::same, {}},      {"ABC", State::notOnBase, {}}, {"XYZ", State::notOnBase, {}},
   };
-  const auto product = FanatecProduct::lookup(directDrive);
+  const auto product = FanatecProduct::lookup(directDriveID);
   const SettingsComparison comparison(left, right, product);
   ASSERT_EQ(comparison.rows().size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -156,7 +156,7 @@ TEST(SettingsComparison, FindsTheStrengthThatIsRaisedTooFar) {
     Values now;
     Values wanted;
     std::optional<P> stronger;
-    std::int64_t product = directDrive;
+    std::int64_t product = directDriveID;
   };
   const std::vector<Case> cases{
       {{}, {{"FF", 100}}, {}},
@@ -164,7 +164,7 @@ TEST(SettingsComparison, FindsTheStrengthThatIsRaisedTooFar) {
       {{{"FF", 75}}, {{"FF", 100}}, P::forceFeedback},
       {{{"FF", 100}}, {{"FF", 20}}, {}},
       {{{"FUL", 0}, {"FF", 100}}, {{"FUL", 25}}, P::fullForce},
-      {{{"FUL", 0}, {"FF", 100}}, {{"FUL", 25}}, {}, podium},
+      {{{"FUL", 0}, {"FF", 100}}, {{"FUL", 25}}, {}, podiumID},
       {{{"FF", 40}, {"FOR", 100}}, {{"FF", 60}}, P::forceFeedback},
       {{{"FF", 40}, {"FOR", 100}}, {{"FF", 59}}, {}},
       {{{"FF", 80}, {"FOR", 80}}, {{"FF", 96}, {"FOR", 100}}, P::forceEffect},
