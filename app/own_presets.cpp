@@ -68,12 +68,12 @@ void OwnPresets::replaceValues(const TuningPreset& preset, const TuningPreset::V
 }
 
 void OwnPresets::duplicate(const TuningPreset& preset) {
-  const auto found = find(preset);
-  const auto place =
-      static_cast<std::size_t>(found - all().begin()) + (found == all().end() ? 0 : 1);
   const TuningPreset copy = copyOf(preset, copyName(preset.name, all()));
   added_ = copy.id;
-  change(PresetChange::insert(copy, PresetChange::placeOf(all(), place)),
+  const auto found = find(preset);
+  const auto after = static_cast<std::size_t>(found - all().begin()) + 1;
+  change(found == all().end() ? PresetChange::add({copy})
+                              : PresetChange::insert(copy, PresetChange::placeOf(all(), after)),
          Messages::presetDuplicated(preset.name, copy.name),
          {PresetChange::remove(copy), Messages::copyRemoved(copy.name), {}});
 }

@@ -1,3 +1,4 @@
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -79,6 +80,7 @@ TEST_F(HistoryCommands, EveryCommandThatWritesLeavesARecord) {
       {"devices", ""},
       {"read", ""},
       {"explain", "FF"},
+      {"diff", "base base"},
       {"set", "FF=80 SEN=700"},
       {"undo", ""},
       {"redo", ""},
@@ -113,7 +115,7 @@ TEST_F(HistoryCommands, EveryCommandThatWritesLeavesARecord) {
   for (const auto& [command, more] : lines) {
     known.insert(command.substr(0, command.find(' ')));
     const std::size_t before = records().size();
-    if (runAndSeeChange(command + " " + more)) writing.insert(command);
+    if (runAndSeeChange(fmt::format("{} {}", command, more))) writing.insert(command);
     EXPECT_EQ(records().size() - before, writing.contains(command) ? 1U : 0U) << command;
   }
   EXPECT_EQ(writing, (std::set<std::string>{"set", "undo", "redo", "select", "mode", "rotation",

@@ -16,7 +16,7 @@ class TestBar final : public Bar {
  public:
   TestBar(AppModel& model, const char* name) : Bar(model) {
     setObjectName(QString::fromLatin1(name));
-    setFixedHeight(height_);
+    setFixedHeight(barHeight);
     auto* const button = new QPushButton;
     button->setObjectName(QString::fromLatin1(name) + QStringLiteral("Button"));
     (new QVBoxLayout(this))->addWidget(button);
@@ -28,7 +28,7 @@ class TestBar final : public Bar {
     emit wantedChanged();
   }
 
-  static constexpr int height_ = 50;
+  static constexpr int barHeight = 50;
 
  protected:
   void render() override {}
@@ -67,13 +67,13 @@ TEST_F(Bars, OnlyTheMostImportantOneThatIsWantedIsShown) {
   settle();
   EXPECT_EQ(shown(), "secondBar");
   EXPECT_TRUE(second_->isVisible());
-  EXPECT_EQ(place().height(), TestBar::height_);
+  EXPECT_EQ(place().height(), TestBar::barHeight);
   first_->want(true);
   settle();
   EXPECT_EQ(shown(), "firstBar");
   EXPECT_TRUE(first_->isVisible());
   EXPECT_FALSE(second_->isVisible());
-  EXPECT_EQ(place().height(), TestBar::height_);
+  EXPECT_EQ(place().height(), TestBar::barHeight);
   first_->want(false);
   EXPECT_EQ(shown(), "secondBar");
   second_->want(false);
@@ -88,7 +88,7 @@ TEST_F(Bars, StandAboveTheRowsAndBelowTheHeader) {
   first_->want(true);
   settle();
   EXPECT_EQ(place().y(), find("tuningHeader").geometry().bottom() + 1);
-  EXPECT_EQ(find("parameterList").y(), top + TestBar::height_);
+  EXPECT_EQ(find("parameterList").y(), top + TestBar::barHeight);
   EXPECT_EQ(place().width(), find("parameterList").width());
 }
 

@@ -14,10 +14,13 @@ namespace {
 
 // The window with a layout from right to left.
 class Mirroring : public WindowTest {
- protected:
+ public:
   Mirroring() { QApplication::setLayoutDirection(Qt::RightToLeft); }
   ~Mirroring() override { QApplication::setLayoutDirection(Qt::LeftToRight); }
+  Mirroring(const Mirroring&) = delete;
+  Mirroring& operator=(const Mirroring&) = delete;
 
+ protected:
   QRect placeOf(const std::string& name) {
     const QWidget& widget = find(name);
     return {widget.mapTo(&window(), QPoint()), widget.size()};

@@ -475,6 +475,7 @@ TEST_F(PresetWork, FortyPresetsSwitchCompactRowsOnOnce) {
     return find("minePresets").findChildren<PresetRow*>().front()->height();
   };
   std::vector<TuningPreset> presets;
+  presets.reserve(40);
   for (int i = 0; i < 39; ++i) presets.push_back(described("Spa " + std::to_string(i), "", "", 80));
   openWith(presets);
   auto& compact = find<QAction>("compactPresetsAction");

@@ -51,7 +51,7 @@ std::string titlesOf(const std::vector<DoctorCheck>& checks) {
 
 std::string nextStepText(const DoctorCheck& check) {
   if (check.nextStep.empty()) return {};
-  const std::string step = "Next step: " + check.nextStep;
+  std::string step = "Next step: " + check.nextStep;
   if (check.command.empty()) return step;
   return step.substr(0, step.find(" " + check.command));
 }

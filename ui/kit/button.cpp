@@ -120,7 +120,7 @@ void IconButton::paintEvent(QPaintEvent* /*event*/) {
   if (active && destructive_) ink = t.error;
   if (!isEnabled()) ink = t.inkDisabled;
   const int side = Metrics::symbolSide();
-  drawSymbol(painter, QPointF((width() - side) / 2, (height() - side) / 2), symbol_, side, ink);
+  drawSymbol(painter, QPoint((width() - side) / 2, (height() - side) / 2), symbol_, side, ink);
 }
 
 bool isDestructive(const QWidget& widget) {

@@ -154,12 +154,6 @@ PresetRow* PresetList::rowOf(const UUID& id) {
   return rowAt(static_cast<std::size_t>(found - entries_.begin()));
 }
 
-PresetRow* PresetList::rowFrom(const PresetRow& row, int by) {
-  const auto last = static_cast<std::ptrdiff_t>(entries_.size()) - 1;
-  const auto number = static_cast<std::ptrdiff_t>(numberOf(row)) + by;
-  return rowAt(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(number, 0, last)));
-}
-
 std::size_t PresetList::showDropAt(int y) {
   if (entries_.empty()) return 0;
   std::size_t number = numberAt(tops_, y);

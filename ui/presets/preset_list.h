@@ -36,9 +36,7 @@ class PresetList final : public QWidget {
   // The preset's row, which is created if needed; null if the preset is not in the list.
   PresetRow* rowOf(const UUID& id);
 
-  // The row `by` places further on, the last or the first one if there are not that many; null in
-  // an empty list.
-  PresetRow* rowFrom(const PresetRow& row, int by);
+  // The row with this number from the top, which is created if needed; null beyond the last one.
   PresetRow* rowAt(std::size_t number);
 
   // The number of the row; count() if it is none of this list.

@@ -102,9 +102,9 @@ class PresetRow final : public QWidget {
 
   const TuningPreset preset_;
   const PresetForm form_;
-  ElidedLabel* name_;
+  ElidedLabel* name_ = nullptr;
   ElidedLabel* game_ = nullptr;
-  ElidedLabel* source_;
+  ElidedLabel* source_ = nullptr;
   PresetNotes* notes_ = nullptr;
   PresetStrip* strip_;
   BadgeLabel* badge_;        // right of the values

@@ -69,9 +69,10 @@ PresetRow* PresetsPage::newRow(const TuningPreset& preset) {
   return row;
 }
 
+// Creates the first row, which may take the focus before the page is laid out.
 const QWidget& PresetsPage::mainPart() const {
-  for (const PresetList* const list : {builtIn_, own_}) {
-    if (list->isVisible()) return *list;
+  for (PresetList* const list : {builtIn_, own_}) {
+    if (list->isVisible() && list->rowAt(0) != nullptr) return *list;
   }
   return *this;
 }
