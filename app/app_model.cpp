@@ -37,8 +37,8 @@ struct AppModel::Opening {
   std::string demoStage;
 };
 
-AppModel::AppModel(const World& world, std::string which)
-    : world_(world),
+AppModel::AppModel(World world, std::string which)
+    : world_(std::move(world)),
       deviceSelector_(std::move(which)),
       work_("quorvane.hid"),
       examiner_(world_, world_.store.fileURL(), log_, work_),

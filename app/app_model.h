@@ -71,7 +71,7 @@ class AppModel final : public QObject {
 
   // Loads the presets, watches for bases and connects to the first one attached. With `which`,
   // connects automatically only to a base of that name (isNamed), and waits for it.
-  explicit AppModel(const World& world, std::string which = {});
+  explicit AppModel(World world, std::string which = {});
   ~AppModel() override;
   AppModel(const AppModel&) = delete;
   AppModel& operator=(const AppModel&) = delete;

@@ -60,7 +60,7 @@ void OwnPresets::edit(const TuningPreset& before, const TuningPreset& after) {
 void OwnPresets::replaceValues(const TuningPreset& preset, const TuningPreset::Values& values) {
   const auto found = find(preset);
   if (found == all().end()) return;
-  const TuningPreset before = *found;
+  const TuningPreset& before = *found;
   TuningPreset after = before;
   after.values = values;
   change(PresetChange::replace(before, after), Messages::valuesReplaced(before.name),
@@ -82,7 +82,7 @@ void OwnPresets::move(const TuningPreset& preset, const PresetChange::Destinatio
   using Destination = PresetChange::Destination;
   const auto found = find(preset);
   if (found == all().end()) return;
-  const TuningPreset moved = *found;
+  const TuningPreset& moved = *found;
   Destination former{Destination::Where::first, {}};
   if (found != all().begin()) former = {Destination::Where::after, *std::prev(found)};
   const PresetChange move = PresetChange::move(moved, destination);
@@ -97,7 +97,7 @@ void OwnPresets::move(const TuningPreset& preset, const PresetChange::Destinatio
 void OwnPresets::remove(const TuningPreset& preset) {
   const auto found = find(preset);
   if (found == all().end()) return;
-  const TuningPreset removed = *found;
+  const TuningPreset& removed = *found;
   const auto place = PresetChange::placeOf(all(), static_cast<std::size_t>(found - all().begin()));
   change(
       PresetChange::remove(removed), Messages::presetDeleted(removed.name),

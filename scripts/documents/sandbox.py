@@ -9,7 +9,7 @@ import subprocess
 import tempfile
 import threading
 
-PROGRAMS = {"quorvanectl", "quorvane", "jq", "cat", "ls", "cp"}
+PROGRAMS = {"quorvanectl", "quorvane", "jq", "cat", "echo", "ls", "cp"}
 HOME = "/home/you"  # as documents write it
 LIMIT = 15  # seconds; a command that takes longer is killed, and so fails
 

@@ -14,6 +14,7 @@
 
 namespace quorvane {
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that the test framework looks for
 void PrintTo(ComparedState state, std::ostream* stream) { *stream << rawValue(state); }
 
 namespace {

@@ -89,7 +89,9 @@ class Stage {
     until([this] { return !model_->busy(); });
   }
 
+  // Rows of a long list are created when the list is laid out.
   void click(const char* objectName) {
+    settle();
     auto* const button = window_->findChild<QAbstractButton*>(QString::fromLatin1(objectName));
     if (button == nullptr) qFatal("there is no %s", objectName);
     button->click();

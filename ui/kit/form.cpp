@@ -233,7 +233,7 @@ void PageHeader::resizeEvent(QResizeEvent* /*event*/) {
   title_->setGeometry(inset, 0, width() - 2 * inset, height());
   int right = width() - inset;
   std::for_each(controls_.rbegin(), controls_.rend(), [&](QWidget* control) {
-    const QSize size = control->sizeHint();
+    const QSize size = control->sizeHint().expandedTo(control->minimumSize());
     right -= size.width();
     control->setGeometry(visualRect(
         *this, QRect(right, (height() - size.height()) / 2, size.width(), size.height())));

@@ -40,6 +40,15 @@ QSize LinkRow::sizeHint() const {
   return {width, std::max(Metrics::symbolSize, metrics.height())};
 }
 
+QSize LinkRow::minimumSizeHint() const {
+  const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
+  int widest = 0;
+  for (const QString& word : text().split(u' ')) {
+    widest = std::max(widest, metrics.horizontalAdvance(word));
+  }
+  return {textLeft + widest, sizeHint().height()};
+}
+
 int LinkRow::heightForWidth(int width) const {
   const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
   const QRect box = metrics.boundingRect(QRect(0, 0, width - textLeft, QWIDGETSIZE_MAX),

@@ -16,6 +16,9 @@ class LinkRow final : public QAbstractButton {
   const QUrl& target() const { return target_; }
 
   QSize sizeHint() const override;
+
+  // As wide as the longest word.
+  QSize minimumSizeHint() const override;
   bool hasHeightForWidth() const override { return true; }
   int heightForWidth(int width) const override;
 

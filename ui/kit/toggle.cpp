@@ -19,8 +19,15 @@ constexpr int switchText = 18;  // height of the text that this size is for
 constexpr int knobInset = 2;
 constexpr int wordGap = 7;
 
+// Grows with the font, in its proportions.
+QSize switchSize() {
+  const int text = QFontMetrics(Metrics::font(Metrics::Type::body)).height();
+  const int wide = std::max(switchWidth, text * switchWidth / switchText);
+  return {wide, wide * switchHeight / switchWidth};
+}
+
 // The width of the switch with the room for its ring.
-constexpr int switchRoom = Metrics::ringGap + Metrics::ringWidth + switchWidth;
+int switchRoom() { return Metrics::ringGap + Metrics::ringWidth + switchSize().width(); }
 
 }  // namespace
 
@@ -41,19 +48,16 @@ void Toggle::show(bool on, Mark mark) {
   update();
 }
 
-// Grows with the font, in its proportions.
 QRect Toggle::switchRect() const {
-  const int text = QFontMetrics(Metrics::font(Metrics::Type::body)).height();
-  const int wide = std::max(switchWidth, text * switchWidth / switchText);
-  const int tall = wide * switchHeight / switchWidth;
-  return visualRect(
-      *this, QRect(Metrics::ringGap + Metrics::ringWidth, (height() - tall) / 2, wide, tall));
+  const QSize size = switchSize();
+  const QPoint place(Metrics::ringGap + Metrics::ringWidth, (height() - size.height()) / 2);
+  return visualRect(*this, QRect(place, size));
 }
 
 QSize Toggle::sizeHint() const {
   const QFont font = Metrics::font(Metrics::Type::callout);
   const int word = QFontMetrics(font).horizontalAdvance(text());
-  return {switchRoom + wordGap + word, Metrics::atLeast(Metrics::rowControlHeight, font)};
+  return {switchRoom() + wordGap + word, Metrics::atLeast(Metrics::rowControlHeight, font)};
 }
 
 void Toggle::paintEvent(QPaintEvent* /*event*/) {
@@ -84,7 +88,7 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
 
   painter.setFont(Metrics::font(Metrics::Type::callout));
   painter.setPen(t.ink2);
-  painter.drawText(visualRect(*this, rect().adjusted(switchRoom + wordGap, 0, 0, 0)),
+  painter.drawText(visualRect(*this, rect().adjusted(switchRoom() + wordGap, 0, 0, 0)),
                    Qt::AlignLeft | Qt::AlignVCenter, text());
 }
 

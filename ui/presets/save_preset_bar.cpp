@@ -95,17 +95,28 @@ void SavePresetBar::render() {
                QStringLiteral("Write all your presets to one file"));
 }
 
-// Places the caption before the name field, or above it in a narrow window.
+// The width of everything in one line, without insets.
+int SavePresetBar::lineWidth() const {
+  int width = QFontMetrics(caption_->font()).horizontalAdvance(caption_->text()) + afterCaption +
+              name_->width();
+  for (const Button* const each : {save_, import_, export_}) {
+    width += each->sizeHint().width() + Metrics::gap;
+  }
+  return width;
+}
+
+// Places the caption before the name field, or above it where the line is too short for both.
 void SavePresetBar::place() {
   const bool isNarrow = window()->width() < Metrics::narrowBelow;
   const int side = isNarrow ? Metrics::narrowInset : Metrics::pageInset;
   const int beyond = std::max(0, width() - Metrics::contentWidth);
   column_->setContentsMargins(side, Metrics::cardRowPadding + 1, side + beyond,
                               Metrics::cardRowPadding);
-  caption_->setContentsMargins(0, 0, isNarrow ? 0 : afterCaption - Metrics::gap, 0);
+  const bool goesAbove = isNarrow || lineWidth() > width() - 2 * side - beyond;
+  caption_->setContentsMargins(0, 0, goesAbove ? 0 : afterCaption - Metrics::gap, 0);
   const bool isAbove = column_->indexOf(caption_) == 0;
-  if (isNarrow == isAbove) return;
-  if (isNarrow) {
+  if (goesAbove == isAbove) return;
+  if (goesAbove) {
     row_->removeWidget(caption_);
     column_->insertWidget(0, caption_);
   } else {

@@ -29,6 +29,7 @@ class SavePresetBar final : public View {
   std::string newName() const;
   QString whyNotSave() const;
   void save();
+  int lineWidth() const;
   void place();
 
   QVBoxLayout* column_;

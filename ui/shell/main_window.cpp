@@ -352,8 +352,9 @@ void MainWindow::followRequest() {
 
 void MainWindow::resizeEvent(QResizeEvent* event) {
   constexpr int leastBeside = Metrics::minimumWidth - Metrics::sidebarMinimum;
+  const int least = std::max(Metrics::sidebarMinimum, sidebar_->minimumSizeHint().width());
   sidebar_->setFixedWidth(
-      std::clamp(width() - leastBeside, Metrics::sidebarMinimum, Metrics::sidebarWidth));
+      std::clamp(width() - leastBeside, least, std::max(least, Metrics::sidebarWidth)));
   QMainWindow::resizeEvent(event);
 }
 
