@@ -45,6 +45,8 @@ AppModel::AppModel(World world, std::string which)
       presets_(world_.store, world_.panels, log_),
       watcher_(std::make_unique<HIDDeviceWatcher>(Fanatec::vendorID, world_.backend)) {
   latestModel() = this;
+  gathering_.setSingleShot(true);
+  QObject::connect(&gathering_, &QTimer::timeout, this, &AppModel::recordWheelChanges);
   QObject::connect(&log_, &Log::changed, this, &AppModel::changed);
   QObject::connect(&examiner_, &Examiner::changed, this, &AppModel::changed);
   QObject::connect(&presets_, &OwnPresets::changed, this, &AppModel::changed);

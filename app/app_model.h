@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -288,6 +289,7 @@ class AppModel final : public QObject {
   std::optional<Progress> progress_;
   std::optional<LastWrite> lastWrite_;
   WheelChanges wheelChanges_;
+  QTimer gathering_;  // single shot, until the changes on the wheel are recorded
   StagedValues staged_;
   Outcomes outcomes_;
   std::optional<std::string> requestedSection_;

@@ -1,4 +1,3 @@
-#include <QTimer>
 #include <algorithm>
 #include <chrono>
 #include <stdexcept>
@@ -60,12 +59,17 @@ std::string AppModel::reverseOn(WheelBase& base, UndoDirection direction) {
 void AppModel::gatherWheelChange(const TuningSnapshot& before, const TuningSnapshot& after) {
   if (!base_) return;
   const auto ended = wheelChanges_.add(before, after, world_.clock.now());
-  if (ended) enqueue(work_, recordingOf(*ended));
-  QTimer::singleShot(std::chrono::duration_cast<std::chrono::milliseconds>(WheelChanges::period),
-                     this, [this] { recordWheelChanges(); });
+  if (ended) {
+    enqueue(work_, recordingOf(*ended));
+    gathering_.stop();
+  }
+  if (!gathering_.isActive()) {
+    gathering_.start(std::chrono::duration_cast<std::chrono::milliseconds>(WheelChanges::period));
+  }
 }
 
 void AppModel::recordWheelChanges() {
+  gathering_.stop();
   if (!base_) return;
   if (const auto gathered = wheelChanges_.take()) enqueue(work_, recordingOf(*gathered));
 }

@@ -187,7 +187,7 @@ struct Scene {
 
 // The application's font and direction for a picture.
 struct Look {
-  const char* suffix;
+  const char* suffix = "";
   double points = 0;  // of the font; 0: the system's
   Qt::LayoutDirection direction = Qt::LeftToRight;
 };

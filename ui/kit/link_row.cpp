@@ -15,6 +15,12 @@ namespace quorvane {
 namespace {
 
 constexpr int textLeft = Metrics::symbolSize + 7;
+constexpr QChar breakHere(0x200B);  // zero width space
+
+// Allows a line break after each dot of an address.
+QString breakable(QString text) {
+  return text.replace(QStringLiteral("."), QStringLiteral(".") + breakHere);
+}
 
 }  // namespace
 
@@ -43,7 +49,7 @@ QSize LinkRow::sizeHint() const {
 QSize LinkRow::minimumSizeHint() const {
   const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
   int widest = 0;
-  for (const QString& word : text().split(u' ')) {
+  for (const QString& word : breakable(text()).replace(breakHere, u' ').split(u' ')) {
     widest = std::max(widest, metrics.horizontalAdvance(word));
   }
   return {textLeft + widest, sizeHint().height()};
@@ -52,7 +58,7 @@ QSize LinkRow::minimumSizeHint() const {
 int LinkRow::heightForWidth(int width) const {
   const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
   const QRect box = metrics.boundingRect(QRect(0, 0, width - textLeft, QWIDGETSIZE_MAX),
-                                         Qt::AlignLeft | Qt::TextWordWrap, text());
+                                         Qt::AlignLeft | Qt::TextWordWrap, breakable(text()));
   return std::max(Metrics::symbolSize, box.height());
 }
 
@@ -67,7 +73,7 @@ void LinkRow::paintEvent(QPaintEvent* /*event*/) {
   painter.setFont(font);
   painter.setPen(t.brandText);
   painter.drawText(visualRect(*this, rect().adjusted(textLeft, 0, 0, 0)),
-                   Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text());
+                   Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, breakable(text()));
 }
 
 }  // namespace quorvane

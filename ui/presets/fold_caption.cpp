@@ -38,6 +38,7 @@ FoldCaption::FoldCaption(const QString& title, QWidget* parent) : QAbstractButto
 }
 
 void FoldCaption::show(const QString& count, bool isOpen) {
+  const QSignalBlocker silent(this);
   setChecked(isOpen);
   setAccessibleName(QStringLiteral("%1, %2").arg(text(), count));
   setAccessibleDescription(isOpen ? QStringLiteral("Shown") : QStringLiteral("Folded"));

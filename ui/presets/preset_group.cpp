@@ -47,7 +47,7 @@ PresetGroup::PresetGroup(const QString& title, const QString& key, const QString
   body->addWidget(list_);
   column->addLayout(body);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-  connect(caption_, &FoldCaption::clicked, this, [this] { setFolded(!isFolded_); });
+  connect(caption_, &FoldCaption::toggled, this, [this](bool isOpen) { setFolded(!isOpen); });
 }
 
 QWidget& PresetGroup::caption() const { return *caption_; }
