@@ -32,6 +32,7 @@
 #include "ui/kit/metrics.h"
 #include "ui/kit/style.h"
 #include "ui/kit/text.h"
+#include "ui/model/window_state.h"
 #include "ui/shell/main_window.h"
 
 namespace quorvane {
@@ -448,6 +449,10 @@ bool take(const Scene& scene, QSize size, const QString& scheme, const Look& loo
   QApplication::setFont(font);
   QApplication::setLayoutDirection(look.direction);
   const auto restore = qScopeGuard([&] { QApplication::setFont(usualFont); });
+  // What the window remembers of the scene before.
+  for (const char* const flag : {"presets/compact", "presets/compactOffered"}) {
+    WindowState::setFlag(QString::fromLatin1(flag), false);
+  }
   Stage stage(scratch, size, scene.bases);
   stage.window().setSection(scene.section);
   scene.prepare(stage);
