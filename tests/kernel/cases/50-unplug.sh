@@ -77,6 +77,8 @@ case_monitor_shows_arrival_removal_and_arrival() {
         start_base "$transport" --transport "$transport" --serial "QV-$transport"
         start_ctl monitor --json monitor
         expect_event monitor '.event == "arrival"' 1
+        # A base that goes earlier makes the monitor say that it cannot be opened.
+        wait_until 10 "the request of the menu" packets_reached "$transport" "$menu_requests" 1
         unplug "$transport"
         expect_event monitor '.event == "removal"' 1
         plug "$transport"
