@@ -10,6 +10,7 @@
 #include "ui/kit/painting.h"
 #include "ui/kit/symbols.h"
 #include "ui/kit/text.h"
+#include "ui/kit/text_width.h"
 #include "ui/kit/theme.h"
 
 namespace quorvane {
@@ -59,8 +60,7 @@ QFont Button::labelFont() const {
 }
 
 QSize Button::sizeHint() const {
-  const QFontMetrics metrics(labelFont());
-  int width = 2 * padding + metrics.horizontalAdvance(text().remove(u'&'));
+  int width = 2 * padding + textWidth(labelFont(), text().remove(u'&'));
   if (!symbol_.isEmpty()) width += Metrics::symbolSide() + Metrics::gap;
   if (menu() != nullptr) width += Metrics::gap + chevronWidth;
   return {width, Metrics::atLeast(Metrics::buttonHeight, labelFont())};

@@ -6,6 +6,7 @@
 
 #include "ui/kit/hits.h"
 #include "ui/kit/plain_text.h"
+#include "ui/kit/text_width.h"
 
 namespace quorvane {
 
@@ -20,7 +21,7 @@ void ElidedLabel::setText(const QString& text) {
 }
 
 QSize ElidedLabel::minimumSizeHint() const {
-  return {fontMetrics().horizontalAdvance(QStringLiteral("…")) * 3, fontMetrics().height()};
+  return {textWidth(font(), QStringLiteral("…")) * 3, fontMetrics().height()};
 }
 
 void ElidedLabel::highlight(const QStringList& words) {
@@ -29,15 +30,14 @@ void ElidedLabel::highlight(const QStringList& words) {
   update();
 }
 
-bool ElidedLabel::isElided() const {
-  return fontMetrics().horizontalAdvance(text()) > contentsRect().width();
-}
+bool ElidedLabel::isElided() const { return textWidth(font(), text()) > contentsRect().width(); }
 
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setPen(
       palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, foregroundRole()));
-  const QString shown = fontMetrics().elidedText(text(), mode_, contentsRect().width());
+  const QString shown =
+      isElided() ? fontMetrics().elidedText(text(), mode_, contentsRect().width()) : text();
   drawHits(painter, contentsRect(), shown, hits_, font());
   painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shown);
 }

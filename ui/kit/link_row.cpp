@@ -9,6 +9,7 @@
 #include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/symbols.h"
+#include "ui/kit/text_width.h"
 #include "ui/kit/theme.h"
 
 namespace quorvane {
@@ -41,16 +42,16 @@ LinkRow::LinkRow(QString symbol, const QString& text, const QUrl& target, const 
 }
 
 QSize LinkRow::sizeHint() const {
-  const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
-  const int width = textLeft + metrics.horizontalAdvance(text());
-  return {width, std::max(Metrics::symbolSize, metrics.height())};
+  const QFont font = Metrics::font(Metrics::Type::callout);
+  return {textLeft + textWidth(font, text()),
+          std::max(Metrics::symbolSize, QFontMetrics(font).height())};
 }
 
 QSize LinkRow::minimumSizeHint() const {
-  const QFontMetrics metrics(Metrics::font(Metrics::Type::callout));
+  const QFont font = Metrics::font(Metrics::Type::callout);
   int widest = 0;
   for (const QString& word : breakable(text()).replace(breakHere, u' ').split(u' ')) {
-    widest = std::max(widest, metrics.horizontalAdvance(word));
+    widest = std::max(widest, textWidth(font, word));
   }
   return {textLeft + widest, sizeHint().height()};
 }

@@ -11,6 +11,7 @@
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
+#include "ui/kit/text_width.h"
 #include "ui/kit/theme.h"
 
 namespace quorvane {
@@ -31,7 +32,7 @@ class Segment final : public QRadioButton {
 
   QSize sizeHint() const override {
     const QFont font = Metrics::font(Metrics::Type::value);
-    return {QFontMetrics(font).horizontalAdvance(text()) + 2 * segmentPadding,
+    return {textWidth(font, text()) + 2 * segmentPadding,
             Metrics::atLeast(Metrics::rowControlHeight, font)};
   }
   QSize minimumSizeHint() const override { return sizeHint(); }
@@ -89,10 +90,9 @@ void Picker::show(int value, Mark mark) {
 }
 
 QSize Picker::sizeHint() const {
-  const QFontMetrics metrics(font());
   int widest = 0;
   for (const Choice& choice : choices_) {
-    widest = std::max(widest, metrics.horizontalAdvance(choice.title));
+    widest = std::max(widest, textWidth(font(), choice.title));
   }
   return {widest + textPadding + arrowRoom, Metrics::atLeast(Metrics::buttonHeight, font())};
 }

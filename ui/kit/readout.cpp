@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "ui/kit/metrics.h"
+#include "ui/kit/text_width.h"
 #include "ui/kit/theme.h"
 
 namespace quorvane {
@@ -39,9 +40,8 @@ class Readout::Edit final : public QLineEdit {
     const QFont valueFont = Metrics::font(Metrics::Type::value);
     const QFont unitFont = Metrics::font(Metrics::Type::unit);
     const QFontMetrics valueMetrics(valueFont);
-    const int numberWidth = valueMetrics.horizontalAdvance(number);
-    const int unitWidth =
-        unit.isEmpty() ? 0 : QFontMetrics(unitFont).horizontalAdvance(u' ' + unit);
+    const int numberWidth = textWidth(valueFont, number);
+    const int unitWidth = unit.isEmpty() ? 0 : textWidth(unitFont, u' ' + unit);
     const int x = (width() - numberWidth - unitWidth) / 2;
     const int baseline = (height() + valueMetrics.ascent() - valueMetrics.descent()) / 2;
     painter.setFont(valueFont);
@@ -94,9 +94,7 @@ void Readout::startTyping(const QString& begun) {
 
 QSize Readout::sizeHint() const {
   const QFont font = Metrics::font(Metrics::Type::value);
-  const QFontMetrics metrics(font);
-  const int text = std::max(metrics.horizontalAdvance(number(minimum())),
-                            metrics.horizontalAdvance(number(maximum())));
+  const int text = std::max(textWidth(font, number(minimum())), textWidth(font, number(maximum())));
   return {text + 2 * (Metrics::stepButton() + numberMargin),
           Metrics::atLeast(Metrics::rowControlHeight, font)};
 }

@@ -8,6 +8,7 @@
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
+#include "ui/kit/text_width.h"
 #include "ui/kit/theme.h"
 
 namespace quorvane {
@@ -56,7 +57,7 @@ QRect Toggle::switchRect() const {
 
 QSize Toggle::sizeHint() const {
   const QFont font = Metrics::font(Metrics::Type::callout);
-  const int word = QFontMetrics(font).horizontalAdvance(text());
+  const int word = textWidth(font, text());
   return {switchRoom() + wordGap + word, Metrics::atLeast(Metrics::rowControlHeight, font)};
 }
 

@@ -10,6 +10,7 @@
 #include "ui/kit/readout.h"
 #include "ui/kit/text.h"
 #include "ui/kit/text_link.h"
+#include "ui/kit/text_width.h"
 #include "ui/kit/toggle.h"
 #include "ui/kit/value_slider.h"
 #include "ui/tuning/parameter_row.h"
@@ -22,7 +23,7 @@ constexpr int besideToggle = 11;
 constexpr int noteGap = 12;
 
 int advanceOf(Metrics::Type type, const QString& words) {
-  return QFontMetrics(Metrics::font(type)).horizontalAdvance(words);
+  return textWidth(Metrics::font(type), words);
 }
 
 int pillWidth() {

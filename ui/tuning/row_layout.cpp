@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "ui/kit/metrics.h"
+#include "ui/kit/text_width.h"
 
 namespace quorvane::RowLayout {
 namespace {
@@ -90,9 +91,9 @@ QRect centred(const QRect& in, int left, int width, int height) {
 }  // namespace
 
 QSize plateSize() {
-  const QFontMetrics metrics(Metrics::font(Metrics::Type::fixed));
-  return {std::max(leastPlate, metrics.horizontalAdvance(QStringLiteral("SEN")) + platePadding),
-          std::max(leastPlateHeight, metrics.height() + 3)};
+  const QFont font = Metrics::font(Metrics::Type::fixed);
+  return {std::max(leastPlate, textWidth(font, QStringLiteral("SEN")) + platePadding),
+          std::max(leastPlateHeight, QFontMetrics(font).height() + 3)};
 }
 
 int stateLine() {
