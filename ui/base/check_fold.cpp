@@ -52,7 +52,7 @@ class FoldButton final : public QAbstractButton {
     QPainter painter(this);
     if (underMouse()) drawBox(painter, rect(), Metrics::cardRadius, t.hover, QColor());
     const QRectF chevron(Metrics::cardInset, 0, foldChevron, height());
-    drawChevron(painter, visualRect(*this, chevron).center(), pointing(), t.ink2);
+    drawFoldChevron(painter, *this, visualRect(*this, chevron).center(), isChecked());
     drawDot(painter,
             visualRect(*this, QRectF(foldDot, (height() - Metrics::dotSize) / 2.0, Metrics::dotSize,
                                      Metrics::dotSize)),
@@ -69,11 +69,6 @@ class FoldButton final : public QAbstractButton {
   }
 
  private:
-  Qt::ArrowType pointing() const {
-    if (isChecked()) return Qt::DownArrow;
-    return layoutDirection() == Qt::RightToLeft ? Qt::LeftArrow : Qt::RightArrow;
-  }
-
   const CheckOutcome outcome_;
   QString titles_;
 };

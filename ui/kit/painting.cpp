@@ -54,6 +54,12 @@ void drawChevron(QPainter& painter, const QPointF& centre, Qt::ArrowType pointin
   painter.restore();
 }
 
+void drawFoldChevron(QPainter& painter, const QWidget& widget, const QPointF& centre, bool isOpen) {
+  const Qt::ArrowType aside =
+      widget.layoutDirection() == Qt::RightToLeft ? Qt::LeftArrow : Qt::RightArrow;
+  drawChevron(painter, centre, isOpen ? Qt::DownArrow : aside, theme().ink2);
+}
+
 void drawBox(QPainter& painter, const QRectF& rect, qreal radius, const QColor& ground,
              const QColor& border) {
   const DevicePixels pixels(painter);

@@ -17,6 +17,10 @@ QRectF visualRect(const QWidget& widget, const QRectF& rect);
 void drawChevron(QPainter& painter, const QPointF& centre, Qt::ArrowType pointing,
                  const QColor& colour);
 
+// The chevron before something that folds: points down while it is open, else to where the line of
+// text goes on.
+void drawFoldChevron(QPainter& painter, const QWidget& widget, const QPointF& centre, bool isOpen);
+
 // All of the following align to device pixels, at every scale.
 
 // A filled box with a border of one device pixel, drawn inside the rectangle. An invalid colour

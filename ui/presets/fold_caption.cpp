@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
 #include "ui/kit/theme.h"
 
 namespace quorvane {
@@ -14,19 +15,6 @@ constexpr int captionCountGap = 6;
 
 QFont titleFontOfGroup() { return Metrics::font(Metrics::Type::caption); }
 QFont countFont() { return Metrics::font(Metrics::Type::callout); }
-
-// Points down while the list is open, else to the right.
-void drawArrow(QPainter& painter, const QPointF& centre, bool isOpen) {
-  constexpr qreal half = 3.5;
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(theme().ink2, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  painter.translate(centre);
-  if (isOpen) painter.rotate(90);
-  painter.drawPolyline(
-      QPolygonF({QPointF(-half / 2, -half), QPointF(half / 2, 0), QPointF(-half / 2, half)}));
-  painter.restore();
-}
 
 }  // namespace
 
@@ -58,15 +46,18 @@ QSize FoldCaption::sizeHint() const {
 void FoldCaption::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
-  drawArrow(painter, QPointF(arrowSize / 2.0, height() / 2.0), isChecked());
+  const QRectF chevron(0, 0, arrowSize, height());
+  drawFoldChevron(painter, *this, visualRect(*this, chevron).center(), isChecked());
   QRect room = rect().adjusted(arrowSize + afterArrow, 0, 0, 0);
   painter.setFont(titleFontOfGroup());
   painter.setPen(t.ink2);
-  painter.drawText(room, Qt::AlignVCenter | Qt::TextSingleLine, text());
+  painter.drawText(visualRect(*this, room), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                   text());
   room.setLeft(room.left() + QFontMetrics(titleFontOfGroup()).horizontalAdvance(text()) +
                captionCountGap);
   painter.setFont(countFont());
-  painter.drawText(room, Qt::AlignVCenter | Qt::TextSingleLine, count_);
+  painter.drawText(visualRect(*this, room), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                   count_);
 }
 
 }  // namespace quorvane
