@@ -1,27 +1,20 @@
 #include "ui/presets/preset_panel.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
-#include <QScrollArea>
 #include <QVBoxLayout>
-#include <algorithm>
+#include <initializer_list>
 
 #include "support/text.h"
 #include "ui/kit/button.h"
 #include "ui/kit/metrics.h"
-#include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
+#include "ui/kit/side_panel.h"
 #include "ui/kit/text.h"
-#include "ui/kit/theme.h"
 #include "ui/presets/change_table.h"
 
 namespace quorvane {
 namespace {
 
-constexpr int presetPanelWidth = 460;
-constexpr int presetPanelLines = 27;  // the least width, as a multiple of the font's height
-constexpr int presetPanelInset = 24;
 constexpr int presetPanelGap = 10;
 
 QLabel* panelText(const char* objectName, Metrics::Type type, QPalette::ColorRole role) {
@@ -48,7 +41,6 @@ QString countOf(std::size_t differing, std::size_t same, bool hasMenu) {
 
 PresetPanel::PresetPanel(AppModel& model, QWidget* parent)
     : View(model, parent),
-      scroll_(new QScrollArea),
       name_(panelText("panelPresetName", Metrics::Type::dialogTitle, QPalette::WindowText)),
       details_(panelText("panelPresetDetails", Metrics::Type::callout, QPalette::Dark)),
       notes_(panelText("panelPresetNotes", Metrics::Type::body, QPalette::WindowText)),
@@ -60,29 +52,13 @@ PresetPanel::PresetPanel(AppModel& model, QWidget* parent)
   changes_->setObjectName(QStringLiteral("panelPresetChanges"));
   edit_->setObjectName(QStringLiteral("panelEditButton"));
   connect(edit_, &Button::clicked, this, [this] { emit editAsked(*preset_); });
-  auto* const content = new QWidget;
-  auto* const column = new QVBoxLayout(content);
-  column->setContentsMargins(presetPanelInset, presetPanelInset, presetPanelInset,
-                             presetPanelInset);
-  column->setSpacing(presetPanelGap);
+  QVBoxLayout& column = SidePanel::in(*this)->column();
+  column.setSpacing(presetPanelGap);
   for (QWidget* const part :
        std::initializer_list<QWidget*>{name_, details_, notes_, count_, changes_, edit_}) {
-    column->addWidget(part);
+    column.addWidget(part);
   }
-  column->addStretch();
-  scroll_->setFrameShape(QFrame::NoFrame);
-  scroll_->setWidgetResizable(true);
-  scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll_->setFocusPolicy(Qt::NoFocus);
-  scroll_->setWidget(content);
-  auto* const outer = new QVBoxLayout(this);
-  outer->setContentsMargins(1, 0, 0, 0);  // the line at the left
-  outer->addWidget(scroll_);
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-}
-
-QSize PresetPanel::sizeHint() const {
-  return {std::max(presetPanelWidth, presetPanelLines * fontMetrics().height()), 0};
+  column.addStretch();
 }
 
 void PresetPanel::explain(const TuningPreset& preset) {
@@ -106,11 +82,6 @@ void PresetPanel::render() {
   const std::size_t same = changes_->show(*preset_, model().tuning(), model().product());
   count_->setText(countOf(changes_->count(), same, model().tuning().has_value()));
   edit_->setVisible(!preset_->isBuiltIn);
-}
-
-void PresetPanel::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  drawEdge(painter, rect(), Qt::LeftEdge, theme().line);
 }
 
 }  // namespace quorvane

@@ -5,7 +5,6 @@
 #include "ui/model/view.h"
 
 class QLabel;
-class QScrollArea;
 
 namespace quorvane {
 
@@ -22,18 +21,14 @@ class PresetPanel final : public View {
   // Shows nothing before the first call.
   void explain(const TuningPreset& preset);
 
-  QSize sizeHint() const override;
-
  signals:
   void editAsked(const quorvane::TuningPreset& preset);
 
  protected:
   void render() override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   std::optional<TuningPreset> preset_;
-  QScrollArea* scroll_;
   QLabel* name_;
   QLabel* details_;
   QLabel* notes_;

@@ -5,7 +5,6 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "protocol/menu_text.h"
 #include "protocol/setting.h"
@@ -14,6 +13,7 @@
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
+#include "ui/kit/side_panel.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
 #include "ui/model/menu_text.h"
@@ -23,9 +23,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int panelWidth = 460;
-constexpr int panelLines = 27;  // the least width, as a multiple of the font's height
-constexpr int panelInset = 24;
 constexpr int panelGap = 20;
 constexpr int paragraphGap = 8;
 constexpr int factLabelWidth = 140;
@@ -73,7 +70,7 @@ QString rangeText(TuningParameter parameter, const std::optional<FanatecProduct>
 
 SettingHelpPanel::SettingHelpPanel(AppModel& model, QWidget* parent)
     : View(model, parent),
-      scroll_(new QScrollArea),
+      panel_(SidePanel::in(*this)),
       code_(paragraph("helpCode", QPalette::Dark)),
       title_(paragraph("helpTitle", QPalette::WindowText)),
       what_(paragraph("helpWhat", QPalette::WindowText)),
@@ -94,29 +91,20 @@ SettingHelpPanel::SettingHelpPanel(AppModel& model, QWidget* parent)
   builtInCard_->add(builtIn_);
   mineCard_->add(mine_);
 
-  auto* const content = new QWidget;
-  auto* const column = new QVBoxLayout(content);
-  column->setContentsMargins(panelInset, panelGap, panelInset, panelGap);
-  column->setSpacing(panelGap);
+  QVBoxLayout& column = panel_->column();
+  const int side = column.contentsMargins().left();
+  column.setContentsMargins(side, panelGap, side, panelGap);
+  column.setSpacing(panelGap);
   auto* const texts = new QVBoxLayout;
   texts->setSpacing(paragraphGap);
   texts->addWidget(heading());
   texts->addWidget(what_);
   texts->addWidget(feel_);
-  column->addLayout(texts);
-  for (Card* const card : {facts_, builtInCard_, mineCard_}) column->addWidget(card);
-  column->addStretch();
-  scroll_->setObjectName(QStringLiteral("settingHelpScroll"));
-  scroll_->setAccessibleName(QStringLiteral("What it does"));
-  scroll_->setFrameShape(QFrame::NoFrame);
-  scroll_->setWidgetResizable(true);
-  scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll_->setFocusPolicy(Qt::NoFocus);
-  scroll_->setWidget(content);
-  auto* const outer = new QVBoxLayout(this);
-  outer->setContentsMargins(1, 0, 0, 0);  // the line at the left
-  outer->addWidget(scroll_);
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+  column.addLayout(texts);
+  for (Card* const card : {facts_, builtInCard_, mineCard_}) column.addWidget(card);
+  column.addStretch();
+  panel_->scroll().setObjectName(QStringLiteral("settingHelpScroll"));
+  panel_->scroll().setAccessibleName(QStringLiteral("What it does"));
 }
 
 QWidget* SettingHelpPanel::heading() {
@@ -148,17 +136,13 @@ void SettingHelpPanel::addFact(QLabel*& title, QLabel*& value, const QString& la
 }
 
 void SettingHelpPanel::setScrollableByKeys(bool scrollable) {
-  scroll_->setFocusPolicy(scrollable ? Qt::StrongFocus : Qt::NoFocus);
-}
-
-QSize SettingHelpPanel::sizeHint() const {
-  return {std::max(panelWidth, panelLines * fontMetrics().height()), 0};
+  panel_->scroll().setFocusPolicy(scrollable ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 void SettingHelpPanel::explain(TuningParameter parameter) {
   if (parameter_ == parameter) return;
   parameter_ = parameter;
-  scroll_->ensureVisible(0, 0);
+  panel_->scroll().ensureVisible(0, 0);
   render();
 }
 
@@ -188,11 +172,6 @@ void SettingHelpPanel::renderFacts() {
   factory_->setText(
       text(MenuText::shortText(*parameter_, settingOf(*parameter_).factory, product)));
   worksWith_->setText(text(helpOf(*parameter_).worksWith));
-}
-
-void SettingHelpPanel::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  drawEdge(painter, rect(), Qt::LeftEdge, theme().line);
 }
 
 }  // namespace quorvane

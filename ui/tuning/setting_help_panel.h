@@ -6,12 +6,12 @@
 #include "ui/model/view.h"
 
 class QLabel;
-class QScrollArea;
 
 namespace quorvane {
 
 class Card;
 class PresetValues;
+class SidePanel;
 
 // "What it does": what a setting does, what less and more feel like, facts, and what presets use.
 class SettingHelpPanel final : public View {
@@ -26,11 +26,8 @@ class SettingHelpPanel final : public View {
   // Whether the keyboard can reach and scroll the text.
   void setScrollableByKeys(bool scrollable);
 
-  QSize sizeHint() const override;
-
  protected:
   void render() override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   QWidget* heading();
@@ -38,7 +35,7 @@ class SettingHelpPanel final : public View {
   void renderFacts();
 
   std::optional<TuningParameter> parameter_;
-  QScrollArea* scroll_;
+  SidePanel* panel_;
   QLabel* code_;
   QLabel* title_;
   QLabel* what_;
