@@ -4,7 +4,6 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyle>
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -178,7 +177,7 @@ void PresetRow::setMarked(bool isMarked) {
 }
 
 void PresetRow::putAt(QWidget* part, const QRect& rect) {
-  part->setGeometry(QStyle::visualRect(layoutDirection(), this->rect(), rect));
+  part->setGeometry(visualRect(*this, rect));
 }
 
 void PresetRow::resizeEvent(QResizeEvent* /*event*/) {
@@ -227,13 +226,12 @@ void PresetRow::paintEvent(QPaintEvent* /*event*/) {
   if (isMarked_) {
     painter.fillRect(rect(), t.soft);
     const QRect mark(0, 0, presetMarkWidth, height());
-    painter.fillRect(QStyle::visualRect(layoutDirection(), rect(), mark), t.brandEdge);
+    painter.fillRect(visualRect(*this, mark), t.brandEdge);
   }
   if (dot_.isEmpty()) return;
   painter.setFont(source_->font());
   painter.setPen(t.ink2);
-  painter.drawText(QStyle::visualRect(layoutDirection(), rect(), dot_), Qt::AlignCenter,
-                   separator());
+  painter.drawText(visualRect(*this, dot_), Qt::AlignCenter, separator());
 }
 
 std::vector<QWidget*> PresetRow::stops() const {
