@@ -13,6 +13,13 @@ QString whyWait(const AppModel& model) {
   return model.busy() ? QStringLiteral("Wait until the base has answered") : QString();
 }
 
+QString whyNotLoad(const AppModel& model) {
+  if (model.isConnected() && !model.busy() && !model.tuning()) {
+    return QStringLiteral("The base has not told its menu yet");
+  }
+  return whyNotNow(model);
+}
+
 void setAvailable(QWidget& control, const QString& reason, const QString& help) {
   control.setEnabled(reason.isEmpty());
   const QString& shown = reason.isEmpty() ? help : reason;

@@ -14,6 +14,9 @@ QString whyNotNow(const AppModel& model);
 // The same for actions that need no base but have to wait for an exchange with one.
 QString whyWait(const AppModel& model);
 
+// Why no settings can be filled in or applied now; empty if they can.
+QString whyNotLoad(const AppModel& model);
+
 // Disables the control if there is a reason, which becomes its tooltip; else enables it with the
 // tooltip `help`.
 void setAvailable(QWidget& control, const QString& reason, const QString& help = {});

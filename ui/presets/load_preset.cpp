@@ -2,17 +2,9 @@
 
 #include <string>
 
-#include "ui/model/availability.h"
 #include "ui/model/section.h"
 
 namespace quorvane {
-
-QString whyNotLoad(const AppModel& model) {
-  if (model.isConnected() && !model.busy() && !model.tuning()) {
-    return QStringLiteral("The base has not told its menu yet");
-  }
-  return whyNotNow(model);
-}
 
 void loadPreset(AppModel& model, const TuningPreset& preset) {
   model.stagePreset(preset);
