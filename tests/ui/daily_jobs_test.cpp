@@ -126,5 +126,14 @@ TEST_F(DailyJobs, WhyThereIsNoBaseIsOneKeyToo) {
   EXPECT_EQ(count_, 1);
 }
 
+TEST_F(DailyJobs, ForceFeedbackIsReachedAndChangedByTabAndDown) {
+  open();
+  strikes(Qt::Key_Tab);
+  EXPECT_EQ(focused(), "FFSlider");
+  strikes(Qt::Key_Down);
+  EXPECT_EQ(staged(), "FF=64");
+  EXPECT_EQ(count_, 2);
+}
+
 }  // namespace
 }  // namespace quorvane
