@@ -39,6 +39,8 @@ void SimulatedMenu::reset() {
   state_.sets.fill(factoryMenu());
 }
 
+void SimulatedMenu::boot() { state_.sets.front() = factoryMenu(); }
+
 bool SimulatedMenu::canHave(const State& state) const {
   return state.activeSet >= 1 && state.activeSet <= setCount &&
          std::all_of(state.sets.begin(), state.sets.end(),

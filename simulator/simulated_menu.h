@@ -49,6 +49,9 @@ class SimulatedMenu {
   void toggleMode() { state_.isAdvanced = !state_.isAdvanced; }
   void reset();
 
+  // What losing power does: set A, which games control, has its factory values again.
+  void boot();
+
   // Writes menu bytes (offset 3 onward of the tuning report) to the active set. Ignores a byte that
   // is outside its parameter's range or whose parameter this product lacks.
   void write(ByteView menu);

@@ -72,7 +72,8 @@ void addOptions(CLI::App& app, Options& options) {
   app.add_flag("--stale", options.stale, "Send the menu as it was before each answer");
   app.add_option("--transcript", options.transcript, "Write what the kernel does to this file");
   app.footer(
-      "Reads commands from standard input, one a line: unplug, plug, turn CODE VALUE, quit.\n"
+      "Reads commands from standard input, one a line: unplug, off (loses power), plug,\n"
+      "turn CODE VALUE, quit.\n"
       "Ends with its standard input.");
 }
 
@@ -199,6 +200,9 @@ class Program {
       running_ = false;
     } else if (command == "unplug") {
       if (plugged_) unplug();
+    } else if (command == "off") {
+      if (plugged_) unplug();
+      base_.menu().boot();
     } else if (command == "plug") {
       if (!plugged_) plug();
     } else if (command == "turn") {

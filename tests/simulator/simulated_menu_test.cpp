@@ -42,7 +42,7 @@ Bytes menuBytes(const SimulatedMenu& menu) {
   return {report.begin() + 3, report.end()};
 }
 
-const FanatecProduct& directDrive() { return product(0x0020); }
+const FanatecProduct& directDrive() { return directDrive(); }
 
 TEST(SimulatedMenu, ItsReportIsATuningReport) {
   const SimulatedMenu menu(directDrive());
@@ -154,6 +154,19 @@ TEST(SimulatedMenu, AResetRestoresEverySetAndTheMode) {
     menu.select(set);
     EXPECT_EQ(snapshot(menu).value(forceFeedback, directDrive()), 100);
   }
+}
+
+TEST(SimulatedMenu, LossOfPowerRestoresSetAOnly) {
+  SimulatedMenu menu(directDrive());
+  const SimulatedMenu::State factory = menu.state();
+  for (int set = 1; set <= SimulatedMenu::setCount; ++set) {
+    menu.select(set);
+    menu.put(forceFeedback, 10L + set);
+  }
+  SimulatedMenu::State expected = menu.state();
+  expected.sets.front() = factory.sets.front();
+  menu.boot();
+  EXPECT_EQ(menu.state(), expected);
 }
 
 TEST(SimulatedMenu, TakesEveryByteOfEveryParameterThatIsInItsRangeAndNoOther) {

@@ -91,10 +91,19 @@ base_command() {
     echo "$*" >&"${base_input[$name]}"
 }
 
-# unplug NAME; plug NAME: return when the node is gone, or is back and udev has handled it.
+# unplug NAME; power_off NAME; plug NAME: return when the node is gone, or is back and udev has handled it.
 unplug() {
+    leave_bus "$1" unplug
+}
+
+power_off() {
+    leave_bus "$1" off
+}
+
+# leave_bus NAME COMMAND
+leave_bus() {
     find_nodes
-    base_command "$1" unplug
+    base_command "$1" "$2"
     wait_until 10 "the node of '$1' to go" node_count_is $((${#nodes[@]} - 1))
     udev_settles
 }
