@@ -101,7 +101,7 @@ std::vector<Company> switches() {
          other.leave();
        },
        [](const Dialogue& dialogue) { return readingBeforeEach(refusedFrom(0, dialogue)); },
-       undisturbed},
+       undisturbed, false, 0, true},
       {"another program makes set 4 active after the first value", Need::values,
        [](Scene& scene) {
          scene.come();

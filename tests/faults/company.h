@@ -56,6 +56,7 @@ struct Company {
 
   bool writes = false;             // writes othersValue before the operation gets the write lock
   std::size_t packetsOfOther = 0;  // packets that the other program sends during the operation
+  bool switchesSet = false;        // makes another set active before the operation
 };
 
 // What the other program writes. The operation's own writes must not undo it.

@@ -41,6 +41,10 @@ struct Action {
   std::function<std::string(const Errors&)> stagedAfter;
   std::string stagedWithoutBase;
 
+  // The lines when the action itself finds in its first part that another set is active: it sends
+  // nothing more. Empty: the session refuses each value.
+  Lines inOtherSet;
+
   // The line when opening the node fails. Empty function: the action opens no node.
   std::function<std::string(const Refusal&)> refused;
 

@@ -10,7 +10,7 @@ std::vector<Action> connectingActions();  // opening and ending sessions
 std::vector<Action> readingActions();     // and commands that answer with a menu
 std::vector<Action> writeActions();
 std::vector<Action> recoveringActions();  // the USB reset and the examination
-std::vector<Action> reversingActions();   // nothing was written before, so they send nothing
+std::vector<Action> reversingActions();   // undo and redo of a write in the history
 std::vector<Action> stagingActions();
 std::vector<Action> presetActions();
 std::vector<Action> fileActions();  // of files that only the user names

@@ -292,16 +292,18 @@ TEST(ModelFaults, EveryActionThatChangesABaseLeavesARecord) {
   for (const Action& action : actions()) {
     Cell cell(action, nothingWrong);
     World& world = cell.world();
+    const std::size_t before = world.history_.read(world.info(0)).records.size();
     world.takeTranscript();
     cell.begin();
     world.settle();
     const Lines sent = world.takeTranscript();
     const bool changes = std::any_of(sent.begin(), sent.end(), isChange);
-    EXPECT_EQ(world.history_.read(world.info(0)).records.size(), changes ? 1U : 0U) << action.name;
+    const std::size_t after = world.history_.read(world.info(0)).records.size();
+    EXPECT_EQ(after - before, changes ? 1U : 0U) << action.name;
     if (changes) changing.insert(action.name);
   }
   EXPECT_EQ(changing, (std::set<std::string>{"selectSlot", "toggleMode", "factoryReset",
-                                             "saveStaged", "trySaving", "apply"}));
+                                             "saveStaged", "trySaving", "apply", "undo", "redo"}));
 }
 
 TEST(ModelFaults, WithoutAFaultEveryActionSucceedsInItsOwnTime) {
@@ -364,6 +366,10 @@ TEST(ModelFaults, EveryActionMeetsABaseThatHasLeftBefore) {
 void meet(const Action& action, const Company& company) {
   Action beside = action;
   beside.dialogue = company.change(action.dialogue);
+  if (company.switchesSet && !action.inOtherSet.empty()) {
+    beside.dialogue.resize(1);
+    beside.lines = [lines = action.inOtherSet](const Action::Errors&) { return lines; };
+  }
   Disturbance disturbance = modelDisturbance(beside);
   company.disturb(disturbance);
   Cell cell(beside, company.name);

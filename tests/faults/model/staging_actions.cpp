@@ -21,16 +21,6 @@ Action staging(std::string name, std::function<void(World&)> run, Lines lines, s
 
 }  // namespace
 
-// Nothing was written before, so there is nothing to send.
-std::vector<Action> reversingActions() {
-  Action undo = staging(
-      "undo", [](World& world) { world.model().undo(); }, {"[log] Nothing to undo"}, "SHO=50");
-  Action redo = staging(
-      "redo", [](World& world) { world.model().redo(); }, {"[log] Nothing to redo"}, "SHO=50");
-  undo.withoutBase = redo.withoutBase = notConnectedLine;
-  return {undo, redo};
-}
-
 std::vector<Action> stagingActions() {
   Action stage = staging(
       "stage", [](World& world) { world.model().stage(P::forceFeedback, 80); }, connectedStatus,
