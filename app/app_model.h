@@ -24,6 +24,7 @@
 #include "history/undo_plan.h"
 #include "history/wheel_changes.h"
 #include "presets/preset_store.h"
+#include "presets/settings_text.h"
 #include "session/wheel_base.h"
 #include "support/work_queue.h"
 
@@ -121,6 +122,10 @@ class AppModel final : public QObject {
 
   // The user's preset that was added or brought back last by the window, of several the first.
   const std::optional<UUID>& addedPreset() const { return presets_.added(); }
+
+  // The preset that an import has just added, while the status line says so; none after an import
+  // of several.
+  std::optional<TuningPreset> importedPreset() const;
   const StagedValues& staged() const { return staged_; }
 
   // What the last save, or the applying of a preset, meant for values. `taken` holds until the next
@@ -211,6 +216,23 @@ class AppModel final : public QObject {
   // line says how many could be imported.
   void importAll(const std::vector<std::filesystem::path>& files);
   void exportPresets() { presets_.exportAll(); }
+
+  // Settings to look at: nothing is staged or added to the user's presets. What cannot be read is
+  // an error in the log.
+  //
+  // Asks for a settings file, and calls `whenRead` with the presets in it, at least one.
+  using PresetsRead = std::function<void(const std::vector<TuningPreset>& presets)>;
+  void readSettingsFile(const PresetsRead& whenRead);
+
+  // The settings in a text that people pass on; none without a single one.
+  std::optional<SettingsInText> settingsIn(const std::string& text);
+
+  // Reads the connected base's history on the work queue, behind the running exchanges. Then calls
+  // `whenRead` on the main thread, with an error message if the file could not be read, and emits
+  // changed(). Does nothing without a base.
+  using HistoryRead =
+      std::function<void(const HistoryContents& contents, const std::string& failure)>;
+  void readHistory(const HistoryRead& whenRead);
 
  signals:
   // Any of the above has changed. Emitted often: views coalesce several into one update.

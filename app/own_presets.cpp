@@ -119,7 +119,10 @@ bool OwnPresets::importFrom(const std::filesystem::path& file, bool isConnected)
     log_.append(Messages::couldNotImport(error.what()), true);
     return false;
   }
-  log_.append(Messages::imported(presets, file, isConnected));
+  const std::string line = Messages::imported(presets, file, isConnected);
+  imported_.reset();
+  if (presets.size() == 1) imported_ = Imported{presets.front(), line};
+  log_.append(line);
   if (presets.empty()) return false;
   added_ = presets.front().id;
   shared_.change(PresetChange::add(std::move(presets)));

@@ -29,6 +29,15 @@ class OwnPresets final : public QObject {
   // The preset that was added or brought back last here, of several the first; none before that.
   const std::optional<UUID>& added() const { return added_; }
 
+  // The preset that the last import added, with its line in the log.
+  struct Imported {
+    TuningPreset preset;
+    std::string line;
+  };
+
+  // None before an import, and after one of several presets.
+  const std::optional<Imported>& imported() const { return imported_; }
+
   void add(const TuningPreset& preset);
 
   // These four can be taken back by undo(), until the next one of them. A preset that is not in the
@@ -76,6 +85,7 @@ class OwnPresets final : public QObject {
   SharedPresets shared_;
   Undo undo_;
   std::optional<UUID> added_;
+  std::optional<Imported> imported_;
 };
 
 }  // namespace quorvane

@@ -60,6 +60,13 @@ TEST(TimeText, IsTheTimeOfDayWithItsSecondsAsTheLocaleWritesIt) {
   }
 }
 
+TEST(TimeText, TheShortFormHasNoSeconds) {
+  for (const char* const locale : {"C", "de_DE", "en_GB"}) {
+    const ScopedLocale scoped(QString::fromLatin1(locale));
+    EXPECT_EQ(shortTimeText(at(14, 2, 54)).toStdString(), "14:02") << locale;
+  }
+}
+
 TEST(TimeText, LeavesTheZoneAndTheDateOut) {
   for (const char* const locale : {"fr_FR", "ja_JP", "fi_FI", "pt_BR", "bg_BG"}) {
     const std::string text = shown(locale, at(14, 4, 54));

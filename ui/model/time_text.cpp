@@ -17,6 +17,11 @@ QString timeOfDayFormat(const QLocale& locale) {
   return format.remove(QStringLiteral("()")).trimmed();
 }
 
+QTime timeOfDay(WallClock::time_point time) {
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(time.time_since_epoch());
+  return QDateTime::fromSecsSinceEpoch(seconds.count()).time();
+}
+
 QString textOf(QTime time) {
   const QLocale locale;
   return locale.toString(time, timeOfDayFormat(locale));
@@ -24,9 +29,13 @@ QString textOf(QTime time) {
 
 }  // namespace
 
-QString timeText(WallClock::time_point time) {
-  const auto seconds = std::chrono::floor<std::chrono::seconds>(time.time_since_epoch());
-  return textOf(QDateTime::fromSecsSinceEpoch(seconds.count()).time());
+QString timeText(WallClock::time_point time) { return textOf(timeOfDay(time)); }
+
+QString shortTimeText(WallClock::time_point time) {
+  const QLocale locale;
+  // The short format of the locale "C" has seconds.
+  const QString format = locale.timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
+  return locale.toString(timeOfDay(time), format);
 }
 
 QString longestTimeText() {

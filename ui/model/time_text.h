@@ -9,6 +9,9 @@ namespace quorvane {
 // The local time of day with seconds, in the format of the locale; no date.
 QString timeText(WallClock::time_point time);
 
+// The local time of day without seconds, in the format of the locale: "14:02".
+QString shortTimeText(WallClock::time_point time);
+
 // The longest text that timeText() can give in the current locale, for columns in a fixed font.
 QString longestTimeText();
 
