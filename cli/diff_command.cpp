@@ -1,4 +1,5 @@
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
@@ -8,6 +9,7 @@
 #include "cli/diff_sides.h"
 #include "cli/json_output.h"
 #include "cli/not_understood.h"
+#include "presets/comparison_text.h"
 #include "presets/settings_comparison.h"
 #include "protocol/menu_text.h"
 #include "support/printing.h"
@@ -39,40 +41,9 @@ std::string sideValue(const ComparedRow& row, const Value& value,
 
 // "+35" for numbers that differ, else what the state is.
 std::string comparedChange(const ComparedRow& row, const std::optional<FanatecProduct>& product) {
-  switch (row.state) {
-    case State::same:
-      return "same";
-    case State::differs: {
-      const Value change = row.change(product);
-      return change ? fmt::format("{:+}", *change) : "";
-    }
-    case State::onlyLeft:
-      return "only left";
-    case State::onlyRight:
-      return "only right";
-    case State::outOfRange:
-      return "out of range";
-    case State::notOnBase:
-      return "not on this base";
-  }
-  return "";
-}
-
-std::string comparedCounts(const SettingsComparison& comparison) {
-  const auto count = [&](State state) { return comparison.count(state); };
-  const std::size_t differing = count(State::differs);
-  const std::size_t equal = count(State::same);
-  std::string text =
-      fmt::format("{} {}, {} {} the same", differing, differing == 1 ? "differs" : "differ", equal,
-                  equal == 1 ? "is" : "are");
-  const auto append = [&](State state, const char* what) {
-    if (count(state) > 0) text += fmt::format(", {} {}", count(state), what);
-  };
-  append(State::onlyLeft, "only left");
-  append(State::onlyRight, "only right");
-  append(State::outOfRange, "out of range");
-  append(State::notOnBase, "not on this base");
-  return text;
+  if (row.state != State::differs) return std::string(comparedStateText(row.state));
+  const Value change = row.change(product);
+  return change ? fmt::format("{:+}", *change) : "";
 }
 
 const ComparedRow* strongerRow(const SettingsComparison& comparison) {
@@ -118,7 +89,8 @@ void printComparison(const World& world, const DiffSides& sides,
             comparedChange(row, sides.product),
             row.parameter ? row.title() : "(no setting of the menu)");
   }
-  printTo(world.out, "{}{}\n", areRows ? "\n" : "", comparedCounts(comparison));
+  printTo(world.out, "{}{}\n", areRows ? "\n" : "",
+          fmt::join(comparedCountTexts(comparison), ", "));
 }
 
 Json sideJson(const DiffSide& side) {
