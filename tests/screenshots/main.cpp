@@ -8,6 +8,7 @@
 // Qt's environment variables (QT_SCALE_FACTOR) apply.
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QDir>
@@ -33,6 +34,7 @@
 #include "ui/kit/style.h"
 #include "ui/kit/text.h"
 #include "ui/model/window_state.h"
+#include "ui/shell/comparing.h"
 #include "ui/shell/main_window.h"
 
 namespace quorvane {
@@ -198,8 +200,8 @@ constexpr std::array otherLooks{Look{"-13pt", 13}, Look{"-16pt", 16},
                                 Look{"-rtl", 0, Qt::RightToLeft}};
 
 // The scenes that are taken in the other looks too.
-constexpr std::array<const char*, 5> variedScenes{"tuning", "presets", "base-checks-failed",
-                                                  "tools", "log"};
+constexpr std::array<const char*, 6> variedScenes{
+    "tuning", "presets", "compare", "base-checks-failed", "tools", "log"};
 
 void stageEdits(Stage& stage) {
   stage.model().stage(sensitivity, 540);
@@ -247,6 +249,20 @@ void addPresets(Stage& stage) {
   for (int number = 1; number <= 298; ++number) {
     stage.model().saveCurrentAsPreset("Track " + std::to_string(number));
   }
+}
+
+// Without the tick of the first row.
+void compare(Stage& stage) {
+  stage.window().comparing().comparePreset(TuningPreset::builtIn()[2]);
+  Stage::settle();
+  auto* const list =
+      stage.window().findChild<QAbstractItemView*>(QStringLiteral("compareList"))->model();
+  list->setData(list->index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
+}
+
+void compareOnlyDifferent(Stage& stage) {
+  stage.window().comparing().comparePreset(stage.model().userPresets().back());
+  stage.click("onlyDifferentBox");
 }
 
 void drag(Stage& stage) {
@@ -383,6 +399,8 @@ const std::vector<Scene>& scenes() {
            stage.model().deletePreset(TuningPreset(stage.model().userPresets().front()));
          }
        }},
+      {"compare", Section::presets, {usual}, compare},
+      {"compare-different", Section::presets, {usual}, compareOnlyDifferent},
       {"base", Section::base, {usual}, nothing, true},
       {"base-none", Section::base, {}, nothing},
       {"base-two", Section::base, {0x0006, usual}, nothing},

@@ -112,10 +112,11 @@ TEST_F(PresetWork, TheMenuOffersWhatThePresetAllows) {
   openThree();
   QMenu& mine = menuOf("Monza");
   EXPECT_EQ(entriesOf(mine),
-            (Lines{"Edit…", "Duplicate", "Copy as text", "Replace by the current menu"}));
+            (Lines{"Compare…", "Edit…", "Duplicate", "Copy as text",
+                   "Replace by the current menu"}));
   mine.close();
   QMenu& builtIn = menuOf("Fanatec factory defaults");
-  EXPECT_EQ(entriesOf(builtIn), (Lines{"Duplicate", "Copy as text"}));
+  EXPECT_EQ(entriesOf(builtIn), (Lines{"Compare…", "Duplicate", "Copy as text"}));
   builtIn.close();
 }
 

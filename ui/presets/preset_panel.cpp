@@ -1,5 +1,6 @@
 #include "ui/presets/preset_panel.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 #include <initializer_list>
@@ -46,18 +47,27 @@ PresetPanel::PresetPanel(AppModel& model, QWidget* parent)
       notes_(panelText("panelPresetNotes", Metrics::Type::body, QPalette::WindowText)),
       count_(panelText("panelPresetCount", Metrics::Type::caption, QPalette::Dark)),
       changes_(new ChangeTable),
+      compare_(new Button(QStringLiteral("Compare…"))),
       edit_(new Button(QStringLiteral("Edit…"))) {
   setObjectName(QStringLiteral("presetPanel"));
   setAccessibleName(QStringLiteral("Chosen preset"));
   changes_->setObjectName(QStringLiteral("panelPresetChanges"));
+  compare_->setObjectName(QStringLiteral("panelCompareButton"));
+  connect(compare_, &Button::clicked, this, [this] { emit compareAsked(*preset_); });
   edit_->setObjectName(QStringLiteral("panelEditButton"));
   connect(edit_, &Button::clicked, this, [this] { emit editAsked(*preset_); });
   QVBoxLayout& column = SidePanel::in(*this)->column();
   column.setSpacing(presetPanelGap);
   for (QWidget* const part :
-       std::initializer_list<QWidget*>{name_, details_, notes_, count_, changes_, edit_}) {
+       std::initializer_list<QWidget*>{name_, details_, notes_, count_, changes_}) {
     column.addWidget(part);
   }
+  auto* const buttons = new QHBoxLayout;
+  buttons->setSpacing(Metrics::gap);
+  buttons->addWidget(compare_);
+  buttons->addWidget(edit_);
+  buttons->addStretch();
+  column.addLayout(buttons);
   column.addStretch();
 }
 

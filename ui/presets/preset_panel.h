@@ -23,6 +23,7 @@ class PresetPanel final : public View {
 
  signals:
   void editAsked(const quorvane::TuningPreset& preset);
+  void compareAsked(const quorvane::TuningPreset& preset);
 
  protected:
   void render() override;
@@ -34,6 +35,7 @@ class PresetPanel final : public View {
   QLabel* notes_;
   QLabel* count_;
   ChangeTable* changes_;
+  Button* compare_;
   Button* edit_;
 };
 

@@ -46,11 +46,17 @@ class PresetsPage final : public View {
   void setCompact(bool isCompact);
   static bool isCompactRemembered();
 
+  // The preset whose row has the keyboard focus, if the page is visible.
+  std::optional<TuningPreset> focusedPreset() const;
+
  signals:
   void compactChanged(bool isCompact);
 
   // The menu of a preset's row is about to open: entries may be added.
   void menuOpened(QMenu& menu, const quorvane::TuningPreset& preset);
+
+  // The preset is to be compared with the base.
+  void compareAsked(const quorvane::TuningPreset& preset);
 
  protected:
   void render() override;

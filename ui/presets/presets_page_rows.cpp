@@ -77,6 +77,17 @@ const QWidget& PresetsPage::mainPart() const {
   return *this;
 }
 
+std::optional<TuningPreset> PresetsPage::focusedPreset() const {
+  const QWidget* const focused = window()->focusWidget();
+  if (!isVisible() || focused == nullptr) return std::nullopt;
+  for (const PresetList* const list : {builtIn_, own_}) {
+    for (const PresetRow* const row : list->rows()) {
+      if (row == focused || row->isAncestorOf(focused)) return row->preset();
+    }
+  }
+  return std::nullopt;
+}
+
 PresetList& PresetsPage::listOf(const PresetRow& row) const {
   return builtIn_->isAncestorOf(&row) ? *builtIn_ : *own_;
 }
@@ -196,6 +207,7 @@ void PresetsPage::placePanel() {
   if (isWide && panel_ == nullptr) {
     panel_ = new PresetPanel(model());
     body_->addWidget(panel_);
+    connect(panel_, &PresetPanel::compareAsked, this, &PresetsPage::compareAsked);
     connect(panel_, &PresetPanel::editAsked, this,
             [this](const TuningPreset& preset) { act(preset, PresetAction::edit); });
   }

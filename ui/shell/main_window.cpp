@@ -32,6 +32,7 @@
 #include "ui/presets/presets_page.h"
 #include "ui/shell/about_dialog.h"
 #include "ui/shell/closing.h"
+#include "ui/shell/comparing.h"
 #include "ui/shell/drop_frame.h"
 #include "ui/shell/shortcuts_sheet.h"
 #include "ui/shell/sidebar.h"
@@ -70,6 +71,7 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
     : model_(model),
       section_(firstSection()),
       closing_(new Closing(model, *this)),
+      comparing_(new Comparing(model, *this)),
       sidebar_(new Sidebar(model)),
       pages_(new QStackedWidget),
       statusBar_(new StatusBar(model)),
@@ -102,6 +104,7 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
   buildMenus();
   new FocusRing(this);
 
+  connect(statusBar_, &StatusBar::compareAsked, comparing_, &Comparing::comparePreset);
   connect(sidebar_, &Sidebar::chosen, this, &MainWindow::setSection);
   connect(&model_, &AppModel::changed, this, &MainWindow::modelChanged);
   setSection(section_);
@@ -165,6 +168,7 @@ View* MainWindow::buildPage(Section section) {
       return new BasePage(model_);
     case Section::presets: {
       auto* const presets = new PresetsPage(model_);
+      comparing_->follow(*presets);
       connect(presets, &PresetsPage::compactChanged,
               findChild<QAction*>(QStringLiteral("compactPresetsAction")), &QAction::setChecked);
       return presets;
@@ -230,6 +234,7 @@ void MainWindow::buildEditMenu(QMenu* menu) {
   loadPreset_ = menu->addAction(QStringLiteral("&Load preset…"), QKeySequence(Qt::CTRL | Qt::Key_L),
                                 this, [this] { (new PresetFinder(model_, this))->open(); });
   loadPreset_->setObjectName(QStringLiteral("loadPresetAction"));
+  comparing_->addEntry(*menu);
   addSavePreset(model_, menu, [this] {
     setSection(Section::presets);
     static_cast<PresetsPage*>(page(Section::presets))->focusNewName();

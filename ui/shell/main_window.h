@@ -13,6 +13,7 @@ namespace quorvane {
 
 class Button;
 class Closing;
+class Comparing;
 class DropFrame;
 class SaveBar;
 class Sidebar;
@@ -36,6 +37,7 @@ class MainWindow final : public QMainWindow {
   void importFiles(const QStringList& uris);
 
   Closing& closing() { return *closing_; }
+  Comparing& comparing() { return *comparing_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -69,6 +71,7 @@ class MainWindow final : public QMainWindow {
   AppModel& model_;
   Section section_;
   Closing* closing_;
+  Comparing* comparing_;
   Sidebar* sidebar_;
   QStackedWidget* pages_;
   StatusBar* statusBar_;

@@ -37,6 +37,7 @@ StatusBar::StatusBar(AppModel& model, QWidget* parent)
     : View(model, parent),
       line_(new ElidedLabel(Qt::ElideMiddle)),
       undo_(new TextLink(QStringLiteral("Undo"))),
+      compare_(new TextLink(QStringLiteral("Compare…"))),
       progress_(PlainText::label()),
       spinner_(new Spinner) {
   setObjectName(QStringLiteral("statusBar"));
@@ -47,6 +48,12 @@ StatusBar::StatusBar(AppModel& model, QWidget* parent)
   PlainText::setToolTip(*undo_, QStringLiteral("Bring the deleted preset back (Ctrl+Z)"));
   undo_->hide();
   connect(undo_, &TextLink::clicked, this, [this] { this->model().undoPresets(); });
+  compare_->setObjectName(QStringLiteral("compareImportedLink"));
+  PlainText::setToolTip(*compare_, QStringLiteral("Compare the imported preset with the base"));
+  compare_->hide();
+  connect(compare_, &TextLink::clicked, this, [this] {
+    if (const auto preset = this->model().importedPreset()) emit compareAsked(*preset);
+  });
   progress_->setObjectName(QStringLiteral("progress"));
   progress_->setFont(Metrics::font(Metrics::Type::callout));
   progress_->setForegroundRole(QPalette::Dark);
@@ -59,6 +66,7 @@ StatusBar::StatusBar(AppModel& model, QWidget* parent)
   row->setSpacing(Metrics::gap);
   row->addWidget(line_);
   row->addWidget(undo_);
+  row->addWidget(compare_);
   row->addStretch(1);
   row->addWidget(progress_);
   row->addWidget(spinner_);
@@ -72,6 +80,7 @@ QSize StatusBar::sizeHint() const {
 void StatusBar::render() {
   renderLine();
   renderUndo();
+  renderCompare();
   spinner_->setVisible(model().busy());
   const auto& progress = model().progress();
   if (progress) {
@@ -106,6 +115,15 @@ void StatusBar::renderUndo() {
   if (deleted) {
     undo_->setAccessibleName(
         QStringLiteral("Undo, bring back %1").arg(text(oneLine(deleted->name))));
+  }
+}
+
+// The same, after an import of one preset.
+void StatusBar::renderCompare() {
+  const auto imported = model().importedPreset();
+  compare_->setVisible(imported.has_value());
+  if (imported) {
+    compare_->setAccessibleName(QStringLiteral("Compare %1").arg(text(oneLine(imported->name))));
   }
 }
 

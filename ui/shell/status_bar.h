@@ -19,6 +19,10 @@ class StatusBar final : public View {
 
   QSize sizeHint() const override;
 
+ signals:
+  // The preset that the status line tells of is to be compared with the base.
+  void compareAsked(const quorvane::TuningPreset& preset);
+
  protected:
   void render() override;
   void paintEvent(QPaintEvent* event) override;
@@ -26,10 +30,12 @@ class StatusBar final : public View {
  private:
   void renderLine();
   void renderUndo();
+  void renderCompare();
 
   ElidedLabel* line_;
   bool isError_ = false;  // the line tells one
   TextLink* undo_;        // undoes the deletion in the status line
+  TextLink* compare_;     // compares the imported preset in the status line
   QLabel* progress_;      // of writing values
   Spinner* spinner_;
 };
