@@ -1,5 +1,5 @@
-// The cost of loading and saving presets: a typical library, and one of thousands compared with the
-// JSON library alone.
+// The cost of comparing, loading and saving presets: a typical library, and one of thousands beside
+// the JSON library alone.
 
 #include <benchmark/benchmark.h>
 
@@ -14,6 +14,7 @@
 #include "presets/json_reader.h"
 #include "presets/preset_coding.h"
 #include "presets/preset_store.h"
+#include "presets/settings_comparison.h"
 #include "support/file.h"
 #include "support/invariant.h"
 
@@ -115,6 +116,23 @@ void encodeManyPresets(benchmark::State& state) {
   state.counters["encode_ratio"] = ofEncode.quantile(0.5) / ofDump.quantile(0.5);
 }
 BENCHMARK(encodeManyPresets)->Iterations(manyRounds);
+
+// A whole menu with a built-in preset.
+void compareTwoSides(benchmark::State& state) {
+  const auto product = FanatecProduct::lookup(0x0020);
+  TuningPreset::Values menu;
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
+    menu.emplace(parameter.code(), parameter.amounts(product).lower);
+  }
+  const TuningPreset::Values& preset = TuningPreset::builtIn().back().values;
+  Samples ofComparison;
+  for ([[maybe_unused]] const auto iteration : state) {
+    timed(ofComparison,
+          [&] { benchmark::DoNotOptimize(SettingsComparison(menu, preset, product)); });
+  }
+  state.counters["compare_ns"] = ofComparison.quantile(0.5);
+}
+BENCHMARK(compareTwoSides)->Iterations(usualRounds);
 
 }  // namespace
 }  // namespace quorvane

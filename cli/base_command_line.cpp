@@ -26,10 +26,10 @@ constexpr const char* explainFooter =
     "  quorvanectl explain NDP --json";
 
 constexpr const char* diffFooter =
-    "A SIDE is: base (the active set), preset:NAME, a settings file, FILE#NAME for one preset of "
-    "a\n"
-    "file with several, or - for standard input. A file may also be text as people send it, such "
-    "as\n"
+    "A SIDE is: base (the active set), preset:NAME, history:ID (the menu before a write that\n"
+    "quorvanectl history lists), a settings file, FILE#NAME for one preset of a file with "
+    "several,\n"
+    "or - for standard input. A file may also be text as people send it, such as\n"
     "\"SEN AUTO, FF: 100, FFS peak, NDP 25%\". One side is compared with the base. Two values are\n"
     "the same when the base keeps the same for both. What a side leaves alone does not differ "
     "from\n"

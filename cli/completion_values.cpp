@@ -4,10 +4,12 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "cli/base_access.h"
 #include "cli/diff_sides.h"
+#include "cli/history_text.h"
 #include "cli/preset_library.h"
 #include "cli/preset_names.h"
 #include "protocol/menu_text.h"
@@ -175,8 +177,35 @@ Candidates games(const CompletionPlace& place, const World& world) {
   return result;
 }
 
-// The sides of a comparison that have a name; any file is one, too.
+// The last writes to the first attached base. A history that cannot be read has none.
+Candidates formerMenus(const World& world) {
+  constexpr std::ptrdiff_t mostOffered = 20;
+  const GlobalOptions any;
+  const auto bases = namedBases({world, any});
+  if (bases.empty()) return {};
+  Candidates result;
+  try {
+    const auto records = world.history.read(bases.front()).records;
+    const auto end = records.rbegin() + std::min(std::ssize(records), mostOffered);
+    std::transform(
+        records.rbegin(), end, std::back_inserter(result), [](const HistoryRecord& record) {
+          return CompletionCandidate{std::string(historySidePrefix) + shortID(record.id),
+                                     fmt::format("Before {}", localTimeText(record.time))};
+        });
+  } catch (const FileError&) {
+    return {};
+  }
+  return result;
+}
+
+// The sides of a comparison that have a name; any file is one, too. Former menus are offered once
+// their prefix has begun.
 Candidates sides(const CompletionPlace& place, const World& world) {
+  const std::string& typed = place.typed;
+  if (!typed.empty() && (typed.starts_with(historySidePrefix) ||
+                         std::string_view(historySidePrefix).starts_with(typed))) {
+    return formerMenus(world);
+  }
   Candidates result{{"base", "The active set"}};
   CompletionPlace preset = place;
   const bool isPreset = place.typed.starts_with(presetSidePrefix);

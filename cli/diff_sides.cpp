@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "cli/base_access.h"
+#include "cli/history_records.h"
 #include "cli/input_file.h"
 #include "cli/preset_library.h"
 #include "cli/preset_names.h"
@@ -26,13 +27,25 @@ DiffSide presetSide(const CommandContext& context, const std::string& name) {
   return {"preset", preset.name, preset.values, {}};
 }
 
+// The menu before a write to the chosen base.
+DiffSide historySide(const CommandContext& context, const std::string& id) {
+  const HistoryRecord record = recordWithID(historyOf(context, chosenBase(context)), id);
+  if (!record.menu) {
+    throw CommandError("notAvailable", "The history does not have the menu before this write");
+  }
+  const std::string name =
+      fmt::format("before {} ({})", localTimeText(record.time), rawValue(record.action));
+  return {"history", name, TuningPreset::capture(record.product(), name, *record.menu).values, {}};
+}
+
 // A kind of side that is named by a prefix. To add one, add a row to `prefixes`.
 struct SidePrefix {
   std::string_view prefix;
   DiffSide (*read)(const CommandContext& context, const std::string& name);
 };
 
-constexpr std::array prefixes{SidePrefix{presetSidePrefix, presetSide}};
+constexpr std::array prefixes{SidePrefix{presetSidePrefix, presetSide},
+                              SidePrefix{historySidePrefix, historySide}};
 
 // The file, and the preset to take of it; empty for the only one.
 std::pair<std::string, std::string> fileAndPreset(const std::string& word) {

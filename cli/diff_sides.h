@@ -14,9 +14,12 @@ namespace quorvane {
 // What stands before the name of a preset that is a side.
 inline constexpr std::string_view presetSidePrefix = "preset:";
 
+// What stands before the ID of a write whose former menu is a side.
+inline constexpr std::string_view historySidePrefix = "history:";
+
 // One side of a comparison.
 struct DiffSide {
-  std::string kind;  // "base", "preset", "file" or "text"
+  std::string kind;  // "base", "preset", "history", "file" or "text"
   std::string name;  // for people: "CSL DD, set C (Custom)", a preset's name, "standard input"
   TuningPreset::Values values;
   std::vector<std::string> notUnderstood;  // the rest of a text
@@ -33,7 +36,8 @@ struct DiffSides {
   std::optional<FanatecProduct> product;
 };
 
-// Reads the sides that the words name: "base", "preset:NAME", "-" for standard input, or a file;
+// Reads the sides that the words name: "base", "preset:NAME", "history:ID" for
+// the menu before a write (the ID or its beginning), "-" for standard input, or a file;
 // "FILE#NAME" is one preset of a file with several. A file or standard input has JSON or a text for
 // settingsInText(). One word is compared with the base.
 //

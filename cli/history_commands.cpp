@@ -3,6 +3,7 @@
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/history_json.h"
+#include "cli/history_records.h"
 #include "cli/history_text.h"
 #include "cli/value_writer.h"
 #include "history/undo_plan.h"
@@ -19,19 +20,6 @@ std::string_view wordOf(UndoDirection direction) {
 
 HistoryAction actionOf(UndoDirection direction) {
   return direction == UndoDirection::undo ? HistoryAction::undo : HistoryAction::redo;
-}
-
-// Says what was skipped, if anything was.
-void printUnreadable(const World& world, const HistoryContents& contents) {
-  if (contents.unreadableLines == 0) return;
-  printTo(world.err, "Left out of the history: {} that cannot be read\n",
-          counted(contents.unreadableLines, "line"));
-}
-
-HistoryContents historyOf(const CommandContext& context, const HIDDeviceInfo& base) {
-  HistoryContents contents = context.world.history.read(base);
-  printUnreadable(context.world, contents);
-  return contents;
 }
 
 // Throws CommandError when there is none.

@@ -1,4 +1,4 @@
-# Sourced by bench/run: loading and saving presets.
+# Sourced by bench/run: comparing, loading and saving presets.
 
 group "Presets" "$command"
 
@@ -11,6 +11,8 @@ row "decoding 10,000 presets" "$(divide "$(figure decodeManyPresets decode_ns)" 
 row "  / the JSON library's parse alone" "$(figure decodeManyPresets decode_ratio)" x at-most 2
 row "encoding 10,000 presets" "$(divide "$(figure encodeManyPresets encode_ns)" 1000000)" ms
 row "  / the JSON library's dump alone" "$(figure encodeManyPresets encode_ratio)" x at-most 1.5
+row "comparing two sides of 16 settings" \
+  "$(divide "$(figure compareTwoSides compare_ns)" 1000)" us at-most 50
 
 # The first save makes the directories too, and the second that of the former versions.
 save_preset() {  # save_preset NAME [COMMAND...]

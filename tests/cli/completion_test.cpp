@@ -98,6 +98,7 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
       {{"explain", "NDP", ""}, {}},
 
       {{"diff", "b"}, {"base", "<files>"}},
+      {{"diff", "history:"}, {"<files>"}},
       {{"diff", "base", "x"}, {"<files>"}},
       {{"diff", "a", "b", ""}, {}},
 

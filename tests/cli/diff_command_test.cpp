@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/history_text.h"
 #include "tests/cli/json_schema.h"
 #include "tests/cli/piped_input.h"
 #include "tests/cli/preset_fixture.h"
@@ -87,6 +88,37 @@ TEST_F(DiffCommand, ComparesOnTheMenuOfTheBaseThatIsAttached) {
   EXPECT_EQ(document["counts"]["same"], 1);
   EXPECT_EQ(document["counts"]["notOnBase"], 1);
   EXPECT_EQ(transcript(), Lines{});
+}
+
+TEST_F(DiffCommand, AFormerMenuIsASide) {
+  base();
+  run("set FF=80");
+  const std::string id = shortID(
+      history_.read(HIDEnumerator::devices(Fanatec::vendorID, backend_).front()).records[0].id);
+  const Json document = Json::parse(run("diff --json history:" + id).out);
+  EXPECT_EQ(schemaFaults(schemaNamed("diff"), document), Lines{});
+  EXPECT_EQ(document["right"]["kind"], "history");
+  EXPECT_TRUE(document["right"]["name"].get<std::string>().ends_with(" (set)"));
+  EXPECT_EQ(document["counts"]["differs"], 1);
+  EXPECT_EQ(document["rows"][1]["left"], 80);
+  EXPECT_EQ(document["rows"][1]["right"], 65);
+  run("undo");
+  EXPECT_EQ(run("diff history:" + id).status, diffSame);
+  EXPECT_EQ(run("diff history:" + id + " history:" + id).status, diffSame);
+}
+
+TEST_F(DiffCommand, AFormerMenuOfAnotherBaseIsNone) {
+  base();
+  run("set FF=80");
+  const auto devices = HIDEnumerator::devices(Fanatec::vendorID, backend_);
+  const std::string id = shortID(history_.read(devices.front()).records[0].id);
+  base().unplug();
+  EXPECT_EQ(run({"diff", "history:" + id, "preset:" + factoryName()}).status, diffTrouble);
+  attach(FanatecProduct::all().front().productID);
+  const Outcome outcome = run({"diff", "history:" + id, "preset:" + factoryName()});
+  EXPECT_EQ(outcome.status, diffTrouble);
+  EXPECT_TRUE(outcome.err.starts_with("No write in the history of this base has the ID \"" + id))
+      << outcome.err;
 }
 
 TEST_F(DiffCommand, GivesOneDocument) {
