@@ -111,9 +111,8 @@ class PresetWork : public WindowTest {
 TEST_F(PresetWork, TheMenuOffersWhatThePresetAllows) {
   openThree();
   QMenu& mine = menuOf("Monza");
-  EXPECT_EQ(entriesOf(mine),
-            (Lines{"Compare…", "Edit…", "Duplicate", "Copy as text",
-                   "Replace by the current menu"}));
+  EXPECT_EQ(entriesOf(mine), (Lines{"Compare…", "Edit…", "Duplicate", "Copy as text",
+                                    "Replace by the current menu"}));
   mine.close();
   QMenu& builtIn = menuOf("Fanatec factory defaults");
   EXPECT_EQ(entriesOf(builtIn), (Lines{"Compare…", "Duplicate", "Copy as text"}));
