@@ -35,7 +35,7 @@ void drawTickBox(QPainter& painter, const QRect& box, Qt::CheckState state, bool
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(mark, tickPen * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   if (state == Qt::PartiallyChecked) {
-    painter.drawLine(at(4.5, 8), at(11.5, 8));
+    drawBar(painter, QRectF(at(4, 7), at(12, 9)), mark);
   } else {
     painter.drawPolyline(QPolygonF({at(4, 8.3), at(7, 11.2), at(12, 5)}));
   }
