@@ -1,7 +1,6 @@
 #include "presets/preset_search.h"
 
 #include <algorithm>
-#include <array>
 
 #include "presets/setting_value.h"
 #include "protocol/menu_text.h"
@@ -80,14 +79,18 @@ bool PresetSearch::matches(const TuningPreset& preset) const {
         return *value == *wanted.value ||
                isSameValue(wanted.parameter, *value, *wanted.value, std::nullopt);
       });
-  if (!hasValues || words_.empty()) return hasValues;
-  const std::array<std::u32string, 4> texts{foldedCase(preset.name), foldedCase(preset.game),
-                                            foldedCase(preset.source), foldedCase(preset.notes)};
-  return std::all_of(words_.begin(), words_.end(), [&](const std::u32string& word) {
-    return std::any_of(texts.begin(), texts.end(), [&](const std::u32string& text) {
-      return text.find(word) != std::u32string::npos;
+  if (!hasValues) return false;
+  // The words that no text before had. Most presets show in their name whether they match.
+  std::vector<std::u32string_view> missing(words_.begin(), words_.end());
+  for (const std::string* const text :
+       {&preset.name, &preset.game, &preset.source, &preset.notes}) {
+    if (missing.empty()) break;
+    const std::u32string folded = foldedCase(*text);
+    std::erase_if(missing, [&](std::u32string_view word) {
+      return folded.find(word) != std::u32string::npos;
     });
-  });
+  }
+  return missing.empty();
 }
 
 bool isForGame(const TuningPreset& preset, std::string_view game) {

@@ -22,6 +22,7 @@ char32_t lowerLetter(char32_t code) {
   return code >= U'A' && code <= U'Z' ? code - U'A' + U'a' : code;
 }
 
+constexpr unsigned char lastAscii = 0x7F;
 constexpr char32_t firstInvalidByte = 0x110000;  // above every code point
 
 constexpr std::string_view replacementCharacter = "\uFFFD";
@@ -84,14 +85,19 @@ bool startsWithIgnoringCase(std::string_view text, std::string_view beginning) {
 }
 
 std::u32string foldedCase(std::string_view text) {
-  std::u32string result;
-  result.reserve(text.size());
+  std::u32string result(text.size(), U'\0');
+  std::size_t length = 0;
   while (!text.empty()) {
-    const Utf8Character next = firstCharacter(text);
-    result += next.code ? lowerLetter(*next.code)
-                        : firstInvalidByte + static_cast<unsigned char>(text.front());
+    const auto first = static_cast<unsigned char>(text.front());
+    const bool isAscii = first <= lastAscii;
+    const Utf8Character next = isAscii
+                                   ? Utf8Character{static_cast<unsigned char>(lower(text.front()))}
+                                   : firstCharacter(text);
+    const char32_t code = next.code.value_or(firstInvalidByte + first);
+    result[length++] = isAscii || !next.code ? code : lowerLetter(code);
     text.remove_prefix(next.length);
   }
+  result.resize(length);
   return result;
 }
 

@@ -140,6 +140,29 @@ TEST_F(PresetListTest, MakesTheRowsThatScrollIntoView) {
   EXPECT_LT(list().rows().size(), 60U);
 }
 
+TEST_F(PresetListTest, RowsThatAreFarAwayGoAgain) {
+  openMany(600);
+  std::size_t most = 0;
+  for (int y = 0; y < bar().maximum(); y += 10 * bar().pageStep()) {
+    scrollTo(y);
+    scrollTo(y + bar().pageStep());
+    most = std::max(most, list().rows().size());
+  }
+  EXPECT_LT(most, 130U);
+  EXPECT_EQ(rowOf("Preset 0"), nullptr);
+  scrollTo(0);
+  EXPECT_NE(rowOf("Preset 0"), nullptr);
+}
+
+TEST_F(PresetListTest, TheRowWithTheFocusStays) {
+  openMany(600);
+  find("applyButton", *rowOf("Preset 2")).setFocus(Qt::TabFocusReason);
+  scrollTo(bar().maximum());
+  scrollTo(bar().maximum() / 2);
+  EXPECT_EQ(place(), "Preset 2: applyButton");
+  EXPECT_EQ(rowOf("Preset 0"), nullptr);
+}
+
 TEST_F(PresetListTest, TheTabKeyReachesRowsThatWereNotInView) {
   openMany(40);
   rowOf("Preset 0")->setFocus(Qt::TabFocusReason);

@@ -1,9 +1,11 @@
 #include "ui/presets/codes_bar.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <utility>
 
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
@@ -21,7 +23,8 @@ QFont titleFont() { return Metrics::font(Metrics::Type::callout); }
 
 }  // namespace
 
-CodesBar::CodesBar(AppModel& model, QWidget* parent) : View(model, parent) {
+CodesBar::CodesBar(AppModel& model, QWidget* parent)
+    : View(model, parent), words_(StripWords::measured()) {
   setObjectName(QStringLiteral("presetCodes"));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -31,6 +34,14 @@ void CodesBar::follow(const Place& place) {
   place_ = place;
   updateGeometry();
   update();
+}
+
+void CodesBar::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange) {
+    words_ = StripWords::measured();
+    updateGeometry();
+  }
+  View::changeEvent(event);
 }
 
 void CodesBar::render() {
@@ -86,22 +97,41 @@ void CodesBar::paintEvent(QPaintEvent* /*event*/) {
     const bool isAtEnd = title.left() > place_.left;
     painter.setFont(titleFont());
     painter.setPen(t.quiet);
-    painter.drawText(title, (isAtEnd ? Qt::AlignRight : Qt::AlignLeft) | Qt::TextSingleLine,
-                     title_);
+    write(painter, title, isAtEnd ? Qt::AlignRight : Qt::AlignLeft, title_);
     if (title.top() == barPadding) top += title.height();
   }
-  const QFontMetrics codes(barCodeFont());
+  paintCells(painter, top);
+}
+
+// All codes, then all values, since a change of the font costs more than a text.
+void CodesBar::paintCells(QPainter& painter, int top) const {
+  const Theme& t = theme();
+  const QFont codeFont = barCodeFont();
+  const QFont valueFont = barValueFont();
+  const int codeHeight = QFontMetrics(codeFont).height();
+  const int valueHeight = QFontMetrics(valueFont).height();
   const StripColumns grid = columns();
-  for (std::size_t i = 0; i < cells_.size(); ++i) {
-    const int x = place_.left + grid.left(static_cast<int>(i));
-    painter.setFont(barCodeFont());
-    painter.setPen(t.ink2);
-    painter.drawText(x, top + codes.ascent(), cells_[i].code);
-    painter.setFont(barValueFont());
-    painter.setPen(t.ink);
-    painter.drawText(x, top + codes.height() + QFontMetrics(barValueFont()).ascent(),
-                     cells_[i].value);
-  }
+  const auto each = [&](int y, int height, QString Cell::*words) {
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+      const int column = static_cast<int>(i);
+      const int width = grid.cellWidth(column) + StripColumns::gap;
+      write(painter, QRect(place_.left + grid.left(column), y, width, height), Qt::AlignLeft,
+            cells_[i].*words);
+    }
+  };
+  painter.setFont(codeFont);
+  painter.setPen(t.ink2);
+  each(top, codeHeight, &Cell::code);
+  painter.setFont(valueFont);
+  painter.setPen(t.ink);
+  each(top + codeHeight, valueHeight, &Cell::value);
+}
+
+// `rect` is reckoned from left to right.
+void CodesBar::write(QPainter& painter, const QRect& rect, Qt::Alignment alignment,
+                     const QString& words) const {
+  painter.drawText(visualRect(*this, rect),
+                   lineFlags(words, alignment, layoutDirection()) | Qt::TextDontClip, words);
 }
 
 }  // namespace quorvane

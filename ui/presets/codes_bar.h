@@ -14,7 +14,7 @@ class CodesBar final : public View {
   explicit CodesBar(AppModel& model, QWidget* parent = nullptr);
 
   // Puts the codes above a strip of this width that begins at `left`; hides them for a width of 0.
-  // Its title may use the room from `titleLeft` to `right`.
+  // Its title may use the room from `titleLeft` to `right`. All are reckoned from left to right.
   struct Place {
     int left = 0;
     int width = 0;
@@ -31,6 +31,7 @@ class CodesBar final : public View {
 
  protected:
   void render() override;
+  void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
@@ -42,13 +43,17 @@ class CodesBar final : public View {
   };
 
   StripColumns columns() const {
-    return {static_cast<int>(cells_.size()), place_.width, place_.isCompact};
+    return {words_, static_cast<int>(cells_.size()), place_.width, place_.isCompact};
   }
   QRect titleRect() const;
+  void paintCells(QPainter& painter, int top) const;
+  void write(QPainter& painter, const QRect& rect, Qt::Alignment alignment,
+             const QString& words) const;
 
   std::vector<Cell> cells_;
   QString title_;  // "On the base now, set C"; empty without a menu
   Place place_;
+  StripWords words_;
 };
 
 }  // namespace quorvane

@@ -1,7 +1,5 @@
 #include "ui/presets/preset_filter.h"
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "support/text.h"
@@ -16,14 +14,6 @@ PresetFilter::PresetFilter(const QString& search, std::optional<std::string> gam
 
 bool PresetFilter::matches(const TuningPreset& preset) const {
   return (!game_ || isForGame(preset, *game_)) && search_.matches(preset);
-}
-
-std::vector<TuningPreset> PresetFilter::matching(const std::vector<TuningPreset>& presets) const {
-  if (!isActive()) return presets;
-  std::vector<TuningPreset> found;
-  std::copy_if(presets.begin(), presets.end(), std::back_inserter(found),
-               [this](const TuningPreset& preset) { return matches(preset); });
-  return found;
 }
 
 QStringList gamesOf(const std::vector<TuningPreset>& presets) {

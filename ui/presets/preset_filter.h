@@ -21,7 +21,6 @@ class PresetFilter {
 
   bool isActive() const { return game_ || !words_.isEmpty() || !parameters_.empty(); }
   bool matches(const TuningPreset& preset) const;
-  std::vector<TuningPreset> matching(const std::vector<TuningPreset>& presets) const;
 
   // What the search looks for: words in the texts, and settings by their value.
   const QStringList& words() const { return words_; }

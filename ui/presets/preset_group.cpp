@@ -72,8 +72,14 @@ void PresetGroup::unfold() { setFolded(false); }
 void PresetGroup::render() {
   const bool isOpen = isSearch_ ? listed_ > 0 : !isFolded_;
   caption_->show(countText(listed_, all_, isSearch_), isOpen);
-  hint_->setVisible(isOpen && all_ == 0);
-  list_->setVisible(isOpen && listed_ > 0);
+  showPart(*hint_, isOpen && all_ == 0);
+  showPart(*list_, isOpen && listed_ > 0);
+}
+
+// Hints and lists have a box around them.
+void PresetGroup::showPart(QWidget& part, bool isShown) {
+  if (part.isVisibleTo(this) == isShown) return;
+  part.setVisible(isShown);
   update();
   emit changed();
 }

@@ -39,6 +39,7 @@ class PresetGroup final : public QWidget {
  private:
   void setFolded(bool isFolded);
   void render();
+  void showPart(QWidget& part, bool isShown);
 
   const QString title_;
   const QString key_;

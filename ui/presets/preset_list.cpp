@@ -3,6 +3,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <string>
 #include <utility>
@@ -17,6 +18,7 @@ namespace {
 constexpr int lineBetween = 1;
 constexpr int dropLine = 3;
 constexpr std::size_t spareRows = 6;  // above and below the visible part
+constexpr std::size_t keptRows = 40;  // likewise, of rows that were created before
 
 // The number of the row at this height; the nearest one if there is none.
 std::size_t numberAt(const std::vector<int>& tops, int y) {
@@ -53,16 +55,30 @@ void PresetList::start(const PresetForm& form) {
 }
 
 void PresetList::setPresets(const std::vector<TuningPreset>& presets) {
-  const bool isSame = std::equal(
-      entries_.begin(), entries_.end(), presets.begin(), presets.end(),
-      [](const Entry& entry, const TuningPreset& preset) { return entry.preset == preset; });
-  if (isSame) return;
+  std::vector<ListedPreset> listed;
+  listed.reserve(presets.size());
+  std::transform(
+      presets.begin(), presets.end(), std::back_inserter(listed),
+      [](const TuningPreset& preset) { return std::make_shared<const TuningPreset>(preset); });
+  setPresets(listed);
+}
+
+bool PresetList::shows(const std::vector<ListedPreset>& presets) const {
+  return std::equal(entries_.begin(), entries_.end(), presets.begin(), presets.end(),
+                    [](const Entry& entry, const ListedPreset& preset) {
+                      return entry.preset == preset || *entry.preset == *preset;
+                    });
+}
+
+void PresetList::setPresets(const std::vector<ListedPreset>& presets) {
+  if (shows(presets)) return;
   std::vector<Entry> before = std::exchange(entries_, {});
   idsBefore_.clear();
-  for (const Entry& entry : before) idsBefore_.push_back(entry.preset.id);
+  idsBefore_.reserve(before.size());
+  for (const Entry& entry : before) idsBefore_.push_back(entry.preset->id);
   topsBefore_ = tops_;
   entries_.reserve(presets.size());
-  for (const TuningPreset& preset : presets) entries_.push_back({preset});
+  for (const ListedPreset& preset : presets) entries_.push_back({preset});
   measureNotes();
   adopt(before);
   const QWidget* const focused = window()->focusWidget();
@@ -80,15 +96,17 @@ void PresetList::setPresets(const std::vector<TuningPreset>& presets) {
 
 // Takes over the widgets of presets that still exist. Several presets may have the same id.
 void PresetList::adopt(std::vector<Entry>& before) {
-  std::multimap<std::string, Entry*> known;
-  for (Entry& entry : before) known.emplace(entry.preset.id.text(), &entry);
+  std::multimap<UUID, Entry*> known;
+  for (Entry& entry : before) {
+    if (entry.row != nullptr) known.emplace(entry.preset->id, &entry);
+  }
   for (Entry& entry : entries_) {
-    const auto found = known.find(entry.preset.id.text());
+    if (known.empty()) return;
+    const auto found = known.find(entry.preset->id);
     if (found == known.end()) continue;
     Entry& former = *found->second;
     known.erase(found);
-    if (former.row == nullptr) continue;
-    if (former.preset == entry.preset) {
+    if (former.preset == entry.preset || *former.preset == *entry.preset) {
       entry.row = std::exchange(former.row, nullptr);
     } else {
       replace(entry, std::exchange(former.row, nullptr));
@@ -150,7 +168,7 @@ PresetRow* PresetList::rowAt(std::size_t number) {
 
 PresetRow* PresetList::rowOf(const UUID& id) {
   const auto found = std::find_if(entries_.begin(), entries_.end(),
-                                  [&](const Entry& entry) { return entry.preset.id == id; });
+                                  [&](const Entry& entry) { return entry.preset->id == id; });
   return rowAt(static_cast<std::size_t>(found - entries_.begin()));
 }
 
@@ -196,6 +214,25 @@ void PresetList::makeRows(const QRect& visible) {
   }
   tell();
   place();
+  firstNear_ = from < keptRows ? 0 : from - keptRows;
+  lastNear_ = to + keptRows;
+  if (std::exchange(isDropDue_, true)) return;
+  // Queued: whoever has made a row far away may use it first.
+  QMetaObject::invokeMethod(this, &PresetList::dropRows, Qt::QueuedConnection);
+}
+
+void PresetList::dropRows() {
+  isDropDue_ = false;
+  for (std::size_t number = 0; number < entries_.size(); ++number) {
+    PresetRow*& row = entries_[number].row;
+    const bool isNear = number >= firstNear_ && number <= lastNear_;
+    if (row != nullptr && !isNear && !isUsed(*row)) delete std::exchange(row, nullptr);
+  }
+}
+
+bool PresetList::isUsed(const PresetRow& row) const {
+  const QWidget* const focused = window()->focusWidget();
+  return row.isUnfolded() || &row == focused || row.isAncestorOf(focused);
 }
 
 int PresetList::takeShiftAt(int y) {
@@ -203,18 +240,21 @@ int PresetList::takeShiftAt(int y) {
   const std::vector<int> topsBefore = std::exchange(topsBefore_, {});
   if (topsBefore.size() <= before.size()) return 0;
   for (std::size_t i = numberAt(topsBefore, std::max(0, y)); i < before.size(); ++i) {
-    const auto now = std::find_if(entries_.begin(), entries_.end(),
-                                  [&](const Entry& entry) { return entry.preset.id == before[i]; });
+    const auto now = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
+      return entry.preset->id == before[i];
+    });
     if (now == entries_.end()) continue;
     return tops_[static_cast<std::size_t>(now - entries_.begin())] - topsBefore[i];
   }
   return 0;
 }
 
+// A compact list has no notes.
 void PresetList::measureNotes() {
+  if (form_.isCompact) return;
   for (Entry& entry : entries_) {
-    const auto [known, isNew] = advances_.try_emplace(entry.preset.notes, 0);
-    if (isNew) known->second = PresetNotes::advanceOf(entry.preset);
+    const auto [known, isNew] = advances_.try_emplace(entry.preset->notes, 0);
+    if (isNew) known->second = PresetNotes::advanceOf(*entry.preset);
     entry.notesAdvance = known->second;
   }
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <utility>
 
 #include "support/text.h"
 #include "ui/kit/button.h"
@@ -16,6 +17,7 @@
 #include "ui/kit/plain_text.h"
 #include "ui/kit/text.h"
 #include "ui/kit/text_link.h"
+#include "ui/kit/text_width.h"
 #include "ui/kit/theme.h"
 #include "ui/model/availability.h"
 #include "ui/presets/badge_label.h"
@@ -43,9 +45,7 @@ ElidedLabel* line(const QString& words, Metrics::Type type, QPalette::ColorRole 
   return label;
 }
 
-int wordsWidth(const ElidedLabel& label) {
-  return label.fontMetrics().horizontalAdvance(label.text()) + 1;
-}
+int wordsWidth(const ElidedLabel& label) { return textWidth(label.font(), label.text()) + 1; }
 
 // Cuts this much off the left end of a rectangle and returns it.
 QRect takeLeft(QRect& room, int width) {
@@ -57,17 +57,18 @@ QRect takeLeft(QRect& room, int width) {
 
 }  // namespace
 
-PresetRow::PresetRow(const TuningPreset& preset, const PresetForm& form, QWidget* parent)
+PresetRow::PresetRow(ListedPreset preset, const PresetForm& form,
+                     const std::shared_ptr<ValueTexts>& values, QWidget* parent)
     : QWidget(parent),
-      preset_(preset),
+      preset_(std::move(preset)),
       form_(form),
-      strip_(new PresetStrip(preset, form.product, form.isCompact, this)),
+      strip_(new PresetStrip(*preset_, form, values, this)),
       badge_(new BadgeLabel(this)),
       narrowBadge_(new BadgeLabel(this)),
       load_(new Button(QStringLiteral("Load"), Button::Kind::plain, this)),
       apply_(new Button(QStringLiteral("Apply now"), Button::Kind::plain, this)),
       menu_(new IconButton(QStringLiteral("ellipsis"), false, this)) {
-  setObjectName(QStringLiteral("preset-") + text(preset.id.text()));
+  setObjectName(QStringLiteral("preset-") + text(preset_->id.text()));
   setFocusPolicy(Qt::StrongFocus);
   strip_->setObjectName(QStringLiteral("presetValues"));
   badge_->setObjectName(QStringLiteral("presetBadge"));
@@ -77,26 +78,26 @@ PresetRow::PresetRow(const TuningPreset& preset, const PresetForm& form, QWidget
 }
 
 void PresetRow::buildTexts() {
-  name_ = line(text(oneLine(preset_.name)), Metrics::Type::value, QPalette::WindowText,
+  name_ = line(text(oneLine(preset_->name)), Metrics::Type::value, QPalette::WindowText,
                "presetName", this);
-  if (!preset_.game.empty() && preset_.game != "Any") {
-    game_ = line(text(oneLine(preset_.game)), Metrics::Type::callout,
+  if (!preset_->game.empty() && preset_->game != "Any") {
+    game_ = line(text(oneLine(preset_->game)), Metrics::Type::callout,
                  form_.isCompact ? QPalette::Dark : QPalette::WindowText, "presetGame", this);
   }
   const QString source =
-      preset_.source.empty() ? QStringLiteral("none") : text(oneLine(preset_.source));
+      preset_->source.empty() ? QStringLiteral("none") : text(oneLine(preset_->source));
   source_ = line(QStringLiteral("Source: ") + source, Metrics::Type::callout, QPalette::Dark,
                  "presetSource", this);
   setAccessibleName(name_->text());
-  const QString notes = text(oneLine(preset_.notes));
-  const QString values = text(presetSummary(preset_, form_.product));
+  const QString notes = text(oneLine(preset_->notes));
+  const QString values = text(presetSummary(*preset_, form_.product));
   setAccessibleDescription(notes.isEmpty() ? values : notes + QLatin1Char('\n') + values);
-  if (preset_.notes.empty()) return;
+  if (preset_->notes.empty()) return;
   if (form_.isCompact) {
-    PlainText::setToolTip(*this, text(safeLines(preset_.notes)));
+    PlainText::setToolTip(*this, text(safeLines(preset_->notes)));
     return;
   }
-  notes_ = new PresetNotes(preset_, this);
+  notes_ = new PresetNotes(*preset_, this);
   notes_->setObjectName(QStringLiteral("presetNotes"));
   connect(notes_, &PresetNotes::toggled, this, &PresetRow::grown);
   notes_->link().installEventFilter(this);
@@ -110,7 +111,7 @@ void PresetRow::buildButtons() {
   addButton(menu_, "presetMenuButton", QStringLiteral("More actions"));
   connect(menu_, &IconButton::clicked, this, &PresetRow::openMenu);
   PlainText::setToolTip(*menu_, QStringLiteral("More actions"));
-  if (preset_.isBuiltIn) return;
+  if (preset_->isBuiltIn) return;
   trash_ = new IconButton(QStringLiteral("trash"), true, this);
   addButton(trash_, "trashButton", QStringLiteral("Delete preset"));
   connect(trash_, &IconButton::clicked, this, [this] { emit asked(PresetAction::remove); });
@@ -150,7 +151,7 @@ void PresetRow::show(const QString& whyNotApply, const QString& whyNotDelete,
 
 void PresetRow::compare(const std::optional<TuningSnapshot>& menu) {
   strip_->compare(menu);
-  const PresetBadge badge = presetBadge(preset_, menu, form_.product);
+  const PresetBadge badge = presetBadge(*preset_, menu, form_.product);
   badge_->show(badge);
   narrowBadge_->show(badge);
   QStringList parts{name_->text()};
@@ -264,7 +265,7 @@ void PresetRow::openMenu() {
 bool PresetRow::handleReorder(const QKeyEvent& event) {
   const bool isUp = event.key() == Qt::Key_Up;
   if (event.modifiers() != Qt::AltModifier || (!isUp && event.key() != Qt::Key_Down)) return false;
-  if (!preset_.isBuiltIn) emit asked(isUp ? PresetAction::moveUp : PresetAction::moveDown);
+  if (!preset_->isBuiltIn) emit asked(isUp ? PresetAction::moveUp : PresetAction::moveDown);
   return true;
 }
 
@@ -282,7 +283,7 @@ bool PresetRow::handle(const QKeyEvent& event) {
     return handleReorder(event);
   } else if (isReturn) {
     load_->click();
-  } else if (event.key() == Qt::Key_F2 && !preset_.isBuiltIn) {
+  } else if (event.key() == Qt::Key_F2 && !preset_->isBuiltIn) {
     emit asked(PresetAction::edit);
   } else if (event.key() == Qt::Key_Delete && trash_ != nullptr) {
     trash_->click();
@@ -359,7 +360,7 @@ void PresetRow::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void PresetRow::mousePressEvent(QMouseEvent* event) {
-  const bool mayDrag = event->button() == Qt::LeftButton && !preset_.isBuiltIn;
+  const bool mayDrag = event->button() == Qt::LeftButton && !preset_->isBuiltIn;
   dragStart_ = mayDrag ? std::optional(event->globalPosition().toPoint()) : std::nullopt;
 }
 

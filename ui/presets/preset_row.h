@@ -2,10 +2,11 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <memory>
 #include <optional>
 #include <vector>
 
-#include "presets/tuning_preset.h"
+#include "ui/presets/listed_presets.h"
 #include "ui/presets/preset_action.h"
 #include "ui/presets/preset_row_layout.h"
 
@@ -20,6 +21,7 @@ class IconButton;
 class PresetFilter;
 class PresetNotes;
 class PresetStrip;
+class ValueTexts;
 
 // One preset: its name, game, publisher, notes and values, and what can be done with it. A compact
 // row has no notes.
@@ -32,9 +34,11 @@ class PresetRow final : public QWidget {
   Q_PROPERTY(bool ringInside READ hasRingInside)  // FocusRing reads it
 
  public:
-  PresetRow(const TuningPreset& preset, const PresetForm& form, QWidget* parent = nullptr);
+  // Rows with the same `values` share what they lay out.
+  PresetRow(ListedPreset preset, const PresetForm& form, const std::shared_ptr<ValueTexts>& values,
+            QWidget* parent = nullptr);
 
-  const TuningPreset& preset() const { return preset_; }
+  const TuningPreset& preset() const { return *preset_; }
 
   // Whether it shows all of its notes, in more lines than other rows.
   bool isUnfolded() const;
@@ -100,7 +104,7 @@ class PresetRow final : public QWidget {
   void putAt(QWidget* part, const QRect& rect);
   int notesHeight(int width) const;
 
-  const TuningPreset preset_;
+  const ListedPreset preset_;
   const PresetForm form_;
   ElidedLabel* name_ = nullptr;
   ElidedLabel* game_ = nullptr;

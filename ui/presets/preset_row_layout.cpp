@@ -24,7 +24,7 @@ constexpr int leastCompactHeight = 46;
 constexpr int leastSource = 120;  // beside a compact strip
 
 int heightOfStrip(const PresetForm& form, int width) {
-  return PresetStrip::heightOf({form.cells, width, form.isCompact});
+  return PresetStrip::heightOf({form.words, form.cells, width, form.isCompact});
 }
 
 // Places the buttons from the right end, all around one height. Returns where they begin.
@@ -52,7 +52,7 @@ PresetRowLayout compactLayout(int width, const PresetForm& form) {
   layout.badge = QRect(end - badge, top, badge, form.nameHeight);
   layout.name =
       QRect(presetRowInset, top, layout.badge.left() - textGap - presetRowInset, form.nameHeight);
-  const int strip = StripColumns::narrowestLine(form.cells, true);
+  const int strip = StripColumns::narrowestLine(form.words, form.cells, true);
   const bool hasStrip = end - strip >= presetRowInset + leastSource;
   const int second = top + form.nameHeight;
   if (hasStrip) layout.strip = QRect(end - strip, second, strip, form.lineHeight);
@@ -72,7 +72,7 @@ PresetRowLayout fullLayout(int width, const PresetForm& form, int notesHeight) {
   layout.notes = QRect(presetRowInset, fullPadding + texts, right - presetRowInset, notesHeight);
   const int top = layout.notes.top() + notesHeight + aboveStrip;
   const int beside = right - presetRowInset - textGap - form.widestBadge;
-  const bool isNarrow = beside < StripColumns::narrowestLine(form.cells, false);
+  const bool isNarrow = beside < StripColumns::narrowestLine(form.words, form.cells, false);
   const int strip = isNarrow ? right - presetRowInset : beside;
   layout.strip = QRect(presetRowInset, top, strip, heightOfStrip(form, strip));
   if (!isNarrow) {
@@ -90,10 +90,12 @@ PresetForm PresetForm::of(const std::optional<FanatecProduct>& product, bool isC
   const IconButton icon(QStringLiteral("trash"));
   return {product,
           isCompact,
+          Metrics::font(Metrics::Type::body),
           static_cast<int>(TuningParameter::adjustable(product).size()),
           QFontMetrics(Metrics::font(Metrics::Type::value)).height(),
           QFontMetrics(Metrics::font(Metrics::Type::callout)).height(),
           BadgeLabel::widest(),
+          StripWords::measured(),
           load.sizeHint(),
           apply.sizeHint(),
           icon.sizeHint()};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QRect>
 #include <QSize>
 #include <optional>
@@ -13,10 +14,12 @@ namespace quorvane {
 struct PresetForm {
   std::optional<FanatecProduct> product;
   bool isCompact = false;
+  QFont font;     // the system font
   int cells = 0;  // settings
   int nameHeight = 0;
   int lineHeight = 0;
   int widestBadge = 0;
+  StripWords words;
   QSize load, apply, icon;  // buttons
 
   static PresetForm of(const std::optional<FanatecProduct>& product, bool isCompact);

@@ -8,11 +8,13 @@
 #include "presets/setting_value.h"
 #include "ui/kit/device_pixels.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
 #include "ui/model/menu_text.h"
 #include "ui/presets/preset_text.h"
+#include "ui/presets/value_texts.h"
 
 namespace quorvane {
 namespace {
@@ -24,32 +26,33 @@ constexpr int hitPadding = 2;
 constexpr int hitCornerOfValue = 2;
 
 QFont codeFont() { return Metrics::font(Metrics::Type::fixed); }
-QFont valueFont(bool isStrong) {
-  return Metrics::font(isStrong ? Metrics::Type::caption : Metrics::Type::callout);
-}
 
 int cellHeight(bool hasCode, bool isCompact) {
-  const int value = QFontMetrics(valueFont(true)).height();
+  const int value = QFontMetrics(Metrics::font(Metrics::Type::caption)).height();
   if (isCompact) return value;
   return (hasCode ? QFontMetrics(codeFont()).height() : 0) + value + barGap + barHeight;
 }
 
 }  // namespace
 
-PresetStrip::PresetStrip(const TuningPreset& preset, const std::optional<FanatecProduct>& product,
-                         bool isCompact, QWidget* parent)
-    : QWidget(parent), product_(product), isCompact_(isCompact) {
-  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
+PresetStrip::PresetStrip(const TuningPreset& preset, const PresetForm& form,
+                         std::shared_ptr<ValueTexts> texts, QWidget* parent)
+    : QWidget(parent),
+      product_(form.product),
+      isCompact_(form.isCompact),
+      words_(form.words),
+      texts_(std::move(texts)) {
+  for (const TuningParameter parameter : TuningParameter::adjustable(product_)) {
     Cell cell{parameter, text(parameter.code()), {}, {}, {}, {}};
     if (const auto value = preset.value(parameter)) {
       const ParameterValue pair{parameter, *value};
-      cell.value = text(presetValue(pair, product));
-      cell.place = placeInRange(parameter, *value, product);
+      cell.value = text(presetValue(pair, product_));
+      cell.place = placeInRange(parameter, *value, product_);
       cell.wanted = pair;
     }
     cells_.push_back(std::move(cell));
   }
-  setAccessibleName(text(presetSummary(preset, product)));
+  setAccessibleName(text(presetSummary(preset, product_)));
   QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
@@ -83,49 +86,63 @@ int PresetStrip::heightForWidth(int width) const { return heightOf(columns(width
 
 QSize PresetStrip::sizeHint() const {
   const int count = static_cast<int>(cells_.size());
-  const int width = StripColumns::narrowestLine(count, isCompact_);
+  const int width = StripColumns::narrowestLine(words_, count, isCompact_);
   return {width, heightForWidth(width)};
 }
 
 QSize PresetStrip::minimumSizeHint() const { return {0, cellHeight(false, isCompact_)}; }
 
+QRect PresetStrip::cellRect(const StripColumns& grid, std::size_t number) const {
+  const int height = cellHeight(grid.lines() > 1, isCompact_);
+  const int column = static_cast<int>(number) % grid.perLine();
+  const int line = static_cast<int>(number) / grid.perLine();
+  return visualRect(
+      *this, QRect(grid.left(column), line * (height + lineGap), grid.cellWidth(column), height));
+}
+
 void PresetStrip::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const StripColumns grid = columns(width());
-  const int height = cellHeight(grid.lines() > 1, isCompact_);
+  const bool hasCodes = grid.lines() > 1;
   for (std::size_t i = 0; i < cells_.size(); ++i) {
-    const int column = static_cast<int>(i) % grid.perLine();
-    const int line = static_cast<int>(i) / grid.perLine();
-    paint(painter, cells_[i],
-          QRect(grid.left(column), line * (height + lineGap), grid.cellWidth(column), height));
+    QRect rect = cellRect(grid, i);
+    paintBar(painter, cells_[i], rect);
+    if (hasCodes) {
+      paintCode(painter, cells_[i], rect);
+      rect.setTop(rect.top() + QFontMetrics(codeFont()).height());
+    }
+    paintValue(painter, cells_[i], rect);
   }
 }
 
-void PresetStrip::paint(QPainter& painter, const Cell& cell, const QRect& rect) const {
+void PresetStrip::paintCode(QPainter& painter, const Cell& cell, const QRect& rect) const {
+  painter.setFont(codeFont());
+  painter.setPen(cell.value.isEmpty() ? theme().quiet : theme().ink2);
+  painter.drawText(rect, lineFlags(cell.code, Qt::AlignLeft, layoutDirection()) | Qt::TextDontClip,
+                   cell.code);
+}
+
+void PresetStrip::paintValue(QPainter& painter, const Cell& cell, const QRect& rect) const {
   const Theme& t = theme();
   const bool isSet = !cell.value.isEmpty();
   const bool isQuiet = cell.isOnBase.value_or(!isSet);
-  int top = rect.top();
-  if (columns(width()).lines() > 1) {
-    painter.setFont(codeFont());
-    painter.setPen(isSet ? t.ink2 : t.quiet);
-    painter.drawText(rect.left(), top + QFontMetrics(codeFont()).ascent(), cell.code);
-    top += QFontMetrics(codeFont()).height();
-  }
-  const QFont font = valueFont(!isQuiet && cell.isOnBase);
-  const QFontMetrics values(font);
-  painter.setFont(font);
-  painter.setPen(isQuiet ? t.quiet : t.ink);
+  const bool isStrong = !isQuiet && cell.isOnBase;
   const int room = rect.width() + (isCompact_ ? StripColumns::compactGap : StripColumns::gap) - 1;
-  const QString value =
-      isSet ? values.elidedText(cell.value, Qt::ElideRight, room) : QStringLiteral("·");
+  const QFont& font = texts_->font(isStrong);
+  const QString word = isSet ? cell.value : QStringLiteral("·");
+  const ValueTexts::Value* value = &texts_->of(word, isStrong);
+  if (value->width > room) {
+    value = &texts_->of(QFontMetrics(font).elidedText(word, Qt::ElideRight, room), isStrong);
+  }
+  const QRect place = firstPart(QRect(rect.topLeft(), QSize(rect.width(), texts_->height())),
+                                value->width, layoutDirection());
   if (cell.isHit && isSet) {
-    const QRect ground(rect.left(), top, values.horizontalAdvance(value), values.height());
-    drawBox(painter, ground.adjusted(-hitPadding, 0, hitPadding, 0), hitCornerOfValue, t.selection,
+    drawBox(painter, place.adjusted(-hitPadding, 0, hitPadding, 0), hitCornerOfValue, t.selection,
             QColor());
   }
-  painter.drawText(rect.left(), top + values.ascent(), value);
-  paintBar(painter, cell, rect);
+  painter.setFont(font);
+  painter.setPen(isQuiet ? t.quiet : t.ink);
+  painter.drawStaticText(place.topLeft(), value->text);
 }
 
 void PresetStrip::paintBar(QPainter& painter, const Cell& cell, const QRect& rect) const {
@@ -137,7 +154,9 @@ void PresetStrip::paintBar(QPainter& painter, const Cell& cell, const QRect& rec
           QColor());
   const auto filled = static_cast<qreal>(std::lround(*cell.place * rect.width()));
   if (filled <= 0) return;
-  const QRectF bar = pixels.placed(QRectF(rect.left(), top, filled, barHeight));
+  const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+  const qreal left = isMirrored ? rect.right() + 1 - filled : rect.left();
+  const QRectF bar = pixels.placed(QRectF(left, top, filled, barHeight));
   drawBox(painter, bar, bar.height() / 2, cell.isOnBase.value_or(false) ? t.graduation : t.fill,
           QColor());
 }

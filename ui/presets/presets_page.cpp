@@ -11,6 +11,7 @@
 
 #include "ui/kit/form.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
 #include "ui/kit/pickers.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/tab_order.h"
@@ -24,6 +25,7 @@
 #include "ui/presets/preset_scroll.h"
 #include "ui/presets/save_preset_bar.h"
 #include "ui/presets/search_field.h"
+#include "ui/presets/value_texts.h"
 
 namespace quorvane {
 namespace {
@@ -42,8 +44,8 @@ PresetsPage::PresetsPage(AppModel& model, QWidget* parent)
       games_(new Picker),
       search_(new SearchField),
       codes_(new CodesBar(model)),
-      builtIn_(new PresetList([this](const TuningPreset& preset) { return newRow(preset); })),
-      own_(new PresetList([this](const TuningPreset& preset) { return newRow(preset); })),
+      builtIn_(new PresetList([this](const ListedPreset& preset) { return newRow(preset); })),
+      own_(new PresetList([this](const ListedPreset& preset) { return newRow(preset); })),
       builtInGroup_(new PresetGroup(QStringLiteral("Built in"),
                                     QStringLiteral("presets/foldBuiltIn"), {}, builtIn_)),
       ownGroup_(new PresetGroup(
@@ -134,8 +136,8 @@ void PresetsPage::connectList(PresetList& list, PresetGroup& group) {
 void PresetsPage::render() {
   compactIfMany();
   startRows();
-  renderGames();
   list();
+  renderGames();
   renderRows();
   actions_->render();
   renderPanel();
@@ -152,6 +154,7 @@ void PresetsPage::startRows() {
   const PresetForm form = PresetForm::of(model().product(), isCompact_);
   if (form == form_) return;
   form_ = form;
+  values_ = std::make_shared<ValueTexts>();
   builtIn_->start(form);
   own_->start(form);
   alignCodes();
@@ -196,26 +199,27 @@ void PresetsPage::search() {
   const auto game =
       chosen > 0 ? std::optional(quorvane::text(gameNames_[chosen - 1])) : std::nullopt;
   filter_ = PresetFilter(search_->text(), game);
-  list();
-  renderRows();
+  listMatching();
+  for (const PresetList* const list : {builtIn_, own_}) {
+    for (PresetRow* const row : list->rows()) row->highlight(filter_);
+  }
   scroll_->verticalScrollBar()->setValue(0);
 }
 
-// Adjusts the scroll position so that visible rows stay when rows above them come or go.
 void PresetsPage::list() {
-  const auto& builtIn = TuningPreset::builtIn();
-  const auto& own = model().userPresets();
-  const bool isSearch = filter_.isActive();
-  builtIn_->setPresets(isSearch ? filter_.matching(builtIn) : builtIn);
+  allBuiltIn_.update(TuningPreset::builtIn());
+  allOwn_.update(model().userPresets());
+  listMatching();
+}
+
+// Adjusts the scroll position so that visible rows stay when rows above them come or go.
+void PresetsPage::listMatching() {
+  builtIn_->setPresets(allBuiltIn_.matching(filter_));
   const QRect visible = scroll_->visiblePart(*own_);
   const bool isAnchored = !visible.isEmpty() && own_->count() > 0 && visible.top() > 0;
-  if (isSearch) {
-    own_->setPresets(filter_.matching(own));
-  } else {
-    own_->setPresets(own);
-  }
-  builtInGroup_->setCounts(builtIn_->count(), builtIn.size(), isSearch);
-  ownGroup_->setCounts(own_->count(), own.size(), isSearch);
+  own_->setPresets(allOwn_.matching(filter_));
+  builtInGroup_->setCounts(builtIn_->count(), allBuiltIn_.size(), filter_.isActive());
+  ownGroup_->setCounts(own_->count(), allOwn_.size(), filter_.isActive());
   if (isAnchored) scroll_->scrollBy(own_->takeShiftAt(visible.top()), *own_);
   makeRows();
 }
@@ -227,8 +231,10 @@ void PresetsPage::makeRows() {
 // Both groups are equally wide.
 void PresetsPage::alignCodes() {
   if (!form_) return;
-  const int left = ownGroup_->mapTo(codes_->parentWidget(), QPoint()).x() + 1;
-  const int width = ownGroup_->width() - 2;
+  const QWidget& part = *codes_->parentWidget();
+  const QRect group(ownGroup_->mapTo(&part, QPoint()), ownGroup_->size());
+  const int left = visualRect(part, group).left() + 1;
+  const int width = group.width() - 2;
   const PresetRowLayout row = PresetRowLayout::of(width, *form_, 0);
   codes_->follow({left + row.strip.left(), row.strip.width(), left + row.name.left(),
                   left + row.trash.right() + 1, isCompact_});

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include "ui/model/view.h"
+#include "ui/presets/listed_presets.h"
 #include "ui/presets/preset_action.h"
 #include "ui/presets/preset_filter.h"
 #include "ui/presets/preset_mover.h"
@@ -24,6 +26,7 @@ class PresetRow;
 class PresetScroll;
 class SavePresetBar;
 class SearchField;
+class ValueTexts;
 
 // The section "Presets": the built-in presets and the user's own, with a search and a filter by
 // game.
@@ -73,12 +76,13 @@ class PresetsPage final : public View {
   void startRows();
   void renderGames();
   void list();
+  void listMatching();
   void search();
   void leaveSearch();
   void makeRows();
   void alignCodes();
   void orderRows(const PresetGroup& group, const std::vector<PresetRow*>& rows, PresetRow* before);
-  PresetRow* newRow(const TuningPreset& preset);
+  PresetRow* newRow(const ListedPreset& preset);
   void renderRow(PresetRow& row);
   void renderRows();
   void compactIfMany();
@@ -107,8 +111,11 @@ class PresetsPage final : public View {
   PresetActions* actions_;
   PresetMover mover_;
   QStringList gameNames_;
+  ListedPresets allBuiltIn_;
+  ListedPresets allOwn_;
   PresetFilter filter_;
-  std::optional<PresetForm> form_;  // of the current rows; none before the first
+  std::optional<PresetForm> form_;      // of the current rows; none before the first
+  std::shared_ptr<ValueTexts> values_;  // likewise
   bool isCompact_;
   std::optional<UUID> added_;   // the last added preset that was revealed
   std::optional<UUID> chosen_;  // the preset that the panel shows

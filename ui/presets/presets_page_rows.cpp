@@ -49,18 +49,18 @@ void PresetsPage::orderRows(const PresetGroup& group, const std::vector<PresetRo
   }
 }
 
-PresetRow* PresetsPage::newRow(const TuningPreset& preset) {
-  auto* const row = new PresetRow(preset, *form_);
+PresetRow* PresetsPage::newRow(const ListedPreset& preset) {
+  auto* const row = new PresetRow(preset, *form_, values_);
   // Queued: most actions delete the row.
   connect(
-      row, &PresetRow::asked, this, [this, preset](PresetAction action) { act(preset, action); },
+      row, &PresetRow::asked, this, [this, preset](PresetAction action) { act(*preset, action); },
       Qt::QueuedConnection);
   connect(row, &PresetRow::menuAsked, this,
-          [this, preset](const QPoint& position) { actions_->openMenu(preset, position); });
+          [this, preset](const QPoint& position) { actions_->openMenu(*preset, position); });
   connect(row, &PresetRow::stepped, this, [this, row](PresetStep next) { step(*row, next); });
   connect(row, &PresetRow::entered, this, [this, preset] {
-    if (marked_ && *marked_ != preset.id) mark(std::nullopt);
-    choose(preset.id);
+    if (marked_ && *marked_ != preset->id) mark(std::nullopt);
+    choose(preset->id);
   });
   connect(row, &PresetRow::dragged, this,
           [this](const QPoint& position) { mover_.drag(position); });

@@ -15,35 +15,40 @@ constexpr int compactCell = 26;
 constexpr int firstCompactCell = 34;
 constexpr int intoGap = 4;  // how far a long word may reach into the gap after its cell
 
-int boldAdvance(const QString& word) {
-  return QFontMetrics(Metrics::font(Metrics::Type::caption)).horizontalAdvance(word) + 1;
-}
-
-int narrowestCell() { return std::max(leastCell, boldAdvance(QStringLiteral("AUTO")) - intoGap); }
-
-int compactWidth(int column) {
-  return column == 0 ? std::max(firstCompactCell, boldAdvance(QStringLiteral("AUTO")))
-                     : std::max(compactCell, boldAdvance(QStringLiteral("100")));
+int narrowestCell(const StripWords& words) {
+  return std::max(leastCell, words.automatic - intoGap);
 }
 
 }  // namespace
 
-int StripColumns::narrowestLine(int count, bool isCompact) {
-  if (!isCompact) return count * (narrowestCell() + gap) - gap;
-  return compactWidth(0) + (count - 1) * (compactWidth(1) + compactGap);
+StripWords StripWords::measured() {
+  const QFontMetrics metrics(Metrics::font(Metrics::Type::caption));
+  return {metrics.horizontalAdvance(QStringLiteral("AUTO")) + 1,
+          metrics.horizontalAdvance(QStringLiteral("100")) + 1};
+}
+
+int StripColumns::compactWidth(int column) const {
+  return column == 0 ? std::max(firstCompactCell, words.automatic)
+                     : std::max(compactCell, words.hundred);
+}
+
+int StripColumns::narrowestLine(const StripWords& words, int count, bool isCompact) {
+  if (!isCompact) return count * (narrowestCell(words) + gap) - gap;
+  const StripColumns cells{words, count, 0, true};
+  return cells.left(count - 1) + cells.cellWidth(count - 1);
 }
 
 int StripColumns::perLine() const {
-  if (isCompact || narrowestLine(count, false) <= width) return std::max(1, count);
+  if (isCompact || narrowestLine(words, count, false) <= width) return std::max(1, count);
   const int half = (count + 1) / 2;
-  if (narrowestLine(half, false) <= width) return std::max(1, half);
-  return std::clamp((width + gap) / (narrowestCell() + gap), 1, std::max(1, count));
+  if (narrowestLine(words, half, false) <= width) return std::max(1, half);
+  return std::clamp((width + gap) / (narrowestCell(words) + gap), 1, std::max(1, count));
 }
 
 int StripColumns::lines() const { return std::max(1, (count + perLine() - 1) / perLine()); }
 
 int StripColumns::widest() const {
-  const int usual = std::max(usualCell, boldAdvance(QStringLiteral("AUTO")));
+  const int usual = std::max(usualCell, words.automatic);
   return std::max(usual, std::min(roomyCell, (width + gap) / std::max(1, count) - gap));
 }
 

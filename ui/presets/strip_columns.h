@@ -2,6 +2,17 @@
 
 namespace quorvane {
 
+// The widths of the widest values of a strip, in the font of strong values.
+struct StripWords {
+  int automatic = 0;  // "AUTO"
+  int hundred = 0;    // "100"
+
+  // In the current font.
+  static StripWords measured();
+
+  bool operator==(const StripWords&) const = default;
+};
+
 // Where the cells of a strip of values are, one for each setting of a base. All sizes are in
 // logical pixels and depend on the font. The cells grow with the room up to a widest size. When
 // they do not fit in one line, they go on in further lines: in two halves if these fit.
@@ -9,6 +20,7 @@ struct StripColumns {
   static constexpr int gap = 6;         // between the cells
   static constexpr int compactGap = 3;  // likewise
 
+  StripWords words;
   int count = 0;           // cells
   int width = 0;           // available
   bool isCompact = false;  // one line of cells without bars; the first one is wider
@@ -20,9 +32,10 @@ struct StripColumns {
   int lineWidth() const;  // of a full line
 
   // The width that all cells need in one line.
-  static int narrowestLine(int count, bool isCompact);
+  static int narrowestLine(const StripWords& words, int count, bool isCompact);
 
  private:
+  int compactWidth(int column) const;
   int widest() const;
 };
 
