@@ -1,8 +1,11 @@
-// The time to open the section "Presets" with many user presets, until all is laid out and painted.
-// Prints the median in milliseconds. With "search", the time after a letter is typed into the
-// search field of the open section: the 95th percentile.
+// The processor time to open the section "Presets" with many user presets, until all is laid out
+// and painted. Prints the median in milliseconds. With "search", the time after a letter is typed
+// into the search field of the open section: the 95th percentile. With "memory", the memory that
+// the section takes when it is opened, in MiB.
 //
-//   page_bench PRESETS [search]
+//   page_bench PRESETS [search|memory]
+
+#include <malloc.h>
 
 #include <QApplication>
 #include <QLineEdit>
@@ -50,7 +53,7 @@ double openingTime(AppModel& model) {
     window.setSection(Section::log);
     window.show();
     handleEvents();
-    timed(samples, [&] {
+    timedOnProcessor(samples, [&] {
       window.setSection(Section::presets);
       handleEvents();
     });
@@ -69,7 +72,7 @@ double searchTime(AppModel& model) {
     field.clear();
     handleEvents();
     for (const QChar letter : QStringLiteral("preset 12 gran")) {
-      timed(samples, [&] {
+      timedOnProcessor(samples, [&] {
         field.insert(letter);
         handleEvents();
       });
@@ -78,7 +81,23 @@ double searchTime(AppModel& model) {
   return samples.quantile(0.95);
 }
 
-void run(int count, bool isSearch) {
+// The first opening fills caches that do not depend on the presets.
+double openingMemory(AppModel& model) {
+  double mebibytes = 0;
+  for (int i = 0; i < 2; ++i) {
+    MainWindow window(model);
+    window.setSection(Section::log);
+    window.show();
+    handleEvents();
+    const auto before = ::mallinfo2().uordblks;
+    window.setSection(Section::presets);
+    handleEvents();
+    mebibytes = static_cast<double>(::mallinfo2().uordblks - before) / (1024.0 * 1024.0);
+  }
+  return mebibytes;
+}
+
+void run(int count, std::string_view what) {
   const auto device = SimulatedDevice::create(*FanatecProduct::lookup(defaultSimulatedProduct),
                                               SimulatedDevice::Time::real);
   SimulatedBackend backend;
@@ -94,7 +113,9 @@ void run(int count, bool isSearch) {
     while (!model.tuning() || model.busy()) {
       QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
-    std::printf("%.2f\n", (isSearch ? searchTime(model) : openingTime(model)) / 1e6);
+    std::printf("%.2f\n", what == "memory"   ? openingMemory(model)
+                          : what == "search" ? searchTime(model) / 1e6
+                                             : openingTime(model) / 1e6);
   }
   std::filesystem::remove(file);
 }
@@ -106,16 +127,16 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setStyle(new quorvane::Style);
   const int count = argc == 2 || argc == 3 ? std::atoi(argv[1]) : 0;
-  const bool isSearch = argc == 3 && std::string_view(argv[2]) == "search";
-  if (count < 1 || (argc == 3 && !isSearch)) {
-    std::fputs("usage: page_bench PRESETS [search]\n", stderr);
+  const std::string_view what = argc == 3 ? argv[2] : "";
+  if (count < 1 || (argc == 3 && what != "search" && what != "memory")) {
+    std::fputs("usage: page_bench PRESETS [search|memory]\n", stderr);
     return 2;
   }
   // What the window remembers is not the user's.
   const auto state = std::filesystem::temp_directory_path() /
                      ("quorvane-bench-" + quorvane::UUID::random().text());
   qputenv("XDG_STATE_HOME", QByteArray::fromStdString(state.string()));
-  quorvane::run(count, isSearch);
+  quorvane::run(count, what);
   std::filesystem::remove_all(state);
   return EXIT_SUCCESS;
 }

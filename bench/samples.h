@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <ctime>
 #include <vector>
 
 namespace quorvane {
@@ -33,6 +34,22 @@ void timed(Samples& samples, What what) {
   const auto begin = std::chrono::steady_clock::now();
   what();
   samples.add(std::chrono::steady_clock::now() - begin);
+}
+
+// The time that all threads of this process have worked so far.
+inline std::chrono::nanoseconds processorTime() {
+  timespec time{};
+  ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+// Runs `what` and adds the time that this process has worked for it, which depends less on what
+// else the machine does.
+template <typename What>
+void timedOnProcessor(Samples& samples, What what) {
+  const auto begin = processorTime();
+  what();
+  samples.add(processorTime() - begin);
 }
 
 }  // namespace quorvane
