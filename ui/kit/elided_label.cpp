@@ -5,6 +5,7 @@
 #include <QToolTip>
 
 #include "ui/kit/hits.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/text_width.h"
 
@@ -38,8 +39,11 @@ void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
       palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, foregroundRole()));
   const QString shown =
       isElided() ? fontMetrics().elidedText(text(), mode_, contentsRect().width()) : text();
-  drawHits(painter, contentsRect(), shown, hits_, font());
-  painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shown);
+  if (!hits_.isEmpty()) {
+    const int width = textWidth(font(), shown);
+    drawHits(painter, firstPart(contentsRect(), width, layoutDirection()), shown, hits_, font());
+  }
+  painter.drawText(contentsRect(), lineFlags(shown, alignment(), layoutDirection()), shown);
 }
 
 bool ElidedLabel::event(QEvent* event) {

@@ -43,8 +43,11 @@ class Segment final : public QRadioButton {
   void paintEvent(QPaintEvent* /*event*/) override {
     const Theme& t = theme();
     QPainter painter(this);
-    const bool isFirst = group_.buttons().front() == this;
-    const bool isLast = group_.buttons().back() == this;
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    const QRadioButton* const first = group_.buttons().front();
+    const QRadioButton* const last = group_.buttons().back();
+    const bool isFirst = (isMirrored ? last : first) == this;  // from the left
+    const bool isLast = (isMirrored ? first : last) == this;
     // Only the outer ends are round: the box of a segment extends beyond its joints and is clipped.
     const int beyond = 2 * Metrics::controlRadius;
     const QRect box = rect().adjusted(isFirst ? 0 : -beyond, 0, isLast ? 0 : beyond, 0);

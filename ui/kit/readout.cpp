@@ -34,6 +34,7 @@ class Readout::Edit final : public QLineEdit {
     if (hasFocus() && isModified()) return QLineEdit::paintEvent(event);
     const Theme& t = theme();
     QPainter painter(this);
+    painter.setLayoutDirection(Qt::LeftToRight);
     const QString number =
         readout_.word_.isEmpty() ? QString::number(readout_.value()) : readout_.word_;
     const QString unit = readout_.word_.isEmpty() ? readout_.unit_ : QString();

@@ -7,7 +7,8 @@
 
 namespace quorvane {
 
-// A spin box for a value with its unit, between minus and plus buttons. Enter or losing the focus
+// A spin box for a value with its unit, between minus and plus buttons, which change sides in a
+// layout from right to left; the number and its unit do not. Enter or losing the focus
 // commits what was typed, rounded to the step and clamped to the range; Esc restores the value. It
 // takes no Tab focus: a key in its row or a click begins the typing.
 class Readout final : public QSpinBox {

@@ -77,8 +77,11 @@ void drawSpinBox(const QStyle& style, const QStyleOptionSpinBox& option, QPainte
   drawStep(painter, plus, true,
            enabled && option.stepEnabled.testFlag(QAbstractSpinBox::StepUpEnabled),
            hovered && option.activeSubControls == QStyle::SC_SpinBoxUp);
-  drawEdge(painter, minus.adjusted(0, 1, 0, -1), Qt::RightEdge, t.divider);
-  drawEdge(painter, plus.adjusted(0, 1, 0, -1), Qt::LeftEdge, t.divider);
+  const bool isMirrored = option.direction == Qt::RightToLeft;
+  drawEdge(painter, minus.adjusted(0, 1, 0, -1), isMirrored ? Qt::LeftEdge : Qt::RightEdge,
+           t.divider);
+  drawEdge(painter, plus.adjusted(0, 1, 0, -1), isMirrored ? Qt::RightEdge : Qt::LeftEdge,
+           t.divider);
 }
 
 QRect spinBoxRect(const QRect& all, QStyle::SubControl part) {
@@ -244,7 +247,9 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
 
 QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                             SubControl subControl, const QWidget* widget) const {
-  if (control == CC_SpinBox) return spinBoxRect(option->rect, subControl);
+  if (control == CC_SpinBox) {
+    return visualRect(option->direction, option->rect, spinBoxRect(option->rect, subControl));
+  }
   if (const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
       control == CC_ScrollBar && bar != nullptr) {
     return scrollBarRect(*bar, subControl);

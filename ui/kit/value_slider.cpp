@@ -84,15 +84,17 @@ int ValueSlider::rounded(int value) const {
   return std::clamp(minimum() + steps * singleStep(), minimum(), maximum());
 }
 
+// `x` is where it is drawn.
 int ValueSlider::valueAt(qreal x) const {
   const qreal width = std::max(1, this->width() - 2 * margin);
-  const qreal part = std::clamp((x - margin) / width, 0.0, 1.0);
+  const qreal along = isRightToLeft() ? this->width() - x : x;
+  const qreal part = std::clamp((along - margin) / width, 0.0, 1.0);
   return rounded(minimum() + static_cast<int>(std::lround(part * (maximum() - minimum()))));
 }
 
 QRect ValueSlider::capRect() const {
-  return {static_cast<int>(std::lround(place(value()))) - capWidth / 2, (height() - capHeight) / 2,
-          capWidth, capHeight};
+  const int left = static_cast<int>(std::lround(place(value()))) - capWidth / 2;
+  return visualRect(*this, QRect(left, (height() - capHeight) / 2, capWidth, capHeight));
 }
 
 void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
@@ -107,19 +109,24 @@ void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
     const QRectF whole =
         pixels.placed(QRectF(margin, middle - thickness / 2.0, width() - 2 * margin, thickness));
     painter.setBrush(colour);
-    painter.drawRoundedRect(QRectF(from, whole.top(), to - from, whole.height()),
+    painter.drawRoundedRect(visualRect(*this, QRectF(from, whole.top(), to - from, whole.height())),
                             whole.height() / 2, whole.height() / 2);
+  };
+  const auto upright = [&](const QRectF& bar, const QColor& colour) {
+    drawBar(painter, visualRect(*this, bar), colour);
   };
   const QRectF cap = pixels.placed(capRect());
   if (isSpecial_) {  // the outline of the cap is empty
-    if (cap.left() > margin) line(margin, cap.left(), trackHeight, t.track);
-    if (cap.right() < width() - margin) line(cap.right(), width() - margin, trackHeight, t.track);
+    const QRectF place = visualRect(*this, cap);
+    if (place.left() > margin) line(margin, place.left(), trackHeight, t.track);
+    if (place.right() < width() - margin)
+      line(place.right(), width() - margin, trackHeight, t.track);
   } else {
     line(margin, width() - margin, trackHeight, hovered ? t.ink2 : t.track);
   }
   for (int i = 0; i <= graduations; ++i) {
     const qreal x = margin + (width() - 2.0 * margin) * i / graduations;
-    drawBar(painter, QRectF(std::floor(x - 0.5), middle + graduationDrop, 1, graduationHeight),
+    upright(QRectF(std::floor(x - 0.5), middle + graduationDrop, 1, graduationHeight),
             t.graduation);
   }
 
@@ -138,8 +145,7 @@ void ValueSlider::paintEvent(QPaintEvent* /*event*/) {
   line(margin, std::min(now, before), fillHeight, isEnabled() ? t.fill : t.graduation);
   if (isChanged) {
     line(std::min(now, before), std::max(now, before), fillHeight, marked);
-    drawBar(painter, QRectF(std::round(before) - 1, middle - tickHeight / 2.0, 2, tickHeight),
-            t.ink);
+    upright(QRectF(std::round(before) - 1, middle - tickHeight / 2.0, 2, tickHeight), t.ink);
   }
   QColor ground = isChanged ? marked : t.cap;
   QColor edge = isChanged ? marked : hovered ? t.capHoverEdge : t.capEdge;

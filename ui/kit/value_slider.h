@@ -9,7 +9,7 @@ namespace quorvane {
 
 // A slider for one value of the menu. It draws a change as a distance: the track is filled up to
 // the lower of the saved and the new value, and has the colour of its mark between the two, with a
-// tick at the saved value.
+// tick at the saved value. In a layout from right to left the lowest value is at the right.
 //
 // Emits chosen() when a drag ends and for every key press, not during a drag.
 class ValueSlider final : public QAbstractSlider {
@@ -48,7 +48,7 @@ class ValueSlider final : public QAbstractSlider {
  private:
   int rounded(int value) const;
   int valueAt(qreal x) const;
-  qreal place(int value) const;
+  qreal place(int value) const;  // as from left to right
   void choose(int value);
   void settle(int value);
   void drag(qreal x);

@@ -3,6 +3,8 @@
 #include <QPainter>
 
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
+#include "ui/kit/painting.h"
 #include "ui/kit/symbols.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
@@ -59,16 +61,20 @@ void BadgeLabel::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   const bool isSame = badge_.kind == PresetBadge::Kind::same;
   QPainter painter(this);
-  int x = width() - sizeHint().width();
+  QRect line = rect();
+  line.setLeft(width() - sizeHint().width());
   if (!symbol().isEmpty()) {
-    drawSymbol(painter, QPointF(x, (height() - badgeSymbolSize) / 2.0), symbol(), badgeSymbolSize,
+    const QRectF place(line.left(), (height() - badgeSymbolSize) / 2.0, badgeSymbolSize,
+                       badgeSymbolSize);
+    drawSymbol(painter, visualRect(*this, place).topLeft(), symbol(), badgeSymbolSize,
                isSame ? t.okText : t.warningIcon);
-    x += badgeSymbolSize + badgeSymbolGap;
+    line.setLeft(line.left() + badgeSymbolSize + badgeSymbolGap);
   }
   painter.setPen(isSame ? t.okText : t.ink2);
   if (badge_.kind == PresetBadge::Kind::stronger) painter.setPen(t.ink);
-  painter.drawText(QRect(x, 0, width() - x, height()), Qt::AlignVCenter | Qt::TextSingleLine,
-                   text(badge_.text));
+  const QString words = text(badge_.text);
+  painter.drawText(visualRect(*this, line),
+                   lineFlags(words, Qt::AlignLeft | Qt::AlignVCenter, layoutDirection()), words);
 }
 
 }  // namespace quorvane

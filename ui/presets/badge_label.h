@@ -6,7 +6,7 @@
 
 namespace quorvane {
 
-// Shows a PresetBadge in one line, at the right of its widget, with a symbol if its kind has one.
+// Shows a PresetBadge in one line, at the end of its widget, with a symbol if its kind has one.
 class BadgeLabel final : public QWidget {
   Q_OBJECT
 

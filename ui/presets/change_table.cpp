@@ -6,6 +6,7 @@
 #include "presets/setting_value.h"
 #include "protocol/menu_text.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
@@ -61,6 +62,13 @@ int ChangeTable::widest(QString Row::*text) const {
   return widest;
 }
 
+// `rect` is reckoned from left to right.
+void ChangeTable::write(QPainter& painter, const QRect& rect, Qt::Alignment alignment,
+                        const QString& words) const {
+  painter.drawText(visualRect(*this, rect),
+                   lineFlags(words, alignment | Qt::AlignVCenter, layoutDirection()), words);
+}
+
 void ChangeTable::paintRow(QPainter& painter, const Row& row, QRect rect) const {
   const Theme& t = theme();
   const int then = widest(&Row::then);
@@ -68,27 +76,27 @@ void ChangeTable::paintRow(QPainter& painter, const Row& row, QRect rect) const 
   rect.adjust(Metrics::cardInset, 0, -Metrics::cardInset, 0);
   painter.setFont(Metrics::font(Metrics::Type::fixed));
   painter.setPen(t.ink2);
-  painter.drawText(rect, Qt::AlignVCenter | Qt::TextSingleLine, row.code);
+  write(painter, rect, Qt::AlignLeft, row.code);
   painter.setFont(Metrics::font(Metrics::Type::value));
   painter.setPen(t.ink);
-  painter.drawText(QRect(rect.right() - then, rect.top(), then + 1, rect.height()),
-                   Qt::AlignVCenter | Qt::TextSingleLine, row.then);
+  write(painter, QRect(rect.right() - then, rect.top(), then + 1, rect.height()), Qt::AlignLeft,
+        row.then);
   painter.setFont(changeFont());
   QRect before = rect;
   before.setRight(rect.right() - then);
   if (!row.now.isEmpty()) {
     painter.setPen(t.ink2);
-    painter.drawText(before.adjusted(before.width() - arrowColumn, 0, 0, 0), Qt::AlignCenter,
-                     QStringLiteral("→"));
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    write(painter, before.adjusted(before.width() - arrowColumn, 0, 0, 0), Qt::AlignHCenter,
+          isMirrored ? QStringLiteral("←") : QStringLiteral("→"));
     before.setRight(before.right() - arrowColumn);
-    painter.drawText(before, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, row.now);
+    write(painter, before, Qt::AlignRight, row.now);
     before.setRight(before.right() - now - Metrics::gap);
   }
   before.setLeft(before.left() + codeColumn);
   painter.setPen(t.ink);
-  painter.drawText(
-      before, Qt::AlignVCenter | Qt::TextSingleLine,
-      QFontMetrics(changeFont()).elidedText(row.title, Qt::ElideRight, before.width()));
+  write(painter, before, Qt::AlignLeft,
+        QFontMetrics(changeFont()).elidedText(row.title, Qt::ElideRight, before.width()));
 }
 
 void ChangeTable::paintEvent(QPaintEvent* /*event*/) {

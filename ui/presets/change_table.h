@@ -38,6 +38,8 @@ class ChangeTable final : public QWidget {
   };
 
   void paintRow(QPainter& painter, const Row& row, QRect rect) const;
+  void write(QPainter& painter, const QRect& rect, Qt::Alignment alignment,
+             const QString& words) const;
   int widest(QString Row::*text) const;
 
   std::vector<Row> rows_;

@@ -7,6 +7,8 @@
 #include "support/text.h"
 #include "ui/kit/hits.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
+#include "ui/kit/painting.h"
 #include "ui/kit/text.h"
 #include "ui/kit/text_link.h"
 
@@ -113,9 +115,9 @@ void PresetNotes::placeLink() {
               fontMetrics().elidedText(rest, Qt::ElideRight, width() - size.width() - linkGap)};
   }
   const int before = fontMetrics().horizontalAdvance(lines_.last());
-  link_->setGeometry(before + (before > 0 ? linkGap : 0),
-                     static_cast<int>(lines_.size() - 1) * fontMetrics().height(), size.width(),
-                     size.height());
+  const QPoint corner(before + (before > 0 ? linkGap : 0),
+                      static_cast<int>(lines_.size() - 1) * fontMetrics().height());
+  link_->setGeometry(visualRect(*this, QRect(corner, size)));
 }
 
 void PresetNotes::paintEvent(QPaintEvent* /*event*/) {
@@ -123,8 +125,11 @@ void PresetNotes::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(palette().color(QPalette::Normal, foregroundRole()));
   QRect line(0, 0, width(), fontMetrics().height());
   for (const QString& words : lines_) {
-    drawHits(painter, line, words, hits_, font());
-    painter.drawText(line, Qt::TextSingleLine, words);
+    if (!hits_.isEmpty()) {
+      const int advance = fontMetrics().horizontalAdvance(words);
+      drawHits(painter, firstPart(line, advance, layoutDirection()), words, hits_, font());
+    }
+    painter.drawText(line, lineFlags(words, Qt::AlignLeft, layoutDirection()), words);
     line.translate(0, line.height());
   }
 }

@@ -8,6 +8,7 @@
 
 #include "ui/kit/button.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/text.h"
@@ -110,10 +111,11 @@ void SavePresetBar::place() {
   const bool isNarrow = window()->width() < Metrics::narrowBelow;
   const int side = isNarrow ? Metrics::narrowInset : Metrics::pageInset;
   const int beyond = std::max(0, width() - Metrics::contentWidth);
-  column_->setContentsMargins(side, Metrics::cardRowPadding + 1, side + beyond,
-                              Metrics::cardRowPadding);
+  column_->setContentsMargins(visualMargins(
+      *this, {side, Metrics::cardRowPadding + 1, side + beyond, Metrics::cardRowPadding}));
   const bool goesAbove = isNarrow || lineWidth() > width() - 2 * side - beyond;
-  caption_->setContentsMargins(0, 0, goesAbove ? 0 : afterCaption - Metrics::gap, 0);
+  caption_->setContentsMargins(
+      visualMargins(*this, {0, 0, goesAbove ? 0 : afterCaption - Metrics::gap, 0}));
   const bool isAbove = column_->indexOf(caption_) == 0;
   if (goesAbove == isAbove) return;
   if (goesAbove) {

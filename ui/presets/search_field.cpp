@@ -5,6 +5,7 @@
 
 #include "ui/kit/button.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/symbols.h"
 #include "ui/kit/theme.h"
@@ -53,14 +54,15 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
 
 void SearchField::resizeEvent(QResizeEvent* event) {
   QLineEdit::resizeEvent(event);
-  clear_->setGeometry(width() - height(), 0, height(), height());
+  clear_->setGeometry(visualRect(*this, QRect(width() - height(), 0, height(), height())));
 }
 
 void SearchField::paintEvent(QPaintEvent* event) {
   QLineEdit::paintEvent(event);
   QPainter painter(this);
   const qreal top = (height() - Metrics::symbolSize) / 2.0;
-  drawSymbol(painter, QPointF(lensInset, top), QStringLiteral("magnifyingglass"),
+  const QRectF lens(lensInset, top, Metrics::symbolSize, Metrics::symbolSize);
+  drawSymbol(painter, visualRect(*this, lens).topLeft(), QStringLiteral("magnifyingglass"),
              Metrics::symbolSize, theme().ink2);
 }
 

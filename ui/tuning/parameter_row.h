@@ -39,7 +39,7 @@ class ParameterRow final : public QWidget {
   void show(const RowState& state, const QString& whyNot);
   using QWidget::show;
 
-  // The places of its parts, in its coordinates.
+  // The places of its parts, in its coordinates: mirrored in a layout from right to left.
   const RowLayout::Places& places() const { return places_; }
 
   // Puts the focus on the row's Tab stop.
@@ -109,6 +109,7 @@ class ParameterRow final : public QWidget {
   void keepFocusOf(QWidget* control);
   void passFocusOn();
   void place();
+  RowLayout::Places mirrored(RowLayout::Places places) const;
   void render();
   void renderControl(bool enabled);
   void renderSlider(bool enabled);

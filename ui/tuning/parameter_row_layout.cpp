@@ -6,6 +6,7 @@
 #include "ui/kit/button.h"
 #include "ui/kit/elided_label.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/painting.h"
 #include "ui/kit/pickers.h"
 #include "ui/kit/readout.h"
 #include "ui/kit/text.h"
@@ -68,16 +69,17 @@ int ParameterRow::stateWidth() const {
 RowLayout::Extras ParameterRow::extras() const { return {stateWidth(), !note_.isEmpty()}; }
 
 void ParameterRow::place() {
-  places_ = RowLayout::places(columns_, size(), extras());
-  const RowLayout::Places& p = places_;
-  title_->setGeometry(p.title);
-  revert_->setGeometry(p.button);
-  help_->setGeometry(p.button);
+  const RowLayout::Places p = RowLayout::places(columns_, size(), extras());
+  places_ = mirrored(p);
+  title_->setGeometry(places_.title);
+  revert_->setGeometry(places_.button);
+  help_->setGeometry(places_.button);
   const auto centred = [&](QWidget* widget, int left, int width) {
     const int tall = std::min(p.control.height(), widget->sizeHint().height());
-    widget->setGeometry(left, p.control.top() + (p.control.height() - tall) / 2, width, tall);
+    const int top = p.control.top() + (p.control.height() - tall) / 2;
+    widget->setGeometry(visualRect(*this, QRect(left, top, width, tall)));
   };
-  if (readout_ != nullptr) readout_->setGeometry(p.readout);
+  if (readout_ != nullptr) readout_->setGeometry(places_.readout);
   if (segments_ != nullptr) centred(segments_, p.control.left(), segments_->sizeHint().width());
   if (picker_ != nullptr) centred(picker_, p.control.left(), picker_->sizeHint().width());
   if (slider_ != nullptr) {
@@ -87,15 +89,23 @@ void ParameterRow::place() {
       track.setWidth(std::max(0, track.width() - columns_.toggle));
       centred(toggle_, track.right() + 1, toggle_->sizeHint().width());
     }
-    slider_->setGeometry(track);
+    slider_->setGeometry(visualRect(*this, track));
   }
   if (retry_ == nullptr) return;
   const QSize link = retry_->sizeHint();
   const int textEnd = p.note.left() + withSymbol(advanceOf(Metrics::Type::callout, note_));
-  retry_->setGeometry(
-      QRect(QPoint(columns_.form == RowLayout::Form::oneLine ? p.state.left() : textEnd + noteGap,
-                   p.note.top()),
-            link));
+  const bool isOneLine = columns_.form == RowLayout::Form::oneLine;
+  const QPoint corner(isOneLine ? p.state.left() : textEnd + noteGap, p.note.top());
+  retry_->setGeometry(visualRect(*this, QRect(corner, link)));
+}
+
+// Where these places, reckoned from left to right, are in the row.
+RowLayout::Places ParameterRow::mirrored(RowLayout::Places places) const {
+  for (QRect* const rect : {&places.plate, &places.title, &places.control, &places.readout,
+                            &places.button, &places.state, &places.note}) {
+    if (!rect->isNull()) *rect = visualRect(*this, *rect);
+  }
+  return places;
 }
 
 void ParameterRow::resizeEvent(QResizeEvent* /*event*/) { place(); }

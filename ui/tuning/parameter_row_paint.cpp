@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/symbols.h"
 #include "ui/kit/text.h"
@@ -14,19 +15,23 @@
 namespace quorvane {
 namespace {
 
-// One line in the font of notes.
+// One line in the font of notes. The painter knows the direction of the layout.
 void writeLine(QPainter& painter, const QRect& rect, const QString& words, const QColor& ink) {
   painter.setFont(Metrics::font(Metrics::Type::callout));
   painter.setPen(ink);
-  painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, words);
+  painter.drawText(
+      rect, lineFlags(words, Qt::AlignLeft | Qt::AlignVCenter, painter.layoutDirection()), words);
 }
 
+// The symbol is where the line begins.
 void writeWithSymbol(QPainter& painter, const QRect& rect, const char* symbol, const QString& words,
                      const QColor& ink) {
   const int side = std::min(Metrics::symbolSide(), rect.height());
-  drawSymbol(painter, QPointF(rect.left(), rect.top() + (rect.height() - side) / 2.0),
+  const Qt::LayoutDirection layout = painter.layoutDirection();
+  const QRect place = firstPart(rect, side, layout);
+  drawSymbol(painter, QPointF(place.left(), place.top() + (place.height() - side) / 2.0),
              QLatin1String(symbol), side, ink);
-  writeLine(painter, rect.adjusted(side + RowLayout::symbolGap, 0, 0, 0), words, ink);
+  writeLine(painter, withoutFirst(rect, side + RowLayout::symbolGap, layout), words, ink);
 }
 
 }  // namespace
@@ -34,10 +39,12 @@ void writeWithSymbol(QPainter& painter, const QRect& rect, const char* symbol, c
 void ParameterRow::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
+  painter.setLayoutDirection(layoutDirection());
   const bool isMarked = isCurrent_ && isExplainedBeside_;
   painter.fillRect(rect(), markGround(mark(), isMarked ? t.soft : t.surface));
   if (isChanged()) {
-    drawEdge(painter, rect(), Qt::LeftEdge, markColour(mark(), t.signal), RowLayout::changeBar);
+    const Qt::Edge begin = layoutDirection() == Qt::RightToLeft ? Qt::RightEdge : Qt::LeftEdge;
+    drawEdge(painter, rect(), begin, markColour(mark(), t.signal), RowLayout::changeBar);
   }
   drawEdge(painter, rect(), Qt::BottomEdge, t.hairline);
   paintName(painter);
@@ -74,21 +81,21 @@ void ParameterRow::paintChange(QPainter& painter) const {
   const QString changed = QLatin1String(RowLayout::changed);
   const QSize pillSize(pillMetrics.horizontalAdvance(changed) + 2 * RowLayout::pillPadding,
                        std::max(Metrics::pillHeight, pillMetrics.height() + 2));
-  const int line = QFontMetrics(Metrics::font(Metrics::Type::callout)).height();
+  const int callout = QFontMetrics(Metrics::font(Metrics::Type::callout)).height();
   const bool isOneLine = columns_.form == RowLayout::Form::oneLine;
   const bool isNoticed = isOneLine && notice_ == Notice::changedAtBase && !state_.isNotTaken();
   const bool isTwoLines = isNoticed || (isOneLine && state_.isNotTaken());
   const QRect& box = places_.state;
-  const int top = box.top() + (box.height() - pillSize.height() - (isTwoLines ? line : 0)) / 2;
-  const QRect pill(QPoint(box.left(), top), pillSize);
+  const int top = box.top() + (box.height() - pillSize.height() - (isTwoLines ? callout : 0)) / 2;
+  const QRect line(box.left(), top, box.width(), pillSize.height());
+  const QRect pill = firstPart(line, pillSize.width(), layoutDirection());
   drawBox(painter, pill, pill.height() / 2.0, markPlate(mark(), t.pill), QColor());
   painter.setFont(pillFont);
   painter.setPen(markText(mark(), t.brandText));
   painter.drawText(pill, Qt::AlignCenter, changed);
-  const int beside = pill.right() + 1 + Metrics::gap;
-  writeLine(painter, QRect(beside, pill.top(), box.right() + 1 - beside, pill.height()), oldValue(),
+  writeLine(painter, withoutFirst(line, pill.width() + Metrics::gap, layoutDirection()), oldValue(),
             t.ink2);
-  if (isNoticed) paintNotice(painter, {box.left(), pill.bottom() + 1, box.width(), line});
+  if (isNoticed) paintNotice(painter, {box.left(), pill.bottom() + 1, box.width(), callout});
 }
 
 // Paints what has happened to the value a moment ago.

@@ -8,6 +8,7 @@
 #include "support/text.h"
 #include "ui/kit/device_pixels.h"
 #include "ui/kit/metrics.h"
+#include "ui/kit/mirroring.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
@@ -79,13 +80,15 @@ void PresetValues::paint(QPainter& painter, const Line& line, const QRect& rect)
   const int valueWidth = values.horizontalAdvance(isSet ? QStringLiteral("2520 deg") : line.value);
   painter.setFont(Metrics::font(isSet ? Metrics::Type::value : Metrics::Type::body));
   painter.setPen(isSet ? t.ink : t.ink2);
-  painter.drawText(rect, Qt::AlignRight | Qt::AlignVCenter, line.value);
+  painter.drawText(rect,
+                   lineFlags(line.value, Qt::AlignRight | Qt::AlignVCenter, layoutDirection()),
+                   line.value);
   const int barRight = rect.right() + 1 - valueWidth - valueGap;
   if (line.place) {
     const auto bar = [&](qreal length, int thick, const QColor& colour) {
       const qreal top = rect.center().y() + 1 - thick / 2.0;
-      const QRectF place =
-          DevicePixels(painter).placed(QRectF(barRight - barLong, top, length, thick));
+      const QRectF place = DevicePixels(painter).placed(
+          visualRect(*this, QRectF(barRight - barLong, top, length, thick)));
       drawBox(painter, place, place.height() / 2, colour, QColor());
     };
     bar(barLong, trackThick, t.track);
@@ -95,9 +98,9 @@ void PresetValues::paint(QPainter& painter, const Line& line, const QRect& rect)
   const QFont body = Metrics::font(Metrics::Type::body);
   painter.setFont(body);
   painter.setPen(t.ink);
-  painter.drawText(QRect(rect.left(), rect.top(), nameWidth, rect.height()),
-                   Qt::AlignLeft | Qt::AlignVCenter,
-                   QFontMetrics(body).elidedText(line.name, Qt::ElideRight, nameWidth));
+  const QString name = QFontMetrics(body).elidedText(line.name, Qt::ElideRight, nameWidth);
+  painter.drawText(firstPart(rect, nameWidth, layoutDirection()),
+                   lineFlags(name, Qt::AlignLeft | Qt::AlignVCenter, layoutDirection()), name);
 }
 
 }  // namespace quorvane

@@ -61,7 +61,7 @@ struct Extras {
   bool hasNote = false;
 };
 
-// The places of a row's parts.
+// The places of a row's parts, reckoned from left to right.
 struct Places {
   QRect plate;
   QRect title;

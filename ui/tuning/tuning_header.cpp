@@ -212,7 +212,8 @@ void TuningHeader::place() {
       if (isLast) x = right - group.width();
       for (QWidget* const control : group.controls) {
         const QSize size = control->sizeHint();
-        control->setGeometry(x, top + (tall - size.height()) / 2, size.width(), size.height());
+        const QRect rect(QPoint(x, top + (tall - size.height()) / 2), size);
+        control->setGeometry(visualRect(*this, rect));
         x += size.width() + labelGap;
       }
       x += group.gapAfter - labelGap;
