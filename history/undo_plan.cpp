@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "protocol/error.h"
+#include "presets/setting_value.h"
 #include "session/menu_place.h"
 
 namespace quorvane {
@@ -23,26 +23,14 @@ bool writesValues(HistoryAction action) {
          action == HistoryAction::set;
 }
 
-// None for a value that this product cannot take.
-std::optional<std::uint8_t> byteOf(TuningParameter parameter, std::int64_t value,
-                                   const Product& product) {
-  try {
-    return parameter.encode(value, product);
-  } catch (const FanatecError&) {
-    return std::nullopt;
-  }
-}
-
-bool isSameValue(TuningParameter parameter, std::int64_t a, std::int64_t b,
+bool isUnchanged(TuningParameter parameter, std::int64_t a, std::int64_t b,
                  const Product& product) {
-  if (a == b) return true;
-  const auto byte = byteOf(parameter, a, product);
-  return byte && byte == byteOf(parameter, b, product);
+  return a == b || isSameValue(parameter, a, b, product);
 }
 
 // Whether nothing can have been sent: the value is invalid, and no other one was read back.
 bool wasRefused(const ValueReceipt& receipt, const Product& product) {
-  return !receipt.readBack && !byteOf(receipt.parameter, receipt.wanted, product);
+  return !receipt.readBack && !encodedValue({receipt.parameter, receipt.wanted}, product);
 }
 
 std::int64_t valueIn(const TuningSnapshot& menu, TuningParameter parameter,
@@ -71,7 +59,7 @@ std::vector<ValueChange> changesOf(const HistoryRecord& record) {
     const std::int64_t before =
         receipt.was ? *receipt.was : valueIn(*record.menu, parameter, product);
     const std::int64_t after = receipt.readBack.value_or(receipt.wanted);
-    if (!isSameValue(parameter, before, after, product)) {
+    if (!isUnchanged(parameter, before, after, product)) {
       changes.push_back({parameter, before, after});
     }
   }
@@ -140,8 +128,8 @@ UndoPlan undoPlan(const HistoryRecord& record, UndoDirection direction,
     const std::int64_t target = isUndo ? before : after;
     const std::int64_t expected = isUndo ? after : before;
     const std::int64_t present = valueIn(menu, parameter, product);
-    if (isSameValue(parameter, present, target, product)) continue;
-    if (isSameValue(parameter, present, expected, product)) {
+    if (isUnchanged(parameter, present, target, product)) continue;
+    if (isUnchanged(parameter, present, expected, product)) {
       plan.writes.push_back({parameter, target});
     } else {
       plan.leftAlone.push_back({parameter, present, expected});
