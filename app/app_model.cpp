@@ -35,6 +35,8 @@ struct AppModel::Opening {
   std::optional<IdentityReport> identity;
   bool menuAnswered = false;
   std::string demoStage;
+  Reversible reversible;
+  std::optional<NotAsLeft> notAsLeft;
 };
 
 AppModel::AppModel(World world, std::string which)
@@ -169,6 +171,9 @@ void AppModel::open(const Session& base) {
   opening.identity = ifAnswered([&] { return base->fetchIdentity(WheelBase::readTimeout); });
   opening.menuAnswered =
       ifAnswered([&] { return base->fetchTuning(WheelBase::readTimeout); }).has_value();
+  const auto records = recordsOf(base->info());
+  opening.reversible = reversibleIn(records);
+  if (const auto menu = base->tuning()) opening.notAsLeft = quorvane::notAsLeft(records, *menu);
   post(this, [this, base, opening] { opened(base, opening); });
 }
 
@@ -206,6 +211,8 @@ void AppModel::opened(const Session& base, const Opening& opening) {
   connectedName_ = name;
   identity_ = opening.identity;
   tuning_ = base->tuning();
+  reversible_ = opening.reversible;
+  notAsLeft_ = opening.notAsLeft;
   examiner_.setAnswered(tuning_.has_value());
   endExchange();
   log_.append(Messages::connected(name));
@@ -237,8 +244,11 @@ void AppModel::disconnect() {
   if (opening_) retire(std::exchange(opening_, nullptr));
   if (base_) retire(std::exchange(base_, nullptr));
   staged_.clear();
+  steps_.clear();
   outcomes_.clear();
   lastWrite_.reset();
+  reversible_ = {};
+  notAsLeft_.reset();
   connectedName_.reset();
   identity_.reset();
   tuning_.reset();
@@ -317,7 +327,7 @@ void AppModel::perform(const std::string& title, DeviceAction action, bool isWri
     return;
   }
   recordWheelChanges();
-  if (isWrite) ++writes_;
+  if (isWrite) beginWrite();
   beginExchange();
   const auto failure =
       enqueue(work_, [this, base = base_, title, action = std::move(action), isWrite] {
@@ -330,12 +340,12 @@ void AppModel::perform(const std::string& title, DeviceAction action, bool isWri
           isError = true;
         }
         post(this, [this, base, text, isError, isWrite] {
-          if (isWrite) --writes_;
+          if (isWrite) endWrite();
           performed(base, text, isError);
         });
       });
   if (!failure) return;
-  if (isWrite) --writes_;
+  if (isWrite) endWrite();
   performed(base_, Messages::failed(title, *failure), true);
 }
 

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/edit_steps.h"
 #include "app/examiner.h"
 #include "app/file_panels.h"
 #include "app/log.h"
@@ -21,6 +22,7 @@
 #include "hid/device_watcher.h"
 #include "hid/platform.h"
 #include "history/history.h"
+#include "history/not_as_left.h"
 #include "history/undo_plan.h"
 #include "history/wheel_changes.h"
 #include "presets/preset_store.h"
@@ -61,9 +63,18 @@ class AppModel final : public QObject {
   // A save, the applying of a preset, an undo or a redo that has ended.
   struct LastWrite {
     HistoryRecord record;                     // with its outcome
+    std::vector<ValueLeftAlone> leftAlone;    // by an undo or a redo
     std::optional<std::string> notInHistory;  // why it was not recorded; none if it was
 
     bool operator==(const LastWrite&) const = default;
+  };
+
+  // The records that undo() and redo() are about next.
+  struct Reversible {
+    std::optional<HistoryRecord> byUndo;
+    std::optional<HistoryRecord> byRedo;
+
+    bool operator==(const Reversible&) const = default;
   };
 
   // The state of the session with an attached base.
@@ -110,6 +121,15 @@ class AppModel final : public QObject {
 
   // The last write of values to the connected base; none before one.
   const std::optional<LastWrite>& lastWrite() const { return lastWrite_; }
+
+  // What the history of the connected base offers to undo() and redo(). It is read on connecting
+  // and after each write, which isReadingHistory() tells; undo() and redo() read it anew.
+  const Reversible& reversible() const { return reversible_; }
+  bool isReadingHistory() const { return historyReads_ > 0; }
+
+  // The values that differed, on connecting, from what the last write to the set left there. None
+  // when none did, and after the next write.
+  const std::optional<NotAsLeft>& notAsLeft() const { return notAsLeft_; }
 
   const std::string& statusLine() const { return log_.statusLine(); }
 
@@ -160,6 +180,10 @@ class AppModel final : public QObject {
   // Staging an edit that equals the menu's current value removes the edit instead.
   void stage(TuningParameter parameter, std::int64_t value);
   void revert(TuningParameter parameter);
+
+  // Takes the last edit back: a value, with all its steps in a row, or a whole preset. After a save
+  // the order of what is still staged is not known; then the last value of the menu.
+  void takeBackEdit();
   void stagePreset(const TuningPreset& preset);
   void discardStaged();
 
@@ -168,6 +192,7 @@ class AppModel final : public QObject {
 
   // Writes one staged edit, like a save of this value alone. Does nothing if it is not staged.
   void trySaving(TuningParameter parameter);
+
   // Writes the values before the last write back, or those of the last undo again, each verified.
   // Values that were changed meanwhile are left alone and named in the log. Nothing is sent when
   // the base is in another set or mode than that of the write. Undoing again goes further back.
@@ -281,6 +306,8 @@ class AppModel final : public QObject {
   void reportProgress(Progress progress);
   void beginExchange();
   void endExchange();
+  void beginWrite();
+  void endWrite();
   void startSave(const StagedValues& wanted);
   void write(WheelBase& base, Save& save);
   void saved(const Session& base, const Save& save);
@@ -290,9 +317,13 @@ class AppModel final : public QObject {
   // The history. Those with a base run on the work queue.
   void reverse(UndoDirection direction);
   std::string reverseOn(WheelBase& base, UndoDirection direction);
-  std::vector<ValueReceipt> writeRecorded(
-      WheelBase& base, const HistoryIntent& intent, const std::optional<TuningSnapshot>& menu,
-      const std::function<void(const ValueReceipt&)>& whenTried);
+  std::vector<ValueReceipt> writeRecorded(WheelBase& base, const HistoryIntent& intent,
+                                          const std::optional<TuningSnapshot>& menu,
+                                          const std::function<void(const ValueReceipt&)>& whenTried,
+                                          const std::vector<ValueLeftAlone>& leftAlone = {});
+  std::vector<HistoryRecord> recordsOf(const HIDDeviceInfo& info) const;
+  void readHistory();
+  static Reversible reversibleIn(const std::vector<HistoryRecord>& records);
   void gatherWheelChange(const TuningSnapshot& before, const TuningSnapshot& after);
   void recordWheelChanges();
   WorkQueue::Job recordingOf(const WheelChanges::Gathered& gathered) const;
@@ -310,9 +341,13 @@ class AppModel final : public QObject {
   int writes_ = 0;  // of the exchanges, those that change the base
   std::optional<Progress> progress_;
   std::optional<LastWrite> lastWrite_;
+  Reversible reversible_;
+  std::optional<NotAsLeft> notAsLeft_;
+  int historyReads_ = 0;  // queued or running
   WheelChanges wheelChanges_;
   QTimer gathering_;  // single shot, until the changes on the wheel are recorded
   StagedValues staged_;
+  EditSteps steps_;  // that led to them
   Outcomes outcomes_;
   std::optional<std::string> requestedSection_;
   std::optional<HIDDeviceInfo> tried_;  // the base that was connected to last

@@ -1,4 +1,5 @@
 #include <QPointer>
+#include <iterator>
 #include <utility>
 
 #include "app/app_model.h"
@@ -22,23 +23,56 @@ void AppModel::stage(TuningParameter parameter, std::int64_t value) {
     return;
   }
   const auto before = staged_.find(parameter);
-  if (before == staged_.end() || before->second != value) eraseUnsaved(outcomes_, parameter);
+  if (before == staged_.end() || before->second != value) {
+    eraseUnsaved(outcomes_, parameter);
+    steps_.note(staged_, parameter);
+  }
   staged_[parameter] = value;
   emit changed();
 }
 
 void AppModel::revert(TuningParameter parameter) {
   eraseUnsaved(outcomes_, parameter);
-  if (staged_.erase(parameter) > 0) emit changed();
+  if (!staged_.contains(parameter)) return;
+  steps_.note(staged_, parameter);
+  staged_.erase(parameter);
+  if (staged_.empty()) steps_.clear();
+  emit changed();
+}
+
+void AppModel::takeBackEdit() {
+  if (staged_.empty()) return;
+  const StagedValues edited = staged_;
+  auto before = steps_.take();
+  if (!before) {
+    before = staged_;
+    before->erase(std::prev(before->end()));
+  }
+  std::erase_if(*before, [&](const auto& edit) {
+    return isCurrentValue({edit.first, edit.second}, tuning_, product());
+  });
+  for (const auto& [parameter, value] : edited) {
+    const auto kept = before->find(parameter);
+    if (kept == before->end() || kept->second != value) eraseUnsaved(outcomes_, parameter);
+  }
+  staged_ = *std::move(before);
+  if (staged_.empty()) steps_.clear();
+  emit changed();
 }
 
 void AppModel::stagePreset(const TuningPreset& preset) {
+  const StagedValues before = staged_;
+  EditSteps steps = steps_;
   for (const auto& [parameter, value] : preset.applicable(product())) stage(parameter, value);
+  if (staged_ != before) steps.note(before, std::nullopt);
+  steps_ = std::move(steps);
+  if (staged_.empty()) steps_.clear();
   log_.append(Messages::loaded(preset, staged_.size()));
 }
 
 void AppModel::discardStaged() {
   const std::size_t count = std::exchange(staged_, {}).size();
+  steps_.clear();
   outcomes_.clear();
   if (count > 0) log_.append(Messages::discarded(count));
 }
@@ -53,7 +87,7 @@ void AppModel::trySaving(TuningParameter parameter) {
 void AppModel::startSave(const StagedValues& wanted) {
   if (!base_ || wanted.empty()) return;
   recordWheelChanges();
-  ++writes_;
+  beginWrite();
   eraseTaken(outcomes_);
   beginExchange();
   log_.append(Messages::saving(wanted.size()));
@@ -63,7 +97,7 @@ void AppModel::startSave(const StagedValues& wanted) {
         post(this, [this, base, save] { saved(base, save); });
       });
   if (!failure) return;
-  --writes_;
+  endWrite();
   performed(base_, Messages::failed("Save", *failure), true);
 }
 
@@ -97,9 +131,10 @@ void AppModel::saved(const Session& base, const Save& save) {
       return wanted != save.wanted.end() && wanted->second == edit.second;
     });
     staged_.insert(save.failed.begin(), save.failed.end());
+    steps_.clear();
     keepOutcomes(save);
   }
-  --writes_;
+  endWrite();
   endExchange();
   if (save.rejections.empty()) {
     log_.append(Messages::saved(save.wanted.size(), Messages::setName(menu)));

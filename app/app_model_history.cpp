@@ -10,10 +10,11 @@
 
 namespace quorvane {
 
-// Runs on the work queue, like the three below.
+// Runs on the work queue, like the four below.
 std::vector<ValueReceipt> AppModel::writeRecorded(
     WheelBase& base, const HistoryIntent& intent, const std::optional<TuningSnapshot>& menu,
-    const std::function<void(const ValueReceipt&)>& whenTried) {
+    const std::function<void(const ValueReceipt&)>& whenTried,
+    const std::vector<ValueLeftAlone>& leftAlone) {
   HistoryBatch batch = world_.history.begin(base, intent);
   ReceiptWriter writer(base, menu, world_.clock);
   std::vector<ValueReceipt> receipts;
@@ -23,12 +24,49 @@ std::vector<ValueReceipt> AppModel::writeRecorded(
     whenTried(receipts.back());
   }
   batch.end(receipts);
-  post(this, [this, session = &base, last = LastWrite{batch.record(), batch.failure()}] {
+  post(this, [this, session = &base, last = LastWrite{batch.record(), leftAlone, batch.failure()}] {
     if (session != base_.get()) return;
     lastWrite_ = last;
     emit changed();
   });
   return receipts;
+}
+
+// A history that cannot be read offers nothing.
+std::vector<HistoryRecord> AppModel::recordsOf(const HIDDeviceInfo& info) const {
+  try {
+    return world_.history.read(info).records;
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+AppModel::Reversible AppModel::reversibleIn(const std::vector<HistoryRecord>& records) {
+  return {nextToReverse(records, UndoDirection::undo), nextToReverse(records, UndoDirection::redo)};
+}
+
+void AppModel::readHistory() {
+  if (!base_) return;
+  ++historyReads_;
+  const auto failure = enqueue(work_, [this, base = base_] {
+    const Reversible found = reversibleIn(recordsOf(base->info()));
+    post(this, [this, base, found] {
+      --historyReads_;
+      if (base == base_) reversible_ = found;
+      emit changed();
+    });
+  });
+  if (failure) --historyReads_;
+}
+
+void AppModel::beginWrite() {
+  ++writes_;
+  notAsLeft_.reset();
+}
+
+void AppModel::endWrite() {
+  --writes_;
+  readHistory();
 }
 
 void AppModel::reverse(UndoDirection direction) {
@@ -50,7 +88,8 @@ std::string AppModel::reverseOn(WheelBase& base, UndoDirection direction) {
       [&](const ValueReceipt& /*receipt*/) {
         ++progress.done;
         reportProgress(progress);
-      });
+      },
+      plan.leftAlone);
   const std::string rejected = Messages::rejections(receipts);
   if (!rejected.empty()) throw std::runtime_error("the base rejected " + rejected);
   return Messages::reversed(direction, plan, menu);
@@ -71,7 +110,10 @@ void AppModel::gatherWheelChange(const TuningSnapshot& before, const TuningSnaps
 void AppModel::recordWheelChanges() {
   gathering_.stop();
   if (!base_) return;
-  if (const auto gathered = wheelChanges_.take()) enqueue(work_, recordingOf(*gathered));
+  const auto gathered = wheelChanges_.take();
+  if (!gathered) return;
+  enqueue(work_, recordingOf(*gathered));
+  readHistory();
 }
 
 // Nobody waits for these records, so a failure is not reported.

@@ -301,8 +301,8 @@ void ModelTest::settle() {
     backend_.waitUntilQuiet();
     for (const auto& device : devices_) device->waitUntilQuiet();
     QCoreApplication::sendPostedEvents();
-    if (!model_->busy()) return;
-    waitUntil([this] { return !model_->busy(); });
+    if (!model_->busy() && !model_->isReadingHistory()) return;
+    waitUntil([this] { return !model_->busy() && !model_->isReadingHistory(); });
   }
 }
 

@@ -39,7 +39,8 @@ TEST_F(ModelHistory, ASaveHasAReceiptThatIsInTheHistory) {
   start();
   save({{P::forceFeedback, 80}, {P::vibration, 50}});
   ASSERT_TRUE(model().lastWrite());
-  const auto& [record, notInHistory] = *model().lastWrite();
+  const auto& [record, leftAlone, notInHistory] = *model().lastWrite();
+  EXPECT_TRUE(leftAlone.empty());
   EXPECT_EQ(record.action, HistoryAction::save);
   EXPECT_EQ(record.program, "quorvane");
   EXPECT_EQ(record.menu->slot(), 2);
@@ -163,6 +164,54 @@ TEST_F(ModelHistory, ADisconnectedBaseHasNoLastWrite) {
   save({{P::forceFeedback, 80}});
   model().disconnect();
   EXPECT_EQ(model().lastWrite(), std::nullopt);
+}
+
+TEST_F(ModelHistory, TellsWhatCanBeUndoneAndRedone) {
+  start();
+  EXPECT_EQ(model().reversible(), AppModel::Reversible());
+  save({{P::forceFeedback, 80}});
+  const UUID first = model().lastWrite()->record.id;
+  EXPECT_EQ(model().reversible().byUndo->id, first);
+  EXPECT_FALSE(model().reversible().byRedo);
+  undo();
+  EXPECT_FALSE(model().reversible().byUndo);
+  EXPECT_EQ(model().reversible().byRedo->id, first);
+  end();
+  create();
+  settle();
+  EXPECT_EQ(model().reversible().byRedo->id, first);
+  model().disconnect();
+  EXPECT_EQ(model().reversible(), AppModel::Reversible());
+}
+
+TEST_F(ModelHistory, TheLastWriteNamesWhatWasLeftAlone) {
+  start();
+  save({{P::forceFeedback, 80}, {P::vibration, 50}});
+  turn(P::forceFeedback, 40);
+  undo();
+  EXPECT_EQ(model().lastWrite()->leftAlone,
+            (std::vector<ValueLeftAlone>{{P::forceFeedback, 40, 80}}));
+}
+
+TEST_F(ModelHistory, OnConnectingTheMenuIsComparedWithHowItWasLeft) {
+  start();
+  save({{P::forceFeedback, 80}});
+  EXPECT_FALSE(model().notAsLeft());
+  base().unplug();
+  simulate([](SimulatedBase& simulated) { simulated.menu().put(P::forceFeedback, 100); });
+  base().plug();
+  settle();
+  ASSERT_TRUE(model().notAsLeft());
+  EXPECT_EQ(model().notAsLeft()->left, (std::vector<ParameterValue>{{P::forceFeedback, 80}}));
+  save({{P::vibration, 50}});
+  EXPECT_FALSE(model().notAsLeft());
+}
+
+TEST_F(ModelHistory, AHistoryThatCannotBeReadOffersNothing) {
+  start();
+  std::filesystem::create_directory(state_ / historyFileName(info(0)));
+  save({{P::forceFeedback, 80}});
+  EXPECT_EQ(model().reversible(), AppModel::Reversible());
 }
 
 }  // namespace

@@ -195,5 +195,47 @@ INSTANTIATE_TEST_SUITE_P(Products, ModelStagingOfProduct, testing::ValuesIn(prod
                            return "With" + std::to_string(test.param.productID);
                          });
 
+TEST_F(ModelStaging, EditsAreTakenBackOneByOne) {
+  start();
+  model().stage(P::forceFeedback, 70);
+  model().stage(P::forceFeedback, 71);
+  model().stage(P::forceFeedback, 72);
+  model().stage(P::vibration, 50);
+  model().stage(P::forceFeedback, 80);
+  model().stagePreset(presetOf("Test", {{P::vibration, 10}, {P::naturalInertia, 9}}));
+  model().revert(P::forceFeedback);
+  for (const char* const left :
+       {"FF=80 SHO=10 NIN=9", "FF=80 SHO=50", "FF=72 SHO=50", "FF=72", ""}) {
+    model().takeBackEdit();
+    EXPECT_EQ(staged(), left);
+  }
+  model().takeBackEdit();
+  EXPECT_EQ(staged(), "");
+}
+
+TEST_F(ModelStaging, WhatTheBaseHasMeanwhileIsNotStagedAgain) {
+  start();
+  model().stage(P::forceFeedback, 80);
+  model().stage(P::vibration, 50);
+  model().stage(P::naturalInertia, 9);
+  base().turn(P::vibration, 50);
+  settle();
+  model().takeBackEdit();
+  EXPECT_EQ(staged(), "FF=80");
+}
+
+TEST_F(ModelStaging, WhatASaveLeftIsTakenBackFromTheEndOfTheMenu) {
+  start();
+  behave([](SimulatedBehaviour& b) { b.ignored = {P::sensitivity, P::forceFeedback}; });
+  model().stage(P::forceFeedback, 80);
+  model().stage(P::sensitivity, 800);
+  model().saveStaged();
+  settle();
+  model().takeBackEdit();
+  EXPECT_EQ(staged(), "SEN=800");
+  model().takeBackEdit();
+  EXPECT_EQ(staged(), "");
+}
+
 }  // namespace
 }  // namespace quorvane

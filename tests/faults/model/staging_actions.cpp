@@ -40,6 +40,8 @@ std::vector<Action> stagingActions() {
           "revert", [](World& world) { world.model().revert(P::vibration); }, connectedStatus, ""),
       load,
       staging(
+          "takeBackEdit", [](World& world) { world.model().takeBackEdit(); }, connectedStatus, ""),
+      staging(
           "discardStaged", [](World& world) { world.model().discardStaged(); },
           {"[log] Discarded 1 unsaved change"}, "")};
 }
