@@ -71,8 +71,12 @@ class Stage {
     }
     store_.save(ownPresets());
     const Platform simulated = machine_.platform();
-    model_ = std::make_unique<AppModel>(AppModel::World{
-        {simulated.backend, simulated.usb, simulated.clock, survey_}, panels_, store_});
+    std::filesystem::remove_all(directory / "history");
+    model_ = std::make_unique<AppModel>(
+        AppModel::World{{simulated.backend, simulated.usb, simulated.clock, survey_},
+                        panels_,
+                        store_,
+                        History{directory / "history", "quorvane"}});
     window_ = std::make_unique<MainWindow>(*model_);
     window_->resize(size);
     window_->show();
@@ -89,7 +93,7 @@ class Stage {
     while (!holds()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
   void untilIdle() {
-    until([this] { return !model_->busy(); });
+    until([this] { return !model_->busy() && !model_->isReadingHistory(); });
   }
 
   // Rows of a long list are created when the list is laid out.
@@ -245,6 +249,38 @@ void saveInVain(Stage& stage) {
   stage.untilIdle();
 }
 
+void saveThree(Stage& stage) {
+  stage.model().stage(forceFeedback, 80);
+  stage.model().stage(naturalDamper, 15);
+  stage.model().stage(interpolation, 3);
+  stage.model().saveStaged();
+  stage.untilIdle();
+}
+
+void saveAndUndo(Stage& stage) {
+  saveThree(stage);
+  stage.device().turn(naturalDamper, 40);
+  Stage::settle();
+  stage.model().undo();
+  stage.untilIdle();
+}
+
+// Saves in a set, and plugs the base out and in with other values.
+void comeBack(Stage& stage, std::int64_t set) {
+  stage.model().selectSlot(set);
+  stage.untilIdle();
+  saveThree(stage);
+  stage.device().unplug();
+  Stage::until([&] { return !stage.model().isConnected(); });
+  stage.device().withBase([](SimulatedBase& base) {
+    base.menu().put(forceFeedback, 100);
+    base.menu().put(naturalDamper, 50);
+  });
+  stage.device().plug();
+  Stage::until([&] { return stage.model().isConnected() && stage.model().tuning(); });
+  stage.untilIdle();
+}
+
 void addPresets(Stage& stage) {
   for (int number = 1; number <= 298; ++number) {
     stage.model().saveCurrentAsPreset("Track " + std::to_string(number));
@@ -369,6 +405,20 @@ const std::vector<Scene>& scenes() {
          }
        }},
       {"tuning-not-taken", Section::tuning, {usual}, saveInVain},
+      {"tuning-saved", Section::tuning, {usual}, saveThree},
+      {"tuning-receipt",
+       Section::tuning,
+       {usual},
+       [](Stage& stage) {
+         saveThree(stage);
+         stage.click("savedDetailsButton");
+       }},
+      {"tuning-undone", Section::tuning, {usual}, saveAndUndo},
+      {"tuning-not-as-left-set-a",
+       Section::tuning,
+       {usual},
+       [](Stage& stage) { comeBack(stage, 1); }},
+      {"tuning-not-as-left", Section::tuning, {usual}, [](Stage& stage) { comeBack(stage, 2); }},
       {"tuning-closing",
        Section::tuning,
        {usual},

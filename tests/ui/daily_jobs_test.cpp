@@ -135,5 +135,20 @@ TEST_F(DailyJobs, ForceFeedbackIsReachedAndChangedByTabAndDown) {
   EXPECT_EQ(count_, 2);
 }
 
+TEST_F(DailyJobs, UndoingASaveIsOneKeyOrClick) {
+  open();
+  tweakTwoAndSave();
+  const std::int64_t saved = valueOnBase(P::forceFeedback);
+  count_ = 0;
+  strikes(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_NE(valueOnBase(P::forceFeedback), saved);
+  EXPECT_EQ(count_, 1);
+  clicks(find("savedUndoButton"));  // which redoes it now
+  EXPECT_EQ(valueOnBase(P::forceFeedback), saved);
+  clicks(find("savedUndoButton"));
+  EXPECT_NE(valueOnBase(P::forceFeedback), saved);
+  EXPECT_EQ(count_, 3);
+}
+
 }  // namespace
 }  // namespace quorvane

@@ -84,5 +84,19 @@ TEST(TimeText, PartsOfASecondAreDropped) {
             shown("C", WallClock::time_point(std::chrono::seconds(-1))));
 }
 
+TEST(TimeText, TheDayIsToldAsSeenFromNow) {
+  const ScopedLocale scoped(QStringLiteral("en_GB"));
+  const auto now = at(14, 2, 0);
+  const auto told = [&](std::chrono::hours ago) {
+    return dayAndTimeText(now - ago, now).toStdString();
+  };
+  EXPECT_EQ(told(std::chrono::hours(0)), "today 14:02");
+  EXPECT_EQ(told(std::chrono::hours(14)), "today 00:02");
+  EXPECT_EQ(told(std::chrono::hours(16)), "yesterday 22:02");
+  EXPECT_EQ(told(std::chrono::hours(48)), "7 Mar 14:02");
+  EXPECT_EQ(told(std::chrono::hours(24 * 400)), "3 Feb 2023 14:02");
+  EXPECT_EQ(shortTimeText(now).toStdString(), "14:02");
+}
+
 }  // namespace
 }  // namespace quorvane

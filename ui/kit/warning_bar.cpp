@@ -15,7 +15,6 @@ namespace quorvane {
 namespace {
 
 constexpr int warningSymbol = 20;
-constexpr int warningGap = 12;  // between the symbol and the text
 constexpr int leastMargin = 9;  // above and below the text
 constexpr int leastHeight = 50;
 constexpr int runInGap = 6;  // between the heading and the text
@@ -89,8 +88,7 @@ WarningBar::WarningBar(const QString& heading, const QString& body, QWidget* par
 
 int WarningBar::textWidth(int width) const {
   const int inset = Metrics::inset(*this);
-  return std::max(1,
-                  std::min(width, Metrics::contentWidth) - 2 * inset - warningSymbol - warningGap);
+  return std::max(1, std::min(width, Metrics::contentWidth) - 2 * inset - textIndent);
 }
 
 // Whether the heading leaves room for text in its line.
@@ -106,10 +104,15 @@ int WarningBar::heightForWidth(int width) const {
   return std::max(leastHeight, text + 2 * leastMargin);
 }
 
+void WarningBar::setContinued(bool isContinued) {
+  isContinued_ = isContinued;
+  update();
+}
+
 QSize WarningBar::sizeHint() const { return {0, heightForWidth(width())}; }
 
 void WarningBar::place() {
-  const int left = Metrics::inset(*this) + warningSymbol + warningGap;
+  const int left = Metrics::inset(*this) + textIndent;
   const int room = textWidth(width());
   const int heading = heading_->fontMetrics().horizontalAdvance(heading_->text());
   const bool runsIn = isRunIn(width());
@@ -132,7 +135,9 @@ void WarningBar::paintEvent(QPaintEvent* /*event*/) {
   const Theme& t = theme();
   QPainter painter(this);
   painter.fillRect(rect(), t.warningGround);
-  drawEdge(painter, rect(), Qt::BottomEdge, t.warningLine);
+  const QRect beside(Metrics::inset(*this) + textIndent, 0, textWidth(width()), height());
+  drawEdge(painter, isContinued_ ? visualRect(*this, beside) : rect(), Qt::BottomEdge,
+           t.warningLine);
   const int middle = heading_->y() + heading_->fontMetrics().height() / 2;
   const QRect symbol(Metrics::inset(*this), middle - warningSymbol / 2, warningSymbol,
                      warningSymbol);

@@ -12,7 +12,12 @@ class WarningBar final : public QWidget {
   Q_OBJECT
 
  public:
+  static constexpr int textIndent = 32;  // of the texts, for the symbol before them
+
   WarningBar(const QString& heading, const QString& body, QWidget* parent = nullptr);
+
+  // Whether another line of the warning follows below: then only a line beside it parts them.
+  void setContinued(bool isContinued);
 
   QSize sizeHint() const override;
   bool hasHeightForWidth() const override { return true; }
@@ -30,6 +35,7 @@ class WarningBar final : public QWidget {
   void place();
 
   QLabel* heading_;
+  bool isContinued_ = false;
   Body* body_;
 };
 

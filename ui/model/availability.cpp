@@ -1,6 +1,7 @@
 #include "ui/model/availability.h"
 
 #include "ui/kit/plain_text.h"
+#include "ui/kit/text.h"
 
 namespace quorvane {
 
@@ -18,6 +19,20 @@ QString whyNotLoad(const AppModel& model) {
     return QStringLiteral("The base has not told its menu yet");
   }
   return whyNotNow(model);
+}
+
+QString whyNotReverse(const AppModel& model, UndoDirection direction) {
+  const QString whyNot = whyNotNow(model);
+  if (!whyNot.isEmpty()) return whyNot;
+  const bool isUndo = direction == UndoDirection::undo;
+  const auto& record = isUndo ? model.reversible().byUndo : model.reversible().byRedo;
+  if (!record) {
+    return isUndo ? QStringLiteral("There is nothing to undo")
+                  : QStringLiteral("There is nothing to redo");
+  }
+  if (model.tuning() && isOfSameSet(*record, *model.tuning())) return {};
+  return QStringLiteral("Choose set %1 of the %2 menu first: the values were written there")
+      .arg(text(record->menu->setName()), text(record->menu->modeName()));
 }
 
 void setAvailable(QWidget& control, const QString& reason, const QString& help) {

@@ -17,6 +17,10 @@ QString whyWait(const AppModel& model);
 // Why no settings can be filled in or applied now; empty if they can.
 QString whyNotLoad(const AppModel& model);
 
+// The reason why the last write cannot be undone, or the last undo not be redone, now; empty when
+// it can. A write to another set or mode is not undone before that is chosen.
+QString whyNotReverse(const AppModel& model, UndoDirection direction);
+
 // Disables the control if there is a reason, which becomes its tooltip; else enables it with the
 // tooltip `help`.
 void setAvailable(QWidget& control, const QString& reason, const QString& help = {});

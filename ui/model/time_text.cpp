@@ -6,6 +6,13 @@
 namespace quorvane {
 namespace {
 
+constexpr qint64 daysWithoutYear = 300;
+
+QDateTime localTime(WallClock::time_point time) {
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(time.time_since_epoch());
+  return QDateTime::fromSecsSinceEpoch(seconds.count());
+}
+
 // The locale's long time format, which has seconds, with its time zone removed.
 QString timeOfDayFormat(const QLocale& locale) {
   QString format;
@@ -17,10 +24,7 @@ QString timeOfDayFormat(const QLocale& locale) {
   return format.remove(QStringLiteral("()")).trimmed();
 }
 
-QTime timeOfDay(WallClock::time_point time) {
-  const auto seconds = std::chrono::floor<std::chrono::seconds>(time.time_since_epoch());
-  return QDateTime::fromSecsSinceEpoch(seconds.count()).time();
-}
+QTime timeOfDay(WallClock::time_point time) { return localTime(time).time(); }
 
 QString textOf(QTime time) {
   const QLocale locale;
@@ -36,6 +40,16 @@ QString shortTimeText(WallClock::time_point time) {
   // The short format of the locale "C" has seconds.
   const QString format = locale.timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
   return locale.toString(timeOfDay(time), format);
+}
+
+QString dayAndTimeText(WallClock::time_point time, WallClock::time_point now) {
+  const QDate day = localTime(time).date();
+  const qint64 ago = day.daysTo(localTime(now).date());
+  QString date = QLocale().toString(day, QStringLiteral("d MMM yyyy"));
+  if (ago >= 0 && ago < daysWithoutYear) date = QLocale().toString(day, QStringLiteral("d MMM"));
+  if (ago == 0) date = QStringLiteral("today");
+  if (ago == 1) date = QStringLiteral("yesterday");
+  return QStringLiteral("%1 %2").arg(date, shortTimeText(time));
 }
 
 QString longestTimeText() {

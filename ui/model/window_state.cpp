@@ -25,4 +25,13 @@ void setFlag(const QString& key, bool value) {
   if (const auto file = stateFile()) QSettings(*file, QSettings::IniFormat).setValue(key, value);
 }
 
+QString word(const QString& key) {
+  const auto file = stateFile();
+  return file ? QSettings(*file, QSettings::IniFormat).value(key).toString() : QString();
+}
+
+void setWord(const QString& key, const QString& value) {
+  if (const auto file = stateFile()) QSettings(*file, QSettings::IniFormat).setValue(key, value);
+}
+
 }  // namespace quorvane::WindowState

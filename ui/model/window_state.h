@@ -10,4 +10,8 @@ namespace quorvane::WindowState {
 bool flag(const QString& key, bool otherwise);
 void setFlag(const QString& key, bool value);
 
+// An empty text for a key that was not set.
+QString word(const QString& key);
+void setWord(const QString& key, const QString& value);
+
 }  // namespace quorvane::WindowState

@@ -28,6 +28,7 @@
 #include "ui/shell/closing.h"
 #include "ui/shell/comparing.h"
 #include "ui/shell/drop_frame.h"
+#include "ui/shell/history_bars.h"
 #include "ui/shell/sidebar.h"
 #include "ui/shell/status_bar.h"
 #include "ui/tools/tools_page.h"
@@ -91,6 +92,7 @@ MainWindow::MainWindow(AppModel& model, const QString& note)
 void MainWindow::setSection(Section section) {
   section_ = section;
   sidebar_->setSection(section);
+  shareUndoKey();
   View* const next = page(section);
   if (next != pages_->currentWidget()) showPage(next);
   placeFindOutWhy();
@@ -161,21 +163,48 @@ View* MainWindow::buildPage(Section section) {
 // Puts the bars in their places, the most important ones first.
 View* MainWindow::buildTuning() {
   auto* const page = new TuningPage(model_);
-  page->barsAbove().add(new AutoSetWarning(model_));
+  auto* const warning = new AutoSetWarning(model_);
+  page->barsAbove().add(warning);
   saveBar_ = new SaveBar(model_);
   page->barsBelow().add(saveBar_);
+  new HistoryBars(model_, *page, *warning, *saveBar_);
   return page;
 }
 
-// Runs an action on staged edits if the section "Tuning" is shown; otherwise only shows it.
-void MainWindow::onTuning(void (AppModel::*action)()) {
+// Runs an action on the menu if the section "Tuning" is shown; otherwise only shows it.
+void MainWindow::onTuning(const std::function<void()>& action) {
   if (section_ == Section::tuning) {
     // Commit a value that is being typed.
     if (auto* const typed = qobject_cast<Readout*>(QApplication::focusWidget())) typed->commit();
-    (model_.*action)();
+    action();
   } else {
     setSection(Section::tuning);
   }
+}
+
+void MainWindow::undo() {
+  if (model_.staged().empty()) {
+    model_.undo();
+  } else {
+    model_.takeBackEdit();
+  }
+}
+
+void MainWindow::redo() {
+  if (model_.staged().empty()) model_.redo();
+}
+
+void MainWindow::renderUndo() {
+  const bool hasEdits = !model_.staged().empty();
+  setAvailable(undo_, hasEdits ? whyNotNow(model_) : whyNotReverse(model_, UndoDirection::undo));
+  setAvailable(redo_, hasEdits ? QStringLiteral("Save or discard the unsaved changes first")
+                               : whyNotReverse(model_, UndoDirection::redo));
+}
+
+// The section "Presets" has an action of its own for the key.
+void MainWindow::shareUndoKey() {
+  undo_->setShortcut(section_ == Section::presets ? QKeySequence()
+                                                  : QKeySequence(Qt::CTRL | Qt::Key_Z));
 }
 
 void MainWindow::modelChanged() {
@@ -184,6 +213,7 @@ void MainWindow::modelChanged() {
       model_.staged().empty() ? QStringLiteral("There are no unsaved changes") : whyNot;
   setAvailable(save_, noEdits);
   setAvailable(discard_, noEdits);
+  renderUndo();
   setAvailable(readAgain_, whyNot);
   setAvailable(loadPreset_, whyNotLoad(model_));
   setAvailable(share_, model_.isConnected() && model_.tuning()

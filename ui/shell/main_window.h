@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QStringList>
 #include <array>
+#include <functional>
 
 #include "app/app_model.h"
 #include "ui/model/section.h"
@@ -66,7 +67,11 @@ class MainWindow final : public QMainWindow {
   void followRequest();
   void placeFindOutWhy();
   void findOutWhy();
-  void onTuning(void (AppModel::*action)());
+  void onTuning(const std::function<void()>& action);
+  void undo();
+  void redo();
+  void renderUndo();
+  void shareUndoKey();
 
   AppModel& model_;
   Section section_;
@@ -82,6 +87,8 @@ class MainWindow final : public QMainWindow {
 
   QAction* save_ = nullptr;
   QAction* discard_ = nullptr;
+  QAction* undo_ = nullptr;
+  QAction* redo_ = nullptr;
   QAction* readAgain_ = nullptr;
   QAction* loadPreset_ = nullptr;
   QAction* share_ = nullptr;

@@ -68,12 +68,24 @@ void MainWindow::buildFileMenu(QMenu* menu) {
 }
 
 void MainWindow::buildEditMenu(QMenu* menu) {
+  const auto add = [this, menu](const char* name, const QString& title, int key,
+                                void (MainWindow::*run)()) {
+    QAction* const action = menu->addAction(title, QKeySequence(Qt::CTRL | key), this, [this, run] {
+      onTuning([this, run] { (this->*run)(); });
+    });
+    action->setObjectName(QString::fromLatin1(name));
+    action->setAutoRepeat(false);
+    return action;
+  };
+  undo_ = add("undoAction", QStringLiteral("&Undo"), Qt::Key_Z, &MainWindow::undo);
+  redo_ = add("redoAction", QStringLiteral("R&edo"), Qt::Key_Y, &MainWindow::redo);
+  menu->addSeparator();
   save_ = menu->addAction(QStringLiteral("&Save to set"), QKeySequence(Qt::CTRL | Qt::Key_S), this,
-                          [this] { onTuning(&AppModel::saveStaged); });
+                          [this] { onTuning([this] { model_.saveStaged(); }); });
   save_->setObjectName(QStringLiteral("saveAction"));
   discard_ =
       menu->addAction(QStringLiteral("&Discard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z),
-                      this, [this] { onTuning(&AppModel::discardStaged); });
+                      this, [this] { onTuning([this] { model_.discardStaged(); }); });
   discard_->setObjectName(QStringLiteral("discardAction"));
   readAgain_ = menu->addAction(QStringLiteral("&Read again"), &model_, &AppModel::refresh);
   readAgain_->setObjectName(QStringLiteral("readAgainAction"));

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "ui/model/bar.h"
-
-class QLabel;
+#include "ui/model/notice_bar.h"
 
 namespace quorvane {
 
@@ -10,7 +8,7 @@ class Button;
 
 // The number of unsaved edits, with buttons to save and discard them. During a save it counts the
 // values; afterwards it says how many were not taken.
-class SaveBar final : public Bar {
+class SaveBar final : public NoticeBar {
   Q_OBJECT
 
  public:
@@ -21,31 +19,24 @@ class SaveBar final : public Bar {
   // While there are unsaved edits.
   bool isWanted() const override { return !model().staged().empty(); }
 
-  QSize sizeHint() const override;
-  bool hasHeightForWidth() const override { return true; }
-  int heightForWidth(int width) const override;
+ signals:
+  // The user wants to see what became of each value; the button that was pressed.
+  void detailsWanted(QWidget* button);
 
  protected:
   void render() override;
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
+  Look look() const override;
 
  private:
-  struct Layout;
-
   bool isSaving() const;
   bool hasFailed() const;
   QString countText() const;
   QString failureText() const;
-  Layout layoutFor(int width) const;
-  int markSize() const;
-  void setTextOf(QLabel* label, const QString& text);
-  void place();
 
-  QLabel* count_;
-  QLabel* failure_;
   Button* discard_;
   Button* save_;
+  TextLink* details_;
 };
 
 }  // namespace quorvane
