@@ -62,7 +62,7 @@ class CompareSides : public WindowTest {
 
   std::string ticked() { return rows().ticked().join(u' ').toStdString(); }
 
-  std::string counts() { return text("differingCount") + text("otherCounts"); }
+  std::string counts() { return text("differingCount") + " " + text("otherCounts"); }
 
   void clickBox(const char* code) {
     const QRect place = list().visualRect(row(code));

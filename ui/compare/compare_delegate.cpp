@@ -52,7 +52,8 @@ class ComparePainter {
       write(columns_.words(), line_.words, Metrics::Type::callout, t.ink2);
     }
     if (line_.isStronger) paintStronger();
-    if (option_.state.testFlag(QStyle::State_HasFocus)) paintFocus();
+    const bool showsFocus = option_.widget->property(CompareDelegate::showsFocus).toBool();
+    if (showsFocus && option_.state.testFlag(QStyle::State_HasFocus)) paintFocus();
   }
 
  private:
@@ -106,7 +107,11 @@ class ComparePainter {
   // The number, and the way from the left value (a tick) to the right one (a cap).
   void paintChange() {
     const Theme& t = theme();
+    // The sign stays before the digits from right to left, too.
+    const Qt::LayoutDirection usual = painter_.layoutDirection();
+    painter_.setLayoutDirection(Qt::LeftToRight);
     write(columns_.number, line_.number, Metrics::Type::value, t.ink, Qt::AlignRight);
+    painter_.setLayoutDirection(usual);
     const QRectF room = columns_.distance;
     const qreal middle = room.center().y();
     const auto at = [&](double place) { return room.left() + place * room.width(); };

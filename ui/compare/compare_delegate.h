@@ -15,6 +15,9 @@ class CompareDelegate final : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
 
+  // The property of the list that shows the ring around the row with the focus.
+  static constexpr const char* showsFocus = "showsFocus";
+
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;

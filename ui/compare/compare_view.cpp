@@ -109,7 +109,7 @@ QHBoxLayout* CompareView::buildCounts() {
   onlyDifferent_->setObjectName(QStringLiteral("onlyDifferentBox"));
   connect(onlyDifferent_, &TickBox::toggled, rows_, &CompareModel::setOnlyDifferent);
   auto* const row = new QHBoxLayout;
-  row->setSpacing(0);
+  row->setSpacing(others_->fontMetrics().horizontalAdvance(u' '));
   row->addWidget(differing_);
   row->addWidget(others_, 1);
   row->addWidget(onlyDifferent_);
@@ -130,6 +130,7 @@ void CompareView::buildList() {
   list_->setUniformItemSizes(true);
   list_->setTabKeyNavigation(false);
   list_->setMinimumHeight(fewestRows * CompareColumns::rowHeight());
+  list_->installEventFilter(this);
   list_->viewport()->installEventFilter(this);
   notUnderstood_->setObjectName(QStringLiteral("notUnderstood"));
   notUnderstood_->setAccessibleName(QStringLiteral("Not understood"));
@@ -194,6 +195,13 @@ bool CompareView::eventFilter(QObject* watched, QEvent* event) {
   if (watched == list_->viewport() && event->type() == QEvent::Resize) {
     header_->setRowWidth(list_->viewport()->width());
   }
+  // The ring around a row shows after a key only.
+  const bool isKey = watched == list_ && event->type() == QEvent::KeyPress;
+  const bool isClick = watched == list_->viewport() && event->type() == QEvent::MouseButtonPress;
+  if (isKey || isClick) {
+    list_->setProperty(CompareDelegate::showsFocus, isKey);
+    list_->viewport()->update();
+  }
   return View::eventFilter(watched, event);
 }
 
@@ -230,9 +238,10 @@ void CompareView::renderRows() {
 void CompareView::renderCounts(const std::vector<std::string>& counts) {
   QString others;
   for (auto count = counts.begin() + 1; count != counts.end(); ++count) {
-    others += QStringLiteral(", ") + text(*count);
+    if (!others.isEmpty()) others += QStringLiteral(", ");
+    others += text(*count);
   }
-  differing_->setText(text(counts.front()));
+  differing_->setText(text(counts.front()) + u',');
   others_->setText(others);
 }
 
