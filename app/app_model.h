@@ -119,6 +119,9 @@ class AppModel final : public QObject {
   // Set while a save or the applying of a preset runs.
   const std::optional<Progress>& progress() const { return progress_; }
 
+  // The file with the connected base's history, which may not be there yet; none without a base.
+  std::optional<std::filesystem::path> historyFile() const;
+
   // The last write of values to the connected base; none before one.
   const std::optional<LastWrite>& lastWrite() const { return lastWrite_; }
 

@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -30,6 +32,10 @@ std::vector<ValueReceipt> AppModel::writeRecorded(
     emit changed();
   });
   return receipts;
+}
+
+std::optional<std::filesystem::path> AppModel::historyFile() const {
+  return base_ ? world_.history.fileOf(base_->info()) : std::nullopt;
 }
 
 // A history that cannot be read offers nothing.

@@ -94,11 +94,13 @@ class History {
   void addWheelChanges(const HIDDeviceInfo& base, const TuningSnapshot& before,
                        const TuningSnapshot& after) const;
 
+  // The file with the base's records; none without a folder. Does not block.
+  std::optional<std::filesystem::path> fileOf(const HIDDeviceInfo& base) const;
+
   // The base's records. Empty without a folder. Throws FileError.
   HistoryContents read(const HIDDeviceInfo& base) const;
 
  private:
-  std::optional<std::filesystem::path> fileOf(const HIDDeviceInfo& base) const;
   HistoryRecord newRecord(const HIDDeviceInfo& base, HistoryAction action) const;
 
   std::optional<std::filesystem::path> folder_;

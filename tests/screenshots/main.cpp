@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QDragEnterEvent>
+#include <QListView>
 #include <QMimeData>
 #include <QPointer>
 #include <QScopeGuard>
@@ -28,8 +29,10 @@
 #include <utility>
 #include <vector>
 
+#include "history/history_file.h"
 #include "simulator/simulated_machine.h"
 #include "tests/app/no_panels.h"
+#include "tests/screenshots/written_history.h"
 #include "ui/kit/metrics.h"
 #include "ui/kit/style.h"
 #include "ui/kit/text.h"
@@ -64,6 +67,7 @@ class Stage {
       : machine_(productsOf(bases)), store_(directory / "presets.json") {
     const bool hasBase = !bases.empty();
     std::filesystem::remove(store_.fileURL());
+    std::filesystem::remove_all(directory / "history");
     if (!hasBase) machine_.device().unplug();
     for (std::size_t number = 1; number < bases.size(); ++number) {
       machine_.device(number).setProperty(HIDPropertyKey::serialNumber,
@@ -204,8 +208,8 @@ constexpr std::array otherLooks{Look{"-13pt", 13}, Look{"-16pt", 16},
                                 Look{"-rtl", 0, Qt::RightToLeft}};
 
 // The scenes that are taken in the other looks too.
-constexpr std::array<const char*, 6> variedScenes{
-    "tuning", "presets", "compare", "base-checks-failed", "tools", "log"};
+constexpr std::array<const char*, 7> variedScenes{
+    "tuning", "presets", "compare", "history", "base-checks-failed", "tools", "log"};
 
 void stageEdits(Stage& stage) {
   stage.model().stage(sensitivity, 540);
@@ -299,6 +303,20 @@ void compare(Stage& stage) {
 void compareOnlyDifferent(Stage& stage) {
   stage.window().comparing().comparePreset(stage.model().userPresets().back());
   stage.click("onlyDifferentBox");
+}
+
+// Writes of some days, and one just now of which the base does not take a value.
+void showHistory(Stage& stage) {
+  const HistoryFile file(stage.model().historyFile().value());
+  for (const HistoryRecord& record : writtenHistory(usual)) {
+    file.append(record);
+    file.append(record.id, *record.outcome);
+  }
+  saveInVain(stage);
+  stage.model().discardStaged();
+  stage.window().findChild<QAction*>(QStringLiteral("historyAction"))->trigger();
+  const auto* const list = stage.window().findChild<QListView*>(QStringLiteral("historyList"));
+  Stage::until([&] { return list->model()->rowCount() > 0; });
 }
 
 void drag(Stage& stage) {
@@ -479,6 +497,7 @@ const std::vector<Scene>& scenes() {
          logSomething(stage);
          stage.click("errorsOnlyToggle");
        }},
+      {"history", Section::tuning, {usual}, showHistory},
       {"about",
        Section::tuning,
        {usual},

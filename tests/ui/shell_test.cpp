@@ -334,8 +334,9 @@ TEST_F(Shell, MenusHoldTheirEntriesInOrder) {
   }
   EXPECT_EQ(titles, (Lines{"File", "Edit", "View", "Help"}));
   EXPECT_EQ(entriesOf(menu(0)), (Lines{"Import…", "Share…", "Export mine…", "-", "Quit"}));
-  EXPECT_EQ(entriesOf(menu(1)), (Lines{"Undo", "Redo", "-", "Save to set", "Discard", "Read again",
-                                       "-", "Load preset…", "Compare…", "Save as preset…"}));
+  EXPECT_EQ(entriesOf(menu(1)),
+            (Lines{"Undo", "Redo", "-", "Save to set", "Discard", "Read again", "-", "Load preset…",
+                   "Compare…", "Save as preset…", "History…"}));
   EXPECT_EQ(entriesOf(menu(2)), (Lines{"Base", "Tuning", "Presets", "Tools", "Log", "-",
                                        "What it does", "Compact presets", "Keyboard shortcuts"}));
   EXPECT_EQ(entriesOf(menu(3)), (Lines{"Quorvane website", "Support the firmware work",

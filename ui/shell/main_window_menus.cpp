@@ -6,6 +6,7 @@
 #include <QUrl>
 #include <utility>
 
+#include "ui/history/history_window.h"
 #include "ui/kit/text.h"
 #include "ui/model/addresses.h"
 #include "ui/model/availability.h"
@@ -99,6 +100,10 @@ void MainWindow::buildEditMenu(QMenu* menu) {
     setSection(Section::presets);
     static_cast<PresetsPage*>(page(Section::presets))->focusNewName();
   });
+  QAction* const history =
+      menu->addAction(QStringLiteral("&History…"), QKeySequence(Qt::CTRL | Qt::Key_H), this,
+                      [this] { HistoryWindow::showAbove(model_, *this); });
+  history->setObjectName(QStringLiteral("historyAction"));
 }
 
 void MainWindow::buildViewMenu(QMenu* menu) {
