@@ -181,14 +181,14 @@ TEST_F(HistoryOfWrites, OnlyThisSetHidesTheOthers) {
   model().selectSlot(3);
   settle();
   openHistory();
-  click("onlyThisSetToggle");
+  click("onlyThisSetBox");
   settle();
   EXPECT_TRUE(text("historyMessage").starts_with("Nothing was written to this set yet"));
   EXPECT_TRUE(isVisible("historyMessage"));
   model().selectSlot(2);
   settle();
   waitUntil([&] { return rows().size() == 3; });
-  click("onlyThisSetToggle");
+  click("onlyThisSetBox");
   waitUntil([&] { return rows().size() == 4; });
 }
 
@@ -212,11 +212,20 @@ TEST_F(HistoryOfWrites, TheKeysSkipCaptionsAndEscCloses) {
   ASSERT_EQ(rows().size(), 4U);
   press(Qt::Key_Down);
   EXPECT_EQ(list().currentIndex().row(), 3);
-  press(Qt::Key_Return);
-  EXPECT_TRUE(isVisible("historyWindow"));
   press(Qt::Key_Escape);
   settle();
   EXPECT_FALSE(exists("historyWindow"));
+}
+
+TEST_F(HistoryOfWrites, ReturnComparesWithTheBase) {
+  open();
+  save(P::forceFeedback, 80);
+  openHistory();
+  EXPECT_EQ(state("compareHistoryButton"), "enabled: Compare these values with those on the base");
+  press(Qt::Key_Return);
+  settle();
+  EXPECT_TRUE(isVisible("compareWindow"));
+  EXPECT_EQ(window().findChildren<HistoryWindow*>().size(), 1);
 }
 
 TEST_F(HistoryOfWrites, IsOpenOnce) {

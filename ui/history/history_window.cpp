@@ -23,7 +23,7 @@
 #include "ui/kit/plain_text.h"
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
-#include "ui/kit/toggle.h"
+#include "ui/kit/tick_box.h"
 #include "ui/model/availability.h"
 #include "ui/model/section.h"
 
@@ -46,6 +46,12 @@ QLabel* historyLabel(const char* objectName, Metrics::Type type, QPalette::Color
   return label;
 }
 
+// Why the menu before the record cannot be shown; empty when it can.
+QString whyNotCompare(const HistoryRecord* record) {
+  if (record == nullptr) return QStringLiteral("Choose a line first");
+  return record->menu ? QString() : QStringLiteral("The values before this are not known");
+}
+
 }  // namespace
 
 HistoryWindow::HistoryWindow(AppModel& model, QWidget* parent)
@@ -53,13 +59,14 @@ HistoryWindow::HistoryWindow(AppModel& model, QWidget* parent)
       model_(model),
       records_(new HistoryListModel(this)),
       subtitle_(historyLabel("historySubtitle", Metrics::Type::callout, QPalette::Dark)),
-      onlyThisSet_(new Toggle(QStringLiteral("Only this set"))),
+      onlyThisSet_(new TickBox(QStringLiteral("Only this set"))),
       notice_(historyLabel("historyNotice", Metrics::Type::callout, QPalette::WindowText)),
       pages_(new QStackedWidget),
       message_(historyLabel("historyMessage", Metrics::Type::body, QPalette::Dark)),
       list_(new QListView),
       choice_(historyLabel("historyChoice", Metrics::Type::body, QPalette::Dark)),
       close_(new Button(QStringLiteral("Close"))),
+      compare_(new Button(QStringLiteral("Compare…"))),
       fillIn_(new Button(QStringLiteral("Fill in"), Button::Kind::prominent)) {
   setObjectName(QStringLiteral("historyWindow"));
   setAttribute(Qt::WA_DeleteOnClose);
@@ -86,12 +93,13 @@ HistoryWindow::HistoryWindow(AppModel& model, QWidget* parent)
 
 HistoryWindow::~HistoryWindow() = default;
 
-void HistoryWindow::showAbove(AppModel& model, QWidget& parent) {
+HistoryWindow& HistoryWindow::showAbove(AppModel& model, QWidget& parent) {
   auto* window = parent.findChild<HistoryWindow*>(QString(), Qt::FindDirectChildrenOnly);
   if (window == nullptr) window = new HistoryWindow(model, &parent);
   window->show();
   window->raise();
   window->activateWindow();
+  return *window;
 }
 
 QWidget* HistoryWindow::buildHeader() {
@@ -99,9 +107,9 @@ QWidget* HistoryWindow::buildHeader() {
   QLabel* const title =
       historyLabel("historyTitle", Metrics::Type::dialogTitle, QPalette::WindowText);
   title->setText(QStringLiteral("History"));
-  onlyThisSet_->setObjectName(QStringLiteral("onlyThisSetToggle"));
+  onlyThisSet_->setObjectName(QStringLiteral("onlyThisSetBox"));
   onlyThisSet_->setAccessibleName(QStringLiteral("Only this set"));
-  connect(onlyThisSet_, &Toggle::chosen, this, [this](bool isOnly) {
+  connect(onlyThisSet_, &TickBox::toggled, this, [this](bool isOnly) {
     isOnlyThisSet_ = isOnly;
     render();
   });
@@ -143,6 +151,9 @@ QWidget* HistoryWindow::buildFoot() {
   auto* const foot = new QWidget;
   close_->setObjectName(QStringLiteral("closeHistoryButton"));
   connect(close_, &Button::clicked, this, &QDialog::reject);
+  compare_->setObjectName(QStringLiteral("compareHistoryButton"));
+  connect(compare_, &Button::clicked, this, &HistoryWindow::askToCompare);
+  connect(list_, &QListView::doubleClicked, compare_, &Button::click);
   fillIn_->setObjectName(QStringLiteral("fillHistoryButton"));
   connect(fillIn_, &Button::clicked, this, &HistoryWindow::fillIn);
   for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
@@ -155,6 +166,7 @@ QWidget* HistoryWindow::buildFoot() {
   row->setSpacing(Metrics::gap);
   row->addWidget(choice_, 1);
   row->addWidget(close_);
+  row->addWidget(compare_);
   row->addWidget(fillIn_);
   return foot;
 }
@@ -257,6 +269,8 @@ const HistoryRecord* HistoryWindow::chosen() const {
 void HistoryWindow::renderFoot() {
   const HistoryRecord* const record = chosen();
   choice_->setText(record == nullptr ? QString() : historyChoice(*record, model_.tuning()));
+  setAvailable(*compare_, whyNotCompare(record),
+               QStringLiteral("Compare these values with those on the base"));
   setAvailable(*fillIn_, whyNotFillIn(record),
                QStringLiteral("Fill these values in as unsaved changes"));
 }
@@ -264,12 +278,16 @@ void HistoryWindow::renderFoot() {
 QString HistoryWindow::whyNotFillIn(const HistoryRecord* record) const {
   const QString whyNot = whyNotLoad(model_);
   if (!whyNot.isEmpty()) return whyNot;
-  if (record == nullptr) return QStringLiteral("Choose a line first");
-  if (!record->menu) return QStringLiteral("The values before this are not known");
+  const QString unknown = whyNotCompare(record);
+  if (!unknown.isEmpty()) return unknown;
   const StagedValues edits = editsBackTo(*record, model_.tuning(), model_.product());
   if (edits.empty()) return QStringLiteral("The base has these values already");
   return edits == model_.staged() ? QStringLiteral("These values are filled in already")
                                   : QString();
+}
+
+void HistoryWindow::askToCompare() {
+  if (const HistoryRecord* const record = chosen()) emit compareAsked(*record);
 }
 
 void HistoryWindow::fillIn() {
@@ -288,12 +306,15 @@ void HistoryWindow::paintEvent(QPaintEvent* /*event*/) {
   drawEdge(painter, foot_->geometry(), Qt::TopEdge, t.line);
 }
 
-// Return would press a button of the dialog.
+// Return would press a default button of the dialog.
 bool HistoryWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     const auto& key = static_cast<const QKeyEvent&>(*event);
     const bool isReturn = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-    if (isReturn && !key.modifiers().testFlag(Qt::ControlModifier)) return true;
+    if (isReturn && !key.modifiers().testFlag(Qt::ControlModifier)) {
+      compare_->click();
+      return true;
+    }
   }
   return QDialog::eventFilter(watched, event);
 }

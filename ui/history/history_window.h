@@ -18,7 +18,7 @@ namespace quorvane {
 
 class Button;
 class HistoryListModel;
-class Toggle;
+class TickBox;
 
 // What was written to the connected base, by either program, and what was turned on its wheel: the
 // newest first. Filling a record in stages the menu before it, and writes nothing. Not modal. Keeps
@@ -27,10 +27,14 @@ class HistoryWindow final : public QDialog {
   Q_OBJECT
 
  public:
-  // Shows the window that is open above `parent`, else a new one.
-  static void showAbove(AppModel& model, QWidget& parent);
+  // Shows the window that is open above `parent`, else a new one, and returns it.
+  static HistoryWindow& showAbove(AppModel& model, QWidget& parent);
 
   ~HistoryWindow() override;
+
+ signals:
+  // The menu before the record is to be compared with the base's.
+  void compareAsked(const quorvane::HistoryRecord& record);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -52,6 +56,7 @@ class HistoryWindow final : public QDialog {
   QString message() const;
   const HistoryRecord* chosen() const;
   QString whyNotFillIn(const HistoryRecord* record) const;
+  void askToCompare();
   void fillIn();
 
   AppModel& model_;
@@ -66,13 +71,14 @@ class HistoryWindow final : public QDialog {
   QWidget* header_ = nullptr;
   QWidget* foot_ = nullptr;
   QLabel* subtitle_;
-  Toggle* onlyThisSet_;
+  TickBox* onlyThisSet_;
   QLabel* notice_;  // about what could not be read
   QStackedWidget* pages_;
   QLabel* message_;  // instead of an empty list
   QListView* list_;
   QLabel* choice_;  // what filling in means
   Button* close_;
+  Button* compare_;
   Button* fillIn_;
 };
 

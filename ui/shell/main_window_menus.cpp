@@ -100,9 +100,11 @@ void MainWindow::buildEditMenu(QMenu* menu) {
     setSection(Section::presets);
     static_cast<PresetsPage*>(page(Section::presets))->focusNewName();
   });
-  QAction* const history =
-      menu->addAction(QStringLiteral("&History…"), QKeySequence(Qt::CTRL | Qt::Key_H), this,
-                      [this] { HistoryWindow::showAbove(model_, *this); });
+  QAction* const history = menu->addAction(
+      QStringLiteral("&History…"), QKeySequence(Qt::CTRL | Qt::Key_H), this, [this] {
+        connect(&HistoryWindow::showAbove(model_, *this), &HistoryWindow::compareAsked, comparing_,
+                &Comparing::compareBefore, Qt::UniqueConnection);
+      });
   history->setObjectName(QStringLiteral("historyAction"));
 }
 

@@ -57,7 +57,7 @@ constexpr std::array sheet{
     Key{"F2, Delete, Ctrl+C", "On a preset: edit it, delete it, copy its values as text"},
     Key{"Alt+Up, Alt+Down", "On a preset of your own: move it"},
     Key{"Menu, Shift+F10", "On a preset: open its menu"},
-    Key{"Ctrl+Return, Esc", "In the history: fill in the values before, close it"},
+    Key{"Return, Ctrl+Return, Esc", "In the history: compare, fill in the values before, close it"},
     Key{"Ctrl+C", "Copy the chosen lines of the log"},
     Key{"F1", "On a row of Tuning: what the setting does. Elsewhere: this sheet"},
     Key{"Ctrl+Q", "Quit"},
