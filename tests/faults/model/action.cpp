@@ -18,7 +18,7 @@ const std::vector<Action>& actions() {
     std::vector<Action> list;
     for (const auto& some :
          {connectingActions(), readingActions(), writeActions(), recoveringActions(),
-          reversingActions(), stagingActions(), presetActions(), fileActions()}) {
+          reversingActions(), stagingActions(), presetActions(), fileActions(), lookingActions()}) {
       list.insert(list.end(), some.begin(), some.end());
     }
     return list;

@@ -13,6 +13,7 @@ std::vector<Action> recoveringActions();  // the USB reset and the examination
 std::vector<Action> reversingActions();   // undo and redo of a write in the history
 std::vector<Action> stagingActions();
 std::vector<Action> presetActions();
-std::vector<Action> fileActions();  // of files that only the user names
+std::vector<Action> fileActions();     // of files that only the user names
+std::vector<Action> lookingActions();  // read what is only looked at
 
 }  // namespace quorvane
