@@ -82,7 +82,7 @@ TEST(HistoryEntry, SaysWhatWasWrittenWhereAndByWhom) {
        "quorvanectl set"},
       {foreign, "1 value to set C (Custom) | FF 65 → 80 |  |  | other program"},
       {plainRecord(HistoryAction::select, "3"),
-       "Switched to set C (Custom) |  | 16 values of set C kept here |  | quorvanectl select"},
+       "Switched to set 3 |  | 16 values of set C kept here |  | quorvanectl select"},
       {plainRecord(HistoryAction::mode),
        "Switched to the advanced menu |  | 16 values of set C kept here |  | quorvanectl mode"},
       {ended,

@@ -45,10 +45,7 @@ QString entryWriteTitle(const HistoryRecord& record) {
 
 // "Switched to set 3".
 QString entrySelectionTitle(const HistoryRecord& record) {
-  const bool isKnown = record.outcome && record.outcome->menu && !record.outcome->error;
-  return QStringLiteral("Switched to %1")
-      .arg(isKnown ? entryPlace(record.outcome->menu)
-                   : QStringLiteral("set %1").arg(text(oneLine(record.detail))));
+  return QStringLiteral("Switched to set %1").arg(text(oneLine(record.detail)));
 }
 
 QString entryModeTitle(const HistoryRecord& record) {

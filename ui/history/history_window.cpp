@@ -306,6 +306,13 @@ void HistoryWindow::paintEvent(QPaintEvent* /*event*/) {
   drawEdge(painter, foot_->geometry(), Qt::TopEdge, t.line);
 }
 
+// The end of a long list can be reached before it is laid out to there.
+void HistoryWindow::layOutAll() {
+  list_->setLayoutMode(QListView::SinglePass);
+  list_->doItemsLayout();
+  list_->setLayoutMode(QListView::Batched);
+}
+
 // Return would press a default button of the dialog.
 bool HistoryWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
@@ -315,6 +322,7 @@ bool HistoryWindow::eventFilter(QObject* watched, QEvent* event) {
       compare_->click();
       return true;
     }
+    if (key.key() == Qt::Key_End) layOutAll();
   }
   return QDialog::eventFilter(watched, event);
 }

@@ -57,6 +57,7 @@ class HistoryWindow final : public QDialog {
   const HistoryRecord* chosen() const;
   QString whyNotFillIn(const HistoryRecord* record) const;
   void askToCompare();
+  void layOutAll();
   void fillIn();
 
   AppModel& model_;
