@@ -42,7 +42,7 @@ Bytes menuBytes(const SimulatedMenu& menu) {
   return {report.begin() + 3, report.end()};
 }
 
-const FanatecProduct& directDrive() { return directDrive(); }
+const FanatecProduct& directDrive() { return product(0x0020); }
 
 TEST(SimulatedMenu, ItsReportIsATuningReport) {
   const SimulatedMenu menu(directDrive());

@@ -33,7 +33,7 @@ int widestWord(const QLabel& label) {
   return widest;
 }
 
-int labelWidth(const QLabel& label) {
+int labelAdvance(const QLabel& label) {
   return label.fontMetrics().horizontalAdvance(label.text()) + 1;
 }
 
@@ -118,8 +118,8 @@ NoticeBar::Layout NoticeBar::layoutFor(int width) const {
   }
   const int least = form_.height - Metrics::buttonHeight + button;
   const bool hasQuiet = !quiet_->text().isEmpty();
-  const int strong = labelWidth(*strong_);
-  const int quiet = labelWidth(*quiet_) + linkWidth();
+  const int strong = labelAdvance(*strong_);
+  const int quiet = labelAdvance(*quiet_) + linkWidth();
 
   Layout layout{{}, {}, least / 2, right, least};
   int room = right - buttons - left;
@@ -164,8 +164,8 @@ void NoticeBar::placeLink(const Layout& layout) {
   if (link_ == nullptr) return;
   const QSize size = link_->sizeHint();
   const int room = layout.quiet.width() - linkWidth();
-  const int left = layout.quiet.left() + std::min(labelWidth(*quiet_), room) + noticeLinkGap;
-  const bool isOneLine = labelWidth(*quiet_) <= room;
+  const int left = layout.quiet.left() + std::min(labelAdvance(*quiet_), room) + noticeLinkGap;
+  const bool isOneLine = labelAdvance(*quiet_) <= room;
   const int top =
       isOneLine ? layout.quiet.center().y() + 1 - size.height() / 2 : layout.quiet.top();
   link_->setGeometry(visualRect(*this, QRect(QPoint(left, top), size)));
