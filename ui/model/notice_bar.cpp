@@ -153,22 +153,22 @@ void NoticeBar::place() {
     right = rect.left() - Metrics::gap;
   });
   strong_->setGeometry(visualRect(*this, layout.strong));
-  quiet_->setGeometry(visualRect(*this, layout.quiet.adjusted(0, 0, -linkWidth(), 0)));
-  placeLink(layout);
+  QRect quiet = layout.quiet.adjusted(0, 0, -linkWidth(), 0);
+  if (link_ != nullptr) quiet.setWidth(std::min(quiet.width(), labelAdvance(*quiet_)));
+  quiet_->setGeometry(visualRect(*this, quiet));
+  placeLink(quiet);
   update();
 }
 
 // The link follows the last word of a text in one line, and is at the end of the first line of a
 // text that wraps.
-void NoticeBar::placeLink(const Layout& layout) {
+void NoticeBar::placeLink(const QRect& quiet) {
   if (link_ == nullptr) return;
   const QSize size = link_->sizeHint();
-  const int room = layout.quiet.width() - linkWidth();
-  const int left = layout.quiet.left() + std::min(labelAdvance(*quiet_), room) + noticeLinkGap;
-  const bool isOneLine = labelAdvance(*quiet_) <= room;
-  const int top =
-      isOneLine ? layout.quiet.center().y() + 1 - size.height() / 2 : layout.quiet.top();
-  link_->setGeometry(visualRect(*this, QRect(QPoint(left, top), size)));
+  const bool isOneLine = labelAdvance(*quiet_) <= quiet.width();
+  const int top = isOneLine ? quiet.center().y() + 1 - size.height() / 2 : quiet.top();
+  link_->setGeometry(
+      visualRect(*this, QRect(QPoint(quiet.right() + 1 + noticeLinkGap, top), size)));
 }
 
 void NoticeBar::resizeEvent(QResizeEvent* /*event*/) { place(); }

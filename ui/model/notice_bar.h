@@ -75,7 +75,7 @@ class NoticeBar : public Bar {
   Layout layoutFor(int width) const;
   int markSize() const;
   int linkWidth() const;
-  void placeLink(const Layout& layout);
+  void placeLink(const QRect& quiet);
   void announce(QLabel* label, const QString& text);
   void paintMark(QPainter& painter);
 
