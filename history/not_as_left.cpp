@@ -44,7 +44,7 @@ std::optional<NotAsLeft> notAsLeft(const std::vector<HistoryRecord>& records,
   });
   if (last == records.rend() || !last->outcome || !last->outcome->menu) return std::nullopt;
   const auto product = last->product();
-  NotAsLeft result{last->id, last->time, menu, {}};
+  NotAsLeft result{*last, menu, {}};
   for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
     const ParameterValue left{parameter, last->outcome->menu->value(parameter, product)};
     if (!hasValue(menu, left, product)) result.left.push_back(left);

@@ -10,8 +10,7 @@ namespace quorvane {
 
 // Values of a set that differ from what the last record of this set left there.
 struct NotAsLeft {
-  UUID record;         // that left them
-  WallSeconds time{};  // of the record
+  HistoryRecord record;  // that left them; has the menu afterwards
   MenuPlace place;
   std::vector<ParameterValue> left;  // as they were, in menu order; never empty
 

@@ -46,7 +46,7 @@ TEST(NotAsLeft, NamesTheValuesAsTheLastRecordLeftThem) {
     EXPECT_EQ(notAsLeft({leaving(action, 80)}, withForce(80)), std::nullopt) << rawValue(action);
   }
   const HistoryRecord record = leaving(HistoryAction::save, 80);
-  EXPECT_EQ(notAsLeft({record}, withForce(100))->record, record.id);
+  EXPECT_EQ(notAsLeft({record}, withForce(100))->record, record);
 }
 
 TEST(NotAsLeft, ARecordThatOnlyShowedTheSetIsPassedOver) {

@@ -51,7 +51,7 @@ class MirroredRows : public WindowTest {
       if (!widget->isVisible() || widget->objectName().isEmpty()) continue;
       std::string name;
       for (const QWidget* part = widget; part != &window(); part = part->parentWidget()) {
-        name = part->objectName().toStdString() + "/" + name;
+        name.insert(0, part->objectName().toStdString() + "/");
       }
       places[name] = QRect(widget->mapTo(&window(), QPoint()), widget->size());
     }
@@ -89,7 +89,7 @@ class MirroredRows : public WindowTest {
   }
 
   QRect stepRect(const std::string& readout, QStyle::SubControl step) {
-    QSpinBox& box = find<QSpinBox>(readout);
+    auto& box = find<QSpinBox>(readout);
     QStyleOptionSpinBox option;
     option.initFrom(&box);
     return box.style()->subControlRect(QStyle::CC_SpinBox, &option, step, &box);

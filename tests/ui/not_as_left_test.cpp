@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <string>
 
 #include "tests/ui/window_fixture.h"
@@ -55,6 +56,20 @@ TEST_F(NotAsLeftBars, FillingInStagesTheValuesAndWritesNothing) {
   EXPECT_EQ(staged(), "FF=80");
   EXPECT_EQ(takeTranscript(), Lines{});
   EXPECT_FALSE(hasBar());
+}
+
+TEST_F(NotAsLeftBars, CompareOpensWhatWasLeftBesideTheBase) {
+  open();
+  save({{P::forceFeedback, 80}});
+  cyclePower({{P::forceFeedback, 100}});
+  click("notAsLeftCompareButton");
+  settle();
+  ASSERT_TRUE(exists("compareView"));
+  EXPECT_EQ(text("differingCount"), "1 differs,");
+  EXPECT_TRUE(find<QComboBox>("rightSidePicker").currentText().startsWith("After "));
+  click("fillInButton");
+  settle();
+  EXPECT_EQ(staged(), "FF=80");
 }
 
 TEST_F(NotAsLeftBars, WhatWasDismissedIsNotSaidAgainBeforeTheNextSave) {

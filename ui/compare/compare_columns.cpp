@@ -13,7 +13,7 @@ namespace {
 
 constexpr int afterBox = 12;
 constexpr int afterPlate = 16;
-constexpr int afterTitle = 20;
+constexpr int afterRowTitle = 20;
 constexpr int afterValue = 20;
 constexpr int afterNumber = 12;
 constexpr int afterDistance = 13;
@@ -56,8 +56,8 @@ int longestSettingTitle() {
 // All but the title.
 int widthsBesideTitle() {
   return 2 * Metrics::pageInset + tickBoxSide() + afterBox + comparePlateWidth() + afterPlate +
-         afterTitle + 2 * (compareValueWidth() + afterValue) + compareNumberWidth() + afterNumber +
-         distanceLength + afterDistance + strongerWidth();
+         afterRowTitle + 2 * (compareValueWidth() + afterValue) + compareNumberWidth() +
+         afterNumber + distanceLength + afterDistance + strongerWidth();
 }
 
 }  // namespace
@@ -75,7 +75,7 @@ CompareColumns CompareColumns::of(const QRect& row) {
   columns.box.setTop(row.top() + (row.height() - box) / 2);
   columns.box.setHeight(box);
   columns.plate = next(comparePlateWidth(), afterPlate);
-  columns.title = next(std::max(1, row.width() - widthsBesideTitle()), afterTitle);
+  columns.title = next(std::max(1, row.width() - widthsBesideTitle()), afterRowTitle);
   columns.left = next(compareValueWidth(), afterValue);
   columns.right = next(compareValueWidth(), afterValue);
   columns.number = next(compareNumberWidth(), afterNumber);

@@ -13,7 +13,7 @@ namespace {
 // "14:02", and the date before it unless it is today.
 QString momentText(WallSeconds time) {
   const QDate date = QDateTime::fromSecsSinceEpoch(time.time_since_epoch().count()).date();
-  const QString clock = shortTimeText(time);
+  QString clock = shortTimeText(time);
   if (date == QDate::currentDate()) return clock;
   return QLocale().toString(date, QLocale::ShortFormat) + QStringLiteral(", ") + clock;
 }

@@ -262,7 +262,7 @@ void CompareView::renderNotUnderstood() {
 }
 
 QString CompareView::whyNotFillIn() const {
-  const QString whyNot = whyNotLoad(model());
+  QString whyNot = whyNotLoad(model());
   if (!whyNot.isEmpty()) return whyNot;
   if (right_.kind == CompareSide::Kind::base) {
     return QStringLiteral("The base has these values. Swap the sides to fill in the others");

@@ -95,9 +95,9 @@ void CompareView::chooseFile(CompareSide& side) {
   model().readSettingsFile(
       [view = QPointer(this), &side](const std::vector<TuningPreset>& presets) {
         if (!view) return;
-        for (auto preset = presets.rbegin(); preset != presets.rend(); ++preset) {
-          view->choose(side, CompareSide::ofFile(*preset));
-        }
+        std::for_each(presets.rbegin(), presets.rend(), [&](const TuningPreset& preset) {
+          view->choose(side, CompareSide::ofFile(preset));
+        });
       });
 }
 

@@ -36,7 +36,7 @@ void AsLeft::follow() {
     isOver_ = false;
   } else if (current_ != now) {
     current_ = now;
-    isOver_ = WindowState::word(stateKey()) == text(now->record.text());
+    isOver_ = WindowState::word(stateKey()) == text(now->record.id.text());
   }
   std::vector<ParameterValue> values;
   if (current_ && !isOver_ && model_.tuning()) {
@@ -74,14 +74,14 @@ QString AsLeft::note(WallClock::time_point now) const {
   if (values_.size() > mostNamed) {
     changes += QStringLiteral("%1 more").arg(values_.size() - mostNamed);
   }
-  return QStringLiteral("%1: %2").arg(dayAndTimeText(current_->time, now),
+  return QStringLiteral("%1: %2").arg(dayAndTimeText(current_->record.time, now),
                                       changes.join(QStringLiteral(", ")));
 }
 
 QString AsLeft::noteInSetA(WallClock::time_point now) const {
   if (!current_) return {};
   return QStringLiteral("%1 (set A does that when switched on)")
-      .arg(dayAndTimeText(current_->time, now));
+      .arg(dayAndTimeText(current_->record.time, now));
 }
 
 void AsLeft::fillIn() {
@@ -90,9 +90,13 @@ void AsLeft::fillIn() {
   for (const auto& [parameter, left] : values) model_.stage(parameter, left);
 }
 
+void AsLeft::compare() {
+  if (current_) emit compareAsked(current_->record);
+}
+
 void AsLeft::dismiss() {
   if (!current_) return;
-  WindowState::setWord(stateKey(), text(current_->record.text()));
+  WindowState::setWord(stateKey(), text(current_->record.id.text()));
   end();
 }
 

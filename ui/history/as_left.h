@@ -29,12 +29,17 @@ class AsLeft final : public QObject {
   // "yesterday 22:10 (set A does that when switched on)".
   QString noteInSetA(WallClock::time_point now) const;
 
+  // Asks for the comparison of what the record left with what the base has.
+  void compare();
+
   // Stages the values.
   void fillIn();
 
   void dismiss();
 
  signals:
+  void compareAsked(const quorvane::HistoryRecord& record);
+
   // The values were filled in or dismissed. What else changes them comes from the model.
   void ended();
 

@@ -12,7 +12,7 @@ namespace {
 
 // "14:02", "22:10 yesterday", "20:15, Sunday, 16 November 2025".
 QString momentOf(const HistoryRecord& record) {
-  const QString time = shortTimeText(record.time);
+  QString time = shortTimeText(record.time);
   const QDate day = dayOf(record);
   const QDate today = QDate::currentDate();
   if (day == today) return time;
@@ -23,7 +23,7 @@ QString momentOf(const HistoryRecord& record) {
 }  // namespace
 
 QString historyChoice(const HistoryRecord& record, const std::optional<TuningSnapshot>& menu) {
-  const QString back = QStringLiteral("Back to before %1").arg(momentOf(record));
+  QString back = QStringLiteral("Back to before %1").arg(momentOf(record));
   if (!record.menu) return QStringLiteral("The values before this are not known");
   if (!menu || isOfSameSet(record, *menu)) return back;
   return QStringLiteral("%1, with the values of set %2").arg(back, text(record.menu->setName()));

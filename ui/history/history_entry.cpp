@@ -95,7 +95,7 @@ QString entryCommand(HistoryAction action) {
 QString entryWho(const HistoryRecord& record) {
   if (record.action == HistoryAction::wheel) return QStringLiteral("the base");
   if (record.program == "quorvane") return QStringLiteral("this window");
-  const QString program = text(oneLine(record.program));
+  QString program = text(oneLine(record.program));
   if (record.program != "quorvanectl") return program;
   return QStringLiteral("%1 %2").arg(program, entryCommand(record.action));
 }

@@ -58,6 +58,8 @@ HistoryWindow::HistoryWindow(AppModel& model, QWidget* parent)
     : QDialog(parent),
       model_(model),
       records_(new HistoryListModel(this)),
+      header_(new QWidget),
+      foot_(new QWidget),
       subtitle_(historyLabel("historySubtitle", Metrics::Type::callout, QPalette::Dark)),
       onlyThisSet_(new TickBox(QStringLiteral("Only this set"))),
       notice_(historyLabel("historyNotice", Metrics::Type::callout, QPalette::WindowText)),
@@ -72,8 +74,8 @@ HistoryWindow::HistoryWindow(AppModel& model, QWidget* parent)
   setAttribute(Qt::WA_DeleteOnClose);
   PlainText::setWindowTitle(*this, QStringLiteral("History"));
   setAccessibleName(QStringLiteral("History"));
-  header_ = buildHeader();
-  foot_ = buildFoot();
+  buildHeader();
+  buildFoot();
   notice_->setContentsMargins(Metrics::pageInset, Metrics::gap, Metrics::pageInset, Metrics::gap);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -102,8 +104,7 @@ HistoryWindow& HistoryWindow::showAbove(AppModel& model, QWidget& parent) {
   return *window;
 }
 
-QWidget* HistoryWindow::buildHeader() {
-  auto* const header = new QWidget;
+void HistoryWindow::buildHeader() {
   QLabel* const title =
       historyLabel("historyTitle", Metrics::Type::dialogTitle, QPalette::WindowText);
   title->setText(QStringLiteral("History"));
@@ -117,12 +118,11 @@ QWidget* HistoryWindow::buildHeader() {
   titles->setSpacing(0);
   titles->addWidget(title);
   titles->addWidget(subtitle_);
-  auto* const row = new QHBoxLayout(header);
+  auto* const row = new QHBoxLayout(header_);
   row->setContentsMargins(Metrics::pageInset, historyBarPadding + 4, Metrics::pageInset,
                           historyBarPadding);
   row->addLayout(titles, 1);
   row->addWidget(onlyThisSet_);
-  return header;
 }
 
 QWidget* HistoryWindow::buildList() {
@@ -147,8 +147,7 @@ QWidget* HistoryWindow::buildList() {
   return pages_;
 }
 
-QWidget* HistoryWindow::buildFoot() {
-  auto* const foot = new QWidget;
+void HistoryWindow::buildFoot() {
   close_->setObjectName(QStringLiteral("closeHistoryButton"));
   connect(close_, &Button::clicked, this, &QDialog::reject);
   compare_->setObjectName(QStringLiteral("compareHistoryButton"));
@@ -160,7 +159,7 @@ QWidget* HistoryWindow::buildFoot() {
     connect(new QShortcut(QKeySequence(static_cast<int>(Qt::CTRL) | key), this),
             &QShortcut::activated, fillIn_, &Button::click);
   }
-  auto* const row = new QHBoxLayout(foot);
+  auto* const row = new QHBoxLayout(foot_);
   row->setContentsMargins(Metrics::pageInset, historyBarPadding, Metrics::pageInset,
                           historyBarPadding);
   row->setSpacing(Metrics::gap);
@@ -168,7 +167,6 @@ QWidget* HistoryWindow::buildFoot() {
   row->addWidget(close_);
   row->addWidget(compare_);
   row->addWidget(fillIn_);
-  return foot;
 }
 
 // Turns to the history of the base that is connected now.
@@ -276,9 +274,9 @@ void HistoryWindow::renderFoot() {
 }
 
 QString HistoryWindow::whyNotFillIn(const HistoryRecord* record) const {
-  const QString whyNot = whyNotLoad(model_);
+  QString whyNot = whyNotLoad(model_);
   if (!whyNot.isEmpty()) return whyNot;
-  const QString unknown = whyNotCompare(record);
+  QString unknown = whyNotCompare(record);
   if (!unknown.isEmpty()) return unknown;
   const StagedValues edits = editsBackTo(*record, model_.tuning(), model_.product());
   if (edits.empty()) return QStringLiteral("The base has these values already");

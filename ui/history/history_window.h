@@ -43,9 +43,9 @@ class HistoryWindow final : public QDialog {
  private:
   HistoryWindow(AppModel& model, QWidget* parent);
 
-  QWidget* buildHeader();
+  void buildHeader();
   QWidget* buildList();
-  QWidget* buildFoot();
+  void buildFoot();
   void follow();
   void read();
   void take(const HistoryContents& contents, const std::string& failure);
@@ -69,8 +69,8 @@ class HistoryWindow final : public QDialog {
   bool isOnlyThisSet_ = false;
 
   HistoryListModel* records_;
-  QWidget* header_ = nullptr;
-  QWidget* foot_ = nullptr;
+  QWidget* header_;
+  QWidget* foot_;
   QLabel* subtitle_;
   TickBox* onlyThisSet_;
   QLabel* notice_;  // about what could not be read

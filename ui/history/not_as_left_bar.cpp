@@ -24,6 +24,7 @@ NotAsLeftBar::NotAsLeftBar(AppModel& model, AsLeft& asLeft, Place place, QWidget
           parent),
       asLeft_(asLeft),
       place_(place),
+      compare_(new Button(QStringLiteral("Compare…"))),
       fillIn_(new Button(QStringLiteral("Fill them in"))),
       close_(new IconButton(QStringLiteral("xmark"))) {
   const QString name =
@@ -32,12 +33,16 @@ NotAsLeftBar::NotAsLeftBar(AppModel& model, AsLeft& asLeft, Place place, QWidget
   setAccessibleName(QStringLiteral("Not as you left it"));
   strong().setObjectName(name + QStringLiteral("Title"));
   quiet().setObjectName(name + QStringLiteral("Note"));
+  compare_->setObjectName(name + QStringLiteral("CompareButton"));
+  PlainText::setToolTip(*compare_, QStringLiteral("Compare what you left with the base"));
   fillIn_->setObjectName(name + QStringLiteral("FillInButton"));
   close_->setObjectName(name + QStringLiteral("CloseButton"));
   close_->setAccessibleName(QStringLiteral("Dismiss"));
   PlainText::setToolTip(*close_, QStringLiteral("Say no more about it until the next save"));
+  addButton(compare_);
   addButton(fillIn_);
   addButton(close_);
+  connect(compare_, &Button::clicked, &asLeft_, &AsLeft::compare);
   connect(fillIn_, &Button::clicked, &asLeft_, &AsLeft::fillIn);
   connect(close_, &IconButton::clicked, &asLeft_, &AsLeft::dismiss);
   connect(&asLeft_, &AsLeft::ended, this, &Bar::wantedChanged);

@@ -28,6 +28,7 @@ class NotAsLeftBar final : public NoticeBar {
  private:
   AsLeft& asLeft_;
   const Place place_;
+  Button* compare_;
   Button* fillIn_;
   IconButton* close_;
 };

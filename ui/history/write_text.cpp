@@ -54,7 +54,7 @@ QString setOfWrite(const HistoryRecord& record) {
 
 // "3", or "2 of 3" if not all were taken.
 QString takenText(const AppModel::LastWrite& write) {
-  const QString taken = QString::number(takenCount(write));
+  QString taken = QString::number(takenCount(write));
   if (allTaken(write)) return taken;
   return QStringLiteral("%1 of %2").arg(taken).arg(writtenValues(write).size());
 }

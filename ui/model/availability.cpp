@@ -22,7 +22,7 @@ QString whyNotLoad(const AppModel& model) {
 }
 
 QString whyNotReverse(const AppModel& model, UndoDirection direction) {
-  const QString whyNot = whyNotNow(model);
+  QString whyNot = whyNotNow(model);
   if (!whyNot.isEmpty()) return whyNot;
   const bool isUndo = direction == UndoDirection::undo;
   const auto& record = isUndo ? model.reversible().byUndo : model.reversible().byRedo;

@@ -17,6 +17,7 @@ HistoryBars::HistoryBars(AppModel& model, TuningPage& page, AutoSetWarning& warn
       warning_(warning),
       asLeft_(new AsLeft(model, this)) {
   connect(&saveBar, &SaveBar::detailsWanted, this, &HistoryBars::showReceipt);
+  connect(asLeft_, &AsLeft::compareAsked, this, &HistoryBars::compareAsked);
   connect(&model, &AppModel::changed, this, &HistoryBars::follow);
   follow();
 }

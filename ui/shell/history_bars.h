@@ -9,6 +9,7 @@ namespace quorvane {
 class AppModel;
 class AsLeft;
 class AutoSetWarning;
+struct HistoryRecord;
 class ReceiptPanel;
 class SaveBar;
 class SavedBar;
@@ -23,6 +24,10 @@ class HistoryBars final : public QObject {
  public:
   // The page, which has the two bars, becomes the parent.
   HistoryBars(AppModel& model, TuningPage& page, AutoSetWarning& warning, SaveBar& saveBar);
+
+ signals:
+  // The user wants to compare what this record left with what the base has.
+  void compareAsked(const quorvane::HistoryRecord& record);
 
  private:
   void follow();

@@ -167,7 +167,8 @@ View* MainWindow::buildTuning() {
   page->barsAbove().add(warning);
   saveBar_ = new SaveBar(model_);
   page->barsBelow().add(saveBar_);
-  new HistoryBars(model_, *page, *warning, *saveBar_);
+  auto* const bars = new HistoryBars(model_, *page, *warning, *saveBar_);
+  connect(bars, &HistoryBars::compareAsked, comparing_, &Comparing::compareAfter);
   return page;
 }
 

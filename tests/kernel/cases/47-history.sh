@@ -124,6 +124,8 @@ case_loss_of_power_in_set_a_is_seen() {
     expect_success
     ctl diff "preset:Before the night"
     expect_success
+    ctl presets delete "Before the night"
+    expect_success
 }
 
 # Without room on the disk, the base gets its values all the same.

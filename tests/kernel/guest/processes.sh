@@ -90,11 +90,23 @@ interrupt() {
     kill -INT "${background[$1]}"
 }
 
+# show_threads PID: what each of its threads waits for in the kernel.
+show_threads() {
+    local task
+    for task in "/proc/$1/task"/*; do
+        echo "  thread $(<"$task/comm"): $(<"$task/wchan") $(cut -d' ' -f1-4 "$task/syscall")"
+        sed 's/^/    /' "$task/stack" 2>/dev/null || true
+    done
+}
+
 # join NAME: waits for its end, and sets STATUS, ELAPSED, OUT and ERR.
 join() {
     local name=$1 pid=${background[$1]}
     OUT="$work/$name.out" ERR="$work/$name.err" STATUS=0
-    wait_until 60 "the end of '$name'" has_ended "$pid"
+    (wait_until 60 "the end of '$name'" has_ended "$pid") || {
+        show_threads "$pid"
+        exit 1
+    }
     take_elapsed
     wait "$pid" || STATUS=$?
     unset "background[$name]"
