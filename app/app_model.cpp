@@ -59,7 +59,7 @@ AppModel::AppModel(World world, std::string which)
 // Ends every thread that posts before the fields are destroyed.
 AppModel::~AppModel() {
   const auto gathered = base_ ? wheelChanges_.take() : std::nullopt;
-  const auto record = gathered ? recordingOf(*gathered) : nullptr;
+  const auto recording = gathered ? recordingOf(*gathered) : nullptr;  // ends after those queued
   watcher_.reset();
   examiner_.stop();
   if (opening_) retire(std::exchange(opening_, nullptr));
@@ -67,7 +67,6 @@ AppModel::~AppModel() {
   work_.stop();
   for (const Session& base : retired_) base->connection().join();
   presets_.finish();
-  if (record) record();
 }
 
 // Sets a field and emits changed(); does nothing if the value is equal.

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -122,15 +123,17 @@ void AppModel::recordWheelChanges() {
   readHistory();
 }
 
-// Nobody waits for these records, so a failure is not reported.
+// The job records when its last copy is destroyed: after its run, or when the queue drops it
+// because the model ends. Nobody waits for these records, so a failure is not reported.
 WorkQueue::Job AppModel::recordingOf(const WheelChanges::Gathered& gathered) const {
-  return [history = world_.history, info = base_->info(), gathered] {
+  const auto record = [history = world_.history, info = base_->info(), gathered](const void*) {
     try {
       history.addWheelChanges(info, gathered.before, gathered.after);
     } catch (const std::exception&) {
       return;
     }
   };
+  return [whenDone = std::shared_ptr<const void>(nullptr, record)] {};
 }
 
 }  // namespace quorvane
