@@ -24,6 +24,7 @@
 #include "ui/kit/text.h"
 #include "ui/kit/theme.h"
 #include "ui/kit/tick_box.h"
+#include "ui/kit/wrapped_label.h"
 #include "ui/model/availability.h"
 #include "ui/model/section.h"
 
@@ -36,15 +37,6 @@ constexpr int leastHistoryHeight = 360;
 constexpr int historyLines = 40;  // the least width, as a multiple of the font's height
 constexpr int historyBarPadding = 12;
 constexpr int rowsInABatch = 100;  // are laid out before other events are handled
-
-QLabel* historyLabel(const char* objectName, Metrics::Type type, QPalette::ColorRole role) {
-  QLabel* const label = PlainText::label();
-  label->setObjectName(QString::fromLatin1(objectName));
-  label->setFont(Metrics::font(type));
-  label->setForegroundRole(role);
-  label->setWordWrap(true);
-  return label;
-}
 
 // Why the menu before the record cannot be shown; empty when it can.
 QString whyNotCompare(const HistoryRecord* record) {
@@ -60,13 +52,13 @@ HistoryWindow::HistoryWindow(AppModel& model, QWidget* parent)
       records_(new HistoryListModel(this)),
       header_(new QWidget),
       foot_(new QWidget),
-      subtitle_(historyLabel("historySubtitle", Metrics::Type::callout, QPalette::Dark)),
+      subtitle_(wrappedLabel("historySubtitle", Metrics::Type::callout, QPalette::Dark)),
       onlyThisSet_(new TickBox(QStringLiteral("Only this set"))),
-      notice_(historyLabel("historyNotice", Metrics::Type::callout, QPalette::WindowText)),
+      notice_(wrappedLabel("historyNotice", Metrics::Type::callout, QPalette::WindowText)),
       pages_(new QStackedWidget),
-      message_(historyLabel("historyMessage", Metrics::Type::body, QPalette::Dark)),
+      message_(wrappedLabel("historyMessage", Metrics::Type::body, QPalette::Dark)),
       list_(new QListView),
-      choice_(historyLabel("historyChoice", Metrics::Type::body, QPalette::Dark)),
+      choice_(wrappedLabel("historyChoice", Metrics::Type::body, QPalette::Dark)),
       close_(new Button(QStringLiteral("Close"))),
       compare_(new Button(QStringLiteral("Compare…"))),
       fillIn_(new Button(QStringLiteral("Fill in"), Button::Kind::prominent)) {
@@ -106,7 +98,7 @@ HistoryWindow& HistoryWindow::showAbove(AppModel& model, QWidget& parent) {
 
 void HistoryWindow::buildHeader() {
   QLabel* const title =
-      historyLabel("historyTitle", Metrics::Type::dialogTitle, QPalette::WindowText);
+      wrappedLabel("historyTitle", Metrics::Type::dialogTitle, QPalette::WindowText);
   title->setText(QStringLiteral("History"));
   onlyThisSet_->setObjectName(QStringLiteral("onlyThisSetBox"));
   onlyThisSet_->setAccessibleName(QStringLiteral("Only this set"));

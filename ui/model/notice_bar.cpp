@@ -9,6 +9,7 @@
 #include "ui/kit/plain_text.h"
 #include "ui/kit/symbols.h"
 #include "ui/kit/text_link.h"
+#include "ui/kit/text_width.h"
 #include "ui/kit/theme.h"
 
 namespace quorvane {
@@ -28,14 +29,12 @@ int wrappedHeight(const QLabel& label, int width) {
 int widestWord(const QLabel& label) {
   int widest = 0;
   for (const QString& word : label.text().split(u' ')) {
-    widest = std::max(widest, label.fontMetrics().horizontalAdvance(word));
+    widest = std::max(widest, textWidth(label.font(), word));
   }
   return widest;
 }
 
-int labelAdvance(const QLabel& label) {
-  return label.fontMetrics().horizontalAdvance(label.text()) + 1;
-}
+int labelAdvance(const QLabel& label) { return textWidth(label.font(), label.text()) + 1; }
 
 }  // namespace
 

@@ -8,24 +8,15 @@
 #include "support/text.h"
 #include "ui/kit/button.h"
 #include "ui/kit/metrics.h"
-#include "ui/kit/plain_text.h"
 #include "ui/kit/side_panel.h"
 #include "ui/kit/text.h"
+#include "ui/kit/wrapped_label.h"
 #include "ui/presets/change_table.h"
 
 namespace quorvane {
 namespace {
 
 constexpr int presetPanelGap = 10;
-
-QLabel* panelText(const char* objectName, Metrics::Type type, QPalette::ColorRole role) {
-  QLabel* const label = PlainText::label();
-  label->setObjectName(QString::fromLatin1(objectName));
-  label->setFont(Metrics::font(type));
-  label->setForegroundRole(role);
-  label->setWordWrap(true);
-  return label;
-}
 
 // "9 differ from the base, 7 are the same".
 QString countOf(std::size_t differing, std::size_t same, bool hasMenu) {
@@ -42,10 +33,10 @@ QString countOf(std::size_t differing, std::size_t same, bool hasMenu) {
 
 PresetPanel::PresetPanel(AppModel& model, QWidget* parent)
     : View(model, parent),
-      name_(panelText("panelPresetName", Metrics::Type::dialogTitle, QPalette::WindowText)),
-      details_(panelText("panelPresetDetails", Metrics::Type::callout, QPalette::Dark)),
-      notes_(panelText("panelPresetNotes", Metrics::Type::body, QPalette::WindowText)),
-      count_(panelText("panelPresetCount", Metrics::Type::caption, QPalette::Dark)),
+      name_(wrappedLabel("panelPresetName", Metrics::Type::dialogTitle, QPalette::WindowText)),
+      details_(wrappedLabel("panelPresetDetails", Metrics::Type::callout, QPalette::Dark)),
+      notes_(wrappedLabel("panelPresetNotes", Metrics::Type::body, QPalette::WindowText)),
+      count_(wrappedLabel("panelPresetCount", Metrics::Type::caption, QPalette::Dark)),
       changes_(new ChangeTable),
       compare_(new Button(QStringLiteral("Compare…"))),
       edit_(new Button(QStringLiteral("Edit…"))) {
