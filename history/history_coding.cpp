@@ -127,8 +127,9 @@ class HistoryDecoder {
   bool isTaken(const HistoryJSON& json) {
     if (json.contains("record")) return isOutcomeTaken(json);
     auto record = recordIn(json);
-    if (record) contents_.records.push_back(*std::move(record));
-    return record.has_value();
+    if (!record) return false;
+    contents_.records.push_back(*std::move(record));
+    return true;
   }
 
   bool isOutcomeTaken(const HistoryJSON& json) {
