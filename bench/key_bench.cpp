@@ -19,7 +19,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int warmUp = 50;
+constexpr int pressesToWarmUp = 50;
 constexpr int presses = 1000;
 
 // Records the number at every paint of a row's readout.
@@ -76,7 +76,7 @@ int run() {
   const Qt::Key there = canGrow ? Qt::Key_Right : Qt::Key_Left;
   const Qt::Key back = canGrow ? Qt::Key_Left : Qt::Key_Right;
   Samples samples;
-  for (int i = 0; i < warmUp; ++i) press(*slider, i % 2 == 0 ? there : back, paints);
+  for (int i = 0; i < pressesToWarmUp; ++i) press(*slider, i % 2 == 0 ? there : back, paints);
   for (int i = 0; i < presses; ++i) {
     timed(samples, [&] { press(*slider, i % 2 == 0 ? there : back, paints); });
   }

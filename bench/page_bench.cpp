@@ -27,7 +27,7 @@ namespace quorvane {
 namespace {
 
 constexpr int openings = 21;
-constexpr int rounds = 10;  // of event handling, since events may post others
+constexpr int roundsOfEvents = 10;  // of event handling, since events may post others
 
 std::vector<TuningPreset> presets(int count) {
   const std::vector<TuningPreset>& samples = TuningPreset::builtIn();
@@ -43,7 +43,7 @@ std::vector<TuningPreset> presets(int count) {
 }
 
 void handleEvents() {
-  for (int round = 0; round < rounds; ++round) QApplication::processEvents();
+  for (int round = 0; round < roundsOfEvents; ++round) QApplication::processEvents();
 }
 
 double openingTime(AppModel& model) {

@@ -581,4 +581,5 @@ int main(int argc, char** argv) {
       }
     }
   }
+  return 0;
 }

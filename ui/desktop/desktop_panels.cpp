@@ -17,7 +17,7 @@ namespace {
 
 std::filesystem::path pathOf(const QString& name) { return QFile::encodeName(name).toStdString(); }
 
-QString nameOf(const std::filesystem::path& path) {
+QString pathText(const std::filesystem::path& path) {
   return QFile::decodeName(QByteArray::fromStdString(path.string()));
 }
 
@@ -53,7 +53,7 @@ QStringList texts(const QList<FileFilter>& filters) {
 
 QFileDialog* makeDialog(QWidget* window, const FilePanels::Request& request,
                         const std::filesystem::path& folder) {
-  auto* const dialog = new QFileDialog(window, text(request.title), nameOf(folder));
+  auto* const dialog = new QFileDialog(window, text(request.title), pathText(folder));
   dialog->setNameFilters(texts(FileFilter::of(request.content)));
   dialog->setLabelText(QFileDialog::Accept, text(request.button));
   return dialog;
