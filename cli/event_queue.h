@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <deque>
 #include <optional>
 #include <utility>
@@ -23,8 +24,20 @@ class EventQueue {
 
   // Blocks until there is an event. Returns none once the file descriptor `stop` is readable.
   std::optional<Event> next(int stop) {
+    constexpr std::chrono::hours never{24};
+    return next(stop, never, [] {});
+  }
+
+  // The same, and calls `whenQuiet` each time that no event arrives for `limit`, at most 24 hours.
+  template <typename WhenQuiet>
+  std::optional<Event> next(int stop, std::chrono::milliseconds limit, const WhenQuiet& whenQuiet) {
     for (;;) {
-      if (!waitReadable(arrived_.fd(), stop)) return std::nullopt;
+      const auto hasArrived = waitReadable(arrived_.fd(), stop, limit);
+      if (!hasArrived) {
+        whenQuiet();
+        continue;
+      }
+      if (!*hasArrived) return std::nullopt;
       MutexLock held(lock_);
       if (events_.empty()) {
         arrived_.clear();

@@ -1,12 +1,15 @@
 #include <fmt/format.h>
 
+#include <chrono>
 #include <variant>
 
 #include "cli/base_access.h"
 #include "cli/commands.h"
 #include "cli/event_queue.h"
 #include "cli/json_output.h"
+#include "cli/recording.h"
 #include "hid/device_watcher.h"
+#include "history/wheel_changes.h"
 #include "protocol/error.h"
 #include "protocol/menu_text.h"
 #include "session/candidates.h"
@@ -28,7 +31,8 @@ struct FromBase {
 using Event =
     std::variant<std::vector<HIDDeviceInfo>, FromBase<TuningSnapshot>, FromBase<WheelStatus>>;
 
-// Prints the changes in device lists and reports. Not thread-safe.
+// Prints the changes in device lists and reports. Changes of values go into the history: when they
+// are gathered, and at the end. Not thread-safe.
 class Monitor {
  public:
   explicit Monitor(const CommandContext& context, EventQueue<Event>& events)
@@ -59,6 +63,7 @@ class Monitor {
               fmt::format("mode {}", snapshot.modeName()));
       }
       printChangedValues(*before_, snapshot);
+      gather(*before_, snapshot);
     }
     before_ = snapshot;
   }
@@ -70,6 +75,11 @@ class Monitor {
            {"wheelID", status.wheelID},
            {"firmwareVersion", status.firmwareVersion}},
           fmt::format("wheel {}, firmware {}", status.wheelID, status.firmwareVersion));
+  }
+
+  // Records the changes that have been gathered until now.
+  void record() {
+    if (const auto gathered = changes_.take()) record(*gathered);
   }
 
  private:
@@ -96,6 +106,20 @@ class Monitor {
              {"previous", before.value(parameter, base_->product())}},
             fmt::format("{} {}", parameter.code(),
                         MenuText::text(parameter, value, base_->product())));
+    }
+  }
+
+  void gather(const TuningSnapshot& before, const TuningSnapshot& now) {
+    if (before.raw() == now.raw()) return;
+    const auto ended = changes_.add(before, now, context_.world.clock.now());
+    if (ended) record(*ended);
+  }
+
+  void record(const WheelChanges::Gathered& gathered) {
+    try {
+      context_.world.history.addWheelChanges(base_->info(), gathered.before, gathered.after);
+    } catch (const FileError& error) {
+      printNotRecorded(context_.world, error.what());
     }
   }
 
@@ -130,6 +154,7 @@ class Monitor {
   }
 
   void drop() {
+    record();
     if (base_) closeBase(*base_);
     base_.reset();
     scope_.reset();
@@ -152,6 +177,7 @@ class Monitor {
   std::optional<HIDConnection::LowLatencyScope> scope_;  // of its connection
   int number_ = 0;                                       // of the base followed last
   std::optional<TuningSnapshot> before_;
+  WheelChanges changes_;  // of the base
 };
 
 void sayWaiting(const CommandContext& context) {
@@ -173,7 +199,9 @@ ExitStatus monitorCommand(const CommandContext& context) {
       [&events](const std::vector<HIDDeviceInfo>& devices) { events.push(devices); });
   if (namedBases(context).empty()) sayWaiting(context);
   watcher.start();
-  while (const auto event = events.next(interruption.fd())) {
+  constexpr auto quiet = std::chrono::duration_cast<std::chrono::milliseconds>(WheelChanges::period);
+  const auto record = [&monitor] { monitor.record(); };
+  while (const auto event = events.next(interruption.fd(), quiet, record)) {
     std::visit(monitor, *event);
     // The reader of the output is gone, such as after a closed pipe.
     if (std::ferror(context.world.out) != 0) return ExitStatus::failed;

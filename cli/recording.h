@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "cli/context.h"
 #include "history/history.h"
 #include "session/wheel_base.h"
@@ -8,6 +10,9 @@ namespace quorvane {
 
 // Says on standard error that a batch is not in the history, if it is not.
 void printIfNotRecorded(const World& world, const HistoryBatch& batch);
+
+// Says on standard error that something is not in the history, and why.
+void printNotRecorded(const World& world, std::string_view reason);
 
 // Runs an operation that changes the base as one batch of the history, and returns its result.
 template <typename Operation>

@@ -1,7 +1,10 @@
 #include "history/history.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "history/wheel_changes.h"
+#include "session/menu_place.h"
 #include "support/user_directories.h"
 
 namespace quorvane {
@@ -26,6 +29,42 @@ std::optional<std::string> failureOf(const Operation& operation) {
   } catch (const std::exception& error) {
     return error.what();
   }
+}
+
+// How old a record may be that explains a change: changes are gathered before they are recorded.
+constexpr auto recentRecords = 2 * WheelChanges::period;
+
+// Whether a record says that the value became what it is in the menu `after`.
+bool explains(const HistoryRecord& record, TuningParameter parameter, const TuningSnapshot& after) {
+  if (!record.menu || !record.outcome || !record.outcome->menu) return false;
+  const TuningSnapshot& written = *record.outcome->menu;
+  return MenuPlace(written) == MenuPlace(after) &&
+         written.rawValue(parameter) == after.rawValue(parameter) &&
+         (MenuPlace(*record.menu) != MenuPlace(after) ||
+          record.menu->rawValue(parameter) != after.rawValue(parameter));
+}
+
+// The values that changed from the record's menu to `after`, without those that a recent record
+// explains.
+std::vector<ValueReceipt> turnedValues(const HistoryRecord& record, const TuningSnapshot& after,
+                                       const HistoryContents& contents) {
+  const auto isExplained = [&](TuningParameter parameter) {
+    return std::any_of(contents.records.begin(), contents.records.end(),
+                       [&](const HistoryRecord& earlier) {
+                         return record.time - earlier.time <= recentRecords &&
+                                explains(earlier, parameter, after);
+                       });
+  };
+  const auto product = record.product();
+  std::vector<ValueReceipt> values;
+  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
+    if (record.menu->rawValue(parameter) == after.rawValue(parameter)) continue;
+    if (isExplained(parameter)) continue;
+    const std::int64_t was = parameter.written(record.menu->value(parameter, product), product);
+    const std::int64_t now = parameter.written(after.value(parameter, product), product);
+    values.push_back({parameter, was, now, now, 0, {}});
+  }
+  return values;
 }
 
 }  // namespace
@@ -87,17 +126,11 @@ void History::addWheelChanges(const HIDDeviceInfo& base, const TuningSnapshot& b
   if (!file) return;
   HistoryRecord record = newRecord(base, HistoryAction::wheel);
   record.menu = before;
-  HistoryOutcome outcome;
-  outcome.menu = after;
-  const auto product = record.product();
-  for (const TuningParameter parameter : TuningParameter::adjustable(product)) {
-    if (before.rawValue(parameter) == after.rawValue(parameter)) continue;
-    const std::int64_t was = parameter.written(before.value(parameter, product), product);
-    const std::int64_t now = parameter.written(after.value(parameter, product), product);
-    outcome.values.push_back({parameter, was, now, now, 0, {}});
-  }
-  HistoryFile(*file).append(record);
-  HistoryFile(*file).append(record.id, outcome);
+  HistoryFile(*file).add([&](const HistoryContents& contents) -> std::optional<HistoryRecord> {
+    record.outcome = HistoryOutcome{turnedValues(record, after, contents), {}, after};
+    if (record.outcome->values.empty()) return std::nullopt;
+    return record;
+  });
 }
 
 HistoryContents History::read(const HIDDeviceInfo& base) const {

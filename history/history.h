@@ -90,7 +90,9 @@ class History {
   }
 
   // Records values that the user changed with the base's own buttons, from one menu to another of
-  // the same set. Throws FileError; does nothing without a folder.
+  // the same set. Leaves out what another record of the last minute has: a program that follows a
+  // base sees the writes of other programs as changes, and several programs may follow one base.
+  // Throws FileError; does nothing without a folder.
   void addWheelChanges(const HIDDeviceInfo& base, const TuningSnapshot& before,
                        const TuningSnapshot& after) const;
 

@@ -50,9 +50,13 @@ std::string_view newestLines(std::string_view content) {
   return content.substr(begin);
 }
 
-std::optional<SharedFile::Update> withoutOldLines(const std::optional<std::string>& content) {
+std::string withoutOldLines(const std::string& content) {
+  return fits(content) ? content : std::string(newestLines(content));
+}
+
+std::optional<SharedFile::Update> shortened(const std::optional<std::string>& content) {
   if (!content || fits(*content)) return std::nullopt;
-  return SharedFile::Update{std::string(newestLines(*content)), std::nullopt};
+  return SharedFile::Update{withoutOldLines(*content), std::nullopt};
 }
 
 }  // namespace
@@ -74,7 +78,18 @@ void HistoryFile::append(const HistoryRecord& record) const {
 
 void HistoryFile::append(const UUID& record, const HistoryOutcome& outcome) const {
   const auto result = file_.append(outcomeLine(record, outcome), SharedFile::Sync::no);
-  if (isTooLong(result.version.value())) file_.change(withoutOldLines);
+  if (isTooLong(result.version.value())) file_.change(shortened);
+}
+
+void HistoryFile::add(const Addition& addition) const {
+  file_.change([&](const std::optional<std::string>& present) -> std::optional<SharedFile::Update> {
+    std::string content = present.value_or("");
+    const auto record = addition(decodeHistory(content));
+    if (!record) return std::nullopt;
+    if (!content.empty() && content.back() != '\n') content += '\n';
+    content += recordLine(*record) + outcomeLine(record->id, record->outcome.value());
+    return SharedFile::Update{withoutOldLines(content), std::nullopt};
+  });
 }
 
 bool HistoryFile::isTooLong(const FileVersion& version) const {

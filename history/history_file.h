@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <optional>
 
 #include "hid/device_info.h"
 #include "history/history_coding.h"
@@ -30,6 +32,13 @@ class HistoryFile {
 
   // Appends the outcome of a record, then removes old lines if there are too many.
   void append(const UUID& record, const HistoryOutcome& outcome) const;
+
+  // Receives what is in the file, and returns a record with its outcome to add, none for nothing.
+  using Addition = std::function<std::optional<HistoryRecord>(const HistoryContents& contents)>;
+
+  // Adds a record that depends on what other programs have added. Calls `addition` with the lock
+  // held, and again if the file changes meanwhile.
+  void add(const Addition& addition) const;
 
   // Empty when there is no file.
   HistoryContents read() const;

@@ -29,14 +29,17 @@ void EventFd::clear() {
 }
 
 bool waitReadable(int fd, int stop) {
+  constexpr std::chrono::milliseconds forever{-1};
+  return waitReadable(fd, stop, forever).value();
+}
+
+std::optional<bool> waitReadable(int fd, int stop, std::chrono::milliseconds limit) {
   std::array<pollfd, 2> watched{{{fd, POLLIN, 0}, {stop, POLLIN, 0}}};
   for (;;) {
-    if (::poll(watched.data(), watched.size(), -1) < 0) {
-      invariant(errno == EINTR, "poll refused its descriptors");
-      continue;
-    }
-    if (watched[1].revents != 0) return false;
-    if (watched[0].revents != 0) return true;
+    const int ready = ::poll(watched.data(), watched.size(), static_cast<int>(limit.count()));
+    if (ready == 0) return std::nullopt;
+    if (ready > 0) return watched[1].revents == 0;
+    invariant(errno == EINTR, "poll refused its descriptors");
   }
 }
 

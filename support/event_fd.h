@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 
 #include "support/unique_fd.h"
 
@@ -24,6 +25,9 @@ class EventFd {
 // Blocks until one of two file descriptors is readable or in error. False when `stop` is, even if
 // `fd` is too; else true.
 bool waitReadable(int fd, int stop);
+
+// The same within a limit; none when it passes first. After a signal handler the limit begins anew.
+std::optional<bool> waitReadable(int fd, int stop, std::chrono::milliseconds limit);
 
 // Blocks until a file descriptor is readable or in error; false when `limit` passes first, or when
 // a signal handler interrupts the wait.

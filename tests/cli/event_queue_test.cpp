@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <optional>
 
 #include "support/thread.h"
@@ -47,6 +48,17 @@ TEST(EventQueue, WakesAWaitWhenItIsStopped) {
     stop.set();
   }
   EXPECT_EQ(got, std::nullopt);
+}
+
+TEST(EventQueue, TellsWhenNoEventArrives) {
+  EventFd stop;
+  EventQueue<int> events;
+  int quiet = 0;
+  const auto got = events.next(stop.fd(), std::chrono::milliseconds(1), [&] {
+    if (++quiet == 3) events.push(7);
+  });
+  EXPECT_EQ(got, 7);
+  EXPECT_EQ(quiet, 3);
 }
 
 }  // namespace

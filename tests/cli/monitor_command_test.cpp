@@ -209,6 +209,58 @@ TEST_F(MonitorCommand, AsksOnceAndSendsNothingElse) {
   EXPECT_EQ(transcript(), (Lines{"open", "> ff 03 02 +61", "close"}));
 }
 
+TEST_F(MonitorCommand, RecordsWhatWasTurnedOnTheWheel) {
+  start();
+  line();
+  waitUntilFollowed();
+  for (const int value : {70, 71, 72}) {
+    base().turn(TuningParameter::forceFeedback, value);
+    line();
+  }
+  EXPECT_EQ(stop(), nothingMore);
+  const Json records = Json::parse(run("--json history").out)["records"];
+  ASSERT_EQ(records.size(), 1U);
+  EXPECT_EQ(records[0]["action"], "wheel");
+  EXPECT_EQ(records[0]["program"], "quorvanectl");
+}
+
+TEST_F(MonitorCommand, RecordsAtAnUnplugToo) {
+  start();
+  line();
+  waitUntilFollowed();
+  base().turn(TuningParameter::forceFeedback, 70);
+  line();
+  base().unplug();
+  line();
+  base().plug();
+  line();
+  waitUntilFollowed(2);
+  EXPECT_EQ(stop(), nothingMore);
+  EXPECT_EQ(Json::parse(run("--json history").out)["records"].size(), 1U);
+}
+
+TEST_F(MonitorCommand, ChangesOfTwoSetsAreTwoRecords) {
+  start();
+  line();
+  waitUntilFollowed();
+  base().turn(TuningParameter::forceFeedback, 70);
+  line();
+  base().withBase([](SimulatedBase& simulated) {
+    simulated.menu().saveInto(3);
+    simulated.menu().select(3);
+  });
+  base().turn(TuningParameter::forceFeedback, 71);
+  EXPECT_EQ(line(), "set C (Custom)");
+  EXPECT_EQ(line(), "FF 71 %");
+  base().turn(TuningParameter::forceFeedback, 72);
+  EXPECT_EQ(line(), "FF 72 %");
+  EXPECT_EQ(stop(), nothingMore);
+  const Json records = Json::parse(run("--json history").out)["records"];
+  ASSERT_EQ(records.size(), 2U);
+  EXPECT_EQ(records[0]["set"], 2);
+  EXPECT_EQ(records[1]["set"], 3);
+}
+
 TEST_F(MonitorCommand, TellsOfEachBaseButFollowsTheFirst) {
   attach(0x0006);
   attach(0x0E03);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+
 #include "protocol/error.h"
 #include "session/receipt_writer.h"
 #include "tests/error_text.h"
@@ -127,6 +130,70 @@ TEST_F(HistoryTest, IsInTheUsersStateDirectory) {
   EXPECT_EQ(
       HistoryFile(directory_.path() / "Quorvane/simulated/history" / name).read().records.size(),
       1U);
+}
+
+// A menu with other values of two settings.
+TuningSnapshot turned(const TuningSnapshot& menu, std::uint8_t forceFeedback,
+                      std::uint8_t vibration) {
+  Bytes bytes = menu.raw();
+  bytes[P(P::forceFeedback).offset()] = forceFeedback;
+  bytes[P(P::vibration).offset()] = vibration;
+  return TuningSnapshot::fromReport(bytes, {}).value();
+}
+
+TEST_F(HistoryTest, ChangesOnTheWheelAreOneFinishedRecord) {
+  connectAndRead();
+  const TuningSnapshot before = base->tuning().value();
+  const TuningSnapshot after = turned(before, 70, 9);
+  history_.addWheelChanges(base->info(), before, after);
+  ASSERT_EQ(records().size(), 1U);
+  const HistoryRecord record = records().front();
+  EXPECT_EQ(record.action, HistoryAction::wheel);
+  EXPECT_EQ(record.menu->raw(), before.raw());
+  EXPECT_EQ(record.outcome->menu->raw(), after.raw());
+  EXPECT_EQ(record.outcome->values,
+            (std::vector<ValueReceipt>{{P::forceFeedback, 65, 70, 70, 0, {}},
+                                       {P::vibration, 100, 90, 90, 0, {}}}));
+}
+
+TEST_F(HistoryTest, ChangesThatTwoProgramsSeeAreRecordedOnce) {
+  connectAndRead();
+  const TuningSnapshot before = base->tuning().value();
+  history_.addWheelChanges(base->info(), before, turned(before, 70, 10));
+  const History other(directory_.path(), "another program");
+  other.addWheelChanges(base->info(), before, turned(before, 70, 10));
+  EXPECT_EQ(records().size(), 1U);
+  other.addWheelChanges(base->info(), before, turned(before, 70, 9));
+  ASSERT_EQ(records().size(), 2U);
+  EXPECT_EQ(records().back().outcome->values,
+            (std::vector<ValueReceipt>{{P::vibration, 100, 90, 90, 0, {}}}));
+}
+
+TEST_F(HistoryTest, WhatAnotherProgramWroteWasNotTurnedOnTheWheel) {
+  connectAndRead();
+  const TuningSnapshot before = base->tuning().value();
+  HistoryBatch batch = begin({HistoryAction::set, {{P::forceFeedback, 80}}});
+  batch.end({ReceiptWriter(*base, before, clock).write(P::forceFeedback, 80)});
+  const History other(directory_.path(), "another program");
+  other.addWheelChanges(base->info(), before, turned(before, 80, 10));
+  EXPECT_EQ(records().size(), 1U);
+  other.addWheelChanges(base->info(), before, turned(before, 81, 10));
+  EXPECT_EQ(records().size(), 2U);
+}
+
+TEST_F(HistoryTest, AnOldRecordExplainsNoChange) {
+  connectAndRead();
+  const TuningSnapshot before = base->tuning().value();
+  const TuningSnapshot after = turned(before, 80, 10);
+  history_.addWheelChanges(base->info(), before, after);
+  HistoryRecord old = records().front();
+  old.time -= std::chrono::seconds(61);
+  const auto file = history_.fileOf(base->info()).value();
+  std::filesystem::remove(file);
+  HistoryFile(file).append(old);
+  HistoryFile(file).append(old.id, *old.outcome);
+  history_.addWheelChanges(base->info(), before, after);
+  EXPECT_EQ(records().size(), 2U);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <chrono>
+#include <optional>
 
 #include "support/semaphore.h"
 #include "support/thread.h"
@@ -65,6 +66,18 @@ TEST(WaitReadable, TellsWhichDescriptorWokeIt) {
     if (stop) end.set();
     EXPECT_EQ(waitReadable(data.fd(), end.fd()), result) << first << stop;
   }
+}
+
+TEST(WaitReadable, WaitsForTwoDescriptorsWithinItsLimit) {
+  using std::chrono::milliseconds;
+  EventFd data;
+  EventFd stop;
+  EXPECT_EQ(waitReadable(data.fd(), stop.fd(), milliseconds(0)), std::nullopt);
+  EXPECT_EQ(waitReadable(data.fd(), stop.fd(), milliseconds(1)), std::nullopt);
+  data.set();
+  EXPECT_EQ(waitReadable(data.fd(), stop.fd(), std::chrono::hours(1)), true);
+  stop.set();
+  EXPECT_EQ(waitReadable(data.fd(), stop.fd(), std::chrono::hours(1)), false);
 }
 
 TEST(WaitReadable, ADescriptorInErrorIsNews) {
