@@ -26,7 +26,7 @@
 #include "history/undo_plan.h"
 #include "history/wheel_changes.h"
 #include "presets/preset_store.h"
-#include "presets/settings_text.h"
+#include "app/pasted_settings.h"
 #include "session/wheel_base.h"
 #include "support/work_queue.h"
 
@@ -252,8 +252,9 @@ class AppModel final : public QObject {
   using PresetsRead = std::function<void(const std::vector<TuningPreset>& presets)>;
   void readSettingsFile(const PresetsRead& whenRead);
 
-  // The settings in a text that people pass on; none without a single one.
-  std::optional<SettingsInText> settingsIn(const std::string& text);
+  // The settings in a text that people pass on, as one preset without a name; or the presets in the
+  // content of a settings file. None without a single one.
+  std::optional<PastedSettings> settingsIn(const std::string& text);
 
   // Reads the connected base's history on the work queue, behind the running exchanges. Then calls
   // `whenRead` on the main thread, with an error message if the file could not be read, and emits

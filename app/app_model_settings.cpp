@@ -1,9 +1,13 @@
 #include <QPointer>
 #include <stdexcept>
+#include <string>
+#include <utility>
 
 #include "app/app_model.h"
 #include "app/messages.h"
 #include "app/post.h"
+#include "presets/decoding_error.h"
+#include "presets/settings_text.h"
 
 namespace quorvane {
 
@@ -31,11 +35,23 @@ void AppModel::readSettingsFile(const PresetsRead& whenRead) {
       });
 }
 
-std::optional<SettingsInText> AppModel::settingsIn(const std::string& text) {
-  SettingsInText settings = settingsInText(text, product());
-  if (!settings.values.empty()) return settings;
-  log_.append(Messages::couldNotImport("the pasted text: There is no setting in it"), true);
-  return std::nullopt;
+std::optional<PastedSettings> AppModel::settingsIn(const std::string& text) {
+  constexpr const char* pasted = "the pasted text";
+  try {
+    PastedSettings settings;
+    if (isSettingsDocument(text)) {
+      settings.presets = PresetStore::importPresets(pasted, text);
+    } else {
+      SettingsInText read = settingsInText(text, product());
+      settings.notUnderstood = std::move(read.notUnderstood);
+      if (!read.values.empty()) settings.presets.emplace_back().values = std::move(read.values);
+    }
+    if (!settings.presets.empty()) return settings;
+    throw DecodingError(std::string(pasted) + ": There is no setting in it");
+  } catch (const DecodingError& error) {
+    log_.append(Messages::couldNotImport(error.what()), true);
+    return std::nullopt;
+  }
 }
 
 void AppModel::readHistory(const HistoryRead& whenRead) {

@@ -55,15 +55,6 @@ std::pair<std::string, std::string> fileAndPreset(const std::string& word) {
   return {word.substr(0, mark), word.substr(mark + 1)};
 }
 
-// Whether the content is meant as JSON: no text that people send begins with a bracket.
-bool isDocument(const std::string& content) {
-  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-  std::string_view rest = content;
-  if (rest.starts_with(byteOrderMark)) rest.remove_prefix(byteOrderMark.size());
-  const std::size_t first = rest.find_first_not_of(" \t\r\n");
-  return first != std::string_view::npos && (rest[first] == '{' || rest[first] == '[');
-}
-
 DiffSide textSide(const InputFile& file) {
   SettingsInText read = settingsInText(file.content, std::nullopt);
   if (read.values.empty()) {
@@ -90,7 +81,7 @@ DiffSide documentSide(const InputFile& file, const std::string& which) {
 DiffSide fileSide(const std::string& word) {
   const auto [path, which] = fileAndPreset(word);
   const InputFile file = readInputFile(path);
-  return isDocument(file.content) ? documentSide(file, which) : textSide(file);
+  return isSettingsDocument(file.content) ? documentSide(file, which) : textSide(file);
 }
 
 DiffSide otherSide(const CommandContext& context, const std::string& word) {

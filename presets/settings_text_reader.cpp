@@ -160,6 +160,13 @@ class SettingsReader {
 
 }  // namespace
 
+bool isSettingsDocument(std::string_view content) {
+  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+  if (content.starts_with(byteOrderMark)) content.remove_prefix(byteOrderMark.size());
+  const std::size_t first = content.find_first_not_of(" \t\r\n");
+  return first != std::string_view::npos && (content[first] == '{' || content[first] == '[');
+}
+
 SettingsInText settingsInText(std::string_view text, const std::optional<FanatecProduct>& product) {
   SettingsReader reader(text);
   reader.read();

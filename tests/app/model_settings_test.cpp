@@ -55,12 +55,33 @@ TEST_F(ModelSettings, ATextHasSettingsOrIsAnError) {
   start();
   const auto settings = model().settingsIn("FF: 80, hello");
   ASSERT_TRUE(settings);
-  EXPECT_EQ(settings->values, (TuningPreset::Values{{"FF", 80}}));
+  ASSERT_EQ(settings->presets.size(), 1U);
+  EXPECT_EQ(settings->presets.front().name, "");
+  EXPECT_EQ(settings->presets.front().values, (TuningPreset::Values{{"FF", 80}}));
   EXPECT_EQ(settings->notUnderstood, Lines{"hello"});
   EXPECT_EQ(takeLog(), Lines{});
   EXPECT_FALSE(model().settingsIn("hello"));
   EXPECT_EQ(takeLog(),
             Lines{"[error] Could not import the pasted text: There is no setting in it"});
+}
+
+TEST_F(ModelSettings, ATextMayBeTheContentOfASettingsFile) {
+  start();
+  const auto settings = model().settingsIn(encodePresets(
+      {presetOf("Spa", {{P::forceFeedback, 80}}), presetOf("Monza", {{P::forceFeedback, 90}})}));
+  ASSERT_TRUE(settings);
+  ASSERT_EQ(settings->presets.size(), 2U);
+  EXPECT_EQ(settings->presets.front().name, "Spa");
+  EXPECT_EQ(settings->presets.back().values, (TuningPreset::Values{{"FF", 90}}));
+  EXPECT_EQ(settings->notUnderstood, Lines{});
+  EXPECT_EQ(takeLog(), Lines{});
+  EXPECT_FALSE(model().settingsIn("[]"));
+  EXPECT_EQ(takeLog(),
+            Lines{"[error] Could not import the pasted text: There is no setting in it"});
+  EXPECT_FALSE(model().settingsIn("{\"name\": "));
+  const Lines lines = takeLog();
+  ASSERT_EQ(lines.size(), 1U);
+  EXPECT_EQ(lines.front().find("[error] Could not import the pasted text"), 0U) << lines.front();
 }
 
 TEST_F(ModelSettings, ThePresetThatWasImportedIsKnownUntilTheNextLine) {

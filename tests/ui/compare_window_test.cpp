@@ -305,6 +305,31 @@ TEST_F(CompareSides, PastedTextIsComparedAndItsRestIsListed) {
   EXPECT_FALSE(isVisible("notUnderstood"));
 }
 
+TEST_F(CompareSides, PastedTextsAreToldApartAndOfferedOnce) {
+  openCompare();
+  for (const char* const pasted : {"FF 80", "FF 90", "FF 80"}) {
+    putOnClipboard(pasted);
+    trigger("pasteSideAction");
+  }
+  EXPECT_EQ(text("rightSidePicker"), "Pasted text");
+  EXPECT_EQ(spoken("FF"), "FF, Force feedback strength, 65 %, 80 %, +15");
+  choose("rightSidePicker", "Pasted text 2");
+  EXPECT_EQ(spoken("FF"), "FF, Force feedback strength, 65 %, 90 %, +25, stronger");
+  EXPECT_LT(find<QComboBox>("rightSidePicker").findText(QStringLiteral("Pasted text 3")), 0);
+}
+
+TEST_F(CompareSides, APastedSettingsFileOffersItsPresets) {
+  openCompare();
+  const std::string content = encodePresets(
+      {presetOf("Imola", {{P::forceFeedback, 50}}), presetOf("Zolder", {{P::forceFeedback, 40}})});
+  putOnClipboard(content.c_str());
+  press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(text("rightSidePicker"), "Pasted: Imola");
+  EXPECT_FALSE(isVisible("notUnderstood"));
+  choose("rightSidePicker", "Pasted: Zolder");
+  EXPECT_EQ(spoken("FF"), "FF, Force feedback strength, 65 %, 40 %, −25");
+}
+
 TEST_F(CompareSides, TextWithoutSettingsIsAnError) {
   openWindow();
   putOnClipboard("Nice weather today");

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QLocale>
+#include <utility>
 
 #include "support/text.h"
 #include "ui/kit/text.h"
@@ -42,8 +43,18 @@ CompareSide CompareSide::ofFile(const TuningPreset& preset) {
   return side;
 }
 
-CompareSide CompareSide::ofText(const SettingsInText& settings) {
-  return {Kind::fixed, QStringLiteral("Pasted text"), {}, settings.values, settings.notUnderstood};
+CompareSide CompareSide::ofPasted(const TuningPreset& preset,
+                                  std::vector<std::string> notUnderstood) {
+  CompareSide side;
+  side.kind = Kind::fixed;
+  side.name = QStringLiteral("Pasted text");
+  if (!preset.name.empty()) {
+    side.name = QStringLiteral("Pasted: ") + text(oneLine(preset.name));
+    side.id = preset.id;
+  }
+  side.values = preset.values;
+  side.notUnderstood = std::move(notUnderstood);
+  return side;
 }
 
 std::optional<CompareSide> CompareSide::before(const HistoryRecord& record) {
@@ -57,8 +68,10 @@ std::optional<CompareSide> CompareSide::after(const HistoryRecord& record) {
 }
 
 bool CompareSide::isSideOf(const CompareSide& other) const {
-  return kind == other.kind && id == other.id &&
-         (kind != Kind::fixed || (name == other.name && values == other.values));
+  if (kind != other.kind || id != other.id) return false;
+  if (kind != Kind::fixed) return true;
+  return values == other.values && notUnderstood == other.notUnderstood &&
+         (!id || name == other.name);
 }
 
 }  // namespace quorvane

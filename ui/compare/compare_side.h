@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "history/history_record.h"
-#include "presets/settings_text.h"
 #include "presets/tuning_preset.h"
 
 namespace quorvane {
@@ -28,14 +27,17 @@ struct CompareSide {
   static CompareSide base() { return {}; }
   static CompareSide ofPreset(const TuningPreset& preset);
   static CompareSide ofFile(const TuningPreset& preset);
-  static CompareSide ofText(const SettingsInText& settings);
+
+  // What was pasted: a text with its rest, or one preset of a settings file.
+  static CompareSide ofPasted(const TuningPreset& preset, std::vector<std::string> notUnderstood);
 
   // The menu before a write of the history, "Before 14:02 (save)", or after it. None if the record
   // does not have it.
   static std::optional<CompareSide> before(const HistoryRecord& record);
   static std::optional<CompareSide> after(const HistoryRecord& record);
 
-  // Whether both are the same side, also with other values meanwhile.
+  // Whether both are the same side, also with other values meanwhile. Of pasted texts only the
+  // content counts.
   bool isSideOf(const CompareSide& other) const;
 };
 

@@ -91,8 +91,8 @@ QHBoxLayout* CompareView::buildSides() {
           [this](const CompareSide& side) { choose(left_, side); });
   connect(rightPicker_, &SidePicker::chosen, this,
           [this](const CompareSide& side) { choose(right_, side); });
-  connect(leftPicker_, &SidePicker::textAsked, this, [this] { chooseText(left_); });
-  connect(rightPicker_, &SidePicker::textAsked, this, [this] { chooseText(right_); });
+  connect(leftPicker_, &SidePicker::textAsked, this, [this] { choosePasted(left_); });
+  connect(rightPicker_, &SidePicker::textAsked, this, [this] { choosePasted(right_); });
   connect(leftPicker_, &SidePicker::fileAsked, this, [this] { chooseFile(left_); });
   connect(rightPicker_, &SidePicker::fileAsked, this, [this] { chooseFile(right_); });
   auto* const row = new QHBoxLayout;
@@ -176,6 +176,7 @@ void CompareView::addKeys() {
   add("fillInAction",
       {QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)},
       [this] { fillIn_->click(); });
+  add("pasteSideAction", {QKeySequence::Paste}, [this] { choosePasted(right_); });
 }
 
 void CompareView::focusRows() { list_->setFocus(Qt::OtherFocusReason); }

@@ -56,7 +56,8 @@ class CompareView final : public View {
   void refresh(CompareSide& side) const;
   std::vector<CompareSide> sides() const;
   void choose(CompareSide& side, const CompareSide& chosen);
-  void chooseText(CompareSide& side);
+  void choosePasted(CompareSide& side);
+  QString freshName(const QString& name) const;
   void chooseFile(CompareSide& side);
   void renderRows();
   void renderCounts(const std::vector<std::string>& counts);

@@ -9,6 +9,7 @@
 #include "presets/settings_text.h"
 #include "ui/compare/compare_model.h"
 #include "ui/compare/compare_view.h"
+#include "ui/compare/pasted_sides.h"
 #include "ui/kit/text.h"
 #include "ui/model/section.h"
 
@@ -77,17 +78,39 @@ std::vector<CompareSide> CompareView::sides() const {
 
 void CompareView::choose(CompareSide& side, const CompareSide& chosen) {
   side = chosen;
-  const bool isNew = chosen.kind == CompareSide::Kind::fixed &&
-                     std::none_of(given_.begin(), given_.end(),
-                                  [&](const CompareSide& given) { return given.isSideOf(chosen); });
-  if (isNew) given_.push_back(chosen);
+  if (chosen.kind == CompareSide::Kind::fixed) {
+    const auto found = std::find_if(given_.begin(), given_.end(), [&](const CompareSide& given) {
+      return given.isSideOf(chosen);
+    });
+    if (found == given_.end()) {
+      if (!chosen.id) side.name = freshName(chosen.name);
+      given_.push_back(side);
+    } else {
+      side = *found;
+    }
+  }
   rows_->resetTicks();
   render();
 }
 
-void CompareView::chooseText(CompareSide& side) {
-  const auto settings = model().settingsIn(text(QGuiApplication::clipboard()->text()));
-  if (settings) choose(side, CompareSide::ofText(*settings));
+// A text's name, with a number if another one that was given has it.
+QString CompareView::freshName(const QString& name) const {
+  const auto isTaken = [&](const QString& wanted) {
+    return std::any_of(given_.begin(), given_.end(),
+                       [&](const CompareSide& given) { return given.name == wanted; });
+  };
+  QString fresh = name;
+  for (int number = 2; isTaken(fresh); ++number) {
+    fresh = QStringLiteral("%1 %2").arg(name).arg(number);
+  }
+  return fresh;
+}
+
+// Offers all that was pasted, and takes the first.
+void CompareView::choosePasted(CompareSide& side) {
+  const auto pasted = pastedSides(model());
+  std::for_each(pasted.rbegin(), pasted.rend(),
+                [&](const CompareSide& given) { choose(side, given); });
 }
 
 // Offers all presets of the file, and takes the first.

@@ -1,14 +1,13 @@
 #include "ui/shell/comparing.h"
 
 #include <QAction>
-#include <QClipboard>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QMenu>
 #include <QWidget>
+#include <algorithm>
 
 #include "ui/compare/compare_window.h"
-#include "ui/kit/text.h"
+#include "ui/compare/pasted_sides.h"
 #include "ui/presets/presets_page.h"
 
 namespace quorvane {
@@ -71,10 +70,8 @@ void Comparing::compareAfter(const HistoryRecord& record) {
 }
 
 void Comparing::paste() {
-  const QString pasted = QGuiApplication::clipboard()->text();
-  if (pasted.isEmpty()) return;
-  const auto settings = model_.settingsIn(text(pasted));
-  if (settings) compare(CompareSide::ofText(*settings));
+  const auto sides = pastedSides(model_);
+  std::for_each(sides.rbegin(), sides.rend(), [this](const CompareSide& side) { compare(side); });
 }
 
 void Comparing::compare(const CompareSide& right) {

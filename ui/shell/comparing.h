@@ -38,8 +38,7 @@ class Comparing final : public QObject {
   void compareBefore(const quorvane::HistoryRecord& record);
   void compareAfter(const quorvane::HistoryRecord& record);
 
-  // The settings in the text on the clipboard. Does nothing without a text; one without a setting
-  // is an error in the log.
+  // What was pasted, see pastedSides(): all of it is offered, the first is compared.
   void paste();
 
  protected:
