@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 
 #include "cli/base_access.h"
@@ -177,21 +176,22 @@ Candidates games(const CompletionPlace& place, const World& world) {
   return result;
 }
 
-// The last writes to the first attached base. A history that cannot be read has none.
+// The menus before the last writes to the first attached base. A history that cannot be read has
+// none.
 Candidates formerMenus(const World& world) {
-  constexpr std::ptrdiff_t mostOffered = 20;
+  constexpr std::size_t mostOffered = 20;
   const GlobalOptions any;
   const auto bases = namedBases({world, any});
   if (bases.empty()) return {};
   Candidates result;
   try {
     const auto records = world.history.read(bases.front()).records;
-    const auto end = records.rbegin() + std::min(std::ssize(records), mostOffered);
-    std::transform(
-        records.rbegin(), end, std::back_inserter(result), [](const HistoryRecord& record) {
-          return CompletionCandidate{std::string(historySidePrefix) + shortID(record.id),
-                                     fmt::format("Before {}", localTimeText(record.time))};
-        });
+    for (auto record = records.rbegin(); record != records.rend() && result.size() < mostOffered;
+         ++record) {
+      if (!record->menu) continue;
+      result.push_back({std::string(historySidePrefix) + shortID(record->id),
+                        fmt::format("Before {}", localTimeText(record->time))});
+    }
   } catch (const FileError&) {
     return {};
   }

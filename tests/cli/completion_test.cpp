@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
+#include "cli/history_text.h"
+#include "hid/device_info.h"
 #include "tests/cli/preset_fixture.h"
 
 namespace quorvane {
@@ -123,6 +126,23 @@ TEST_F(Completion, OffersWhatFitsThePlace) {
   for (const Case& c : cases) {
     EXPECT_EQ(offered(c.words), c.offered) << testing::PrintToString(c.words);
   }
+}
+
+TEST_F(Completion, OffersTheMenusBeforeTheLastWrites) {
+  base();
+  for (int value = 1; value <= 22; ++value) run("set FF=" + std::to_string(value));
+  run("rotation 540");  // reads no menu
+  Words wanted;
+  const auto records =
+      history_.read(HIDEnumerator::devices(Fanatec::vendorID, backend_).front()).records;
+  ASSERT_EQ(records.size(), 23U);
+  for (auto record = std::next(records.rbegin()); wanted.size() < 20; ++record) {
+    wanted.push_back("history:" + shortID(record->id));
+  }
+  wanted.push_back("<files>");
+  EXPECT_EQ(offered({"diff", "history:"}), wanted);
+  EXPECT_EQ(offered({"diff", "hist"}), wanted);
+  EXPECT_EQ(offered({"diff", "base", "hi"}), wanted);
 }
 
 TEST_F(Completion, EveryCommandIsOffered) {
