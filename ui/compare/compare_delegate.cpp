@@ -10,6 +10,7 @@
 #include "ui/kit/metrics.h"
 #include "ui/kit/painting.h"
 #include "ui/kit/symbols.h"
+#include "ui/kit/text_width.h"
 #include "ui/kit/theme.h"
 #include "ui/kit/tick_box.h"
 
@@ -99,9 +100,14 @@ class ComparePainter {
   void paintValue(const QRect& part, const CompareValue& value) {
     const Theme& t = theme();
     const auto type = isStrong() ? Metrics::Type::value : Metrics::Type::body;
-    const int width = QFontMetrics(Metrics::font(type)).horizontalAdvance(value.number);
-    write(part, value.number, type, isStrong() ? t.ink : t.ink2);
-    write(part.adjusted(width + compareUnitGap, 0, 0, 0), value.unit, Metrics::Type::unit, t.ink2);
+    // The unit stays behind the number from right to left, too.
+    const bool isMirrored = option_.direction == Qt::RightToLeft && !value.unit.isEmpty();
+    const QString& first = isMirrored ? value.unit : value.number;
+    const auto firstType = isMirrored ? Metrics::Type::unit : type;
+    const int rest = textWidth(Metrics::font(firstType), first) + compareUnitGap;
+    write(part.adjusted(isMirrored ? rest : 0, 0, 0, 0), value.number, type,
+          isStrong() ? t.ink : t.ink2);
+    write(part.adjusted(isMirrored ? 0 : rest, 0, 0, 0), value.unit, Metrics::Type::unit, t.ink2);
   }
 
   // The number, and the way from the left value (a tick) to the right one (a cap).
