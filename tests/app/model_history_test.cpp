@@ -198,9 +198,10 @@ TEST_F(ModelHistory, OnConnectingTheMenuIsComparedWithHowItWasLeft) {
   save({{P::forceFeedback, 80}});
   EXPECT_FALSE(model().notAsLeft());
   base().unplug();
+  waitUntil([this] { return !model().isConnected(); });
   simulate([](SimulatedBase& simulated) { simulated.menu().put(P::forceFeedback, 100); });
   base().plug();
-  settle();
+  waitUntil([this] { return model().isConnected(); });
   ASSERT_TRUE(model().notAsLeft());
   EXPECT_EQ(model().notAsLeft()->left, (std::vector<ParameterValue>{{P::forceFeedback, 80}}));
   save({{P::vibration, 50}});
