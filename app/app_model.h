@@ -18,6 +18,7 @@
 #include "app/log.h"
 #include "app/outcome.h"
 #include "app/own_presets.h"
+#include "app/pasted_settings.h"
 #include "app/staging.h"
 #include "hid/device_watcher.h"
 #include "hid/platform.h"
@@ -26,7 +27,6 @@
 #include "history/undo_plan.h"
 #include "history/wheel_changes.h"
 #include "presets/preset_store.h"
-#include "app/pasted_settings.h"
 #include "session/wheel_base.h"
 #include "support/work_queue.h"
 

@@ -199,7 +199,8 @@ ExitStatus monitorCommand(const CommandContext& context) {
       [&events](const std::vector<HIDDeviceInfo>& devices) { events.push(devices); });
   if (namedBases(context).empty()) sayWaiting(context);
   watcher.start();
-  constexpr auto quiet = std::chrono::duration_cast<std::chrono::milliseconds>(WheelChanges::period);
+  constexpr auto quiet =
+      std::chrono::duration_cast<std::chrono::milliseconds>(WheelChanges::period);
   const auto record = [&monitor] { monitor.record(); };
   while (const auto event = events.next(interruption.fd(), quiet, record)) {
     std::visit(monitor, *event);

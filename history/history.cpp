@@ -49,11 +49,10 @@ bool explains(const HistoryRecord& record, TuningParameter parameter, const Tuni
 std::vector<ValueReceipt> turnedValues(const HistoryRecord& record, const TuningSnapshot& after,
                                        const HistoryContents& contents) {
   const auto isExplained = [&](TuningParameter parameter) {
-    return std::any_of(contents.records.begin(), contents.records.end(),
-                       [&](const HistoryRecord& earlier) {
-                         return record.time - earlier.time <= recentRecords &&
-                                explains(earlier, parameter, after);
-                       });
+    return std::any_of(
+        contents.records.begin(), contents.records.end(), [&](const HistoryRecord& earlier) {
+          return record.time - earlier.time <= recentRecords && explains(earlier, parameter, after);
+        });
   };
   const auto product = record.product();
   std::vector<ValueReceipt> values;

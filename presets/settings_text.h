@@ -30,8 +30,8 @@ struct SettingsInText {
   std::vector<std::string> notUnderstood;
 };
 
-// Whether a content is meant as the JSON of a settings file, not as a text: no text that people pass
-// on begins with a bracket.
+// Whether a content is meant as the JSON of a settings file, not as a text: no text that people
+// pass on begins with a bracket.
 bool isSettingsDocument(std::string_view content);
 
 // Reads settings from a text that people pass on: "SEN AUTO, FF: 100, FFS peak, NDP 25%, NFR off".

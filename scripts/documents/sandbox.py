@@ -77,8 +77,10 @@ class Sandbox:
                 (programs / name).symlink_to(build / "bin" / name)
         simulated = programs / "quorvanectl"
         simulated.unlink()
-        simulated.write_text(SIMULATED.format(program=shlex.quote(str(build / "bin/quorvanectl"))))
-        simulated.chmod(0o755)
+        # Another process writes it. A file that this one had open for writing would be open in the
+        # programs that other threads start, too, and could not be run until these end.
+        subprocess.run(["install", "-m", "755", "/dev/stdin", str(simulated)], check=True, text=True,
+                       input=SIMULATED.format(program=shlex.quote(str(build / "bin/quorvanectl"))))
         kept = {name: value for name, value in os.environ.items()
                 if not re.match(r"(XDG|QUORVANE|QT)_", name)}
         self._environment = {**kept, "HOME": str(self._home), "LC_ALL": "C.UTF-8",
